@@ -1,0 +1,9 @@
+// The channel database object.
+#pragma once
+
+#include <windows.h>
+
+class CChannelDB {
+  public:
+    CChannelDB() = default;
+};

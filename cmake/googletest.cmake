@@ -1,0 +1,10 @@
+# GoogleTest from the distribution's sources, built for the target.
+set(KORA_GTEST_ROOT /usr/src/googletest)
+if(NOT EXISTS ${KORA_GTEST_ROOT}/CMakeLists.txt)
+    message(FATAL_ERROR "GoogleTest's sources are not in ${KORA_GTEST_ROOT}: install the package googletest")
+endif()
+set(BUILD_GMOCK ON CACHE BOOL "" FORCE)
+set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+set(gtest_disable_pthreads OFF CACHE BOOL "" FORCE)
+add_subdirectory(${KORA_GTEST_ROOT} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+include(GoogleTest)

@@ -1,0 +1,18 @@
+// Events as the device has them: one call that sets, resets or pulses.
+#include <windows.h>
+
+#include "handset/coredll/coredll_exports.h"
+
+namespace {
+constexpr DWORD kEventPulse = 1;
+constexpr DWORD kEventReset = 2;
+constexpr DWORD kEventSet = 3;
+}  // namespace
+
+COREDLL_EXPORT BOOL WINAPI EventModify(HANDLE event, DWORD function) {
+    if (function == kEventSet) return SetEvent(event);
+    if (function == kEventReset) return ResetEvent(event);
+    if (function == kEventPulse) return PulseEvent(event);
+    SetLastError(ERROR_INVALID_PARAMETER);
+    return FALSE;
+}

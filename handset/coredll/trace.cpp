@@ -1,0 +1,67 @@
+// The debug output and the console of the device: NKDbgPrintfW goes to standard error in UTF-8, printf to
+// standard output. One call is one write, so lines of several threads never mix.
+#include <windows.h>
+
+#include <cstdarg>
+#include <cstdio>
+#include <cwchar>
+#include <string>
+
+#include "handset/coredll/coredll_exports.h"
+
+namespace {
+
+void WriteWhole(DWORD stream, const char* data, std::size_t size) {
+    const HANDLE handle = GetStdHandle(stream);
+    if (handle == nullptr || handle == INVALID_HANDLE_VALUE) return;
+    DWORD written = 0;
+    WriteFile(handle, data, static_cast<DWORD>(size), &written, nullptr);
+}
+
+std::string Utf8(const std::wstring& text) {
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0,
+                                         nullptr, nullptr);
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(), size, nullptr,
+                        nullptr);
+    return bytes;
+}
+
+}  // namespace
+
+COREDLL_EXPORT void WINAPIV NKDbgPrintfW(const WCHAR* format, ...) {
+    const DWORD lastError = GetLastError();
+    va_list arguments;
+    va_start(arguments, format);
+    va_list counted;
+    va_copy(counted, arguments);
+    const int length = _vscwprintf(format, counted);
+    va_end(counted);
+    if (length >= 0) {
+        std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+        _vsnwprintf(text.data(), text.size(), format, arguments);
+        text.resize(static_cast<std::size_t>(length));
+        const std::string bytes = Utf8(text);
+        WriteWhole(STD_ERROR_HANDLE, bytes.data(), bytes.size());
+    }
+    va_end(arguments);
+    SetLastError(lastError);
+}
+
+COREDLL_EXPORT int WINAPIV ConsolePrintf(const char* format, ...) {
+    const DWORD lastError = GetLastError();
+    va_list arguments;
+    va_start(arguments, format);
+    va_list counted;
+    va_copy(counted, arguments);
+    const int length = _vscprintf(format, counted);
+    va_end(counted);
+    if (length >= 0) {
+        std::string text(static_cast<std::size_t>(length) + 1, '\0');
+        _vsnprintf(text.data(), text.size(), format, arguments);
+        WriteWhole(STD_OUTPUT_HANDLE, text.data(), static_cast<std::size_t>(length));
+    }
+    va_end(arguments);
+    SetLastError(lastError);
+    return length;
+}

@@ -1,0 +1,47 @@
+// The state of one handset as its stand-in keeps it: what belongs to the stand-in alone lies under one key of
+// the user's registry, and an environment variable KORA_<NAME> wins over the value of that name. Host code
+// only: the application never sees this.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace handset {
+
+// The key of this handset under HKEY_CURRENT_USER: "Software\Kora Handset", or what the environment variable
+// KORA_STATEKEY names, so that several handsets can stand side by side.
+std::wstring StateKeyPath();
+
+// A value of the state, read at the moment of the call. Any thread. `name` is the value's name, such as
+// L"ScreenWidth"; its environment variable is KORA_SCREENWIDTH. Numbers may be decimal or 0x….
+std::uint32_t StateDword(const wchar_t* name, std::uint32_t fallback);
+std::optional<std::uint64_t> StateQword(const wchar_t* name);
+std::wstring StateString(const wchar_t* name, const std::wstring& fallback);
+
+// Write a value, for the next reader in any process. False when the registry refuses. An environment variable
+// of the reader's still wins.
+bool SetStateDword(const wchar_t* name, std::uint32_t value);
+bool SetStateQword(const wchar_t* name, std::uint64_t value);
+bool SetStateString(const wchar_t* name, const std::wstring& value);
+bool DeleteStateValue(const wchar_t* name);
+
+// True when the blank-separated list in the value "Fault" holds `fault`.
+bool FaultInjected(const wchar_t* fault);
+
+// The host folder that is the root of the device's file system, without a trailing backslash.
+std::wstring DeviceRoot();
+// The host path of a device path (one that begins with a backslash, but not with two); any other path as it
+// is. The storage card's files have a host folder even while the card is out.
+std::wstring HostPath(const wchar_t* devicePath);
+// True for \Storage Card and everything below it, in any letter case.
+bool IsOnStorageCard(const wchar_t* devicePath);
+bool StorageCardPresent();
+
+// The key path, below HKEY_CURRENT_USER, that stands for a root of the device's registry (HKEY_CLASSES_ROOT,
+// HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER, HKEY_USERS); empty for anything else.
+std::wstring DeviceRegistryRootPath(HKEY root);
+
+}  // namespace handset

@@ -1,0 +1,26 @@
+# What has to be on the machine. Sourced.
+
+KORA_BUILD_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix librsvg2-bin imagemagick wine64)
+KORA_DISPLAY_PACKAGES=(xvfb x11-utils)
+KORA_TEST_PACKAGES=(googletest clang libclang-rt-dev g++-mingw-w64-i686-posix ffmpeg)
+
+# packages_need NAME…: installs those that are missing, as root or through sudo, and says so.
+packages_need() {
+    local missing=() name
+    for name in "$@"; do
+        dpkg-query -W -f='${Status}' "$name" 2>/dev/null | grep -q 'install ok installed' || missing+=("$name")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    local root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || fail "these packages are missing and neither root nor sudo is at hand: ${missing[*]}"
+        root=(sudo)
+    fi
+    step "installing ${missing[*]}"
+    mkdir -p "$KORA_HOME"
+    local log=$KORA_HOME/install.log
+    { "${root[@]}" apt-get update -q &&
+      "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
+    } >"$log" 2>&1 || fail "the installation failed; the last lines of $log say why:
+$(tail -n 5 "$log")"
+}

@@ -1,0 +1,26 @@
+# One handset's Wine: its prefix lies in KORA_HOME. Sourced after common.sh.
+
+KORA_WINE=/usr/lib/wine/wine64
+export WINEPREFIX=${KORA_WINEPREFIX:-$KORA_HOME/prefix}
+# No add-on downloads, no debugger that waits for a person after a crash.
+export WINEDLLOVERRIDES='mscoree,mshtml,winedbg.exe='
+export WINEDEBUG=${WINEDEBUG:--all}
+export WINEARCH=win64
+
+wineserver_run() { "$(dirname "$KORA_WINE")/wineserver" "$@"; }
+
+# wine_start PROGRAM ARGS…: output goes where the caller says; never into a pipe that a Wine service would
+# keep open for ever.
+wine_start() { "$KORA_WINE" "$@"; }
+
+windows_path() { printf 'Z:%s' "${1//\//\\}"; }
+
+# A prefix takes some seconds to make; done once.
+wine_prefix() {
+    [ -f "$WINEPREFIX/.kora-ready" ] && return 0
+    step "making a Wine prefix in $WINEPREFIX (some seconds, once)"
+    mkdir -p "$WINEPREFIX"
+    wine_start wineboot --init >"$KORA_HOME/wineboot.log" 2>&1 || fail "Wine could not make its prefix; see $KORA_HOME/wineboot.log"
+    wineserver_run --wait || true
+    touch "$WINEPREFIX/.kora-ready"
+}
