@@ -4,9 +4,10 @@ function(device_import name file)
     set(library ${CMAKE_BINARY_DIR}/device-lib/lib${name}_device.a)
     set(definition ${CMAKE_BINARY_DIR}/device-lib/${name}.def)
     file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/device-lib)
-    # dlltool would take a forwarder for an alias of the import: only the exported names matter here.
+    # Only the exported names matter here (dlltool would take a forwarder for an alias), and of those not the
+    # ones that are there for the other DLLs of the handset.
     add_custom_command(OUTPUT ${library}
-        COMMAND sed -E "s/ *=.*//" ${file} > ${definition}
+        COMMAND sed -E -e "s/ *=.*//" -e "/^ *Handset/d" ${file} > ${definition}
         COMMAND ${CMAKE_DLLTOOL} -d ${definition} -l ${library}
         DEPENDS ${file} VERBATIM)
     add_custom_target(${name}_device_library DEPENDS ${library})

@@ -76,6 +76,7 @@
 #define IDM_CHANNEL_ADD 134
 #define IDM_CHANNEL_EDIT 136
 #define IDM_GROUPS 144
+#define IDM_DONE 146                  // one soft key: IDOK
 
 // --- Menu commands ---------------------------------------------------------------------------------------
 #define IDC_AUTOSCAN 0x8005
@@ -96,6 +97,8 @@
 #define IDC_GROUP_CANCEL 0x801C
 #define IDC_GROUP_ACCEPT 0x801D
 #define IDC_ADD_CURRENT 0x801E
+#define IDC_SOFTKEY_LEFT 0x8021       // the main window's soft keys themselves; they drop menus
+#define IDC_SOFTKEY_RIGHT 0x8022
 #define IDC_EXIT 40000
 
 // --- Dialogs ---------------------------------------------------------------------------------------------
@@ -109,6 +112,54 @@
 #define IDD_RDS_INFORMATION 230
 #define IDD_SCHEDULE_LANDSCAPE 231
 #define IDD_SETTINGS_LANDSCAPE 232
+
+// --- Controls of the dialogs -----------------------------------------------------------------------------
+// A label has an id of its own too (from 1100): a dialog that is laid out again finds its controls by id.
+
+// Channel lists (IDD_GROUPS)
+#define IDC_GROUP_LIST 1061
+#define IDC_GROUP_NEW 1052
+#define IDC_GROUP_RENAME 1058
+#define IDC_GROUP_DELETE 1054
+// Name of a list (IDD_GROUP_NAME)
+#define IDC_GROUP_NAME 1055
+// Channel (IDD_CHANNEL)
+#define IDC_CHANNEL_NAME 1005
+#define IDC_CHANNEL_FREQUENCY 1006
+#define IDC_CHANNEL_GUIDE 1062
+// Settings (IDD_SETTINGS_…)
+#define IDC_RECORD_WAV_STEREO 1013    // "RecordAudioType" 2
+#define IDC_RECORD_WAV 1014           // 1
+#define IDC_RECORD_AMR 1015           // 0
+#define IDC_SAVE_DEFAULT 1016         // "SaveFileType" 0
+#define IDC_SAVE_DEFINED 1022         // 1
+#define IDC_SAVE_BROWSE 1023
+#define IDC_SAVE_FILE_NAME 1029
+#define IDC_MUTE_WEAK 1025
+#define IDC_SHOW_RDS 1028
+#define IDC_AF_SWITCH 1070
+// Scheduled recording (IDD_SCHEDULE_…)
+#define IDC_SCHEDULE_START 1027
+#define IDC_SCHEDULE_END 1053
+#define IDC_SCHEDULE_CHANNEL 1055
+#define IDC_SCHEDULE_CHANNEL_SPIN 1039
+#define IDC_SCHEDULE_LIST 1059
+#define IDC_SCHEDULE_SUNDAY 1084      // … IDC_SCHEDULE_SUNDAY + 6 = Saturday
+#define IDC_SCHEDULE_ADD 1052
+#define IDC_SCHEDULE_CLOSE 1054
+// Alternative frequencies (IDD_AF_LIST)
+#define IDC_AF_FREQUENCIES 1067
+#define IDC_AF_MEASURE 1064
+#define IDC_AF_CLOSE 1065
+// RDS information (IDD_RDS_INFORMATION)
+#define IDC_RDS_FREQUENCY 1071
+#define IDC_RDS_PS 1072
+#define IDC_RDS_PTY 1073
+#define IDC_RDS_RT 1074
+#define IDC_RDS_AF 1075
+#define IDC_RDS_CT 1076
+#define IDC_RDS_CHANNEL_NAME 1077
+#define IDC_LABEL 1100                // … IDC_LABEL + 9: labels and frames
 
 // --- Elements of the main screen -------------------------------------------------------------------------
 #define SKIN_RECORD 200

@@ -3,14 +3,9 @@
 
 #include <windows.h>
 
-#include <cstdint>
+#include "schedule/command_options.h"
 
-struct CommandLineRequest {
-    std::uint32_t uRecord;        // 0 or 1
-    std::uint32_t uChannel;       // units of 10 kHz; 0 = none
-    std::uint32_t uDuration_min;  // 0 = no recording
-};
-
-// Cuts the command line into tokens in place, at single blanks, and fills the request; what is not named
-// keeps its value. 0, or E_INVALIDARG for a null command line.
+// Cuts the command line into tokens in place, at blanks, and fills the request; what is not named keeps its
+// value. 0, or E_INVALIDARG for a null command line. A value that does not fit 32 bits becomes what wcstol
+// makes of it.
 HRESULT ParseCommandLine(WCHAR* commandLine, CommandLineRequest* request);

@@ -9,7 +9,8 @@ display_virtual() {
     else
         packages_need "${KORA_DISPLAY_PACKAGES[@]}"
         rm -f "$record.number"
-        Xvfb -displayfd 3 -screen 0 "${1:-1024x768}x24" -nolisten tcp 3>"$record.number" >"$KORA_HOME/xvfb.log" 2>&1 &
+        # In a session of its own, or it would go with the shell that started it.
+        setsid Xvfb -displayfd 3 -screen 0 "${1:-1024x768}x24" -nolisten tcp -noreset 3>"$record.number" >"$KORA_HOME/xvfb.log" 2>&1 &
         local pid=$! deadline=$((SECONDS + 20))
         until [ -s "$record.number" ]; do
             kill -0 "$pid" 2>/dev/null || fail "the virtual display did not start; see $KORA_HOME/xvfb.log"

@@ -15,6 +15,17 @@ wine_start() { "$KORA_WINE" "$@"; }
 
 windows_path() { printf 'Z:%s' "${1//\//\\}"; }
 
+# wine_virtual_desktop WIDTHxHEIGHT: every window of this prefix lies on a desktop of Wine's own. Without a window
+# manager, as on a virtual display, Wine would wait two seconds for one whenever a window goes.
+wine_virtual_desktop() {
+    local record=$WINEPREFIX/.kora-desktop
+    [ "$(cat "$record" 2>/dev/null)" = "$1" ] && return 0
+    wine_start reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Kora /f >"$KORA_HOME/wine-desktop.log" 2>&1 &&
+        wine_start reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Kora /d "$1" /f >>"$KORA_HOME/wine-desktop.log" 2>&1 ||
+        fail "Wine's desktop could not be set; see $KORA_HOME/wine-desktop.log"
+    echo "$1" >"$record"
+}
+
 # A prefix takes some seconds to make; done once.
 wine_prefix() {
     [ -f "$WINEPREFIX/.kora-ready" ] && return 0

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <regext.h>
 
 #include "channels/channel_db.h"
 #include "schedule/command_line.h"
@@ -46,8 +47,8 @@ class CMainState {
     HANDLE m_hMonitorStopEvent = nullptr;
 
     // Registry notifications.
-    HANDLE m_hHeadsetNotify = nullptr;
-    HANDLE m_hPhoneNotify = nullptr;
+    HREGNOTIFY m_hHeadsetNotify = nullptr;
+    HREGNOTIFY m_hPhoneNotify = nullptr;
 
     // Windows and their drawing objects.
     HWND m_hMenuBar = nullptr;

@@ -18,15 +18,30 @@ struct SkinBitmap {
 };
 
 // Kind of a button, by bits; 0 = plain.
-inline constexpr DWORD kButtonRepeats = 1;   // a timer runs while it is held
-inline constexpr DWORD kButtonHasStates = 2; // its image is a strip of frames, two a state
+inline constexpr DWORD kButtonRepeats = 1;    // a timer runs while it is held
+inline constexpr DWORD kButtonHasStates = 2;  // its image is a strip of frames, two a state
 // Look of a button or slider, by bits; a released one has kLookReleased alone.
 inline constexpr DWORD kLookReleased = 1;
 inline constexpr DWORD kLookPressed = 2;
-inline constexpr DWORD kLookDisabled = 4;    // a button
-inline constexpr DWORD kLookDragging = 6;    // a slider
-inline constexpr DWORD kLookSlidOnto = 8;    // added to kLookPressed
+inline constexpr DWORD kLookDisabled = 4;  // a button
+inline constexpr DWORD kLookDragging = 6;  // a slider
+inline constexpr DWORD kLookSlidOnto = 8;  // added to kLookPressed
 inline constexpr int kNoFrame = -1;
+// Orientation of a slider.
+inline constexpr int kSliderVertical = 0;
+inline constexpr int kSliderHorizontal = 1;
+// Rows of the bitmap table.
+inline constexpr int kBitmapBackground = 0;  // also what any element is erased with
+inline constexpr int kBitmapDisabled = 1;    // disabled images of the buttons
+inline constexpr int kBitmapButtons = 2;     // pressed images of the buttons without states
+inline constexpr int kBitmapThumb = 3;       // two frames side by side: released, pressed
+inline constexpr int kBitmapOutput = 4;      // frames of SKIN_OUTPUT
+inline constexpr int kBitmapRecord = 5;      // frames of SKIN_RECORD
+inline constexpr int kBitmapMute = 6;        // frames of SKIN_MUTE
+// What TransparentImage leaves out: magenta.
+inline constexpr COLORREF kTransparentColour = 0xFF00FF;
+// Wider screens get the larger images.
+inline constexpr int kNarrowScreenWidth = 320;
 
 struct SkinButtonPlace {
     SkinRect rect;
@@ -35,10 +50,10 @@ struct SkinButtonPlace {
 };
 
 struct SkinButton {
-    int nId;          // also the command id and the repeat timer's id
+    int nId;  // also the command id and the repeat timer's id
     DWORD dwKind;
     DWORD dwLook;
-    int nFrame;       // current frame of a multi-state button (even = released look), else kNoFrame
+    int nFrame;  // current frame of a multi-state button (even = released look), else kNoFrame
     int nFrames;
     SkinButtonPlace portrait;
     SkinButtonPlace landscape;
@@ -51,18 +66,18 @@ struct SkinSliderPlace {
 
 struct SkinSlider {
     int nId;
-    int nOrientation;  // 1 = horizontal, 0 = vertical
+    int nOrientation;  // kSliderHorizontal or kSliderVertical
     DWORD dwLook;
     SkinSliderPlace portrait;
     SkinSliderPlace landscape;
-    int nPos;          // of the thumb, pixels from the track's start
+    int nPos;  // of the thumb, pixels from the track's start
 };
 
 struct SkinText {
     int nId;
     SkinRect portrait;
     SkinRect landscape;
-    UINT uFormat;      // of DrawTextW
+    UINT uFormat;  // of DrawTextW
     COLORREF crText;
     LONG lfWidth, lfHeight, lfWeight;
 };

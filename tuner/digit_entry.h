@@ -1,19 +1,15 @@
-// Tuning by typed digits: three digits make a frequency below 100 MHz, a first digit of 1 announces four.
+// Tuning by typed digits: what the keys and the timer do on the screen and at the tuner.
 #pragma once
 
 #include <windows.h>
 
-#include <cstdint>
+#include "tuner/digit_machine.h"
 
 class CMainState;
-
-struct DigitEntry {
-    std::uint32_t uCount;      // digits taken, 0 to 3
-    std::uint32_t auDigit[4];  // d0 … d3
-};
 
 // Takes a key-down of '0' … '9'; other keys are ignored. Main thread.
 void OnDigitKey(CMainState& state, HWND window, WPARAM virtualKey);
 
 // Timer procedure of TIMER_DIGIT_ENTRY: an entry that got no digit since the last tick leaves the display.
+// Main thread.
 void CALLBACK DigitEntryTimerProc(HWND window, UINT message, UINT_PTR idEvent, DWORD time);

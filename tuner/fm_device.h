@@ -7,6 +7,7 @@
 #pragma once
 
 #include <windows.h>
+
 #include <unknwn.h>
 
 #include <cstdint>
@@ -16,6 +17,8 @@ inline constexpr GUID CLSID_CFMDevice = {
     0xcd0dd476, 0xb0be, 0x48fd, {0x90, 0xfe, 0x91, 0xfc, 0x36, 0xed, 0x0a, 0x77}};
 inline constexpr GUID IID_IFMDevice = {
     0x3a905b65, 0xd245, 0x4160, {0xa7, 0xfd, 0xfb, 0xcd, 0xd8, 0xa6, 0xd1, 0xef}};
+// The device's key under HKEY_CLASSES_ROOT, which also holds the radio's settings.
+inline constexpr WCHAR kFMDeviceKey[] = L"\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
 
 // Which RDS services the tuned station sends; each word is 0 or 1. Zeroed by the caller.
 struct rds_inf {
@@ -39,6 +42,8 @@ enum RdsKind : std::int32_t {
     kRdsServiceNameWithAF = 4,
 };
 
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"  // a destructor in the table would move the operations
 // The order of the operations is the device's; none may be moved or left out.
 struct IFMDevice : public IUnknown {
     // Volume in percent, 0 to 100.
@@ -77,6 +82,7 @@ struct IFMDevice : public IUnknown {
     // Text of the programme type; text[kRdsTextCapacity]. Non-zero: none is known.
     virtual HRESULT STDMETHODCALLTYPE GetPTYText(WCHAR* text) = 0;
 };
+#pragma GCC diagnostic pop
 
 // The name by which the radio speaks of the device.
 using CFMDevice = IFMDevice;

@@ -1,4 +1,5 @@
-// How a function of COREDLL is defined so that coredll.def can export it by its plain name.
+// How a function of COREDLL is defined so that coredll.def can export it. A call that the desktop's headers
+// declare too is named Device… here, and coredll.def gives it its plain name.
 #pragma once
 
 #include <windows.h>

@@ -7,7 +7,7 @@
 #include <cwchar>
 #include <string>
 
-#include "handset/coredll/coredll_exports.h"
+#include "handset/coredll/call_guard.h"
 
 namespace {
 
@@ -30,6 +30,7 @@ std::string Utf8(const std::wstring& text) {
 }  // namespace
 
 COREDLL_EXPORT void WINAPIV NKDbgPrintfW(const WCHAR* format, ...) {
+    const coredll::CallGuard guard;
     const DWORD lastError = GetLastError();
     va_list arguments;
     va_start(arguments, format);
@@ -49,6 +50,7 @@ COREDLL_EXPORT void WINAPIV NKDbgPrintfW(const WCHAR* format, ...) {
 }
 
 COREDLL_EXPORT int WINAPIV ConsolePrintf(const char* format, ...) {
+    const coredll::CallGuard guard;
     const DWORD lastError = GetLastError();
     va_list arguments;
     va_start(arguments, format);

@@ -2,11 +2,12 @@
 // source; the desktop's TransparentBlt takes only the latter.
 #include <windows.h>
 
-#include "handset/coredll/coredll_exports.h"
+#include "handset/coredll/call_guard.h"
 
 COREDLL_EXPORT BOOL WINAPI TransparentImage(HDC destination, LONG x, LONG y, LONG width, LONG height,
                                             HANDLE source, LONG sourceX, LONG sourceY, LONG sourceWidth,
                                             LONG sourceHeight, COLORREF transparent) {
+    const coredll::CallGuard guard;
     const auto object = static_cast<HGDIOBJ>(source);
     const DWORD type = GetObjectType(object);
     if (type == OBJ_DC || type == OBJ_MEMDC) {

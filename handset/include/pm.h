@@ -31,6 +31,11 @@ DWORD WINAPI CeSetSystemPowerState(LPCWSTR name, DWORD flags, DWORD options)
     WINCEOEM_NAME("SetSystemPowerState");
 #define SetSystemPowerState CeSetSystemPowerState
 
+// Tells the power manager what a program needs. PPN_UNATTENDEDMODE: with data TRUE the device may run with its
+// display off instead of suspending; each TRUE is taken back by one FALSE. FALSE for an unknown message.
+#define PPN_UNATTENDEDMODE 0x00000003
+BOOL WINAPI PowerPolicyNotify(DWORD message, DWORD data);
+
 #ifdef __cplusplus
 }
 #endif

@@ -5,6 +5,8 @@
 
 #include_next <windows.h>
 
+#include <shellapi.h>
+
 #ifndef WINCEOEM_NAME
 // The name that a call has in the device's DLL, where the C++ name has to differ because a desktop
 // header already declares another function under it. 32-bit builds are compiled but not linked.
@@ -50,6 +52,11 @@ BOOL WINAPI CeSHGetSpecialFolderPath(HWND owner, LPWSTR path, int folder, BOOL c
 #undef SHGetSpecialFolderPath
 #define SHGetSpecialFolderPath CeSHGetSpecialFolderPath
 
+// Starts a program of the device or opens a document. FALSE, with the last error and hInstApp of at most 32, when
+// there is none.
+#undef ShellExecuteEx
+BOOL WINAPI ShellExecuteEx(SHELLEXECUTEINFOW* info);
+
 // GWL_USERDATA, GWL_WNDPROC and DWL_USER hold pointers: LONG on the device, LONG_PTR on a 64-bit host.
 #if defined(_WIN64)
 #define GWL_WNDPROC GWLP_WNDPROC
@@ -71,4 +78,5 @@ LONG_PTR WINAPI CeSetWindowLongW(HWND window, int index, LONG_PTR value) WINCEOE
 // A CE program starts in WinMain with a wide command line.
 #define WinMain wWinMain
 
+#include "cedb.h"
 #include "pm.h"

@@ -1,0 +1,37 @@
+#include "channels/channel_list_notify.h"
+
+#include <commctrl.h>
+
+#include "shell/main_state.h"
+#include "skin/screen.h"
+
+namespace {
+
+constexpr COLORREF kWideText = 0x9E9E9E;
+constexpr COLORREF kNameText = 0x80FFFF;       // yellow
+constexpr COLORREF kFrequencyText = 0xFFFF80;  // cyan
+
+COLORREF TextColour(int column) {
+    if (IsWideScreen()) return kWideText;
+    return column == 0 ? kNameText : kFrequencyText;
+}
+
+LRESULT OnCustomDraw(const CMainState& state, NMLVCUSTOMDRAW& draw) {
+    const DWORD stage = draw.nmcd.dwDrawStage;
+    if (stage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+    if (stage == CDDS_ITEMPREPAINT) return CDRF_NOTIFYSUBITEMDRAW;
+    if (stage != (CDDS_ITEMPREPAINT | CDDS_SUBITEM)) return CDRF_DODEFAULT;
+    SelectObject(draw.nmcd.hdc, state.m_hListFont);
+    draw.clrText = TextColour(draw.iSubItem);
+    return CDRF_NEWFONT;
+}
+
+}  // namespace
+
+LRESULT OnChannelListNotify(CMainState& state, HWND, NMHDR* header) {
+    // The rows carry no stored channels yet, so activation and selection have nothing to tune to.
+    if (header->code == static_cast<UINT>(NM_CUSTOMDRAW)) {
+        return OnCustomDraw(state, *reinterpret_cast<NMLVCUSTOMDRAW*>(header));
+    }
+    return 0;
+}

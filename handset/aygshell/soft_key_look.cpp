@@ -1,0 +1,136 @@
+// Painting the soft-key bar.
+#include "handset/aygshell/soft_key_look.h"
+
+#include <string>
+
+namespace handset {
+namespace {
+
+constexpr COLORREF kGround = RGB(17, 19, 18);
+constexpr COLORREF kAccent = RGB(141, 194, 31);
+constexpr COLORREF kDivider = RGB(58, 63, 60);
+constexpr COLORREF kText = RGB(255, 255, 255);
+constexpr COLORREF kTextDisabled = RGB(118, 124, 120);
+constexpr COLORREF kTextPressed = RGB(12, 16, 4);
+constexpr int kFontHeight_px = 13;
+constexpr int kSideMargin_px = 6;
+constexpr int kMenuMarkWidth_px = 7;
+constexpr int kMenuMarkHeight_px = 4;
+constexpr int kMenuMarkGap_px = 6;
+
+struct KeyColours {
+    COLORREF ground;
+    COLORREF text;
+    COLORREF mark;
+};
+
+KeyColours ColoursFor(UINT itemState) {
+    if ((itemState & CDIS_DISABLED) != 0) return {kGround, kTextDisabled, kTextDisabled};
+    if ((itemState & CDIS_SELECTED) != 0) return {kAccent, kTextPressed, kTextPressed};
+    return {kGround, kText, kAccent};
+}
+
+void Fill(HDC dc, const RECT& area, COLORREF colour) {
+    const OwnedBrush brush(CreateSolidBrush(colour));
+    FillRect(dc, &area, brush.get());
+}
+
+std::wstring ButtonText(HWND toolbar, UINT command) {
+    const LRESULT length = SendMessageW(toolbar, TB_GETBUTTONTEXTW, command, 0);
+    if (length <= 0) return {};
+    std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+    SendMessageW(toolbar, TB_GETBUTTONTEXTW, command, reinterpret_cast<LPARAM>(text.data()));
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+// The label without its mnemonic mark: soft keys have none. Two ampersands are one.
+std::wstring Plain(const std::wstring& label) {
+    std::wstring plain;
+    for (std::size_t i = 0; i < label.size(); ++i) {
+        if (label[i] == L'&' && ++i == label.size()) break;
+        plain += label[i];
+    }
+    return plain;
+}
+
+// A small arrowhead that points to where the menu will open.
+void PaintMenuMark(HDC dc, int left, int middle, COLORREF colour) {
+    for (int row = 0; row < kMenuMarkHeight_px; ++row) {
+        const int top = middle - kMenuMarkHeight_px / 2 + row;
+        const RECT line = {left + kMenuMarkWidth_px / 2 - row, top, left + kMenuMarkWidth_px / 2 + row + 1,
+                           top + 1};
+        Fill(dc, line, colour);
+    }
+}
+
+void PaintLabel(HDC dc, RECT area, const std::wstring& label, bool hasMenu, const KeyColours& colours) {
+    constexpr UINT kFormat = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX;
+    RECT text = area;
+    DrawTextW(dc, label.c_str(), -1, &text, kFormat | DT_CALCRECT);
+    const LONG markWidth = hasMenu ? kMenuMarkGap_px + kMenuMarkWidth_px : 0;
+    const LONG room = area.right - area.left - 2 * kSideMargin_px - markWidth;
+    const LONG width = text.right - text.left < room ? text.right - text.left : room;
+    text = {area.left + (area.right - area.left - width - markWidth) / 2, area.top, 0, area.bottom};
+    text.right = text.left + width;
+    SetTextColor(dc, colours.text);
+    DrawTextW(dc, label.c_str(), -1, &text, kFormat);
+    if (hasMenu) {
+        PaintMenuMark(dc, text.right + kMenuMarkGap_px, (area.top + area.bottom) / 2, colours.mark);
+    }
+}
+
+void PaintKey(const NMTBCUSTOMDRAW& draw, HFONT font) {
+    const HDC dc = draw.nmcd.hdc;
+    const KeyColours colours = ColoursFor(draw.nmcd.uItemState);
+    RECT area = draw.nmcd.rc;
+    area.top += 1;  // the hairline above the bar stays
+    Fill(dc, area, colours.ground);
+    if (area.left > 0 && colours.ground == kGround)
+        Fill(dc, {area.left, area.top + 5, area.left + 1, area.bottom - 5}, kDivider);
+
+    const int saved = SaveDC(dc);
+    SelectObject(dc, font);
+    SetBkMode(dc, TRANSPARENT);
+    const auto command = static_cast<UINT>(draw.nmcd.dwItemSpec);
+    PaintLabel(dc, area, Plain(ButtonText(draw.nmcd.hdr.hwndFrom, command)), draw.nmcd.lItemlParam != 0,
+               colours);
+    RestoreDC(dc, saved);
+}
+
+}  // namespace
+
+OwnedFont SoftKeyFont() {
+    LOGFONTW font = {};
+    font.lfHeight = -kFontHeight_px;
+    font.lfWeight = FW_BOLD;
+    font.lfCharSet = DEFAULT_CHARSET;
+    font.lfQuality = CLEARTYPE_QUALITY;
+    lstrcpynW(font.lfFaceName, L"Tahoma", LF_FACESIZE);
+    return OwnedFont(CreateFontIndirectW(&font));
+}
+
+void PaintBarGround(HDC dc, const RECT& client) {
+    Fill(dc, client, kGround);
+    Fill(dc, {client.left, client.top, client.right, client.top + 1}, kAccent);
+}
+
+LRESULT PaintSoftKey(const NMTBCUSTOMDRAW& draw, HFONT font) {
+    switch (draw.nmcd.dwDrawStage) {
+        case CDDS_PREERASE:
+            return CDRF_SKIPDEFAULT;
+        case CDDS_PREPAINT: {
+            RECT client = {};
+            GetClientRect(draw.nmcd.hdr.hwndFrom, &client);
+            PaintBarGround(draw.nmcd.hdc, client);
+            return CDRF_NOTIFYITEMDRAW;
+        }
+        case CDDS_ITEMPREPAINT:
+            PaintKey(draw, font);
+            return CDRF_SKIPDEFAULT;
+        default:
+            return CDRF_DODEFAULT;
+    }
+}
+
+}  // namespace handset

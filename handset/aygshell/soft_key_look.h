@@ -1,0 +1,18 @@
+// How soft keys look: light letters on near-black, green under the stylus.
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "handset/aygshell/owned.h"
+
+namespace handset {
+
+OwnedFont SoftKeyFont();
+// Fills the ground of a bar; `client` is its whole area.
+void PaintBarGround(HDC dc, const RECT& client);
+// Answers NM_CUSTOMDRAW of the bar's toolbar.
+LRESULT PaintSoftKey(const NMTBCUSTOMDRAW& draw, HFONT font);
+
+}  // namespace handset

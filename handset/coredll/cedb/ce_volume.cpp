@@ -1,0 +1,49 @@
+// CeMountDBVol and what else concerns a volume as a whole.
+#include "handset/coredll/cedb/errors.h"
+#include "handset/coredll/cedb/mounts.h"
+#include "handset/coredll/cedb/volume_file.h"
+#include "handset/coredll/coredll_exports.h"
+#include "handset/coredll/platform_call.h"
+#include "handset/state/handset_state.h"
+
+namespace {
+
+BOOL Answer(DWORD error) {
+    if (error != ERROR_SUCCESS) SetLastError(error);
+    return error == ERROR_SUCCESS;
+}
+
+DWORD Mount(LPCWSTR name, DWORD flags, CEGUID* guid) {
+    const std::wstring path = VolumeHostPath(name);
+    if (path.empty()) return ERROR_INVALID_PARAMETER;
+    if (handset::IsOnStorageCard(name) && !handset::StorageCardPresent()) return ERROR_PATH_NOT_FOUND;
+    return MountVolume(path, flags & ~EDB_MOUNT_FLAG, guid);
+}
+
+}  // namespace
+
+COREDLL_EXPORT BOOL WINAPI CeMountDBVol(PCEGUID volume, LPWSTR name, DWORD flags) {
+    const PlatformCall call;
+    if (volume == nullptr) return Answer(ERROR_INVALID_PARAMETER);
+    CREATE_INVALIDGUID(volume);
+    return Answer(Mount(name, flags, volume));
+}
+
+COREDLL_EXPORT BOOL WINAPI CeUnmountDBVol(PCEGUID volume) {
+    const PlatformCall call;
+    if (volume == nullptr) return Answer(ERROR_INVALID_PARAMETER);
+    return Answer(UnmountVolume(*volume) ? ERROR_SUCCESS : ERROR_NOT_FOUND);
+}
+
+COREDLL_EXPORT BOOL WINAPI CeFlushDBVol(PCEGUID volume) {
+    const PlatformCall call;
+    return Answer(FindVolume(volume) != nullptr ? ERROR_SUCCESS : ERROR_INVALID_PARAMETER);
+}
+
+COREDLL_EXPORT BOOL WINAPI CeChangeDatabaseLCID(PCEGUID volume, DWORD lcid) {
+    const PlatformCall call;
+    const auto mounted = FindVolume(volume);
+    if (mounted == nullptr) return Answer(ERROR_INVALID_PARAMETER);
+    const std::lock_guard<std::mutex> inUse(mounted->lock);
+    return Answer(ErrorOf(mounted->volume.ChangeLocale(lcid), ERROR_INVALID_PARAMETER));
+}

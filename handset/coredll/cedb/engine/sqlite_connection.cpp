@@ -1,0 +1,141 @@
+// SQLite's connections, statements and transactions in the form that the engine uses.
+#include "handset/coredll/cedb/engine/sqlite_connection.h"
+
+namespace cedb {
+namespace {
+
+// Another process holds the lock for one commit at a time; a disk that takes longer than this is broken.
+constexpr int kLockPatience_ms = 20000;
+
+struct ErrorRow {
+    int code;
+    Status status;
+};
+
+// clang-format off
+constexpr ErrorRow kErrors[] = {
+    {SQLITE_OK,       Status::Ok},
+    {SQLITE_DONE,     Status::Ok},
+    {SQLITE_ROW,      Status::Ok},
+    {SQLITE_NOTADB,   Status::NotAVolume},
+    {SQLITE_CORRUPT,  Status::Corrupt},
+    // A table or column that ought to be there is not.
+    {SQLITE_ERROR,    Status::Corrupt},
+    {SQLITE_FULL,     Status::Full},
+    {SQLITE_BUSY,     Status::Busy},
+    {SQLITE_LOCKED,   Status::Busy},
+    {SQLITE_READONLY, Status::AccessDenied},
+    {SQLITE_PERM,     Status::AccessDenied},
+    {SQLITE_CANTOPEN, Status::AccessDenied},
+    {SQLITE_NOMEM,    Status::OutOfMemory},
+};
+// clang-format on
+
+Status StatusOf(int code) {
+    for (const ErrorRow& row : kErrors) {
+        if (row.code == (code & 0xFF)) return row.status;
+    }
+    return Status::Failed;
+}
+
+}  // namespace
+
+Query::~Query() {
+    if (statement_ == nullptr) return;
+    sqlite3_reset(statement_);
+    sqlite3_clear_bindings(statement_);
+}
+
+Query& Query::Bind(std::int64_t number) {
+    if (error_ == SQLITE_OK && statement_ != nullptr)
+        error_ = sqlite3_bind_int64(statement_, next_++, number);
+    return *this;
+}
+
+Query& Query::Blob(const std::string& bytes) {
+    if (error_ == SQLITE_OK && statement_ != nullptr) {
+        error_ = sqlite3_bind_blob64(statement_, next_++, bytes.data(), bytes.size(), SQLITE_STATIC);
+    }
+    return *this;
+}
+
+Status Query::Row() {
+    if (error_ != SQLITE_OK) return StatusOf(error_);
+    if (statement_ == nullptr) return StatusOf(sqlite3_errcode(database_));
+    const int code = sqlite3_step(statement_);
+    return code == SQLITE_DONE ? Status::NotFound : StatusOf(code);
+}
+
+Status Query::Run() {
+    const Status status = Row();
+    return status == Status::NotFound ? Status::Ok : status;
+}
+
+std::string Query::Bytes(int column) const {
+    const void* bytes = sqlite3_column_blob(statement_, column);
+    const int size = sqlite3_column_bytes(statement_, column);
+    return bytes == nullptr ? std::string()
+                            : std::string(static_cast<const char*>(bytes), static_cast<std::size_t>(size));
+}
+
+SqliteConnection::~SqliteConnection() {
+    for (const auto& [sql, statement] : statements_) sqlite3_finalize(statement);
+}
+
+Status SqliteConnection::Open(const std::string& path, bool create) {
+    sqlite3* database = nullptr;
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0);
+    const int code = sqlite3_open_v2(path.c_str(), &database, flags, nullptr);
+    database_.reset(database);
+    if (code != SQLITE_OK) return StatusOf(code);
+    sqlite3_busy_timeout(database, kLockPatience_ms);
+    sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    // The journal is cut to nothing and flushed at each commit (TRUNCATE, FULL): the moment at which a
+    // change counts is itself on the disk, so that neither a killed process nor a lost power supply takes
+    // back a change whose call has returned.
+    return Execute(
+        "PRAGMA journal_mode=TRUNCATE; PRAGMA synchronous=FULL; PRAGMA trusted_schema=OFF;"
+        "PRAGMA cell_size_check=ON");
+}
+
+Status SqliteConnection::Execute(const char* sql) {
+    return StatusOf(sqlite3_exec(database_.get(), sql, nullptr, nullptr, nullptr));
+}
+
+Status SqliteConnection::FileSize(std::int64_t* size) {
+    sqlite3_file* file = nullptr;
+    const int code = sqlite3_file_control(database_.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    if (code != SQLITE_OK) return StatusOf(code);
+    sqlite3_int64 bytes = 0;
+    const Status status = StatusOf(file->pMethods->xFileSize(file, &bytes));
+    *size = bytes;
+    return status;
+}
+
+Query SqliteConnection::Prepare(const char* sql) {
+    sqlite3_stmt*& statement = statements_[sql];
+    if (statement == nullptr) {
+        sqlite3_prepare_v3(database_.get(), sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
+    }
+    return Query(database_.get(), statement);
+}
+
+Transaction::~Transaction() {
+    // The transaction only read, or it is to be undone; either way there is nobody to tell about a failure.
+    if (open_) (void)connection_.Prepare("ROLLBACK").Run();
+}
+
+Status Transaction::Begin(Kind kind) {
+    const Status status = connection_.Prepare(kind == Kind::Read ? "BEGIN" : "BEGIN IMMEDIATE").Run();
+    open_ = status == Status::Ok;
+    return status;
+}
+
+Status Transaction::Commit() {
+    const Status status = connection_.Prepare("COMMIT").Run();
+    // A commit that failed for want of a lock or of room leaves the transaction open, to be undone.
+    if (status == Status::Ok) open_ = false;
+    return status;
+}
+
+}  // namespace cedb

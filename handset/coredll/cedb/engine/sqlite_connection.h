@@ -1,0 +1,84 @@
+// One SQLite database file: its connection, its prepared statements and its transactions.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "handset/coredll/cedb/engine/status.h"
+
+namespace cedb {
+
+// A statement in use: bound, stepped, and reset when it goes out of scope, so that no lock outlives it.
+class Query {
+  public:
+    Query(sqlite3* database, sqlite3_stmt* statement) : database_(database), statement_(statement) {}
+    ~Query();
+    Query(const Query&) = delete;
+    Query& operator=(const Query&) = delete;
+
+    Query& Bind(std::int64_t number);
+    Query& Blob(const std::string& bytes);  // `bytes` must live as long as the query
+
+    // Steps once: Ok = a row, NotFound = no (further) row.
+    [[nodiscard]] Status Row();
+    // Runs a statement whose rows do not matter.
+    [[nodiscard]] Status Run();
+
+    std::int64_t Number(int column) const { return sqlite3_column_int64(statement_, column); }
+    std::string Bytes(int column) const;
+
+  private:
+    sqlite3* database_;
+    sqlite3_stmt* statement_;
+    int next_ = 1;
+    int error_ = SQLITE_OK;
+};
+
+// Used by one thread at a time.
+class SqliteConnection {
+  public:
+    SqliteConnection() = default;
+    ~SqliteConnection();
+    SqliteConnection(const SqliteConnection&) = delete;
+    SqliteConnection& operator=(const SqliteConnection&) = delete;
+
+    // `path` in UTF-8. With `create` the file must not exist yet.
+    [[nodiscard]] Status Open(const std::string& path, bool create);
+    // Statements without parameters or results.
+    [[nodiscard]] Status Execute(const char* sql);
+    // In bytes; within a transaction, so that nobody is changing it.
+    [[nodiscard]] Status FileSize(std::int64_t* size);
+    // `sql` is a literal: the prepared statement is kept under its address.
+    Query Prepare(const char* sql);
+
+  private:
+    struct Closer {
+        void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
+    };
+    std::unique_ptr<sqlite3, Closer> database_;
+    std::map<const char*, sqlite3_stmt*> statements_;
+};
+
+// Undone unless committed.
+class Transaction {
+  public:
+    enum class Kind { Read, Write };
+    explicit Transaction(SqliteConnection& connection) : connection_(connection) {}
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    [[nodiscard]] Status Begin(Kind kind);
+    // What was written is on the disk when this returns Ok.
+    [[nodiscard]] Status Commit();
+
+  private:
+    SqliteConnection& connection_;
+    bool open_ = false;
+};
+
+}  // namespace cedb

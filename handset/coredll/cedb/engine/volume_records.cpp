@@ -1,0 +1,116 @@
+// The records of a volume and their sort keys.
+#include <optional>
+
+#include "handset/coredll/cedb/engine/volume.h"
+
+namespace cedb {
+
+Status Volume::ReadRecord(Oid database, Oid oid, Record* record) {
+    Query query = connection_.Prepare("SELECT properties FROM records WHERE db=? AND oid=?");
+    const Status status = query.Bind(database).Bind(oid).Row();
+    return status == Status::Ok ? DecodeRecord(query.Bytes(0), record) : status;
+}
+
+Status Volume::WriteKeys(const DatabaseInfo& database, Oid oid, const Record& record, std::uint32_t lcid) {
+    for (std::size_t sort = 0; sort < database.orders.size(); ++sort) {
+        const SortOrder& order = database.orders[sort];
+        const std::optional<std::string> key = SortKey(order, record, lcid, collator_);
+        if (!key) return Status::InvalidArgument;
+        if (order.unique) {
+            const Status taken = connection_.Prepare("SELECT 1 FROM keys WHERE db=? AND sort=? AND key=?")
+                                     .Bind(database.oid)
+                                     .Bind(static_cast<std::int64_t>(sort))
+                                     .Blob(*key)
+                                     .Row();
+            if (taken == Status::Ok) return Status::DuplicateKey;
+            if (taken != Status::NotFound) return taken;
+        }
+        const Status status = connection_.Prepare("INSERT INTO keys VALUES (?, ?, ?, ?)")
+                                  .Bind(database.oid)
+                                  .Bind(static_cast<std::int64_t>(sort))
+                                  .Blob(*key)
+                                  .Bind(oid)
+                                  .Run();
+        if (status != Status::Ok) return status;
+    }
+    return Status::Ok;
+}
+
+Status Volume::RemoveKeys(const DatabaseInfo& database, Oid oid, const Record& record, std::uint32_t lcid) {
+    for (std::size_t sort = 0; sort < database.orders.size(); ++sort) {
+        const std::optional<std::string> key = SortKey(database.orders[sort], record, lcid, collator_);
+        if (!key) return Status::Corrupt;
+        const Status status =
+            connection_.Prepare("DELETE FROM keys WHERE db=? AND sort=? AND key=? AND oid=?")
+                .Bind(database.oid)
+                .Bind(static_cast<std::int64_t>(sort))
+                .Blob(*key)
+                .Bind(oid)
+                .Run();
+        if (status != Status::Ok) return status;
+    }
+    return Status::Ok;
+}
+
+Status Volume::InsertRecord(const DatabaseInfo& database, const std::vector<PropertyChange>& changes,
+                            Oid* oid) {
+    Record record;
+    Status status = ApplyChanges(record, changes);
+    if (status != Status::Ok) return status;
+    Transaction transaction(connection_);
+    status = transaction.Begin(Transaction::Kind::Write);
+    std::uint32_t lcid = 0;
+    if (status == Status::Ok) status = ReadLocale(&lcid);
+    // The database may have been deleted by another process since it was opened.
+    DatabaseInfo present;
+    if (status == Status::Ok) status = FindDatabase(database.oid, &present);
+    if (status == Status::Ok) status = TakeOid(oid);
+    if (status != Status::Ok) return status;
+    const std::string properties = EncodeRecord(record);
+    status = connection_.Prepare("INSERT INTO records VALUES (?, ?, ?)")
+                 .Bind(database.oid)
+                 .Bind(*oid)
+                 .Blob(properties)
+                 .Run();
+    if (status == Status::Ok) status = WriteKeys(database, *oid, record, lcid);
+    return status == Status::Ok ? transaction.Commit() : status;
+}
+
+Status Volume::UpdateRecord(const DatabaseInfo& database, Oid oid,
+                            const std::vector<PropertyChange>& changes) {
+    Transaction transaction(connection_);
+    Status status = transaction.Begin(Transaction::Kind::Write);
+    std::uint32_t lcid = 0;
+    if (status == Status::Ok) status = ReadLocale(&lcid);
+    Record before;
+    if (status == Status::Ok) status = ReadRecord(database.oid, oid, &before);
+    if (status != Status::Ok) return status;
+    Record after = before;
+    status = ApplyChanges(after, changes);
+    if (status == Status::Ok) status = RemoveKeys(database, oid, before, lcid);
+    if (status == Status::Ok) status = WriteKeys(database, oid, after, lcid);
+    if (status != Status::Ok) return status;
+    const std::string properties = EncodeRecord(after);
+    status = connection_.Prepare("UPDATE records SET properties=? WHERE db=? AND oid=?")
+                 .Blob(properties)
+                 .Bind(database.oid)
+                 .Bind(oid)
+                 .Run();
+    return status == Status::Ok ? transaction.Commit() : status;
+}
+
+Status Volume::DeleteRecord(const DatabaseInfo& database, Oid oid) {
+    Transaction transaction(connection_);
+    Status status = transaction.Begin(Transaction::Kind::Write);
+    std::uint32_t lcid = 0;
+    if (status == Status::Ok) status = ReadLocale(&lcid);
+    Record record;
+    if (status == Status::Ok) status = ReadRecord(database.oid, oid, &record);
+    if (status == Status::Ok) status = RemoveKeys(database, oid, record, lcid);
+    if (status != Status::Ok) return status;
+    status =
+        connection_.Prepare("DELETE FROM records WHERE db=? AND oid=?").Bind(database.oid).Bind(oid).Run();
+    return status == Status::Ok ? transaction.Commit() : status;
+}
+
+}  // namespace cedb

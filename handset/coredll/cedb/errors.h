@@ -1,0 +1,9 @@
+// The engine's answers as the device's error codes.
+#pragma once
+
+#include <windows.h>
+
+#include "handset/coredll/cedb/engine/status.h"
+
+// `notFound`: what it means to this call that there is no such thing.
+DWORD ErrorOf(cedb::Status status, DWORD notFound);

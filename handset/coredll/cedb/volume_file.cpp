@@ -1,0 +1,128 @@
+// A volume's file on the host.
+#include "handset/coredll/cedb/volume_file.h"
+
+#include "handset/coredll/cedb/engine/volume.h"
+#include "handset/coredll/cedb/errors.h"
+#include "handset/state/handset_state.h"
+
+namespace {
+
+constexpr std::uint64_t kRoomForOneWrite_bytes = 16384;
+
+struct FileHandle {
+    HANDLE handle;
+    ~FileHandle() {
+        if (handle != INVALID_HANDLE_VALUE) CloseHandle(handle);
+    }
+};
+
+bool Exists(const std::wstring& path) {
+    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+// Looks at the file's beginning without SQLite: another program's file is not to be touched in any way.
+DWORD LookAtFile(const std::wstring& path) {
+    const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const FileHandle file{CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr)};
+    if (file.handle == INVALID_HANDLE_VALUE) return GetLastError();
+    std::string header(cedb::kVolumeHeader_bytes, '\0');
+    DWORD read = 0;
+    if (!ReadFile(file.handle, header.data(), static_cast<DWORD>(header.size()), &read, nullptr)) {
+        return GetLastError();
+    }
+    header.resize(read);
+    return cedb::LooksLikeVolume(header) ? ERROR_SUCCESS : ERROR_BAD_FORMAT;
+}
+
+// A journal that a killed process left belongs to the file as it was; replayed into another one it would
+// destroy that. So the old volume is put in order before it is replaced.
+DWORD RetireJournal(const std::wstring& path, const cedb::Collator& collator) {
+    const std::wstring journal = path + L"-journal";
+    if (!Exists(journal)) return ERROR_SUCCESS;
+    if (LookAtFile(path) == ERROR_SUCCESS) {
+        cedb::Volume old(collator);
+        const cedb::Status status = old.Open(Utf8(path));
+        if (status == cedb::Status::Ok) old.Settle();
+        const bool beyondRepair = status == cedb::Status::Corrupt || status == cedb::Status::NotAVolume;
+        if (status != cedb::Status::Ok && !beyondRepair) return ErrorOf(status, ERROR_FILE_NOT_FOUND);
+    }
+    if (DeleteFileW(journal.c_str()) || GetLastError() == ERROR_FILE_NOT_FOUND) return ERROR_SUCCESS;
+    return GetLastError();
+}
+
+// Makes the volume under another name first: a process that is killed meanwhile leaves the old file, or none.
+DWORD MakeFile(const std::wstring& path, bool replace, const cedb::Collator& collator) {
+    if (!MayWrite(path)) return ERROR_DISK_FULL;
+    wchar_t suffix[32];
+    swprintf(suffix, std::size(suffix), L".new-%lx", GetCurrentProcessId());
+    const std::wstring fresh = path + suffix;
+    DeleteFileW(fresh.c_str());
+    const cedb::Status made = cedb::Volume::Create(Utf8(fresh), GetSystemDefaultLCID(), collator);
+    DWORD error = ErrorOf(made, ERROR_PATH_NOT_FOUND);
+    if (made == cedb::Status::AccessDenied) error = ERROR_PATH_NOT_FOUND;
+    if (error == ERROR_SUCCESS) {
+        const bool takesPlace = replace || !Exists(path);
+        if (takesPlace) error = RetireJournal(path, collator);
+        const DWORD how = MOVEFILE_WRITE_THROUGH | (replace ? MOVEFILE_REPLACE_EXISTING : 0);
+        if (error == ERROR_SUCCESS && !MoveFileExW(fresh.c_str(), path.c_str(), how)) {
+            error = GetLastError();
+        }
+    }
+    if (error != ERROR_SUCCESS) DeleteFileW(fresh.c_str());
+    if (error == ERROR_FILE_EXISTS) return ERROR_ALREADY_EXISTS;
+    return error == ERROR_SHARING_VIOLATION ? ERROR_ACCESS_DENIED : error;
+}
+
+DWORD OpenAlways(const std::wstring& path, const cedb::Collator& collator) {
+    const DWORD present = LookAtFile(path);
+    if (present != ERROR_FILE_NOT_FOUND) return present;
+    const DWORD made = MakeFile(path, false, collator);
+    // Another process was faster.
+    return made == ERROR_ALREADY_EXISTS ? LookAtFile(path) : made;
+}
+
+}  // namespace
+
+std::wstring VolumeHostPath(const wchar_t* name) {
+    if (name == nullptr || name[0] == L'\0' || wcslen(name) >= MAX_PATH) return L"";
+    const bool anchored = name[0] == L'\\' || name[0] == L'/' || name[1] == L':';
+    const std::wstring host = handset::HostPath(((anchored ? L"" : L"\\") + std::wstring(name)).c_str());
+    wchar_t full[2 * MAX_PATH];
+    const DWORD length = GetFullPathNameW(host.c_str(), static_cast<DWORD>(std::size(full)), full, nullptr);
+    return length == 0 || length >= std::size(full) ? L"" : std::wstring(full, length);
+}
+
+std::string Utf8(const std::wstring& text) {
+    const int length = static_cast<int>(text.size());
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), length, bytes.data(), size, nullptr, nullptr);
+    return bytes;
+}
+
+DWORD PrepareVolumeFile(const std::wstring& path, DWORD flags, const cedb::Collator& collator) {
+    switch (flags) {
+        case CREATE_NEW:
+            return MakeFile(path, false, collator);
+        case CREATE_ALWAYS:
+            return MakeFile(path, true, collator);
+        case OPEN_EXISTING:
+            return LookAtFile(path);
+        case OPEN_ALWAYS:
+            return OpenAlways(path, collator);
+        case TRUNCATE_EXISTING: {
+            const DWORD present = LookAtFile(path);
+            return present == ERROR_SUCCESS ? MakeFile(path, true, collator) : present;
+        }
+        default:
+            return ERROR_INVALID_PARAMETER;
+    }
+}
+
+bool MayWrite(const std::wstring& path) {
+    if (handset::FaultInjected(L"database-write")) return false;
+    const std::wstring card = VolumeHostPath(L"\\Storage Card\\");
+    const bool onCard = _wcsnicmp(path.c_str(), card.c_str(), card.size()) == 0;
+    const auto free = handset::StateQword(onCard ? L"StorageCardFree" : L"ObjectStoreFree");
+    return !free || *free >= kRoomForOneWrite_bytes;
+}

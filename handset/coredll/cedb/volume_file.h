@@ -1,0 +1,19 @@
+// A volume's file on the host: where it lies, and how one is made so that it is never seen half made.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "handset/coredll/cedb/engine/sort_order.h"
+
+// The full host path of a volume's name on the device; empty when there is none.
+std::wstring VolumeHostPath(const wchar_t* name);
+std::string Utf8(const std::wstring& text);
+
+// Prepares the file for being opened, as the flags of CeMountDBVol (without EDB_MOUNT_FLAG) say: makes it,
+// replaces it, or looks whether it is a volume. Gives a Win32 error code.
+DWORD PrepareVolumeFile(const std::wstring& path, DWORD flags, const cedb::Collator& collator);
+
+// False while the handset is told to fail writes or has no room left.
+bool MayWrite(const std::wstring& path);

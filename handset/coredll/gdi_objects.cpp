@@ -1,0 +1,111 @@
+// Drawing objects: each one made, and each one given back, is counted.
+#include <mutex>
+#include <unordered_set>
+
+#include "handset/coredll/call_guard.h"
+#include "handset/coredll/gdi_count.h"
+#include "handset/coredll/platform_call.h"
+
+namespace {
+
+using coredll::CallGuard;
+using coredll::CallKind;
+
+std::mutex g_lock;  // guards LiveObjects
+std::unordered_set<HANDLE>& LiveObjects() {
+    static auto* const objects = new std::unordered_set<HANDLE>;
+    return *objects;
+}
+
+}  // namespace
+
+namespace coredll {
+
+HANDLE GdiMade(HANDLE object) {
+    if (object == nullptr) return object;
+    const std::lock_guard<std::mutex> lock(g_lock);
+    LiveObjects().insert(object);
+    return object;
+}
+
+void GdiGone(HANDLE object) {
+    const std::lock_guard<std::mutex> lock(g_lock);
+    LiveObjects().erase(object);
+}
+
+}  // namespace coredll
+
+COREDLL_EXPORT DWORD WINAPI HandsetGdiObjectCount(void) {
+    const std::lock_guard<std::mutex> lock(g_lock);
+    return static_cast<DWORD>(LiveObjects().size());
+}
+
+COREDLL_EXPORT void WINAPI HandsetGdiObjectMade(HANDLE object) {
+    coredll::GdiMade(object);
+}
+
+// A call that makes an object.
+#define MAKES(result, name, parameters, arguments)         \
+    COREDLL_EXPORT result WINAPI Device##name parameters { \
+        const CallGuard guard;                             \
+        return coredll::Made(name arguments);              \
+    }
+
+// clang-format off
+MAKES(HBITMAP, CreateBitmap, (int width, int height, UINT planes, UINT bits, const void* data), (width, height, planes, bits, data))
+MAKES(HBITMAP, CreateCompatibleBitmap, (HDC dc, int width, int height), (dc, width, height))
+MAKES(HBITMAP, CreateDIBSection, (HDC dc, const BITMAPINFO* info, UINT usage, void** bits, HANDLE section, DWORD offset), (dc, info, usage, bits, section, offset))
+MAKES(HBITMAP, LoadBitmapW, (HINSTANCE module, const wchar_t* name), (module, name))
+MAKES(HBRUSH, CreateDIBPatternBrushPt, (const void* packed, UINT usage), (packed, usage))
+MAKES(HBRUSH, CreatePatternBrush, (HBITMAP bitmap), (bitmap))
+MAKES(HBRUSH, CreateSolidBrush, (COLORREF colour), (colour))
+MAKES(HDC, CreateCompatibleDC, (HDC dc), (dc))
+MAKES(HDC, CreateDCW, (const wchar_t* driver, const wchar_t* device, const wchar_t* port, const DEVMODEW* mode), (driver, device, port, mode))
+MAKES(HDC, GetDC, (HWND window), (window))
+MAKES(HDC, GetDCEx, (HWND window, HRGN clip, DWORD flags), (window, clip, flags))
+MAKES(HDC, GetWindowDC, (HWND window), (window))
+MAKES(HFONT, CreateFontIndirectW, (const LOGFONTW* font), (font))
+MAKES(HPALETTE, CreatePalette, (const LOGPALETTE* palette), (palette))
+MAKES(HPEN, CreatePen, (int style, int width, COLORREF colour), (style, width, colour))
+MAKES(HPEN, CreatePenIndirect, (const LOGPEN* pen), (pen))
+MAKES(HRGN, CreateRectRgn, (int left, int top, int right, int bottom), (left, top, right, bottom))
+MAKES(HRGN, CreateRectRgnIndirect, (const RECT* rect), (rect))
+MAKES(HRGN, ExtCreateRegion, (const XFORM* transform, DWORD size, const RGNDATA* data), (transform, size, data))
+// clang-format on
+
+COREDLL_EXPORT HANDLE WINAPI DeviceLoadImageW(HINSTANCE module, const wchar_t* name, UINT type, int width,
+                                              int height, UINT flags) {
+    const CallGuard guard;
+    const HANDLE image = LoadImageW(module, name, type, width, height, flags);
+    return type == IMAGE_BITMAP ? coredll::GdiMade(image) : image;
+}
+
+COREDLL_EXPORT HDC WINAPI DeviceBeginPaint(HWND window, PAINTSTRUCT* paint) {
+    const CallGuard guard(CallKind::CallsBack);
+    return coredll::Made(BeginPaint(window, paint));
+}
+
+COREDLL_EXPORT BOOL WINAPI DeviceEndPaint(HWND window, const PAINTSTRUCT* paint) {
+    const CallGuard guard;
+    if (paint != nullptr) coredll::GdiGone(paint->hdc);
+    return EndPaint(window, paint);
+}
+
+// Forgotten before it is deleted: another thread may be given the same handle at once.
+COREDLL_EXPORT BOOL WINAPI DeviceDeleteObject(HGDIOBJ object) {
+    const CallGuard guard;
+    coredll::GdiGone(object);
+    return DeleteObject(object);
+}
+
+COREDLL_EXPORT BOOL WINAPI DeviceDeleteDC(HDC dc) {
+    const CallGuard guard;
+    coredll::GdiGone(dc);
+    return DeleteDC(dc);
+}
+
+COREDLL_EXPORT int WINAPI DeviceReleaseDC(HWND window, HDC dc) {
+    const CallGuard guard;
+    coredll::GdiGone(dc);
+    return ReleaseDC(window, dc);
+}

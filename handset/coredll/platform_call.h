@@ -1,0 +1,46 @@
+// What COREDLL offers to the handset's other DLLs (not to the application: the import library that the
+// application is linked against leaves out every name that begins with "Handset").
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+
+extern "C" {
+
+// Marks the calling thread as inside a platform call, for SuspendThread. `mayWait`: the call may block for
+// long (a wait, a message sent to another thread). The thread parks here, and again on leaving, while it is
+// suspended; a call inside another does not park, as the outer one may hold a lock. An exception that jumps
+// out of a call needs no leaving; for that both are called from the function that is the platform call, as
+// PlatformCall does. Every thread; keeps the last error.
+void WINAPI HandsetEnterCall(BOOL mayWait);
+void WINAPI HandsetLeaveCall(void);
+
+// Milliseconds on the handset's clock since the process started (not wrapped to 32 bits).
+std::uint64_t WINAPI HandsetMilliseconds(void);
+// The real milliseconds that a handset time-out takes; INFINITE stays INFINITE, and what is not 0 is at
+// least 1.
+DWORD WINAPI HandsetRealTimeout(DWORD handset_ms);
+// Handset seconds per real second, 1 to 3600.
+DWORD WINAPI HandsetClockRate(void);
+
+// The rectangle of the handset's display on the host's screen; (0, 0) and the screen's size when no panel
+// runs.
+void WINAPI HandsetDisplayRect(RECT* rect);
+
+// The GDI objects (device contexts of windows included) that the process has made through COREDLL and not
+// given back.
+DWORD WINAPI HandsetGdiObjectCount(void);
+// Counts an object that another DLL of the handset has made for the application to delete.
+void WINAPI HandsetGdiObjectMade(HANDLE object);
+
+}  // extern "C"
+
+// One platform call of a handset DLL, for the length of a scope.
+class PlatformCall {
+  public:
+    __attribute__((always_inline)) explicit PlatformCall(bool mayWait = false) { HandsetEnterCall(mayWait); }
+    ~PlatformCall() { HandsetLeaveCall(); }
+    PlatformCall(const PlatformCall&) = delete;
+    PlatformCall& operator=(const PlatformCall&) = delete;
+};

@@ -1,0 +1,133 @@
+// The generators: silence, tones, rumble, melodies and files. The voice stands in voice.cpp.
+#include "handset/fmdevice/generators.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "handset/fmdevice/sound_format.h"
+#include "handset/fmdevice/voice.h"
+
+namespace fm {
+namespace {
+
+constexpr double kTwoPi = 6.283185307179586;
+
+class CSilence : public IGenerator {
+  public:
+    void Render(float* frames, std::size_t count) override { std::fill_n(frames, count * kChannels, 0.0F); }
+};
+
+class CTones : public IGenerator {
+  public:
+    explicit CTones(const std::array<int, 2>& tones_Hz) : tones_Hz_(tones_Hz) {}
+
+    void Render(float* frames, std::size_t count) override {
+        for (std::size_t i = 0; i < count * kChannels; ++i) {
+            double& phase = phases_[i % kChannels];
+            frames[i] = kToneAmplitude * static_cast<float>(std::sin(kTwoPi * phase));
+            phase += static_cast<double>(tones_Hz_[i % kChannels]) / kSampleRate_Hz;
+            phase -= std::floor(phase);
+        }
+    }
+
+  private:
+    std::array<int, 2> tones_Hz_;
+    std::array<double, 2> phases_{};
+};
+
+// Noise through a low pass at some 150 Hz, which the hiss of a weak signal does not sound like.
+class CRumble : public IGenerator {
+  public:
+    void Render(float* frames, std::size_t count) override {
+        constexpr float kPass = 0.02F;
+        constexpr float kGain = 2.5F;
+        for (std::size_t i = 0; i < count * kChannels; ++i) {
+            float& level = levels_[i % kChannels];
+            level += kPass * (noise_.Next() - level);
+            frames[i] = kGain * level;
+        }
+    }
+
+  private:
+    CNoise noise_{77};
+    std::array<float, 2> levels_{};
+};
+
+// Plucked notes: each dies away while it sounds and has an octave above it in it.
+class CMelody : public IGenerator {
+  public:
+    explicit CMelody(std::vector<int> notes) : notes_(std::move(notes)) {}
+
+    void Render(float* frames, std::size_t count) override {
+        constexpr std::size_t kNoteFrames = kSampleRate_Hz / 4;
+        for (std::size_t i = 0; i < count; ++i) {
+            const int note = notes_[at_ / kNoteFrames];
+            const double age = static_cast<double>(at_ % kNoteFrames) / kSampleRate_Hz;
+            const double frequency = note == kRest ? 0 : 16.3516 * std::pow(2.0, note / 12.0);
+            // The attack of 5 ms keeps the note from clicking.
+            const double envelope = std::min(1.0, age / 0.005) * std::exp(-5.0 * age);
+            const double phase = kTwoPi * frequency * age;
+            const double sample = 0.4 * envelope * (std::sin(phase) + 0.4 * std::sin(2 * phase));
+            frames[kChannels * i] = frames[kChannels * i + 1] = static_cast<float>(sample);
+            at_ = (at_ + 1) % (notes_.size() * kNoteFrames);
+        }
+    }
+
+  private:
+    std::vector<int> notes_;
+    std::size_t at_ = 0;
+};
+
+class CFileSound : public IGenerator {
+  public:
+    explicit CFileSound(WavSound sound) : sound_(std::move(sound)) {}
+
+    void Render(float* frames, std::size_t count) override {
+        const std::size_t length = sound_.samples.size() / sound_.channels;
+        for (std::size_t i = 0; i < count; ++i) {
+            const auto first = static_cast<std::size_t>(position_);
+            const auto part = static_cast<float>(position_ - static_cast<double>(first));
+            for (std::size_t side = 0; side < kChannels; ++side) {
+                const float here = Sample(first, side);
+                frames[kChannels * i + side] = here + part * (Sample((first + 1) % length, side) - here);
+            }
+            position_ += static_cast<double>(sound_.rate_Hz) / kSampleRate_Hz;
+            position_ = std::fmod(position_, static_cast<double>(length));
+        }
+    }
+
+  private:
+    float Sample(std::size_t frame, std::size_t side) const {
+        const std::size_t channel = std::min(side, sound_.channels - 1);
+        return static_cast<float>(sound_.samples[frame * sound_.channels + channel]) / 32768.0F;
+    }
+
+    WavSound sound_;
+    double position_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<IGenerator> MakeGenerator(const Programme& programme) {
+    switch (programme.kind) {
+        case ProgrammeKind::kTone:
+            return std::make_unique<CTones>(programme.tones_Hz);
+        case ProgrammeKind::kVoice:
+            return MakeVoice(programme.text);
+        case ProgrammeKind::kNoise:
+            return std::make_unique<CRumble>();
+        case ProgrammeKind::kMelody:
+            return std::make_unique<CMelody>(programme.notes);
+        case ProgrammeKind::kFile:
+        case ProgrammeKind::kSilence:
+            break;
+    }
+    return std::make_unique<CSilence>();
+}
+
+std::unique_ptr<IGenerator> MakeFileGenerator(WavSound sound) {
+    return std::make_unique<CFileSound>(std::move(sound));
+}
+
+}  // namespace fm

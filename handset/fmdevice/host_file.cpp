@@ -1,0 +1,28 @@
+// The device's files, as the tuner device reads and writes them on the host.
+#include "handset/fmdevice/host_file.h"
+
+#include "handset/state/handset_state.h"
+
+namespace fm {
+
+std::wstring ReachableHostPath(const std::wstring& devicePath) {
+    if (handset::IsOnStorageCard(devicePath.c_str()) && !handset::StorageCardPresent()) return L"";
+    return handset::HostPath(devicePath.c_str());
+}
+
+std::optional<std::vector<std::uint8_t>> ReadHostFile(const std::wstring& hostPath, std::size_t limit) {
+    const CFileHandle file(CreateFileW(hostPath.c_str(), GENERIC_READ,
+                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                       OPEN_EXISTING, 0, nullptr));
+    LARGE_INTEGER size;
+    if (!file || !GetFileSizeEx(file.Get(), &size)) return std::nullopt;
+    if (size.QuadPart > static_cast<LONGLONG>(limit)) return std::nullopt;
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size.QuadPart));
+    DWORD read = 0;
+    if (!ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr))
+        return std::nullopt;
+    bytes.resize(read);
+    return bytes;
+}
+
+}  // namespace fm

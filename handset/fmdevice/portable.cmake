@@ -1,0 +1,13 @@
+# The sources of the tuner device that need nothing of Windows.
+set(FM_PORTABLE_SOURCES
+    ${CMAKE_CURRENT_LIST_DIR}/band_file.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/generators.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/programme.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/pty_names.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/rds_reader.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/receiver_sound.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/seek.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/sound_ring.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/utf8.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/voice.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/wav_file.cpp)

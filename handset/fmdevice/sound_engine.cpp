@@ -1,0 +1,220 @@
+// The sound thread.
+#include "handset/fmdevice/sound_engine.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+
+#include "handset/coredll/platform_call.h"
+#include "handset/fmdevice/receiver_sound.h"
+#include "handset/fmdevice/sound_tap.h"
+#include "handset/state/handset_state.h"
+
+namespace fm {
+namespace {
+
+constexpr auto kIdleBlock = std::chrono::milliseconds(20);
+constexpr std::uint64_t kSpeakerRetry_ms = 10'000;
+// Sound that only a loudspeaker would have played is let go when it is this late.
+constexpr std::uint64_t kLatestForSpeaker_frames = kSampleRate_Hz / 2;
+
+std::uint64_t NowFrame() {
+    return FrameAt(HandsetMilliseconds());
+}
+
+}  // namespace
+
+CSoundEngine& CSoundEngine::Instance() {
+    static CSoundEngine& engine = *new CSoundEngine;
+    return engine;
+}
+
+CSoundEngine::CSoundEngine()
+    : ring_(kSoundTapCapacity_frames),
+      rate_(HandsetClockRate()),
+      // Faster than life nothing can be listened to.
+      audible_(rate_ == 1 && handset::StateDword(L"HostSound", 1) != 0) {}
+
+void CSoundEngine::AddUser() {
+    const std::lock_guard<std::mutex> lock(threadLock_);
+    if (users_++ > 0) return;
+    stop_ = false;
+    thread_ = std::thread([this] { Run(); });
+}
+
+void CSoundEngine::RemoveUser() {
+    const std::lock_guard<std::mutex> lock(threadLock_);
+    if (--users_ > 0) return;
+    {
+        const std::lock_guard<std::mutex> inner(lock_);
+        stop_ = true;
+    }
+    wake_.notify_all();
+    thread_.join();
+}
+
+void CSoundEngine::Show(std::shared_ptr<const SoundScene> scene) {
+    {
+        const std::lock_guard<std::mutex> lock(lock_);
+        later_.push_back({NowFrame(), std::move(scene)});
+        if (!working_) TakeScenes(later_.back().from);
+    }
+    wake_.notify_all();
+}
+
+std::uint32_t CSoundEngine::OpenTap(std::uint64_t* position) {
+    AddUser();
+    std::uint32_t tap = 0;
+    {
+        const std::lock_guard<std::mutex> lock(lock_);
+        if (!working_) ring_.SkipTo(NowFrame());
+        working_ = true;
+        *position = ring_.End();
+        tap = ++lastTap_;
+        taps_[tap] = *position;
+    }
+    wake_.notify_all();
+    return tap;
+}
+
+std::uint32_t CSoundEngine::ReadTap(std::uint32_t tap, std::uint64_t* position, std::int16_t* samples,
+                                    std::uint32_t frames, std::uint32_t timeout_ms) {
+    std::unique_lock<std::mutex> lock(lock_);
+    const auto wanted = std::min<std::uint32_t>(frames, kSoundTapCapacity_frames / 2);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeout_ms);
+    const auto there = [&] {
+        return taps_.count(tap) == 0 || ring_.End() >= std::max(*position, ring_.Begin()) + wanted;
+    };
+    arrived_.wait_until(lock, deadline, there);
+    const auto reader = taps_.find(tap);
+    if (reader == taps_.end()) return 0;
+    const auto count = static_cast<std::uint32_t>(ring_.Read(position, samples, frames));
+    reader->second = *position + count;
+    wake_.notify_all();
+    return count;
+}
+
+void CSoundEngine::CloseTap(std::uint32_t tap) {
+    {
+        const std::lock_guard<std::mutex> lock(lock_);
+        if (taps_.erase(tap) == 0) return;
+    }
+    wake_.notify_all();
+    arrived_.notify_all();
+    RemoveUser();
+}
+
+bool CSoundEngine::SpeakerWanted(const SoundScene& scene) const {
+    return audible_ && scene.frontEnd && scene.gain > 0 && GetTickCount64() >= speakerRetry_ms_;
+}
+
+bool CSoundEngine::WorkWanted() const {
+    if (!taps_.empty() || !later_.empty()) return true;
+    return scene_ && scene_->frontEnd && (!scene_->logPath.empty() || SpeakerWanted(*scene_));
+}
+
+bool CSoundEngine::RoomForBlock() const {
+    if (rate_ == 1) return true;
+    return std::all_of(taps_.begin(), taps_.end(), [this](const auto& tap) {
+        return ring_.End() + kBlockFrames <= tap.second + ring_.Capacity();
+    });
+}
+
+void CSoundEngine::TakeScenes(std::uint64_t upTo) {
+    while (!later_.empty() && later_.front().from <= upTo) {
+        scene_ = std::move(later_.front().scene);
+        later_.pop_front();
+    }
+}
+
+void CSoundEngine::CatchUp(std::uint64_t now) {
+    const bool forSpeakerOnly = taps_.empty() && (!scene_ || scene_->logPath.empty());
+    if (!working_ || (forSpeakerOnly && now > ring_.End() + kLatestForSpeaker_frames)) ring_.SkipTo(now);
+    working_ = true;
+}
+
+void CSoundEngine::Run() {
+    std::unique_lock<std::mutex> lock(lock_);
+    while (!stop_) {
+        TakeScenes(ring_.End());
+        if (!WorkWanted()) {
+            Rest(&lock);
+            continue;
+        }
+        const std::uint64_t now = NowFrame();
+        CatchUp(now);
+        if (now < ring_.End() + kBlockFrames || !RoomForBlock())
+            wake_.wait_for(lock, kIdleBlock);
+        else
+            MakeBlock(&lock);
+    }
+    working_ = false;
+    lock.unlock();
+    log_.Follow(L"");
+    speaker_.Close();
+}
+
+void CSoundEngine::Rest(std::unique_lock<std::mutex>* lock) {
+    working_ = false;
+    lock->unlock();
+    log_.Follow(L"");
+    speaker_.Close();
+    gainBefore_ = 0;
+    lock->lock();
+    // The bound is for a loudspeaker that may have come back.
+    if (!stop_ && !WorkWanted()) wake_.wait_for(*lock, std::chrono::milliseconds(kSpeakerRetry_ms));
+}
+
+void CSoundEngine::MakeBlock(std::unique_lock<std::mutex>* lock) {
+    std::array<std::int16_t, kBlockFrames * kChannels> samples;
+    const auto scene = scene_ ? scene_ : std::make_shared<const SoundScene>();
+    lock->unlock();
+    RenderBlock(*scene, samples.data());
+    lock->lock();
+    ring_.Append(samples.data(), kBlockFrames);
+    const bool play = SpeakerWanted(*scene);
+    lock->unlock();
+    arrived_.notify_all();
+    const bool failed = play && !speaker_.Open();
+    if (!play) speaker_.Close();
+    OutputBlock(*scene, samples.data());
+    lock->lock();
+    if (failed) speakerRetry_ms_ = GetTickCount64() + kSpeakerRetry_ms;
+}
+
+void CSoundEngine::RenderBlock(const SoundScene& scene, std::int16_t* samples) {
+    const float gain = scene.frontEnd ? scene.gain : 0;
+    if (gain == 0 && gainBefore_ == 0) {
+        std::fill_n(samples, kBlockFrames * kChannels, std::int16_t{0});
+        return;
+    }
+    std::array<float, kBlockFrames * kChannels> frames{};
+    if (scene.frontEnd) scene.frontEnd->Render(scene.reception, frames.data(), kBlockFrames);
+    ToSamples(frames.data(), kBlockFrames, gainBefore_, gain, samples);
+    gainBefore_ = gain;
+}
+
+void CSoundEngine::OutputBlock(const SoundScene& scene, const std::int16_t* samples) {
+    log_.Follow(scene.frontEnd ? scene.logPath : L"");
+    std::array<std::int16_t, kBlockFrames * kChannels> heard;
+    std::copy_n(samples, heard.size(), heard.begin());
+    if (!scene.stereoOut) MixDown(heard.data(), kBlockFrames);
+    log_.Write(heard.data(), kBlockFrames);
+    speaker_.Play(heard.data());
+}
+
+}  // namespace fm
+
+std::uint32_t HandsetSoundOpen(std::uint64_t* position) {
+    return position == nullptr ? 0 : fm::CSoundEngine::Instance().OpenTap(position);
+}
+
+std::uint32_t HandsetSoundRead(std::uint32_t tap, std::uint64_t* position, std::int16_t* samples,
+                               std::uint32_t frames, std::uint32_t timeout_ms) {
+    if (position == nullptr || samples == nullptr) return 0;
+    return fm::CSoundEngine::Instance().ReadTap(tap, position, samples, frames, timeout_ms);
+}
+
+void HandsetSoundClose(std::uint32_t tap) {
+    fm::CSoundEngine::Instance().CloseTap(tap);
+}

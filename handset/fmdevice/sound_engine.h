@@ -1,0 +1,93 @@
+// The receiver's sound: one thread renders it in blocks on the handset's clock and hands it to the ring
+// behind the taps, to the sound log and to the host's loudspeakers. With none of them it renders nothing.
+#pragma once
+
+#include <condition_variable>
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+
+#include "handset/fmdevice/front_end.h"
+#include "handset/fmdevice/sound_log.h"
+#include "handset/fmdevice/sound_ring.h"
+#include "handset/fmdevice/speaker.h"
+
+namespace fm {
+
+// What the receiver is to sound like from now on.
+struct SoundScene {
+    std::shared_ptr<ITunerFrontEnd> frontEnd;  // none: the receiver is off
+    Reception reception;
+    float gain = 0;         // 0 to 1: volume, and 0 while muted or seeking
+    bool stereoOut = true;  // headset; the loudspeaker and the Bluetooth link give the mean of both sides
+    std::wstring logPath;   // device path, empty: no sound log
+};
+
+class CSoundEngine {
+  public:
+    // The one of this process; it is never destroyed, for at process end its thread may be anywhere.
+    static CSoundEngine& Instance();
+
+    // The sound thread runs while there are users (the receiver, each tap).
+    void AddUser();
+    void RemoveUser();
+
+    // Holds from this moment of the handset's clock on, however late the sound of it is made.
+    void Show(std::shared_ptr<const SoundScene> scene);
+
+    // See sound_tap.h.
+    std::uint32_t OpenTap(std::uint64_t* position);
+    std::uint32_t ReadTap(std::uint32_t tap, std::uint64_t* position, std::int16_t* samples,
+                          std::uint32_t frames, std::uint32_t timeout_ms);
+    void CloseTap(std::uint32_t tap);
+
+  private:
+    CSoundEngine();
+    void Run();
+    // With lock_ held, which they let go while they close, render or play:
+    void Rest(std::unique_lock<std::mutex>* lock);
+    void MakeBlock(std::unique_lock<std::mutex>* lock);
+    // With lock_ held:
+    bool SpeakerWanted(const SoundScene& scene) const;
+    bool WorkWanted() const;
+    bool RoomForBlock() const;
+    void TakeScenes(std::uint64_t upTo);
+    void CatchUp(std::uint64_t now);
+    // On the sound thread, without the lock.
+    void OutputBlock(const SoundScene& scene, const std::int16_t* samples);
+    void RenderBlock(const SoundScene& scene, std::int16_t* samples);
+
+    // Guards everything below it but what is the sound thread's own. Never held while rendering or playing.
+    // The receiver's lock may be held outside it, never the other way round.
+    std::mutex lock_;
+    std::condition_variable wake_;     // to the sound thread: something to look at
+    std::condition_variable arrived_;  // to the readers: a block more, or a tap closed
+    std::mutex threadLock_;            // guards users_ and thread_; outside lock_
+    int users_ = 0;
+    std::thread thread_;
+    bool stop_ = false;
+    bool working_ = false;
+    struct LaterScene {
+        std::uint64_t from;  // position
+        std::shared_ptr<const SoundScene> scene;
+    };
+    std::shared_ptr<const SoundScene> scene_;  // of the block in hand; none: the receiver is off
+    std::deque<LaterScene> later_;             // of blocks that are still to be made
+    CSoundRing ring_;
+    std::map<std::uint32_t, std::uint64_t> taps_;  // the position that each reader has come to
+    std::uint32_t lastTap_ = 0;
+    std::uint64_t speakerRetry_ms_ = 0;  // real time before which the loudspeaker is not tried again
+    const std::uint32_t rate_;
+    const bool audible_;  // the host's loudspeakers are to be tried; state value "HostSound" 0: never
+
+    // The sound thread's own.
+    CSoundLog log_;
+    CSpeaker speaker_;
+    float gainBefore_ = 0;
+};
+
+}  // namespace fm

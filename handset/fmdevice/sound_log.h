@@ -1,0 +1,31 @@
+// The WAV file on the device to which everything that is heard is written (state value "SoundLog"). Used by
+// the sound thread alone.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "handset/fmdevice/host_file.h"
+
+namespace fm {
+
+class CSoundLog {
+  public:
+    ~CSoundLog() { Follow(L""); }
+    // Goes on in another file, at its end when it is a WAV file of the receiver's sound, anew otherwise; the
+    // empty path closes. A file that cannot be opened is told once and not written.
+    void Follow(const std::wstring& devicePath);
+    // The file is valid and complete up to some tenth of a second at every moment.
+    void Write(const std::int16_t* samples, std::size_t frames);
+
+  private:
+    void Flush();
+
+    std::wstring path_;
+    CFileHandle file_;
+    std::uint32_t dataBytes_ = 0;
+    std::vector<std::int16_t> pending_;
+};
+
+}  // namespace fm

@@ -1,0 +1,160 @@
+// install, status, clock.
+#include <windows.h>
+
+#include <cwchar>
+#include <functional>
+
+#include "handset/panel/command.h"
+#include "handset/panel/encoding.h"
+#include "handset/panel/handset_clock.h"
+#include "handset/panel/host_folder.h"
+#include "handset/panel/install.h"
+#include "handset/panel/radio_process.h"
+#include "handset/panel/switches.h"
+#include "handset/panel/telephone.h"
+#include "handset/state/handset_state.h"
+
+namespace panel {
+namespace {
+
+// The folder of the argument, or the one that the state has, or the first one.
+bool SettleDeviceRoot(const Arguments& arguments) {
+    if (!arguments.empty()) return handset::SetStateString(L"DeviceRoot", FullHostPath(arguments[0]));
+    return !handset::DeviceRoot().empty() || handset::SetStateString(L"DeviceRoot", DefaultDeviceRoot());
+}
+
+int Install(const Arguments& arguments, Console& console) {
+    if (arguments.size() > 1) return BadArguments(console, L"install", L"one folder at most");
+    if (RadioProcess()) {
+        return Failure(console, L"install", L"the radio is running; close it first (\"handset stop\")");
+    }
+    if (!SettleDeviceRoot(arguments)) {
+        return Failure(console, L"install", L"the user's registry refused the device root");
+    }
+    const InstallReport report = InstallHandset(ProgramFolder());
+    console.Line(L"device root " + handset::DeviceRoot());
+    for (const std::wstring& line : report.done) console.Line(L"  " + line);
+    return report.fault.empty() ? kDone : Failure(console, L"install", report.fault);
+}
+
+std::wstring ClockText() {
+    const std::uint64_t time = HandsetTimeAt(CurrentClock(), RealTimeNow());
+    const FILETIME utc = {static_cast<DWORD>(time), static_cast<DWORD>(time >> 32)};
+    FILETIME local = {};
+    SYSTEMTIME s = {};
+    FileTimeToLocalFileTime(&utc, &local);
+    FileTimeToSystemTime(&local, &s);
+    wchar_t text[64];
+    swprintf(text, std::size(text), L"%04u-%02u-%02u %02u:%02u:%02u", s.wYear, s.wMonth, s.wDay, s.wHour,
+             s.wMinute, s.wSecond);
+    return text;
+}
+
+std::wstring Hex(std::uint32_t bits) {
+    wchar_t text[16];
+    swprintf(text, std::size(text), L"0x%X", bits);
+    return text;
+}
+
+std::wstring FreeSpaceText(const wchar_t* name) {
+    const auto bytes = handset::StateQword(name);
+    return bytes ? std::to_wstring(*bytes) + L" bytes" : L"what the host has";
+}
+
+std::wstring PhoneText() {
+    const std::wstring number = CallerNumber();
+    return CallName(PhoneStatus()) + std::wstring(L" (") + Hex(PhoneStatus()) + L")" +
+           (number.empty() ? L"" : L", number " + number);
+}
+
+std::wstring SignalText() {
+    const auto limit = SignalLimit();
+    return limit ? L"no better than " + std::to_wstring(*limit) : L"as the band is";
+}
+
+std::wstring RadioText() {
+    const auto process = RadioProcess();
+    return process ? L"running, process " + std::to_wstring(*process) : L"not running";
+}
+
+std::wstring OrNone(const std::wstring& text) {
+    return text.empty() ? L"none" : text;
+}
+
+struct StatusRow {
+    const wchar_t* name;
+    std::function<std::wstring()> text;
+};
+
+int Status(const Arguments& arguments, Console& console) {
+    if (!arguments.empty()) return BadArguments(console, L"status", L"no arguments are wanted");
+    // clang-format off
+    const StatusRow kRows[] = {
+        {L"Radio",             RadioText},
+        {L"Headset",           [] { return std::wstring(HeadsetPlugged() ? L"on" : L"off"); }},
+        {L"Storage card",      [] { return std::wstring(handset::StorageCardPresent() ? L"in" : L"out"); }},
+        {L"Power",             PowerState},
+        {L"Screen",            [] { const ScreenSize s = CurrentScreen();
+                                    return std::to_wstring(s.width) + L"x" + std::to_wstring(s.height); }},
+        {L"Telephone",         PhoneText},
+        {L"Bluetooth",         [] { return Hex(BluetoothBits()); }},
+        {L"Signal",            SignalText},
+        {L"Clock",             [] { return ClockText() + L", rate " + std::to_wstring(CurrentClock().rate); }},
+        {L"Free, device",      [] { return FreeSpaceText(L"ObjectStoreFree"); }},
+        {L"Free, card",        [] { return FreeSpaceText(L"StorageCardFree"); }},
+        {L"Faults",            [] { return OrNone(handset::StateString(L"Fault", L"")); }},
+        {L"Tuner log",         [] { return OrNone(handset::StateString(L"TunerLog", L"")); }},
+        {L"Sound log",         [] { return OrNone(handset::StateString(L"SoundLog", L"")); }},
+        {L"Device root",       [] { return OrNone(handset::DeviceRoot()); }},
+        {L"State key",         [] { return L"HKCU\\" + handset::StateKeyPath(); }},
+    };
+    // clang-format on
+    for (const StatusRow& row : kRows) {
+        const std::wstring name = row.name;
+        console.Line(name + std::wstring(14 - name.size(), L' ') + row.text());
+    }
+    return kDone;
+}
+
+int Clock(const Arguments& arguments, Console& console) {
+    if (arguments.size() > 1) return BadArguments(console, L"clock", L"one rate at most");
+    if (arguments.empty()) {
+        console.Line(ClockText() + L", " + std::to_wstring(CurrentClock().rate) +
+                     L" handset seconds per real second");
+        return kDone;
+    }
+    if (arguments[0] == L"reset") return Written(console, L"clock", ResetClock());
+    const auto rate = ParseNumber(arguments[0]);
+    if (!rate || *rate < 1 || *rate > kLargestClockRate) {
+        return BadArguments(console, L"clock",
+                            L"\"" + arguments[0] + L"\" is no rate: a number from 1 to 3600, or \"reset\"");
+    }
+    return Written(console, L"clock", SetClockRate(static_cast<std::uint32_t>(*rate)));
+}
+
+const Command kCommands[] = {
+    {L"install", Install, L"[FOLDER]", L"sets the handset up",
+     L"Makes the device's folders, lays \\Windows\\UI.exe with the handset's DLLs and its manifest down, "
+     L"and\n"
+     L"writes the first registry values and the preset favourites. FOLDER is the host folder that becomes "
+     L"the\n"
+     L"root of the device's file system; without it the present one stays, or becomes \"device\" in "
+     L"KORA_HOME.\n"
+     L"May be repeated: programs are replaced, everything of the user's (band.ini, settings, favourites,\n"
+     L"recordings, channel lists) is kept. The radio must not run.\n"},
+    {L"status", Status, L"", L"shows the whole state of the handset",
+     L"Prints one line for each switch and setting, as the radio would find it now.\n"},
+    {L"clock", Clock, L"[RATE | reset]", L"shows the handset's clock or sets its rate",
+     L"RATE is 1 to 3600 handset seconds per real second; 60 lets an hour pass in a minute. The time goes "
+     L"on\n"
+     L"from where it is. Programs that run already keep their rate until they are started again. \"reset\"\n"
+     L"goes back to real time at the rate 1. Without an argument the time and the rate are printed.\n"},
+};
+
+}  // namespace
+
+CommandGroup SetupCommands() {
+    return {L"The handset", kCommands, std::size(kCommands)};
+}
+
+}  // namespace panel

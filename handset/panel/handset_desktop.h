@@ -1,0 +1,16 @@
+// The host's desktop on which the handset stands: one of its own ("Kora") keeps the phone and the radio's
+// windows together whatever the host's window manager does.
+#pragma once
+
+#include <string>
+
+namespace panel {
+
+// Puts the calling thread on the handset's own desktop when there is one, so that it sees the windows there.
+// Before the thread's first window.
+void JoinHandsetDesktop();
+
+// Name of the desktop that the calling thread is on.
+std::wstring CurrentDesktop();
+
+}  // namespace panel

@@ -1,0 +1,12 @@
+// handset.exe: the phone around the radio, as a panel and as a command line.
+#include <windows.h>
+
+#include "handset/panel/command.h"
+#include "handset/panel/handset_desktop.h"
+
+int wmain(int count, wchar_t** words) {
+    SetConsoleOutputCP(CP_UTF8);
+    panel::JoinHandsetDesktop();
+    return panel::RunCommandLine(panel::Arguments(words + (count > 0 ? 1 : 0), words + count),
+                                 panel::StandardConsole());
+}

@@ -1,0 +1,101 @@
+// The stylus on the panel: keys, switches, the slider and the panel itself.
+#include <windowsx.h>
+
+#include "handset/panel/panel_window.h"
+#include "handset/panel/phone_keys.h"
+#include "handset/panel/switches.h"
+
+namespace panel {
+namespace {
+
+constexpr UINT_PTR kRepeatTimer = 2;
+constexpr UINT kFirstRepeat_ms = 400;
+constexpr UINT kRepeatPeriod_ms = 80;
+
+bool Repeats(PhoneKey key) {
+    return key == PhoneKey::kUp || key == PhoneKey::kDown || key == PhoneKey::kLeft ||
+           key == PhoneKey::kRight;
+}
+
+}  // namespace
+
+LRESULT PanelWindow::OnPress(WPARAM, LPARAM lParam) {
+    const int x = GET_X_LPARAM(lParam);
+    const int y = GET_Y_LPARAM(lParam);
+    SetCapture(window_);
+    view_.pressedKey = KeyAt(view_.phone, x, y);
+    if (view_.pressedKey) {
+        PressPhoneKey(*view_.pressedKey, true);
+        if (Repeats(*view_.pressedKey)) SetTimer(window_, kRepeatTimer, kFirstRepeat_ms, nullptr);
+    } else if (const SwitchPlace* place = SwitchAt(view_.column, x, y)) {
+        view_.pressedSwitch = place->row;
+        if (place->row->kind == SwitchKind::kSlider) DragSlider(x);
+    } else if (view_.phone.close.Contains(x, y)) {
+        closing_ = true;
+    } else {
+        grip_ = POINT{x, y};
+    }
+    Redraw();
+    return 0;
+}
+
+LRESULT PanelWindow::OnStylusMove(WPARAM, LPARAM lParam) {
+    if (view_.pressedSwitch != nullptr && view_.pressedSwitch->kind == SwitchKind::kSlider) {
+        DragSlider(GET_X_LPARAM(lParam));
+    }
+    if (grip_) DragPanel();
+    return 0;
+}
+
+LRESULT PanelWindow::OnLetGo(WPARAM, LPARAM lParam) {
+    const SwitchRow* row = view_.pressedSwitch;
+    const SwitchPlace* place = SwitchAt(view_.column, GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
+    const bool close = closing_ && view_.phone.close.Contains(GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
+    ReleaseCapture();
+    if (close) return SendMessageW(window_, WM_CLOSE, 0, 0);
+    // Let go beside the switch: nothing was meant.
+    if (row != nullptr && row->press != nullptr && place != nullptr && place->row == row)
+        row->press(view_.now);
+    Refresh();
+    return 0;
+}
+
+LRESULT PanelWindow::OnCaptureLost(WPARAM, LPARAM) {
+    ReleaseKey();
+    view_.pressedSwitch = nullptr;
+    grip_.reset();
+    closing_ = false;
+    Redraw();
+    return 0;
+}
+
+void PanelWindow::ReleaseKey() {
+    KillTimer(window_, kRepeatTimer);
+    if (!view_.pressedKey) return;
+    const PhoneKey key = *view_.pressedKey;
+    view_.pressedKey.reset();
+    PressPhoneKey(key, false);
+}
+
+void PanelWindow::DragSlider(int x) {
+    for (const SwitchPlace& place : view_.column.switches) {
+        if (place.row == view_.pressedSwitch) SetSignalLimit(SliderLevelAt(place.box, x));
+    }
+    Refresh();
+}
+
+// Not by the system's own dragging, which would activate the window.
+void PanelWindow::DragPanel() {
+    POINT pointer = {};
+    GetCursorPos(&pointer);
+    SetWindowPos(window_, nullptr, pointer.x - grip_->x, pointer.y - grip_->y, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void PanelWindow::RepeatKey() {
+    if (!view_.pressedKey) return;
+    PressPhoneKey(*view_.pressedKey, true);
+    SetTimer(window_, kRepeatTimer, kRepeatPeriod_ms, nullptr);
+}
+
+}  // namespace panel

@@ -1,0 +1,221 @@
+// The panel's window procedure.
+#include "handset/panel/panel_window.h"
+
+#include <algorithm>
+
+#include "handset/panel/radio_process.h"
+#include "handset/panel/radio_windows.h"
+#include "handset/panel/switches.h"
+#include "handset/state/handset_protocol.h"
+
+namespace panel {
+namespace {
+
+constexpr wchar_t kDarknessClass[] = L"KoraHandsetDarkness";
+// Without a frame: the phone is the window, and is moved by its body.
+constexpr DWORD kStyle = WS_POPUP | WS_SYSMENU;
+// Never active: a press of its keys leaves the radio the active window.
+constexpr DWORD kExtendedStyle = WS_EX_NOACTIVATE | WS_EX_APPWINDOW;
+constexpr UINT_PTR kTickTimer = 1;
+constexpr UINT kTickPeriod_ms = 200;
+
+void RegisterClasses(HINSTANCE instance, WNDPROC procedure) {
+    WNDCLASSW panel = {};
+    panel.lpfnWndProc = procedure;
+    panel.hInstance = instance;
+    panel.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    panel.lpszClassName = handset::kPanelClass;
+    RegisterClassW(&panel);
+    WNDCLASSW darkness = {};
+    darkness.lpfnWndProc = DefWindowProcW;
+    darkness.hInstance = instance;
+    darkness.hCursor = panel.hCursor;
+    darkness.hbrBackground = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
+    darkness.lpszClassName = kDarknessClass;
+    RegisterClassW(&darkness);
+}
+
+}  // namespace
+
+struct PanelWindow::MessageRow {
+    UINT message;
+    LRESULT (PanelWindow::*handler)(WPARAM wParam, LPARAM lParam);
+};
+
+bool PanelWindow::Open(HINSTANCE instance) {
+    displayOriginMessage_ = RegisterWindowMessageW(handset::kDisplayOriginMessage);
+    stateChangedMessage_ = RegisterWindowMessageW(kStateChangedMessage);
+    RegisterClasses(instance, WindowProc);
+    view_.now = TakeSnapshot();
+    view_.phone = LayOutPhone(view_.now.screenWidth, view_.now.screenHeight);
+    view_.column = LayOutColumn(view_.phone.column);
+    picture_.Make(view_);
+    const int x = std::max(0, (GetSystemMetrics(SM_CXSCREEN) - view_.phone.width) / 2);
+    const int y = std::max(0, (GetSystemMetrics(SM_CYSCREEN) - view_.phone.height) / 2);
+    CreateWindowExW(kExtendedStyle, handset::kPanelClass, L"Kora handset", kStyle, x, y, view_.phone.width,
+                    view_.phone.height, nullptr, nullptr, instance, this);
+    if (window_ == nullptr) return false;
+    darkness_ = CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST, kDarknessClass, L"",
+                                WS_POPUP, 0, 0, 0, 0, window_, nullptr, instance, nullptr);
+    ShowWindow(window_, SW_SHOWNOACTIVATE);
+    SetTimer(window_, kTickTimer, kTickPeriod_ms, nullptr);
+    Refresh();
+    return true;
+}
+
+void PanelWindow::Run() {
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+}
+
+LRESULT CALLBACK PanelWindow::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCCREATE) {
+        auto* self = static_cast<PanelWindow*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
+        self->window_ = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+    }
+    auto* self = reinterpret_cast<PanelWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    return self != nullptr ? self->Handle(message, wParam, lParam)
+                           : DefWindowProcW(window, message, wParam, lParam);
+}
+
+LRESULT PanelWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    static constexpr MessageRow kRows[] = {
+        {WM_PAINT, &PanelWindow::OnPaint},
+        {WM_ERASEBKGND, &PanelWindow::OnEraseBackground},
+        {WM_MOUSEACTIVATE, &PanelWindow::OnMouseActivate},
+        {WM_LBUTTONDOWN, &PanelWindow::OnPress},
+        {WM_LBUTTONDBLCLK, &PanelWindow::OnPress},
+        {WM_MOUSEMOVE, &PanelWindow::OnStylusMove},
+        {WM_LBUTTONUP, &PanelWindow::OnLetGo},
+        {WM_CAPTURECHANGED, &PanelWindow::OnCaptureLost},
+        {WM_TIMER, &PanelWindow::OnTimer},
+        {WM_MOVE, &PanelWindow::OnMoved},
+        {WM_CLOSE, &PanelWindow::OnClose},
+        {WM_DESTROY, &PanelWindow::OnDestroy},
+    };
+    for (const MessageRow& row : kRows) {
+        if (row.message == message) return (this->*row.handler)(wParam, lParam);
+    }
+    if (message == displayOriginMessage_) {
+        const RECT display = DisplayOnScreen();
+        return 0x100000000LL | static_cast<DWORD>(MAKELONG(display.left, display.top));
+    }
+    if (message == stateChangedMessage_) {
+        Refresh();
+        return 1;
+    }
+    return DefWindowProcW(window_, message, wParam, lParam);
+}
+
+RECT PanelWindow::DisplayOnScreen() const {
+    POINT corner = {view_.phone.display.x, view_.phone.display.y};
+    ClientToScreen(window_, &corner);
+    return {corner.x, corner.y, corner.x + view_.phone.display.w, corner.y + view_.phone.display.h};
+}
+
+LRESULT PanelWindow::OnPaint(WPARAM, LPARAM) {
+    PAINTSTRUCT paint;
+    const HDC dc = BeginPaint(window_, &paint);
+    picture_.Show(dc, paint.rcPaint);
+    EndPaint(window_, &paint);
+    return 0;
+}
+
+LRESULT PanelWindow::OnEraseBackground(WPARAM, LPARAM) {
+    return 1;
+}  // the picture covers everything
+
+LRESULT PanelWindow::OnMouseActivate(WPARAM, LPARAM) {
+    return MA_NOACTIVATE;
+}
+
+LRESULT PanelWindow::OnTimer(WPARAM timer, LPARAM) {
+    if (timer == kTickTimer) {
+        Refresh();
+    } else {
+        RepeatKey();
+    }
+    return 0;
+}
+
+LRESULT PanelWindow::OnMoved(WPARAM, LPARAM) {
+    follow_.Follow(window_, DisplayOnScreen());
+    ShowDarkness();
+    return 0;
+}
+
+LRESULT PanelWindow::OnClose(WPARAM, LPARAM) {
+    // A handset that is put away is switched off.
+    AskRadioToClose();
+    DestroyWindow(window_);
+    return 0;
+}
+
+LRESULT PanelWindow::OnDestroy(WPARAM, LPARAM) {
+    PostQuitMessage(0);
+    return 0;
+}
+
+void PanelWindow::Refresh() {
+    const Snapshot before = view_.now;
+    view_.now = TakeSnapshot();
+    if (before.screenWidth != view_.now.screenWidth || before.screenHeight != view_.now.screenHeight)
+        FitToScreen();
+    if (!(before == view_.now)) Redraw();
+    const RECT display = DisplayOnScreen();
+    follow_.Follow(window_, display);
+    const HWND radio = RadioMainWindow();
+    follow_.OpenDisplay(window_, radio != nullptr && IsWindowVisible(radio), display);
+    ShowDarkness();
+}
+
+void PanelWindow::Redraw() {
+    picture_.Make(view_);
+    InvalidateRect(window_, nullptr, FALSE);
+}
+
+void PanelWindow::FitToScreen() {
+    view_.phone = LayOutPhone(view_.now.screenWidth, view_.now.screenHeight);
+    view_.column = LayOutColumn(view_.phone.column);
+    SetWindowPos(window_, nullptr, 0, 0, view_.phone.width, view_.phone.height,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    KeepOnScreen();
+}
+
+void PanelWindow::KeepOnScreen() {
+    RECT place = {};
+    GetWindowRect(window_, &place);
+    const LONG right = GetSystemMetrics(SM_XVIRTUALSCREEN) + GetSystemMetrics(SM_CXVIRTUALSCREEN);
+    const LONG bottom = GetSystemMetrics(SM_YVIRTUALSCREEN) + GetSystemMetrics(SM_CYVIRTUALSCREEN);
+    const LONG dx =
+        std::min(0L, std::max(right - place.right, GetSystemMetrics(SM_XVIRTUALSCREEN) - place.left));
+    const LONG dy =
+        std::min(0L, std::max(bottom - place.bottom, GetSystemMetrics(SM_YVIRTUALSCREEN) - place.top));
+    if (dx == 0 && dy == 0) return;
+    SetWindowPos(window_, nullptr, place.left + dx, place.top + dy, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void PanelWindow::ShowDarkness() {
+    if (darkness_ == nullptr) return;
+    const bool dark = !view_.now.lit && view_.now.radio;
+    const RECT d = DisplayOnScreen();
+    const UINT flags = SWP_NOACTIVATE | (dark ? SWP_SHOWWINDOW : SWP_HIDEWINDOW);
+    RECT place = {};
+    GetWindowRect(darkness_, &place);
+    if (!dark && !IsWindowVisible(darkness_)) return;
+    if (dark && IsWindowVisible(darkness_) && EqualRect(&place, &d)) return;
+    SetWindowPos(darkness_, HWND_TOPMOST, d.left, d.top, d.right - d.left, d.bottom - d.top, flags);
+}
+
+int RunPanel(bool withRadio) {
+    PanelWindow window;
+    if (!window.Open(GetModuleHandleW(nullptr))) return 1;
+    // Without a word when it does not start: the panel then shows that the radio is off.
+    if (withRadio && !RadioProcess()) LaunchRadio(L"");
+    window.Run();
+    return 0;
+}
+
+}  // namespace panel

@@ -1,0 +1,28 @@
+// The phone's keys: their names on the command line, their virtual-key codes and what a press does.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "handset/panel/phone_layout.h"
+
+namespace panel {
+
+struct PhoneKeyRow {
+    PhoneKey key;
+    const wchar_t* name;   // on the command line
+    const wchar_t* label;  // on the key; empty where a sign is drawn
+    WORD virtualKey;       // 0 for a soft key
+};
+const std::vector<PhoneKeyRow>& PhoneKeys();
+const PhoneKeyRow& RowOf(PhoneKey key);
+std::optional<PhoneKey> KeyNamed(const std::wstring& name);
+
+// Presses or releases a key as the handset does: the call keys answer and end a call while there is one, and
+// everything else goes to the radio. False when there is nobody to take it.
+bool PressPhoneKey(PhoneKey key, bool down);
+
+}  // namespace panel

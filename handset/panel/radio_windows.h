@@ -1,0 +1,31 @@
+// The running radio from outside: its windows, its keys, its soft keys and the stylus. Any thread.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace panel {
+
+// Visible top-level windows of a process, uppermost first.
+std::vector<HWND> WindowsOfProcess(DWORD processId);
+// Those of this handset's radio; empty when it does not run.
+std::vector<HWND> RadioWindows();
+// The radio's main window (class "Kora"), shown or not; null when there is none.
+HWND RadioMainWindow();
+
+// Upper left corner of the display on the host's screen.
+POINT DisplayOrigin();
+
+// Presses or releases a key, as the handset's keyboard does: for the window that has the radio's focus.
+// False when the radio does not run.
+bool SendKey(WORD virtualKey, bool down);
+// Presses a soft key of the window or dialog in front. False when it has no soft keys.
+bool PressSoftKey(bool right);
+
+enum class Stylus { kDown, kMove, kUp };
+// The stylus at a place of the display, in its pixels. False when the radio shows nothing there.
+bool TouchDisplay(Stylus touch, int x, int y);
+
+}  // namespace panel

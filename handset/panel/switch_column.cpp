@@ -1,0 +1,165 @@
+// The switches beside the phone.
+#include "handset/panel/switch_column.h"
+
+#include <tuple>
+
+#include "handset/panel/radio_process.h"
+#include "handset/panel/switches.h"
+#include "handset/panel/telephone.h"
+#include "handset/state/handset_state.h"
+
+namespace panel {
+namespace {
+
+constexpr int kTitleHeight = 20;
+constexpr int kToggleHeight = 30;
+constexpr int kButtonHeight = 28;
+constexpr int kSliderHeight = 42;
+constexpr int kRowGap = 6;
+constexpr int kGroupGap = 14;
+constexpr int kChipGap = 6;
+constexpr int kTrackInset = 8;
+constexpr wchar_t kNumber[] = L"555 0123";
+
+template <std::uint32_t bit>
+SwitchRow BluetoothChip(const wchar_t* label) {
+    return {label, SwitchKind::kChip, [](const Snapshot& now) { return (now.bluetooth & bit) != 0; },
+            [](const Snapshot& now) { SetBluetoothBits(now.bluetooth ^ bit); }};
+}
+
+template <std::uint32_t bits, bool numbered>
+bool CallIs(const Snapshot& now) {
+    return (now.phoneStatus & (kPhoneIncoming | kPhoneCalling | kPhoneTalking)) == bits &&
+           (bits != kPhoneCalling || now.numberShown == numbered);
+}
+
+int RowHeight(SwitchKind kind) {
+    const int kHeights[] = {kToggleHeight, kButtonHeight, kButtonHeight, kSliderHeight};
+    return kHeights[static_cast<int>(kind)];
+}
+
+// Lays a group out from (x, y); result: where it ends. Chips share one line.
+int LayOutGroup(ColumnLayout& layout, const SwitchGroup& group, int x, int y, int width) {
+    layout.titles.push_back({&group, {x, y, width, kTitleHeight}});
+    y += kTitleHeight;
+    int chips = 0;
+    for (const SwitchRow& row : group.rows) chips += row.kind == SwitchKind::kChip ? 1 : 0;
+    int chip = 0;
+    for (const SwitchRow& row : group.rows) {
+        const int height = RowHeight(row.kind);
+        if (row.kind != SwitchKind::kChip) {
+            layout.switches.push_back({&row, {x, y, width, height}});
+            y += height + (row.kind == SwitchKind::kButton ? kRowGap : 0);
+            continue;
+        }
+        const int pitch = (width + kChipGap) / chips;
+        layout.switches.push_back({&row, {x + chip * pitch, y, pitch - kChipGap, height}});
+        if (++chip == chips) y += height + kRowGap;
+    }
+    return y;
+}
+
+}  // namespace
+
+bool Snapshot::operator==(const Snapshot& other) const {
+    const auto all = [](const Snapshot& s) {
+        return std::tuple(s.headset, s.card, s.lit, s.radio, s.screenWidth, s.screenHeight, s.phoneStatus,
+                          s.bluetooth, s.numberShown, s.signalLimit, s.signalLimited);
+    };
+    return all(*this) == all(other);
+}
+
+Snapshot TakeSnapshot() {
+    const ScreenSize screen = CurrentScreen();
+    const auto limit = SignalLimit();
+    return {HeadsetPlugged(),
+            handset::StorageCardPresent(),
+            DisplayLit(),
+            RadioProcess().has_value(),
+            screen.width,
+            screen.height,
+            PhoneStatus(),
+            BluetoothBits(),
+            !CallerNumber().empty(),
+            limit.value_or(100),
+            limit.has_value()};
+}
+
+const std::vector<SwitchGroup>& SwitchGroups() {
+    // clang-format off
+    static const std::vector<SwitchGroup> kGroups = {
+        {L"HANDSET", {
+            {L"Headset", SwitchKind::kToggle, [](const Snapshot& s) { return s.headset; },
+             [](const Snapshot& s) { PlugHeadset(!s.headset); }},
+            {L"Storage card", SwitchKind::kToggle, [](const Snapshot& s) { return s.card; },
+             [](const Snapshot& s) { InsertCard(!s.card); }},
+            {L"Display", SwitchKind::kToggle, [](const Snapshot& s) { return s.lit; },
+             [](const Snapshot& s) { SetPowerState(s.lit ? L"unattended" : L"on"); }},
+            {L"On its side", SwitchKind::kToggle,
+             [](const Snapshot& s) { return s.screenWidth > s.screenHeight; },
+             [](const Snapshot& s) { TurnScreen({s.screenHeight, s.screenWidth}); }},
+        }},
+        {L"TELEPHONE", {
+            {L"Incoming call", SwitchKind::kButton, CallIs<kPhoneIncoming, true>,
+             [](const Snapshot&) { CallComesIn(kNumber); }},
+            {L"Dial, with number", SwitchKind::kButton, CallIs<kPhoneCalling, true>,
+             [](const Snapshot&) { CallGoesOut(kNumber); }},
+            {L"Dial, no number", SwitchKind::kButton, CallIs<kPhoneCalling, false>,
+             [](const Snapshot&) { CallGoesOut(std::nullopt); }},
+            {L"Talk", SwitchKind::kButton, CallIs<kPhoneTalking, true>,
+             [](const Snapshot&) { CallIsAnswered(); }},
+            {L"Hang up", SwitchKind::kButton, [](const Snapshot&) { return false; },
+             [](const Snapshot&) { CallEnds(); }},
+        }},
+        {L"BLUETOOTH (HEX)", {
+            BluetoothChip<0x01>(L"1"), BluetoothChip<0x02>(L"2"), BluetoothChip<0x04>(L"4"),
+            BluetoothChip<0x08>(L"8"), BluetoothChip<0x10>(L"10"),
+        }},
+        {L"RECEPTION", {
+            {L"Signal", SwitchKind::kSlider, [](const Snapshot& s) { return s.signalLimited; }, nullptr},
+            {L"Radio", SwitchKind::kToggle, [](const Snapshot& s) { return s.radio; },
+             [](const Snapshot& s) { if (s.radio) AskRadioToClose(); else LaunchRadio(L""); }},
+        }},
+    };
+    // clang-format on
+    return kGroups;
+}
+
+ColumnLayout LayOutColumn(const Box& column) {
+    ColumnLayout layout;
+    const auto& groups = SwitchGroups();
+    const bool sideBySide = column.w > column.h;
+    const int count = static_cast<int>(groups.size());
+    const int width = sideBySide ? (column.w + kGroupGap) / count - kGroupGap : column.w;
+    int x = column.x;
+    int y = column.y;
+    for (const SwitchGroup& group : groups) {
+        const int end = LayOutGroup(layout, group, x, y, width);
+        if (sideBySide) {
+            x += width + kGroupGap;
+        } else {
+            y = end + kGroupGap;
+        }
+    }
+    return layout;
+}
+
+const SwitchPlace* SwitchAt(const ColumnLayout& layout, int x, int y) {
+    for (const SwitchPlace& place : layout.switches) {
+        if (place.box.Contains(x, y)) return &place;
+    }
+    return nullptr;
+}
+
+Box SliderTrack(const Box& slider) {
+    return {slider.x + kTrackInset, slider.y + 28, slider.w - 2 * kTrackInset, 4};
+}
+
+std::optional<std::uint32_t> SliderLevelAt(const Box& slider, int x) {
+    const Box track = SliderTrack(slider);
+    const int level = (x - track.x) * 100 / track.w;
+    if (level >= 100) return std::nullopt;
+    return static_cast<std::uint32_t>(level < 0 ? 0 : level);
+}
+
+}  // namespace panel

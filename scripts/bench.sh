@@ -1,0 +1,11 @@
+# ./kora bench: the table of measurements. Sourced by kora.
+
+kora_bench() {
+    handset_ready
+    build_preset release kora_bench
+    step "measuring (about two minutes)"
+    local status=0
+    wine_start "$KORA_BIN/kora_bench.exe" "$@" >"$KORA_HOME/bench.txt" 2>"$KORA_HOME/bench.log" || status=$?
+    cat "$KORA_HOME/bench.txt"
+    [ $status -eq 0 ] || fail "the measurement failed; $KORA_HOME/bench.log says more"
+}

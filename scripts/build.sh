@@ -1,0 +1,34 @@
+# Configures and builds. Sourced after common.sh and packages.sh.
+
+# cmake_preset PRESET: configures once; later builds reconfigure by themselves.
+cmake_preset() {
+    [ -f "$KORA_ROOT/build/$1/build.ninja" ] && return 0
+    step "configuring ($1)"
+    mkdir -p "$KORA_ROOT/build"
+    local log=$KORA_ROOT/build/configure-$1.log
+    (cd "$KORA_ROOT" && cmake --preset "$1") >"$log" 2>&1 ||
+        fail "configuring failed; the last lines of $log say why:
+$(tail -n 15 "$log")"
+}
+
+# build_preset PRESET TARGET…: shows ninja's progress, and nothing when there is nothing to do.
+build_preset() {
+    local preset=$1
+    shift
+    cmake_preset "$preset"
+    step "building ($preset)"
+    cmake --build "$KORA_ROOT/build/$preset" --target "$@" || fail "the build failed; the compiler's words are above"
+}
+
+kora_build() {
+    packages_need "${KORA_BUILD_PACKAGES[@]}" "${KORA_TEST_PACKAGES[@]}"
+    build_preset release all
+}
+
+kora_clean() {
+    kora_stop_quietly
+    rm -rf "$KORA_ROOT/build"
+    # The whole folder goes only when it is the repository's own; another KORA_HOME may hold more than ours.
+    rm -rf "$KORA_HOME/prefix" "$KORA_HOME/device"
+    if [ "$KORA_HOME" = "$KORA_ROOT/out" ]; then rm -rf "$KORA_HOME"; fi
+}

@@ -1,0 +1,46 @@
+# ./kora run: the handset with the radio on it, or the guided tour. Sourced by kora.
+
+# Picture requests of the tour: it prints "picture NAME", and waits until the file is there.
+tour_pictures() {
+    local folder=$1 log=$2 done_list=" " name
+    while kill -0 "$3" 2>/dev/null; do
+        while read -r _ name; do
+            case $done_list in *" $name "*) continue ;; esac
+            import -silent -window root "$folder/.$name.png" && mv "$folder/.$name.png" "$folder/$name.png"
+            done_list="$done_list$name "
+        done < <(grep -a '^picture ' "$log" | tr -d '\r')
+        sleep 0.1
+    done
+}
+
+run_tour() {
+    local log=$KORA_HOME/tour.log status=0
+    step "no display: a guided tour of the radio, pictures and sound in $KORA_HOME"
+    rm -f "$KORA_HOME"/tour-*.png
+    : >"$log"
+    handset_exe tour "$(windows_path "$KORA_HOME")" >"$log" 2>"$KORA_HOME/trace.log" &
+    local tour=$!
+    tour_pictures "$KORA_HOME" "$log" "$tour" &
+    local pictures=$!
+    tail -n +1 -f --pid="$tour" "$log" | grep -av '^picture ' || true
+    wait "$tour" || status=$?
+    wait "$pictures" || true
+    display_stop
+    [ $status -eq 0 ] || fail "the tour ended early; $KORA_HOME/trace.log says more"
+    step "done: $(ls "$KORA_HOME"/*.png "$KORA_HOME"/*.wav 2>/dev/null | tr '\n' ' ')"
+}
+
+kora_run() {
+    packages_need "${KORA_BUILD_PACKAGES[@]}"
+    local had_display=${DISPLAY:-}
+    handset_ready
+    if [ -z "$had_display" ]; then
+        packages_need "${KORA_DISPLAY_PACKAGES[@]}"
+        run_tour
+        return
+    fi
+    step "starting the handset; close its window to end"
+    # A desktop of its own keeps the phone and the radio's windows together, whatever the window manager does.
+    wine_start explorer "/desktop=Kora,${KORA_DESKTOP:-760x700}" "$(windows_path "$KORA_BIN/handset.exe")" panel --with-radio \
+        >"$KORA_HOME/console.log" 2>"$KORA_HOME/trace.log"
+}

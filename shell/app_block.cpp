@@ -1,0 +1,3 @@
+#include "shell/app_block.h"
+
+ApplicationBlock g_app = {};

@@ -1,0 +1,66 @@
+#include "shell/commands.h"
+
+#include "resources/resource_ids.h"
+#include "shell/app_block.h"
+#include "shell/information_dialog.h"
+#include "shell/main_state.h"
+#include "shell/messages.h"
+
+namespace {
+
+constexpr DWORD kFileClosing_ms = 1000;
+
+void Information(CMainState&, HWND window) { ShowInformation(window); }
+
+void Exit(CMainState&, HWND window) {
+    if (g_app.bRecordingActive) {
+        SendMessageW(window, WM_SKIN_CLICK, SKIN_STOP_RECORD, 0);
+        Sleep(kFileClosing_ms);
+    }
+    NKDbgPrintfW(L"== CLOSE FM ==\r\n");
+    SendMessageW(window, WM_CLOSE, 0, 0);
+}
+
+// A row without a handler is a command that the radio does not have yet; its menu item is grey.
+struct CommandRow {
+    WORD wId;
+    void (*handler)(CMainState&, HWND);
+    const WCHAR* pszName;
+};
+
+// clang-format off
+constexpr CommandRow kCommands[] = {
+    {IDC_AUTOSCAN,      nullptr,     L"automatic scan"},
+    {IDC_CHANNEL_LISTS, nullptr,     L"channel lists"},
+    {IDC_SETTINGS,      nullptr,     L"settings"},
+    {IDC_INFORMATION,   Information, L"information"},
+    {IDC_SLEEP_OFF,     nullptr,     L"sleep timer off"},
+    {IDC_SLEEP_15,      nullptr,     L"sleep timer, 15 min"},
+    {IDC_SLEEP_30,      nullptr,     L"sleep timer, 30 min"},
+    {IDC_SLEEP_60,      nullptr,     L"sleep timer, 60 min"},
+    {IDC_SCHEDULE,      nullptr,     L"scheduled recording"},
+    {IDC_ADD_CURRENT,   nullptr,     L"add current channel"},
+    {static_cast<WORD>(IDC_EXIT), Exit, L"exit"},
+};
+// clang-format on
+
+}  // namespace
+
+bool RunCommand(CMainState& state, HWND window, WORD id) {
+    for (const CommandRow& row : kCommands) {
+        if (row.wId != id) continue;
+        if (row.handler != nullptr) {
+            row.handler(state, window);
+        } else {
+            NKDbgPrintfW(L"FM: command %d (%s) has no handler\n", id, row.pszName);
+        }
+        return true;
+    }
+    return false;
+}
+
+void GreyMissingCommands(HMENU menu) {
+    for (const CommandRow& row : kCommands) {
+        if (row.handler == nullptr) EnableMenuItem(menu, row.wId, MF_BYCOMMAND | MF_GRAYED);
+    }
+}

@@ -1,0 +1,33 @@
+#include "shell/creation.h"
+
+#include "channels/channel_list_window.h"
+#include "resources/resource_ids.h"
+#include "shell/app_block.h"
+#include "shell/main_state.h"
+#include "shell/menu_bar.h"
+#include "tuner/device.h"
+#include "tuner/phone_state.h"
+
+namespace {
+
+// Auto-reset, not signalled: tells one worker thread to end.
+HANDLE CreateStopEvent() { return CreateEventW(nullptr, FALSE, FALSE, nullptr); }
+
+}  // namespace
+
+BOOL OnCreate(HWND window, const CREATESTRUCTW& create) {
+    auto* state = static_cast<CMainState*>(create.lpCreateParams);
+    if (state == nullptr) return FALSE;
+    SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG_PTR>(state));
+    state->m_skin.hWnd = window;
+    state->m_hMenuBar = CreateMainMenuBar(window);
+    // No sleep timer runs at the start, and its menu says so.
+    CheckMenuItem(g_app.hRightSoftKeyMenu, IDC_SLEEP_OFF, MF_BYCOMMAND | MF_CHECKED);
+
+    if (!CreateTunerDevice(window, *state)) return FALSE;
+    WatchPhoneState(*state, window);
+    state->m_hPowerStopEvent = CreateStopEvent();
+    state->m_hMonitorStopEvent = CreateStopEvent();
+    CreateChannelList(*state, window);
+    return TRUE;
+}

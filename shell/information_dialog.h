@@ -1,0 +1,6 @@
+// The dialog that says what this program is.
+#pragma once
+
+#include <windows.h>
+
+void ShowInformation(HWND owner);

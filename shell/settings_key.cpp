@@ -1,0 +1,16 @@
+#include "shell/settings_key.h"
+
+#include <regext.h>
+
+namespace {
+constexpr WCHAR kSelectedValue[] = L"Selected";
+}
+
+bool ReadSelectedGroup(WCHAR* name, UINT capacity) {
+    name[0] = L'\0';
+    return SUCCEEDED(RegistryGetString(HKEY_CLASSES_ROOT, kSettingsKey, kSelectedValue, name, capacity));
+}
+
+void WriteSelectedGroup(const WCHAR* name) {
+    RegistrySetString(HKEY_CLASSES_ROOT, kSettingsKey, kSelectedValue, name);
+}

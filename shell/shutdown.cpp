@@ -1,0 +1,70 @@
+#include "shell/shutdown.h"
+
+#include <cstdio>
+
+#include "shell/app_block.h"
+#include "shell/main_state.h"
+#include "shell/messages.h"
+#include "tuner/device.h"
+#include "tuner/phone_state.h"
+
+namespace {
+
+void CloseAndClear(HANDLE& handle) {
+    CloseHandle(handle);
+    handle = nullptr;
+}
+
+// Kept: the scan thread never clears the handle that it closed, so after any scan this runs on a stale
+// handle; releasing and closing that does nothing, and the message finds nothing left to undo.
+void EndInterruptedScan(CMainState& state, HWND window) {
+    if (state.m_hMutex == nullptr) return;
+    std::printf("m_hMutex.........");
+    ReleaseMutex(state.m_hMutex);
+    CloseHandle(state.m_hMutex);
+    SendMessageW(window, WM_AUTOSCAN_FINISHED, 0, 0);
+}
+
+void EndPowerThread(CMainState& state) {
+    if (state.m_hPowerStopEvent != nullptr) EventModify(state.m_hPowerStopEvent, EVENT_SET);
+    if (state.m_hPowerThread != nullptr) {
+        WaitForSingleObject(state.m_hPowerThread, INFINITE);
+        CloseAndClear(state.m_hPowerThread);
+    }
+    if (state.m_hPowerStopEvent != nullptr) CloseAndClear(state.m_hPowerStopEvent);
+}
+
+void EndMonitorThread(CMainState& state) {
+    if (state.m_hMonitorStopEvent != nullptr) {
+        // The thread may be suspended (window in the back, scan running) and would never see its event.
+        ResumeThread(state.m_hMonitorThread);
+        EventModify(state.m_hMonitorStopEvent, EVENT_SET);
+    }
+    if (state.m_hMonitorThread != nullptr) {
+        NKDbgPrintfW(L"FM: ResumeThread: Before...\n");
+        WaitForSingleObject(state.m_hMonitorThread, INFINITE);
+        NKDbgPrintfW(L"FM: ResumeThread: After...\n");
+        CloseAndClear(state.m_hMonitorThread);
+    }
+    if (state.m_hMonitorStopEvent != nullptr) CloseAndClear(state.m_hMonitorStopEvent);
+}
+
+void DeleteListObjects(CMainState& state) {
+    DeleteObject(state.m_hListBackground);
+    DeleteObject(state.m_hListFont);
+    state.m_hListBackground = nullptr;
+    state.m_hListFont = nullptr;
+}
+
+}  // namespace
+
+void ShutDown(CMainState& state, HWND window) {
+    EndInterruptedScan(state, window);
+    UnwatchPhoneState(state);
+    EndPowerThread(state);
+    EndMonitorThread(state);
+    DeleteListObjects(state);
+    CloseTunerDevice();
+    DestroyWindow(state.m_hMenuBar);
+    PostQuitMessage(0);
+}

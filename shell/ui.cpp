@@ -1,0 +1,147 @@
+#include "shell/ui.h"
+
+#include "resources/resource_ids.h"
+#include "shell/activation.h"
+#include "shell/af_notice.h"
+#include "shell/app_block.h"
+#include "shell/commands.h"
+#include "shell/creation.h"
+#include "shell/headset.h"
+#include "shell/keys.h"
+#include "shell/layout.h"
+#include "shell/main_state.h"
+#include "shell/menu_bar.h"
+#include "shell/messages.h"
+#include "shell/scan_finished.h"
+#include "shell/shutdown.h"
+#include "channels/channel_list_notify.h"
+#include "skin/skin_window.h"
+#include "tuner/frequency_display.h"
+
+namespace {
+
+using Handler = LRESULT (*)(CMainState&, HWND, UINT, WPARAM, LPARAM);
+
+LRESULT ToSkin(CMainState& state, HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+    return SkinWindowProc(state.m_skin, hwnd, message, wParam, lParam);
+}
+
+LRESULT OnPaint(CMainState& state, HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+    const LRESULT result = ToSkin(state, hwnd, message, wParam, lParam);
+    RefreshFrequencyDisplay(state);
+    return result;
+}
+
+LRESULT OnDestroy(CMainState& state, HWND hwnd, UINT, WPARAM, LPARAM) {
+    ShutDown(state, hwnd);
+    return 0;
+}
+
+LRESULT OnSize(CMainState& state, HWND hwnd, UINT, WPARAM, LPARAM) { return LayOutMainWindow(state, hwnd); }
+
+LRESULT OnActivate(CMainState& state, HWND hwnd, UINT, WPARAM wParam, LPARAM lParam) {
+    HandleActivation(state, hwnd, wParam, lParam);
+    return 0;
+}
+
+LRESULT OnSettingChange(CMainState&, HWND hwnd, UINT, WPARAM wParam, LPARAM lParam) {
+    SHHandleWMSettingChange(hwnd, wParam, lParam, &g_app.activateInfo);
+    return 0;
+}
+
+LRESULT OnNotify(CMainState& state, HWND hwnd, UINT, WPARAM wParam, LPARAM lParam) {
+    if (wParam != 0) return 0;
+    return OnChannelListNotify(state, hwnd, reinterpret_cast<NMHDR*>(lParam));
+}
+
+LRESULT OnKeyDown(CMainState& state, HWND hwnd, UINT, WPARAM wParam, LPARAM) {
+    HandleKeyDown(state, hwnd, wParam);
+    return 0;
+}
+
+LRESULT Swallow(CMainState&, HWND, UINT, WPARAM, LPARAM) { return 0; }
+
+LRESULT OnCommand(CMainState& state, HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (RunCommand(state, hwnd, LOWORD(wParam))) return 0;
+    return DefWindowProcW(hwnd, message, wParam, lParam);
+}
+
+LRESULT OnInitMenuPopup(CMainState& state, HWND, UINT, WPARAM wParam, LPARAM) {
+    EnableMenuItems(state, reinterpret_cast<HMENU>(wParam));
+    return 0;
+}
+
+LRESULT OnScanFinished(CMainState& state, HWND hwnd, UINT, WPARAM, LPARAM) {
+    FinishScan(state, hwnd);
+    return 0;
+}
+
+LRESULT OnControl(CMainState& state, HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+    return state.OnControl(hwnd, message, wParam, lParam);
+}
+
+LRESULT OnHeadset(CMainState&, HWND hwnd, UINT, WPARAM wParam, LPARAM) {
+    OnHeadsetChanged(hwnd, wParam);
+    return 0;
+}
+
+LRESULT OnAFSwitched(CMainState&, HWND hwnd, UINT, WPARAM, LPARAM) {
+    ShowAFNotice(hwnd);
+    return 0;
+}
+
+// A row without a handler belongs to something that the radio does not have yet: the message is traced and
+// nothing is done.
+struct MessageRow {
+    UINT uFirst, uLast;
+    Handler handler;
+    const WCHAR* pszName;
+};
+
+// clang-format off
+constexpr MessageRow kMessages[] = {
+    {WM_DESTROY,           WM_DESTROY,           OnDestroy,       L"shut-down"},
+    {WM_SIZE,              WM_SIZE,              OnSize,          L"layout"},
+    {WM_ACTIVATE,          WM_ACTIVATE,          OnActivate,      L"activation"},
+    {WM_PAINT,             WM_PAINT,             OnPaint,         L"painting"},
+    {WM_SETTINGCHANGE,     WM_SETTINGCHANGE,     OnSettingChange, L"settings of the device"},
+    {WM_NOTIFY,            WM_NOTIFY,            OnNotify,        L"channel list"},
+    {WM_CONTEXTMENU,       WM_CONTEXTMENU,       nullptr,         L"channel popup menu"},
+    {WM_KEYDOWN,           WM_KEYDOWN,           OnKeyDown,       L"keys"},
+    {WM_KEYUP,             WM_KEYUP,             Swallow,         L"keys"},
+    {WM_COMMAND,           WM_COMMAND,           OnCommand,       L"menu commands"},
+    {WM_TIMER,             WM_TIMER,             ToSkin,          L"repeat of a held button"},
+    {WM_INITMENUPOPUP,     WM_INITMENUPOPUP,     OnInitMenuPopup, L"menu enabling"},
+    {WM_MOUSEMOVE,         WM_LBUTTONUP,         ToSkin,          L"stylus"},
+    {WM_AUTOSCAN_FINISHED, WM_AUTOSCAN_FINISHED, OnScanFinished,  L"end of a scan"},
+    {WM_SKIN_SLIDER,       WM_SKIN_CLICK,        OnControl,       L"controls"},
+    {WM_SKIN_SETPOS,       WM_SKIN_GETPOS,       ToSkin,          L"slider position"},
+    {WM_HEADSET_CHANGED,   WM_HEADSET_CHANGED,   OnHeadset,       L"headset"},
+    {WM_BLUETOOTH_CHANGED, WM_BLUETOOTH_CHANGED, nullptr,         L"Bluetooth state"},
+    {WM_PHONE_CHANGED,     WM_PHONE_CHANGED,     nullptr,         L"telephone calls"},
+    {WM_AF_SWITCHED,       WM_AF_SWITCHED,       OnAFSwitched,    L"alternative frequency"},
+};
+// clang-format on
+
+const MessageRow* FindMessage(UINT message) {
+    for (const MessageRow& row : kMessages) {
+        if (row.uFirst <= message && message <= row.uLast) return &row;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+LRESULT CALLBACK WndProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+    // The creation handler stores the main state; what arrives before it is the default procedure's.
+    if (message == WM_CREATE) return OnCreate(hwnd, *reinterpret_cast<CREATESTRUCTW*>(lParam)) ? 0 : -1;
+
+    const MessageRow* row = FindMessage(message);
+    CMainState* state = MainStateOf(hwnd);
+    if (row == nullptr || state == nullptr) return DefWindowProcW(hwnd, message, wParam, lParam);
+    if (row->handler == nullptr) {
+        NKDbgPrintfW(L"FM: message 0x%x (%s) has no handler\n", message, row->pszName);
+        return 0;
+    }
+    return row->handler(*state, hwnd, message, wParam, lParam);
+}

@@ -1,0 +1,28 @@
+// Painting of the main screen: background, text fields, slider, buttons and the two indicators. Every paint
+// makes what it needs and frees it again. An element that is not in its table, or whose image is missing, is
+// left as it is.
+//
+// DrawSkinText, DrawScanProgress and DrawSignal may be called from any thread, several at a time: they only
+// read the tables, paint on pictures of their own and copy these to skin.hWnd in one step; the background
+// that all share is copied without a lock (skin/background.h). The others change rows and belong to the
+// thread of the window.
+#pragma once
+
+#include "skin/skin.h"
+
+// Copies the orientation's background to the whole screen.
+void DrawBackground(const CSkin& skin, HDC hdc);
+
+// Paints one text field anew, over the background. `text` is not null; "" clears the field. Nothing happens
+// while the window is minimised.
+void DrawSkinText(CSkin& skin, int fieldId, const WCHAR* text);
+
+// Paint every row (`all` = TRUE) or the one with that id.
+void DrawSlider(CSkin& skin, HDC hdc, BOOL all, int id);
+void DrawButtons(CSkin& skin, HDC hdc, BOOL all, int id);
+
+// The bar and the percentage of a scan; `level` is 0 to 10, in tenths of the band. Other levels do nothing.
+void DrawScanProgress(CSkin& skin, int level);
+
+// The antenna's bars for a signal level as the receiver gives it.
+void DrawSignal(CSkin& skin, int value);

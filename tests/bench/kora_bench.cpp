@@ -1,0 +1,35 @@
+// Runs the measurements and prints the table. An argument shortens the time at rest: kora_bench 10.
+#include <windows.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "tests/bench/measure.h"
+#include "tests/support/handset_under_test.h"
+
+namespace {
+
+constexpr unsigned kRest_s = 60;
+
+void Add(std::vector<bench::Row>& table, const std::vector<bench::Row>& rows) {
+    table.insert(table.end(), rows.begin(), rows.end());
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    const unsigned rest = count > 1 ? static_cast<unsigned>(std::atoi(arguments[1])) : kRest_s;
+    // A handset of its own, so that a radio in use is neither measured nor disturbed.
+    test::HandsetUnderTest handset;
+    const bench::Programs programs = {handset.DevicePath(L"\\Windows\\UI.exe"),
+                                      test::BuildFolder() + L"\\bare_window.exe"};
+    std::vector<bench::Row> table;
+    std::fprintf(stderr, "start ...\n");
+    Add(table, bench::MeasureStart(programs));
+    std::fprintf(stderr, "repaint ...\n");
+    Add(table, bench::MeasureRepaint());
+    std::fprintf(stderr, "%u s at rest ...\n", rest);
+    Add(table, bench::MeasureRest(programs, rest));
+    bench::Print(table);
+    return 0;
+}

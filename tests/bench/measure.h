@@ -1,0 +1,22 @@
+// The measurements; each gives its rows of the table.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tests/bench/table.h"
+
+namespace bench {
+
+// Where the programs are.
+struct Programs {
+    std::wstring radio;
+    std::wstring bareWindow;
+};
+
+std::vector<Row> MeasureStart(const Programs& programs);
+std::vector<Row> MeasureRepaint();
+// Processor time over `seconds` at rest, and private memory after the start.
+std::vector<Row> MeasureRest(const Programs& programs, unsigned seconds);
+
+}  // namespace bench

@@ -1,0 +1,193 @@
+// What the engine promises beyond the model: identifiers, several connections, languages, limits.
+#include <gtest/gtest.h>
+
+#include "handset/coredll/cedb/engine/cursor.h"
+#include "tests/native/cedb/volume_file.h"
+
+using namespace cedb;
+
+namespace {
+
+constexpr PropertyId kName = Id(0x66, kTypeText);
+constexpr PropertyId kValue = Id(0x67, kTypeUInt32);
+
+DatabaseInfo ByName() {
+    DatabaseInfo info;
+    info.name = u"FileDB";
+    info.orders = {SortOrder{false, {{kName, kSortUnknownFirst}}}};
+    return info;
+}
+
+class EngineTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_EQ(Volume::Create(file_.Path(), 2, collator_), Status::Ok);
+        ASSERT_EQ(volume_.Open(file_.Path()), Status::Ok);
+        Oid oid = 0;
+        ASSERT_EQ(volume_.CreateDatabase(ByName(), &oid), Status::Ok);
+        ASSERT_EQ(volume_.FindDatabase(oid, &database_), Status::Ok);
+    }
+    Oid Insert(const std::u16string& name) {
+        Oid oid = 0;
+        EXPECT_EQ(volume_.InsertRecord(database_, {Set(kName, name)}, &oid), Status::Ok);
+        return oid;
+    }
+    static Oid Next(Cursor& cursor, Status expected = Status::Ok) {
+        Oid oid = 0;
+        Record record;
+        EXPECT_EQ(cursor.Look(&oid, &record), expected);
+        cursor.HasBeenRead();
+        return oid;
+    }
+
+    PlainCollator collator_;
+    VolumeFile file_;
+    Volume volume_{collator_};
+    DatabaseInfo database_;
+};
+
+}  // namespace
+
+TEST_F(EngineTest, ANumberIsNeverGivenOutTwiceEvenAfterTheLastRecordIsDeletedAndTheVolumeReopened) {
+    const Oid first = Insert(u"a");
+    ASSERT_EQ(volume_.DeleteRecord(database_, first), Status::Ok);
+    Volume again(collator_);
+    ASSERT_EQ(again.Open(file_.Path()), Status::Ok);
+    Oid second = 0;
+    ASSERT_EQ(again.InsertRecord(database_, {Set(kName, u"b")}, &second), Status::Ok);
+    EXPECT_GT(second, first);
+}
+
+TEST_F(EngineTest, DatabasesAndRecordsShareTheirNumbers) {
+    const Oid record = Insert(u"a");
+    DatabaseInfo other = ByName();
+    other.name = u"FileIndexDB";
+    Oid database = 0;
+    ASSERT_EQ(volume_.CreateDatabase(other, &database), Status::Ok);
+    EXPECT_NE(record, database_.oid);
+    EXPECT_EQ(database, record + 1);
+}
+
+TEST_F(EngineTest, ASecondConnectionSeesEveryChangeAtOnce) {
+    Volume second(collator_);
+    ASSERT_EQ(second.Open(file_.Path()), Status::Ok);
+    Cursor cursor(second, database_, 0, true);
+    const Oid b = Insert(u"b");
+    EXPECT_EQ(Next(cursor), b);
+    const Oid c = Insert(u"c");
+    EXPECT_EQ(Next(cursor), c);
+    EXPECT_EQ(Next(cursor, Status::EndOfData), 0U);
+}
+
+TEST_F(EngineTest, NoJournalIsLeftBesideASettledVolume) {
+    Insert(u"a");
+    volume_.Settle();
+    EXPECT_NE(access((file_.Path() + "-journal").c_str(), F_OK), 0);
+}
+
+TEST_F(EngineTest, ANewLanguageSortsTheRecordsAnewAndAnOpenCursorKeepsItsRecord) {
+    const Oid a = Insert(u"a");
+    const Oid b = Insert(u"b");
+    const Oid c = Insert(u"c");
+    Cursor cursor(volume_, database_, 0, true);
+    EXPECT_EQ(Next(cursor), a);
+    EXPECT_EQ(Next(cursor), b);
+    ASSERT_EQ(volume_.ChangeLocale(1), Status::Ok);
+    EXPECT_EQ(Next(cursor), a);
+    Cursor fresh(volume_, database_, 0, true);
+    EXPECT_EQ(Next(fresh), c);
+    EXPECT_EQ(volume_.ChangeLocale(5000), Status::InvalidArgument);
+}
+
+TEST_F(EngineTest, AVolumeFromAHostThatSortsOtherwiseIsSortedAnewWhenItIsOpened) {
+    const Oid a = Insert(u"a");
+    const Oid b = Insert(u"B");
+    struct Shifted : PlainCollator {
+        std::string TextKey(std::uint32_t lcid, std::uint32_t flags,
+                            const std::u16string& text) const override {
+            return "x" + PlainCollator::TextKey(lcid + 1, flags, text);
+        }
+    } shifted;
+    Volume other(shifted);
+    ASSERT_EQ(other.Open(file_.Path()), Status::Ok);
+    Cursor cursor(other, database_, 0, true);
+    SeekTarget target{Seek::FirstEqual, 0, {Set(kName, u"B").property}};
+    Oid found = 0;
+    EXPECT_EQ(cursor.SeekTo(target, &found, nullptr), Status::Ok);
+    EXPECT_EQ(found, b);
+    target = {Seek::Beginning, 0, {}};
+    EXPECT_EQ(cursor.SeekTo(target, &found, nullptr), Status::Ok);
+    EXPECT_EQ(found, a);
+}
+
+TEST_F(EngineTest, ReadingOnAfterARecordMovedBehindTheCursorDoesNotLeaveTheCursorsPlace) {
+    const Oid a = Insert(u"a");
+    const Oid b = Insert(u"b");
+    Cursor cursor(volume_, database_, 0, true);
+    EXPECT_EQ(Next(cursor), a);
+    ASSERT_EQ(volume_.UpdateRecord(database_, a, {Set(kName, u"z")}), Status::Ok);
+    EXPECT_EQ(Next(cursor), b);
+    EXPECT_EQ(Next(cursor), a);
+    EXPECT_EQ(Next(cursor, Status::EndOfData), 0U);
+}
+
+TEST_F(EngineTest, SeekingByValueNeedsASortOrderThatBeginsWithTheProperty) {
+    Oid found = 0;
+    Cursor unsorted(volume_, database_, std::nullopt, true);
+    const SeekTarget name{Seek::FirstEqual, 0, {Set(kName, u"a").property}};
+    EXPECT_EQ(unsorted.SeekTo(name, &found, nullptr), Status::InvalidArgument);
+    Cursor sorted(volume_, database_, 0, true);
+    const SeekTarget value{Seek::FirstEqual, 0, {Set(kValue, 1).property}};
+    EXPECT_EQ(sorted.SeekTo(value, &found, nullptr), Status::InvalidArgument);
+    const SeekTarget none{Seek::FirstEqual, 0, {}};
+    EXPECT_EQ(sorted.SeekTo(none, &found, nullptr), Status::InvalidArgument);
+}
+
+TEST_F(EngineTest, ValuesThatAreTooLongAreRefusedAndNothingChanges) {
+    const std::u16string longest(kMaximumProperty_bytes / 2, u'x');
+    const Oid oid = Insert(longest);
+    EXPECT_EQ(volume_.UpdateRecord(database_, oid, {Set(kName, longest + u"x")}), Status::InvalidArgument);
+    const auto second = Set(Id(0x70, kTypeText), longest);
+    const auto third = Set(Id(0x71, kTypeText), longest);
+    EXPECT_EQ(volume_.UpdateRecord(database_, oid, {second, third}), Status::InvalidArgument);
+    EXPECT_EQ(volume_.UpdateRecord(database_, oid, {Set(Id(0x72, 77), 1)}), Status::InvalidArgument);
+    Cursor cursor(volume_, database_, 0, true);
+    Oid found = 0;
+    Record record;
+    ASSERT_EQ(cursor.Look(&found, &record), Status::Ok);
+    ASSERT_EQ(record.size(), 1U);
+    EXPECT_EQ(record[0].text, longest);
+}
+
+TEST_F(EngineTest, WritingToADatabaseThatWasDeletedMeanwhileFails) {
+    Volume second(collator_);
+    ASSERT_EQ(second.Open(file_.Path()), Status::Ok);
+    ASSERT_EQ(second.DeleteDatabase(database_.oid), Status::Ok);
+    Oid oid = 0;
+    EXPECT_EQ(volume_.InsertRecord(database_, {Set(kName, u"a")}, &oid), Status::NotFound);
+}
+
+TEST_F(EngineTest, NamesAreTheSameInAnyLetterCase) {
+    DatabaseInfo info = ByName();
+    info.name = u"FILEdb";
+    Oid oid = 0;
+    EXPECT_EQ(volume_.CreateDatabase(info, &oid), Status::DuplicateName);
+    EXPECT_EQ(volume_.FindDatabase(u"filedb", &info), Status::Ok);
+    EXPECT_EQ(info.name, u"FileDB");
+}
+
+TEST_F(EngineTest, SortOrdersThatMakeNoSenseAreRefused) {
+    DatabaseInfo info = ByName();
+    info.name = u"other";
+    Oid oid = 0;
+    info.orders = {SortOrder{false, {}}};
+    EXPECT_EQ(volume_.CreateDatabase(info, &oid), Status::InvalidArgument);
+    info.orders = {SortOrder{false, {{Id(0x65, kTypeBlob), 0}}}};
+    EXPECT_EQ(volume_.CreateDatabase(info, &oid), Status::InvalidArgument);
+    info.orders = {SortOrder{false, {{kName, 0}, {kName, 1}}}};
+    EXPECT_EQ(volume_.CreateDatabase(info, &oid), Status::InvalidArgument);
+    info.orders.assign(kMaximumSortOrders + 1, SortOrder{false, {{kName, 0}}});
+    EXPECT_EQ(volume_.CreateDatabase(info, &oid), Status::InvalidArgument);
+    info.orders.resize(kMaximumSortOrders);
+    EXPECT_EQ(volume_.CreateDatabase(info, &oid), Status::Ok);
+}

@@ -1,0 +1,44 @@
+// What holds for a band read from any text at all; shared by the fuzzers.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "handset/fmdevice/band_file.h"
+#include "handset/fmdevice/generators.h"
+#include "handset/fmdevice/pty_names.h"
+#include "handset/fmdevice/utf8.h"
+
+// The first promise that the band breaks; null when it keeps them all.
+inline const char* BrokenPromise(std::string_view text) {
+    std::vector<std::string> faults;
+    const fm::Band band = fm::ReadBand("band.ini", text, &faults);
+    if (faults.size() > fm::kMaxBandFaults + 1) return "too many faults";
+    for (const std::string& fault : faults) {
+        if (fault.rfind("band.ini:", 0) != 0 || !fm::IsUtf8(fault)) return "a fault is no plain line";
+        if (fault.find_first_of("\r\n") != std::string::npos) return "a fault has several lines";
+    }
+    for (const auto& [channel, station] : band.stations) {
+        const fm::RdsData& rds = station.rds;
+        if (!fm::InBand(channel)) return "a station outside the band";
+        if (station.level < 0 || station.level > 100) return "a level out of range";
+        if (rds.programmeType < -1 || rds.programmeType >= fm::kProgrammeTypes) return "a type out of range";
+        if (rds.alternatives_10kHz.size() > fm::kMaxAlternatives) return "too many alternatives";
+        for (const auto alternative : rds.alternatives_10kHz) {
+            if (!fm::InBand(alternative)) return "an alternative outside the band";
+        }
+        for (const std::string* rdsText : {&rds.serviceName, &rds.radioText, &rds.programText}) {
+            if (!fm::IsUtf8(*rdsText)) return "a text that is not UTF-8";
+        }
+        if (fm::Utf8Prefix(rds.serviceName, fm::kServiceNameLength) != rds.serviceName)
+            return "a long service name";
+        if (fm::Utf8Prefix(rds.radioText, fm::kRadioTextLength) != rds.radioText) return "a long radio text";
+        float frames[2 * 16];
+        fm::MakeGenerator(station.programme)->Render(frames, 16);
+        for (const float sample : frames) {
+            if (!(sample >= -1.0F && sample <= 1.0F)) return "a programme that is too loud";
+        }
+    }
+    return nullptr;
+}

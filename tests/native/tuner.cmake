@@ -1,0 +1,13 @@
+# Frequency texts, typed digits and the command line, under the sanitizers.
+add_executable(native_tuner
+    tuner/command_options_test.cpp
+    tuner/digit_machine_test.cpp
+    tuner/frequency_test.cpp
+    ${CMAKE_SOURCE_DIR}/schedule/command_options.cpp
+    ${CMAKE_SOURCE_DIR}/tuner/digit_machine.cpp
+    ${CMAKE_SOURCE_DIR}/tuner/frequency.cpp)
+target_include_directories(native_tuner PRIVATE ${CMAKE_SOURCE_DIR})
+# A hundred million steps are walked.
+target_compile_options(native_tuner PRIVATE -O1)
+target_link_libraries(native_tuner PRIVATE kora_flags GTest::gmock_main)
+gtest_discover_tests(native_tuner TEST_PREFIX "native tuner: ")

@@ -1,0 +1,159 @@
+#include "tests/support/handset_under_test.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace test {
+namespace {
+
+// Three stations, one of them at the top of the band, and noise in between.
+constexpr char kBand[] =
+    "[band]\n"
+    "wrap=1\n"
+    "[8760]\nlevel=45\nstereo=1\nps=LOW END\nprogramme=tone:330\n"
+    "[9850]\nlevel=60\nstereo=1\nps=KORA ONE\npty=News\nrt=Good morning\nprogramme=tone:440\n"
+    "[10790]\nlevel=35\nps=TOP END\nprogramme=tone:880\n";
+
+HKEY CreateStateKey(const std::wstring& path) {
+    HKEY key = nullptr;
+    RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr);
+    return key;
+}
+
+void SetValue(const std::wstring& path, const wchar_t* value, DWORD type, const void* data, std::size_t size) {
+    const HKEY key = CreateStateKey(path);
+    ASSERT_EQ(RegSetValueExW(key, value, 0, type, static_cast<const BYTE*>(data), static_cast<DWORD>(size)),
+              ERROR_SUCCESS);
+    RegCloseKey(key);
+}
+
+std::size_t Bytes(const std::wstring& text) { return (text.size() + 1) * sizeof(wchar_t); }
+
+}  // namespace
+
+std::wstring BuildFolder() {
+    WCHAR path[MAX_PATH] = L"";
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    return std::filesystem::path(path).parent_path().wstring();
+}
+
+std::string ReadWholeFile(const std::wstring& path) {
+    std::ifstream file(std::filesystem::path(path), std::ios::binary);
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    return bytes.str();
+}
+
+void WriteWholeFile(const std::wstring& path, const std::string& bytes) {
+    std::ofstream file(std::filesystem::path(path), std::ios::binary | std::ios::trunc);
+    file << bytes;
+}
+
+std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+DWORD RunProgram(const std::wstring& name, const std::wstring& arguments, std::string* output) {
+    const std::wstring file = std::filesystem::temp_directory_path().wstring() + L"\\kora-run-" +
+                              std::to_wstring(GetCurrentProcessId()) + L".txt";
+    SECURITY_ATTRIBUTES inherit = {sizeof inherit, nullptr, TRUE};
+    const HANDLE log = CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherit,
+                                   CREATE_ALWAYS, 0, nullptr);
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdOutput = log;
+    startup.hStdError = log;
+    PROCESS_INFORMATION process = {};
+    std::wstring line = L"\"" + BuildFolder() + L"\\" + name + L"\" " + arguments;
+    DWORD code = ~0u;
+    if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process)) {
+        WaitForSingleObject(process.hProcess, 60000);
+        GetExitCodeProcess(process.hProcess, &code);
+        CloseHandle(process.hThread);
+        CloseHandle(process.hProcess);
+    }
+    CloseHandle(log);
+    if (output != nullptr) *output = ReadWholeFile(file);
+    DeleteFileW(file.c_str());
+    return code;
+}
+
+HandsetUnderTest::HandsetUnderTest() {
+    const std::wstring mark = std::to_wstring(GetCurrentProcessId());
+    m_home = (std::filesystem::temp_directory_path() / (L"kora-test-" + mark)).wstring();
+    m_root = m_home + L"\\device";
+    m_stateKey = L"Software\\Kora Test " + mark;
+    std::filesystem::remove_all(m_home);
+    std::filesystem::create_directories(m_root);
+    RegDeleteTreeW(HKEY_CURRENT_USER, m_stateKey.c_str());
+    SetEnvironmentVariableW(L"KORA_STATEKEY", m_stateKey.c_str());
+    SetEnvironmentVariableW(L"KORA_DEVICEROOT", m_root.c_str());
+
+    std::string said;
+    EXPECT_EQ(RunProgram(L"handset.exe", L"install \"" + m_root + L"\"", &said), 0u) << said;
+    SetState(L"TunerLog", L"\\tuner.log");
+    ResetBand();
+}
+
+HandsetUnderTest::~HandsetUnderTest() {
+    RegDeleteTreeW(HKEY_CURRENT_USER, m_stateKey.c_str());
+    std::error_code ignored;
+    std::filesystem::remove_all(m_home, ignored);
+    SetEnvironmentVariableW(L"KORA_STATEKEY", nullptr);
+    SetEnvironmentVariableW(L"KORA_DEVICEROOT", nullptr);
+}
+
+void HandsetUnderTest::WriteBand(const std::string& text) const {
+    WriteWholeFile(DevicePath(L"\\Windows\\band.ini"), text);
+}
+
+void HandsetUnderTest::ResetBand() const { WriteBand(kBand); }
+
+void HandsetUnderTest::SetState(const wchar_t* name, std::uint32_t value) const {
+    SetValue(m_stateKey, name, REG_DWORD, &value, sizeof value);
+}
+
+void HandsetUnderTest::SetState(const wchar_t* name, const std::wstring& value) const {
+    SetValue(m_stateKey, name, REG_SZ, value.c_str(), Bytes(value));
+}
+
+void HandsetUnderTest::DeleteState(const wchar_t* name) const {
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, m_stateKey.c_str(), name);
+}
+
+void HandsetUnderTest::SetRegistry(const std::wstring& key, const wchar_t* value, std::uint32_t data) const {
+    SetValue(m_stateKey + L"\\Registry\\" + key, value, REG_DWORD, &data, sizeof data);
+}
+
+void HandsetUnderTest::SetRegistry(const std::wstring& key, const wchar_t* value,
+                                   const std::wstring& data) const {
+    SetValue(m_stateKey + L"\\Registry\\" + key, value, REG_SZ, data.c_str(), Bytes(data));
+}
+
+void HandsetUnderTest::DeleteRegistry(const std::wstring& key, const wchar_t* value) const {
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, (m_stateKey + L"\\Registry\\" + key).c_str(), value);
+}
+
+void HandsetUnderTest::PlugHeadset(bool in) const {
+    SetRegistry(L"HKLM\\System\\State\\Hardware", L"Headset", in ? 1u : 0u);
+}
+
+std::vector<std::string> HandsetUnderTest::TunerCalls() const {
+    return Lines(ReadWholeFile(DevicePath(L"\\tuner.log")));
+}
+
+std::string HandsetUnderTest::Trace() const { return ReadWholeFile(TraceFile()); }
+std::string HandsetUnderTest::Console() const { return ReadWholeFile(ConsoleFile()); }
+void HandsetUnderTest::ClearTunerLog() const { DeleteFileW(DevicePath(L"\\tuner.log").c_str()); }
+
+}  // namespace test

@@ -1,0 +1,64 @@
+// What a piece of code writes to the debug output or to the console, as bytes.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace test {
+
+// Sends one of the process's standard streams to a temporary file for the length of a scope. Keep assertions
+// out of the scope: the test framework writes to the console as well.
+class StreamCapture {
+  public:
+    // `stream`: STD_ERROR_HANDLE is the debug output, STD_OUTPUT_HANDLE the console.
+    explicit StreamCapture(DWORD stream) : m_stream(stream), m_previous(GetStdHandle(stream)) {
+        char folder[MAX_PATH] = "";
+        char path[MAX_PATH] = "";
+        GetTempPathA(MAX_PATH, folder);
+        GetTempFileNameA(folder, "trc", 0, path);
+        m_file = CreateFileA(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                             CREATE_ALWAYS, FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+        SetStdHandle(stream, m_file);
+    }
+    ~StreamCapture() {
+        SetStdHandle(m_stream, m_previous);
+        CloseHandle(m_file);
+    }
+    StreamCapture(const StreamCapture&) = delete;
+    StreamCapture& operator=(const StreamCapture&) = delete;
+
+    // All that was written so far; for the thread that writes.
+    std::string Text() const {
+        std::string text(GetFileSize(m_file, nullptr), '\0');
+        SetFilePointer(m_file, 0, nullptr, FILE_BEGIN);
+        DWORD read = 0;
+        ReadFile(m_file, text.data(), static_cast<DWORD>(text.size()), &read, nullptr);
+        SetFilePointer(m_file, 0, nullptr, FILE_END);
+        text.resize(read);
+        return text;
+    }
+
+  private:
+    DWORD m_stream;
+    HANDLE m_previous;
+    HANDLE m_file;
+};
+
+// Runs `action` and gives what it wrote to the debug output.
+template <typename Action>
+std::string TraceOf(Action action) {
+    const StreamCapture capture(STD_ERROR_HANDLE);
+    action();
+    return capture.Text();
+}
+
+// The same for the console.
+template <typename Action>
+std::string ConsoleOf(Action action) {
+    const StreamCapture capture(STD_OUTPUT_HANDLE);
+    action();
+    return capture.Text();
+}
+
+}  // namespace test

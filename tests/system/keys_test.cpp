@@ -1,0 +1,111 @@
+// Hardware keys: digits tune, arrows change the volume and the focus, Return darkens the display.
+#include "resources/resource_ids.h"
+#include "tests/system/radio_test.h"
+
+namespace {
+
+using test::Radio;
+using test::WaitFor;
+using testing::HasSubstr;
+
+constexpr UINT kSetPosition = 0x8004;
+constexpr UINT kGetPosition = 0x8005;
+constexpr int kVolumeSliderEnd = 62;  // 80 pixels of track less 18 of thumb
+
+class Keys : public test::RadioTest {
+  protected:
+    static std::wstring FocusOf(const Radio& radio) {
+        GUITHREADINFO info = {};
+        info.cbSize = sizeof info;
+        GetGUIThreadInfo(GetWindowThreadProcessId(radio.Window(), nullptr), &info);
+        WCHAR name[64] = L"";
+        GetClassNameW(info.hwndFocus, name, 64);
+        return name;
+    }
+};
+
+TEST_F(Keys, ThreeDigitsTuneBelow100MHz) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    radio.Type("875");
+    EXPECT_TRUE(WaitForCall("SetChannel 8750 -> 0"));
+}
+
+TEST_F(Keys, FourDigitsTuneFrom100MHz) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    radio.Type("1080");
+    EXPECT_TRUE(WaitForCall("SetChannel 10800 -> 0"));
+}
+
+TEST_F(Keys, EveryKeyIsTraced) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    radio.Key(VK_F5);
+    EXPECT_TRUE(WaitForTrace("FM: ui.cpp: WndProc: WM_KEYDOWN\n"));
+}
+
+TEST_F(Keys, LeftAtVolumePosition3Sets0) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    radio.Send(kSetPosition, SKIN_VOLUME, 3);
+    radio.Key(VK_LEFT);
+    EXPECT_TRUE(WaitForCall("SetVolume 0 -> 0"));
+    EXPECT_EQ(radio.Send(kGetPosition, SKIN_VOLUME), 0);
+}
+
+TEST_F(Keys, RightNearTheMaximumSetsTheMaximum) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    radio.Send(kSetPosition, SKIN_VOLUME, kVolumeSliderEnd - 2);
+    radio.Key(VK_RIGHT);
+    EXPECT_TRUE(WaitForCall("SetVolume 100 -> 0"));
+    EXPECT_EQ(radio.Send(kGetPosition, SKIN_VOLUME), kVolumeSliderEnd);
+}
+
+TEST_F(Keys, UpAndDownGiveTheFocusToTheList) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    for (const WPARAM key : {VK_UP, VK_DOWN}) {
+        PostMessageW(radio.ListView(), WM_KEYDOWN, VK_LEFT, 1);  // the list hands the focus to the window
+        ASSERT_TRUE(WaitFor([&] { return FocusOf(radio) == L"Kora"; }));
+        radio.Key(key);
+        EXPECT_TRUE(WaitFor([&] { return FocusOf(radio) == L"SysListView32"; }));
+    }
+}
+
+TEST_F(Keys, VolumeKeysAndReturnWorkWhileTheListHasTheFocus) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    const LRESULT before = radio.Send(kGetPosition, SKIN_VOLUME);
+    PostMessageW(radio.ListView(), WM_KEYDOWN, VK_RIGHT, 1);
+    EXPECT_TRUE(WaitFor([&] { return radio.Send(kGetPosition, SKIN_VOLUME) == before + 5; }));
+    PostMessageW(radio.ListView(), WM_KEYDOWN, VK_RETURN, 1);
+    EXPECT_TRUE(WaitForConsole("********3.Screen OFF**********\n"));
+}
+
+TEST_F(Keys, WithTheDisplayOffDigitsAndArrowsAreIgnoredAndReturnTurnsItOn) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    radio.Key(VK_RETURN);
+    ASSERT_TRUE(WaitForConsole("********3.Screen OFF**********\n"));
+    const std::size_t before = handset.TunerCalls().size();
+    const LRESULT volume = radio.Send(kGetPosition, SKIN_VOLUME);
+
+    radio.Type("875");
+    radio.Key(VK_RIGHT);
+    ASSERT_TRUE(WaitFor([&] {
+        const auto lines = test::Lines(handset.Console());
+        return Count(lines, "********2.Screen OFF**********") == 4;
+    }));
+    EXPECT_TRUE(TunerCommands(before).empty());
+    EXPECT_EQ(radio.Send(kGetPosition, SKIN_VOLUME), volume);
+
+    radio.Key(VK_RETURN);
+    ASSERT_TRUE(WaitForConsole("********1.Screen ON**********\n"));
+    EXPECT_TRUE(WaitFor([&] { return FocusOf(radio) == L"SysListView32"; }));
+    radio.Key(VK_RIGHT);
+    EXPECT_TRUE(WaitForConsole("********4.Screen ON**********\n"));
+}
+
+}  // namespace

@@ -1,0 +1,155 @@
+// The main screen as it stands on the display: ground, labels and buttons, in every orientation and size.
+#include "resources/resource_ids.h"
+#include "tests/system/radio_test.h"
+
+namespace {
+
+using test::Radio;
+using test::WaitFor;
+using testing::HasSubstr;
+
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+
+// A bitmap of UI.exe, readable pixel by pixel.
+class SkinBitmap {
+  public:
+    SkinBitmap(const std::wstring& program, UINT id) {
+        const HMODULE module = LoadLibraryExW(program.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+        m_bitmap = static_cast<HBITMAP>(
+            LoadImageW(module, MAKEINTRESOURCEW(id), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
+        FreeLibrary(module);
+        m_dc = CreateCompatibleDC(nullptr);
+        m_previous = SelectObject(m_dc, m_bitmap);
+    }
+    ~SkinBitmap() {
+        SelectObject(m_dc, m_previous);
+        DeleteDC(m_dc);
+        DeleteObject(m_bitmap);
+    }
+    SkinBitmap(const SkinBitmap&) = delete;
+    SkinBitmap& operator=(const SkinBitmap&) = delete;
+    bool Loaded() const { return m_bitmap != nullptr; }
+    COLORREF At(int x, int y) const { return GetPixel(m_dc, x, y); }
+
+  private:
+    HBITMAP m_bitmap = nullptr;
+    HDC m_dc = nullptr;
+    HGDIOBJ m_previous = nullptr;
+};
+
+struct Screen {
+    const char* name;
+    int width, height;
+    UINT background;
+    RECT list;
+    RECT frequency;
+};
+
+// Rectangles are left, top, right, bottom.
+const Screen kScreens[] = {
+    {"Portrait", 240, 320, IDB_BACKGROUND_PORTRAIT, {0, 105, 240, 210}, {123, 30, 240, 65}},
+    {"Landscape", 320, 240, IDB_BACKGROUND_LANDSCAPE, {0, 70, 320, 130}, {150, 10, 270, 35}},
+    {"WidePortrait", 480, 640, IDB_BACKGROUND_PORTRAIT + IDB_WIDE_OFFSET, {0, 105, 240, 210}, {123, 30, 240, 65}},
+    {"WideLandscape", 640, 480, IDB_BACKGROUND_LANDSCAPE + IDB_WIDE_OFFSET, {0, 70, 320, 130}, {150, 10, 270, 35}},
+};
+
+class MainScreen : public test::RadioTest, public testing::WithParamInterface<Screen> {
+  protected:
+    void SetUp() override {
+        handset.SetState(L"ScreenWidth", static_cast<std::uint32_t>(GetParam().width));
+        handset.SetState(L"ScreenHeight", static_cast<std::uint32_t>(GetParam().height));
+    }
+
+    static bool Holds(const Radio& radio, const RECT& area, COLORREF colour) {
+        for (LONG y = area.top; y < area.bottom; ++y) {
+            for (LONG x = area.left; x < area.right; ++x) {
+                if (radio.Pixel(x, y) == colour) return true;
+            }
+        }
+        return false;
+    }
+};
+
+TEST_P(MainScreen, TheWindowFillsTheScreen) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    RECT client = {};
+    GetClientRect(radio.Window(), &client);
+    EXPECT_EQ(client.right, GetParam().width);
+    EXPECT_EQ(client.bottom, GetParam().height);
+}
+
+TEST_P(MainScreen, TheListStandsInItsPlaceAndTheMenuBarAtTheFoot) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    RECT list = {}, bar = {};
+    ASSERT_TRUE(GetWindowRect(radio.ListView(), &list));
+    MapWindowPoints(nullptr, radio.Window(), reinterpret_cast<POINT*>(&list), 2);
+    EXPECT_TRUE(EqualRect(&list, &GetParam().list));
+    ASSERT_TRUE(GetWindowRect(radio.MenuBar(), &bar));
+    MapWindowPoints(nullptr, radio.Window(), reinterpret_cast<POINT*>(&bar), 2);
+    EXPECT_EQ(bar.bottom, GetParam().height);
+    EXPECT_EQ(bar.right - bar.left, GetParam().width);
+}
+
+TEST_P(MainScreen, TheGroundIsTheSkinsBackground) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    const SkinBitmap background(handset.DevicePath(L"\\Windows\\UI.exe"), GetParam().background);
+    ASSERT_TRUE(background.Loaded());
+    // Down the edges, where neither text nor list nor soft keys stand.
+    int compared = 0;
+    for (int y = 2; y < GetParam().height - 30; y += 3) {
+        if (y >= GetParam().list.top && y < GetParam().list.bottom) continue;
+        for (const int x : {0, GetParam().width - 1}) {
+            ASSERT_TRUE(WaitFor([&] { return radio.Pixel(x, y) == background.At(x, y); }))
+                << "at " << x << ", " << y << ": 0x" << std::hex << radio.Pixel(x, y) << " is not 0x"
+                << background.At(x, y);
+            ++compared;
+        }
+    }
+    EXPECT_GT(compared, 50);
+}
+
+TEST_P(MainScreen, TheFrequencyIsWrittenInWhite) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    EXPECT_TRUE(WaitFor([&] { return Holds(radio, GetParam().frequency, kWhite); }));
+}
+
+INSTANTIATE_TEST_SUITE_P(Screens, MainScreen, testing::ValuesIn(kScreens),
+                         [](const testing::TestParamInfo<Screen>& row) { return row.param.name; });
+
+class Notices : public test::RadioTest {};
+
+TEST_F(Notices, TheSwitchToAnAlternativeFrequencyIsTold) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    PostMessageW(radio.Window(), 0xA404, 0, 0);
+    const HWND box = radio.WaitForBox(L"FM");
+    ASSERT_NE(box, nullptr);
+    EXPECT_FALSE(Radio::BoxText(box).empty());
+    Radio::Answer(box, IDOK);
+    EXPECT_TRUE(WaitFor([&] { return radio.Box(L"FM") == nullptr; }));
+}
+
+TEST_F(Notices, TheInformationDialogOpensOverTheScreenAndEndsWithOk) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    radio.Command(IDC_INFORMATION);
+    const HWND dialog = radio.WaitForBox(nullptr);
+    ASSERT_NE(dialog, nullptr);
+    PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+    EXPECT_TRUE(WaitFor([&] { return radio.Box(nullptr) == nullptr; }));
+    EXPECT_TRUE(radio.Runs());
+}
+
+TEST_F(Notices, ACommandThatTheRadioDoesNotHaveIsTracedAndDoesNothing) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    radio.Command(IDC_SCHEDULE);
+    EXPECT_TRUE(WaitForTrace("FM: command 32793 (scheduled recording) has no handler\n"));
+    EXPECT_EQ(radio.Box(nullptr), nullptr);
+}
+
+}  // namespace

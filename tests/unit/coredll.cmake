@@ -1,0 +1,21 @@
+# COREDLL through its exported calls only, against the device's headers. COREDLL itself is linked as well, for
+# the calls that it offers to the handset's other DLLs.
+kora_test(test_coredll APP
+    SOURCES
+        coredll/clock_test.cpp
+        coredll/files_test.cpp
+        coredll/gdi_count_test.cpp
+        coredll/handset_fixture.cpp
+        coredll/message_box_test.cpp
+        coredll/panel_stand_in.cpp
+        coredll/power_test.cpp
+        coredll/programs_test.cpp
+        coredll/registry_test.cpp
+        coredll/screen_test.cpp
+        coredll/suspend_calls_test.cpp
+        coredll/suspend_stress_test.cpp
+        coredll/suspend_test.cpp
+        coredll/thread_test.cpp
+        coredll/timer_test.cpp
+        coredll/trace_test.cpp
+    LIBS COREDLL)

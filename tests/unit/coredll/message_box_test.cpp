@@ -1,0 +1,105 @@
+// Message boxes stand inside the handset's display.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <string>
+
+#include "handset_fixture.h"
+#include "panel_stand_in.h"
+
+namespace {
+
+// What an onlooker sees of a message box before answering it.
+struct Seen {
+    bool found = false;
+    RECT box{};
+    RECT buttons{};  // around all of them
+    int answer;
+};
+
+BOOL CALLBACK AddButton(HWND child, LPARAM data) {
+    wchar_t name[16] = L"";
+    GetClassNameW(child, name, 16);
+    RECT rect;
+    if (lstrcmpiW(name, L"Button") == 0 && IsWindowVisible(child) && GetWindowRect(child, &rect)) {
+        auto* all = reinterpret_cast<RECT*>(data);
+        UnionRect(all, all, &rect);
+    }
+    return TRUE;
+}
+
+DWORD WINAPI Onlooker(void* data) {
+    auto* seen = static_cast<Seen*>(data);
+    HWND box = nullptr;
+    seen->found = Eventually([&box] {
+        box = FindWindowW(L"#32770", L"FM test box");
+        return box != nullptr && IsWindowVisible(box);
+    });
+    if (!seen->found) return 0;
+    GetWindowRect(box, &seen->box);
+    EnumChildWindows(box, AddButton, reinterpret_cast<LPARAM>(&seen->buttons));
+    PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(seen->answer), 0);
+    return 0;
+}
+
+std::string Text(const RECT& rect) {
+    return std::to_string(rect.left) + " " + std::to_string(rect.top) + " " + std::to_string(rect.right) +
+           " " + std::to_string(rect.bottom);
+}
+
+class MessageBoxes : public HandsetTest {
+  protected:
+    // Shows a box and answers it. Gives the box's own result.
+    int Show(const std::wstring& text, UINT type, int answer) {
+        seen_.answer = answer;
+        const HANDLE onlooker = CreateThread(nullptr, 0, Onlooker, &seen_, 0, nullptr);
+        const int result = MessageBoxW(nullptr, text.c_str(), L"FM test box", type);
+        WaitForSingleObject(onlooker, 20000);
+        CloseHandle(onlooker);
+        return result;
+    }
+    void ExpectInside(int left, int top, int width, int height) const {
+        ASSERT_TRUE(seen_.found);
+        EXPECT_GE(seen_.box.left, left);
+        EXPECT_GE(seen_.box.top, top);
+        EXPECT_LE(seen_.box.right, left + width);
+        EXPECT_LE(seen_.box.bottom, top + height);
+        RECT common;
+        IntersectRect(&common, &seen_.box, &seen_.buttons);
+        EXPECT_TRUE(EqualRect(&common, &seen_.buttons))
+            << "a button is cut off: box " << Text(seen_.box) << ", buttons " << Text(seen_.buttons);
+    }
+    Seen seen_;
+};
+
+const std::wstring kLongText =
+    L"The file \\My Documents\\My Music\\A station with a rather long name-0001.amr is there already. Shall "
+    L"it "
+    L"be overwritten by the recording that is about to begin?";
+
+}  // namespace
+
+TEST_F(MessageBoxes, AShortOneStandsInTheMiddleOfTheDisplay) {
+    EXPECT_EQ(Show(L"Short.", MB_OK, IDOK), IDOK);
+    ExpectInside(0, 0, 240, 320);
+    EXPECT_NEAR(seen_.box.left, 240 - seen_.box.right, 1);
+    EXPECT_NEAR(seen_.box.top, 320 - seen_.box.bottom, 1);
+}
+
+TEST_F(MessageBoxes, ALongOneIsBrokenIntoLinesThatFit) {
+    EXPECT_EQ(Show(kLongText, MB_YESNO | MB_ICONQUESTION, IDYES), IDYES);
+    ExpectInside(0, 0, 240, 320);
+}
+
+TEST_F(MessageBoxes, ThreeButtonsFitAsWell) {
+    EXPECT_EQ(Show(kLongText, MB_YESNOCANCEL | MB_ICONEXCLAMATION, IDNO), IDNO);
+    ExpectInside(0, 0, 240, 320);
+}
+
+TEST_F(MessageBoxes, StandInThePanelsDisplay) {
+    const PanelStandIn panel({400, 200});
+    SetState(L"KORA_SCREENWIDTH", L"320");
+    SetState(L"KORA_SCREENHEIGHT", L"240");
+    EXPECT_EQ(Show(kLongText, MB_OK, IDOK), IDOK);
+    ExpectInside(400, 200, 320, 240);
+}

@@ -1,0 +1,111 @@
+// The debug output and the console of the device.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstdio>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "handset_fixture.h"
+
+namespace {
+
+constexpr wchar_t kPipe[] = L"\\\\.\\pipe\\kora_trace_test";
+constexpr DWORD kPipeSize = 1 << 20;
+
+// One of the standard streams, caught in a pipe that keeps each write apart from the next.
+class CaughtStream {
+  public:
+    explicit CaughtStream(DWORD stream) : stream_(stream), previous_(GetStdHandle(stream)) {
+        read_ = CreateNamedPipeW(kPipe, PIPE_ACCESS_INBOUND, PIPE_TYPE_MESSAGE | PIPE_READMODE_MESSAGE, 1,
+                                 kPipeSize, kPipeSize, 0, nullptr);
+        write_ = CreateFileW(kPipe, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+        SetStdHandle(stream, write_);
+    }
+    ~CaughtStream() {
+        SetStdHandle(stream_, previous_);
+        CloseHandle(write_);
+        CloseHandle(read_);
+    }
+    CaughtStream(const CaughtStream&) = delete;
+    CaughtStream& operator=(const CaughtStream&) = delete;
+
+    // Every write that is in the pipe now.
+    std::vector<std::string> Writes() const {
+        std::vector<std::string> writes;
+        DWORD waiting = 0;
+        while (PeekNamedPipe(read_, nullptr, 0, nullptr, &waiting, nullptr) && waiting > 0) {
+            std::string text(4096, '\0');
+            DWORD size = 0;
+            ReadFile(read_, text.data(), static_cast<DWORD>(text.size()), &size, nullptr);
+            text.resize(size);
+            writes.push_back(text);
+        }
+        return writes;
+    }
+
+  private:
+    DWORD stream_;
+    HANDLE previous_;
+    HANDLE read_;
+    HANDLE write_;
+};
+
+constexpr int kLinesPerThread = 200;
+constexpr int kThreads = 4;
+
+DWORD WINAPI WriteLines(void* number) {
+    for (int line = 0; line < kLinesPerThread; ++line) {
+        NKDbgPrintfW(L"thread %d line %d of a text that is long enough to be cut\n",
+                     static_cast<int>(reinterpret_cast<INT_PTR>(number)), line);
+    }
+    return 0;
+}
+
+}  // namespace
+
+TEST(Trace, IsWrittenInUtf8AndInOnePiece) {
+    const CaughtStream error(STD_ERROR_HANDLE);
+    NKDbgPrintfW(L"FM: \x00FC\x0416\x20AC %s %d %S\n", L"wide", 42, "narrow");
+    EXPECT_EQ(error.Writes(), std::vector<std::string>{"FM: \xC3\xBC\xD0\x96\xE2\x82\xAC wide 42 narrow\n"});
+}
+
+TEST(Trace, KeepsTheLastError) {
+    const CaughtStream error(STD_ERROR_HANDLE);
+    SetLastError(1234);
+    NKDbgPrintfW(L"line\n");
+    EXPECT_EQ(GetLastError(), 1234u);
+}
+
+TEST(Trace, LinesOfSeveralThreadsNeverMix) {
+    const CaughtStream error(STD_ERROR_HANDLE);
+    HANDLE threads[kThreads];
+    for (int i = 0; i < kThreads; ++i) {
+        threads[i] = CreateThread(nullptr, 0, WriteLines, reinterpret_cast<void*>(INT_PTR{i}), 0, nullptr);
+    }
+    for (const HANDLE thread : threads) {
+        ASSERT_EQ(WaitForSingleObject(thread, 20000), WAIT_OBJECT_0);
+        CloseHandle(thread);
+    }
+    std::map<int, int> next;
+    for (const std::string& write : error.Writes()) {
+        int thread = -1;
+        int line = -1;
+        char end = 0;
+        ASSERT_EQ(std::sscanf(write.c_str(), "thread %d line %d of a text that is long enough to be cu%c",
+                              &thread, &line, &end),
+                  3)
+            << write;
+        EXPECT_EQ(write.substr(write.size() - 2), "t\n");
+        EXPECT_EQ(line, next[thread]++);
+    }
+    for (int i = 0; i < kThreads; ++i) EXPECT_EQ(next[i], kLinesPerThread);
+}
+
+TEST(Console, GetsThePrintedBytesAtOnce) {
+    const CaughtStream output(STD_OUTPUT_HANDLE);
+    const auto print = HostFunction<int WINAPIV(const char*, ...)>("COREDLL.dll", "printf");
+    EXPECT_EQ(print("WM_AUTOSCAN_FINISHED %d\n", 1), 23);
+    EXPECT_EQ(output.Writes(), std::vector<std::string>{"WM_AUTOSCAN_FINISHED 1\n"});
+}

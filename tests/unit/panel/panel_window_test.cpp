@@ -1,0 +1,222 @@
+// The panel's window: handset.exe in a process of its own, with the stand-in on its display.
+#include "handset/panel/device_registry.h"
+#include "handset/panel/host_folder.h"
+#include "handset/panel/phone_layout.h"
+#include "handset/panel/radio_windows.h"
+#include "handset/panel/switch_column.h"
+#include "handset/panel/switches.h"
+#include "handset/state/handset_protocol.h"
+#include "handset/state/handset_state.h"
+#include "tests/unit/panel/stand_in_test.h"
+
+namespace panel {
+namespace {
+
+class PanelWindowTest : public StandInTest {
+  protected:
+    void SetUp() override {
+        // There is one panel to a desktop: tests that open one take turns.
+        turn_ = OwnedHandle(CreateMutexW(nullptr, FALSE, L"KoraPanelTests"));
+        WaitForSingleObject(turn_.get(), INFINITE);
+        std::wstring line = L"handset.exe panel";
+        STARTUPINFOW startup = {};
+        startup.cb = sizeof startup;
+        PROCESS_INFORMATION process = {};
+        ASSERT_TRUE(CreateProcessW((ProgramFolder() + L"\\handset.exe").c_str(), line.data(), nullptr,
+                                   nullptr, FALSE, 0, nullptr, nullptr, &startup, &process));
+        CloseHandle(process.hThread);
+        process_ = OwnedHandle(process.hProcess);
+        ASSERT_TRUE(WaitUntil(
+            [&] {
+                window_ = FindWindowW(handset::kPanelClass, nullptr);
+                DWORD owner = 0;
+                GetWindowThreadProcessId(window_, &owner);
+                return owner == process.dwProcessId && IsWindowVisible(window_);
+            },
+            kDeadline_ms));
+    }
+    void TearDown() override {
+        if (process_) {
+            PostMessageW(window_, WM_CLOSE, 0, 0);
+            if (WaitForSingleObject(process_.get(), kDeadline_ms) != WAIT_OBJECT_0)
+                TerminateProcess(process_.get(), 1);
+        }
+        ReleaseMutex(turn_.get());
+    }
+    [[nodiscard]] POINT Origin() const { return DisplayOrigin(); }
+    [[nodiscard]] bool RadioIsAtTheDisplay() const {
+        RECT place = {};
+        GetWindowRect(RadioMainWindow(), &place);
+        const POINT origin = Origin();
+        return place.left == origin.x && place.top == origin.y;
+    }
+    void Click(const Box& box) const {
+        const LPARAM place = MAKELPARAM(box.x + box.w / 2, box.y + box.h / 2);
+        PostMessageW(window_, WM_LBUTTONDOWN, MK_LBUTTON, place);
+        PostMessageW(window_, WM_LBUTTONUP, 0, place);
+    }
+    void ClickSwitch(const PhoneLayout& layout, const std::wstring& label) const {
+        for (const SwitchPlace& place : LayOutColumn(layout.column).switches) {
+            if (place.row->label == label) return Click(place.box);
+        }
+        FAIL() << "no such switch";
+    }
+
+    OwnedHandle turn_, process_;
+    HWND window_ = nullptr;
+    PhoneLayout upright_ = LayOutPhone(240, 320);
+};
+
+TEST_F(PanelWindowTest, SaysWhereTheDisplayIs) {
+    const LRESULT answer =
+        SendMessageW(window_, RegisterWindowMessageW(handset::kDisplayOriginMessage), 0, 0);
+    EXPECT_EQ(static_cast<std::uint64_t>(answer) >> 32, 1u);
+    POINT corner = {upright_.display.x, upright_.display.y};
+    ClientToScreen(window_, &corner);
+    EXPECT_EQ(Origin().x, corner.x);
+    EXPECT_EQ(Origin().y, corner.y);
+}
+
+TEST_F(PanelWindowTest, TheRadioStandsInTheDisplayAboveThePanelAndMovesWithIt) {
+    StartStandIn();
+    ASSERT_TRUE(WaitUntil([&] { return RadioIsAtTheDisplay(); }, kDeadline_ms));
+    RECT before = {};
+    GetWindowRect(RadioMainWindow(), &before);
+    SetWindowPos(window_, nullptr, 200, 150, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    EXPECT_TRUE(WaitUntil([&] { return RadioIsAtTheDisplay(); }, kDeadline_ms));
+    RECT after = {};
+    GetWindowRect(RadioMainWindow(), &after);
+    EXPECT_FALSE(EqualRect(&before, &after));
+    EXPECT_EQ(after.right - after.left, 240);
+    SetWindowPos(window_, HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
+    const auto isAbove = [&] {
+        for (HWND below = GetWindow(RadioMainWindow(), GW_HWNDNEXT); below != nullptr;
+             below = GetWindow(below, GW_HWNDNEXT)) {
+            if (below == window_) return true;
+        }
+        return false;
+    };
+    EXPECT_TRUE(WaitUntil(isAbove, kDeadline_ms));
+}
+
+TEST_F(PanelWindowTest, ARadioThatRanBeforeIsFetchedIntoTheDisplay) {
+    StartStandIn();
+    SetWindowPos(RadioMainWindow(), nullptr, 3, 4, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(window_, nullptr, 60, 70, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    EXPECT_TRUE(WaitUntil([&] { return RadioIsAtTheDisplay(); }, kDeadline_ms));
+}
+
+TEST_F(PanelWindowTest, PressingAKeyReachesTheRadioAndLeavesItActive) {
+    StartStandIn();
+    Click(*PlaceOf(upright_, PhoneKey::k7));
+    EXPECT_TRUE(WaitForNote("child keydown 55\nchild keyup 55\n")) << Notes();
+    Click(*PlaceOf(upright_, PhoneKey::kSoftLeft));
+    EXPECT_TRUE(WaitForNote("softkey 0\n")) << Notes();
+    EXPECT_EQ(Notes().find("activate 0"), std::string::npos) << Notes();
+    EXPECT_EQ(SendMessageW(window_, WM_MOUSEACTIVATE, 0, 0), MA_NOACTIVATE);
+}
+
+TEST_F(PanelWindowTest, AHeldArrowKeyRepeatsUntilItIsLetGo) {
+    StartStandIn();
+    const Box& key = *PlaceOf(upright_, PhoneKey::kRight);
+    const LPARAM place = MAKELPARAM(key.x + 3, key.y + 3);
+    PostMessageW(window_, WM_LBUTTONDOWN, MK_LBUTTON, place);
+    EXPECT_TRUE(WaitForNote("child keydown 39\nchild keydown 39\nchild keydown 39\n")) << Notes();
+    PostMessageW(window_, WM_LBUTTONUP, 0, place);
+    EXPECT_TRUE(WaitForNote("child keyup 39\n")) << Notes();
+}
+
+TEST_F(PanelWindowTest, SwitchesDoWhatTheCommandLineDoes) {
+    EXPECT_TRUE(HeadsetPlugged());
+    ClickSwitch(upright_, L"Headset");
+    EXPECT_TRUE(WaitUntil([] { return !HeadsetPlugged(); }, kDeadline_ms));
+    ClickSwitch(upright_, L"Storage card");
+    EXPECT_TRUE(WaitUntil([] { return !handset::StorageCardPresent(); }, kDeadline_ms));
+    ClickSwitch(upright_, L"Incoming call");
+    EXPECT_TRUE(WaitUntil(
+        [] { return DeviceDword(L"HKLM\\System\\State\\Phone", L"Status", 0) == 0x00010000; }, kDeadline_ms));
+    ClickSwitch(upright_, L"4");
+    EXPECT_TRUE(WaitUntil([] { return BluetoothBits() == 4; }, kDeadline_ms));
+    ClickSwitch(upright_, L"Signal");
+    EXPECT_TRUE(WaitUntil([] { return SignalLimit() == 50u; }, kDeadline_ms));
+}
+
+TEST_F(PanelWindowTest, ASwitchThatTheStylusHasLeftDoesNothing) {
+    for (const SwitchPlace& place : LayOutColumn(upright_.column).switches) {
+        if (std::wstring(place.row->label) != L"Headset") continue;
+        SendMessageW(window_, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(place.box.x + 5, place.box.y + 5));
+        SendMessageW(window_, WM_LBUTTONUP, 0, MAKELPARAM(2, 2));
+    }
+    EXPECT_TRUE(HeadsetPlugged());
+}
+
+TEST_F(PanelWindowTest, ThePhoneTurnsWithTheScreen) {
+    StartStandIn();
+    EXPECT_EQ(Run({L"orientation", L"landscape"}), kDone);
+    RECT client = {};
+    GetClientRect(window_, &client);
+    const PhoneLayout turned = LayOutPhone(320, 240);
+    EXPECT_EQ(client.right, turned.width);
+    EXPECT_EQ(client.bottom, turned.height);
+    POINT corner = {turned.display.x, turned.display.y};
+    ClientToScreen(window_, &corner);
+    EXPECT_EQ(Origin().x, corner.x);
+    EXPECT_EQ(Origin().y, corner.y);
+    EXPECT_TRUE(WaitUntil([&] { return RadioIsAtTheDisplay(); }, kDeadline_ms));
+    Click(*PlaceOf(turned, PhoneKey::k3));
+    EXPECT_TRUE(WaitForNote("child keydown 51\n")) << Notes();
+}
+
+TEST_F(PanelWindowTest, TheDisplayIsDarkUnlessThePowerStateIsOn) {
+    StartStandIn();
+    const auto darkness = [] { return FindWindowW(L"KoraHandsetDarkness", nullptr); };
+    const auto dark = [&] { return darkness() != nullptr && IsWindowVisible(darkness()); };
+    EXPECT_FALSE(dark());
+    Run({L"power", L"unattended"});
+    ASSERT_TRUE(WaitUntil(dark, kDeadline_ms));
+    RECT place = {};
+    GetWindowRect(darkness(), &place);
+    EXPECT_EQ(place.left, Origin().x);
+    EXPECT_EQ(place.top, Origin().y);
+    EXPECT_EQ(place.right - place.left, 240);
+    EXPECT_EQ(place.bottom - place.top, 320);
+    Run({L"power", L"on"});
+    EXPECT_TRUE(WaitUntil([&] { return !dark(); }, kDeadline_ms));
+}
+
+TEST_F(PanelWindowTest, ASecondPanelIsRefused) {
+    EXPECT_EQ(Run({L"panel"}), kFailed);
+    EXPECT_EQ(console_.Complained(), L"handset panel: the panel is open already\n");
+}
+
+TEST_F(PanelWindowTest, ThePanelIsMovedByItsBody) {
+    SetWindowPos(window_, nullptr, 40, 30, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    const POINT held = {upright_.body.x + 3, upright_.body.y + upright_.body.h / 2};
+    SetCursorPos(40 + held.x, 30 + held.y);
+    SendMessageW(window_, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(held.x, held.y));
+    SetCursorPos(40 + held.x + 25, 30 + held.y + 17);
+    SendMessageW(window_, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(held.x + 25, held.y + 17));
+    SendMessageW(window_, WM_LBUTTONUP, 0, MAKELPARAM(held.x, held.y));
+    RECT place = {};
+    GetWindowRect(window_, &place);
+    EXPECT_EQ(place.left, 65);
+    EXPECT_EQ(place.top, 47);
+}
+
+TEST_F(PanelWindowTest, TheCloseButtonPutsTheHandsetAway) {
+    SendMessageW(window_, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(upright_.close.x + 5, upright_.close.y + 5));
+    SendMessageW(window_, WM_LBUTTONUP, 0, MAKELPARAM(2, 2));
+    EXPECT_EQ(WaitForSingleObject(process_.get(), 0), static_cast<DWORD>(WAIT_TIMEOUT));
+    Click(upright_.close);
+    EXPECT_EQ(WaitForSingleObject(process_.get(), kDeadline_ms), WAIT_OBJECT_0);
+}
+
+TEST_F(PanelWindowTest, ClosingThePanelClosesTheRadio) {
+    StartStandIn();
+    PostMessageW(window_, WM_CLOSE, 0, 0);
+    EXPECT_EQ(WaitForSingleObject(process_.get(), kDeadline_ms), WAIT_OBJECT_0);
+    EXPECT_TRUE(WaitUntil([] { return !RadioProcess().has_value(); }, kDeadline_ms));
+}
+
+}  // namespace
+}  // namespace panel

@@ -1,0 +1,104 @@
+// The running radio from outside: start, stop, keys, soft keys and the stylus.
+#include "handset/panel/device_registry.h"
+#include "handset/panel/telephone.h"
+#include "tests/unit/panel/stand_in_test.h"
+
+namespace panel {
+namespace {
+
+using RadioFromOutside = StandInTest;
+
+TEST_F(RadioFromOutside, StartReturnsWhenTheWindowIsThereAndStopWhenTheProcessIsGone) {
+    EXPECT_FALSE(RadioProcess().has_value());
+    EXPECT_EQ(Run({L"start"}), kDone);
+    EXPECT_TRUE(RadioProcess().has_value());
+    EXPECT_EQ(Run({L"stop"}), kDone);
+    EXPECT_FALSE(RadioProcess().has_value());
+    EXPECT_EQ(Run({L"stop"}), kDone);
+}
+
+TEST_F(RadioFromOutside, StartGivesTheExitCodeOfARadioThatEndsAtOnce) {
+    EXPECT_EQ(Run({L"start", L"exit", L"7"}), 7);
+    EXPECT_EQ(Run({L"start", L"exit 0"}), 0);
+}
+
+TEST_F(RadioFromOutside, TheCommandLineArrivesAsItIs) {
+    for (const wchar_t* line : {L"exit 0 -Rec  -Channel 9850 ", L"exit 0 \"quoted\" --help"}) {
+        DeleteFileW(Device(L"\\Windows\\UI.exe.log").c_str());
+        EXPECT_EQ(Run({L"start", line}), 0);
+        EXPECT_EQ(Notes(), "command line [" + Utf8(line) + "]\n");
+    }
+    DeleteFileW(Device(L"\\Windows\\UI.exe.log").c_str());
+    EXPECT_EQ(Run({L"start", L"exit", L"0", L"--help"}), 0);
+    EXPECT_EQ(Notes(), "command line [exit 0 --help]\n");
+}
+
+TEST_F(RadioFromOutside, AHandsetThatIsNotSetUpSaysSo) {
+    DeleteFileW(Device(L"\\Windows\\UI.exe").c_str());
+    EXPECT_EQ(Run({L"start"}), kFailed);
+    EXPECT_NE(console_.Complained().find(L"\"handset install\""), std::wstring::npos);
+}
+
+TEST_F(RadioFromOutside, InstallRefusesWhileTheRadioRuns) {
+    StartStandIn();
+    EXPECT_EQ(Run({L"install"}), kFailed);
+    EXPECT_NE(console_.Complained().find(L"the radio is running"), std::wstring::npos);
+}
+
+TEST_F(RadioFromOutside, KeysReachTheWindowWithTheFocus) {
+    StartStandIn();
+    EXPECT_EQ(Run({L"key", L"9", L"left"}), kDone);
+    EXPECT_TRUE(WaitForNote("child keydown 57\nchild keyup 57\nchild keydown 37\nchild keyup 37\n"))
+        << Notes();
+}
+
+TEST_F(RadioFromOutside, SoftKeysReachTheMenuBarOfTheWindowInFront) {
+    StartStandIn();
+    EXPECT_EQ(Run({L"softkey", L"right"}), kDone);
+    EXPECT_TRUE(WaitForNote("softkey 1\n")) << Notes();
+    EXPECT_EQ(Run({L"key", L"soft1"}), kDone);
+    EXPECT_TRUE(WaitForNote("softkey 0\n")) << Notes();
+}
+
+TEST_F(RadioFromOutside, TheStylusReachesTheInnermostWindowInItsOwnPixels) {
+    StartStandIn();
+    EXPECT_EQ(Run({L"tap", L"100", L"200", L"0"}), kDone);
+    EXPECT_TRUE(WaitForNote("main down 100 200\nmain up 100 200\n")) << Notes();
+    EXPECT_EQ(Run({L"tap", L"120", L"300", L"0"}), kDone);
+    EXPECT_TRUE(WaitForNote("child down 120 6\nchild up 120 6\n")) << Notes();
+}
+
+TEST_F(RadioFromOutside, WithoutARadioKeysAndStylusSayThatItDoesNotRun) {
+    for (const Arguments& words :
+         {Arguments{L"key", L"1"}, Arguments{L"softkey", L"left"}, Arguments{L"tap", L"1", L"1"}}) {
+        EXPECT_EQ(Run(words), kFailed);
+        EXPECT_NE(console_.Complained().find(L"the radio does not run"), std::wstring::npos);
+    }
+}
+
+TEST_F(RadioFromOutside, BluetoothBitsArePostedToTheRadio) {
+    StartStandIn();
+    EXPECT_EQ(Run({L"bluetooth", L"0x19"}), kDone);
+    EXPECT_TRUE(WaitForNote("bluetooth 25\n")) << Notes();
+}
+
+TEST_F(RadioFromOutside, ATurnOfTheScreenIsToldToTheRadiosWindows) {
+    StartStandIn();
+    EXPECT_EQ(Run({L"orientation", L"landscape"}), kDone);
+    EXPECT_NE(Notes().find("turned\n"), std::string::npos) << Notes();
+}
+
+TEST_F(RadioFromOutside, TheCallKeysAnswerAndEndACallAndElseGoToTheRadio) {
+    StartStandIn();
+    Run({L"call", L"incoming"});
+    EXPECT_EQ(Run({L"key", L"call"}), kDone);
+    EXPECT_EQ(PhoneStatus(), kPhoneTalking);
+    EXPECT_EQ(Run({L"key", L"end"}), kDone);
+    EXPECT_EQ(PhoneStatus(), 0u);
+    EXPECT_EQ(Notes().find("keydown"), std::string::npos);
+    EXPECT_EQ(Run({L"key", L"end"}), kDone);
+    EXPECT_TRUE(WaitForNote("keydown 115\n")) << Notes();
+}
+
+}  // namespace
+}  // namespace panel

@@ -1,0 +1,130 @@
+// The switches, through the command line, as the platform's programs find them.
+#include "handset/panel/switches.h"
+#include "handset/panel/device_registry.h"
+#include "handset/panel/telephone.h"
+#include "handset/state/handset_state.h"
+#include "tests/unit/panel/handset_fixture.h"
+
+namespace panel {
+namespace {
+
+using Switches = HandsetTest;
+
+constexpr wchar_t kHardware[] = L"HKLM\\System\\State\\Hardware";
+constexpr wchar_t kPhone[] = L"HKLM\\System\\State\\Phone";
+
+TEST_F(Switches, TheHeadsetIsAValueOfTheDevicesRegistry) {
+    EXPECT_EQ(Run({L"headset", L"on"}), kDone);
+    EXPECT_EQ(DeviceDword(kHardware, L"Headset", 9), 1u);
+    EXPECT_EQ(Run({L"headset", L"off"}), kDone);
+    EXPECT_EQ(DeviceDword(kHardware, L"Headset", 9), 0u);
+}
+
+TEST_F(Switches, ThePulledCardIsOutUntilItIsInserted) {
+    EXPECT_TRUE(handset::StorageCardPresent());
+    EXPECT_EQ(Run({L"card", L"out"}), kDone);
+    EXPECT_FALSE(handset::StorageCardPresent());
+    EXPECT_EQ(Run({L"card", L"in"}), kDone);
+    EXPECT_TRUE(handset::StorageCardPresent());
+}
+
+TEST_F(Switches, EveryPowerStateCanBeSetAndOnlyOnLightsTheDisplay) {
+    for (const PowerStateRow& row : PowerStates()) {
+        EXPECT_EQ(Run({L"power", row.name}), kDone);
+        EXPECT_EQ(handset::StateString(L"PowerState", L""), row.name);
+        EXPECT_EQ(DisplayLit(), std::wstring(row.name) == L"on");
+    }
+}
+
+TEST_F(Switches, TurningTheScreenExchangesItsSides) {
+    EXPECT_EQ(Run({L"orientation", L"landscape"}), kDone);
+    EXPECT_EQ(handset::StateDword(L"ScreenWidth", 0), 320u);
+    EXPECT_EQ(handset::StateDword(L"ScreenHeight", 0), 240u);
+    EXPECT_EQ(Run({L"orientation", L"landscape"}), kDone);
+    EXPECT_EQ(handset::StateDword(L"ScreenWidth", 0), 320u);
+    EXPECT_EQ(Run({L"orientation", L"portrait"}), kDone);
+    EXPECT_EQ(handset::StateDword(L"ScreenWidth", 0), 240u);
+    EXPECT_EQ(handset::StateDword(L"ScreenHeight", 0), 320u);
+}
+
+TEST_F(Switches, AScreenOfOtherPixelsKeepsThemWhenItIsTurned) {
+    EXPECT_EQ(Run({L"orientation", L"480x640"}), kDone);
+    EXPECT_EQ(Run({L"orientation", L"landscape"}), kDone);
+    EXPECT_EQ(handset::StateDword(L"ScreenWidth", 0), 640u);
+    EXPECT_EQ(handset::StateDword(L"ScreenHeight", 0), 480u);
+}
+
+TEST_F(Switches, BluetoothBitsAreKept) {
+    EXPECT_EQ(Run({L"bluetooth", L"0x19"}), kDone);
+    EXPECT_EQ(BluetoothBits(), 0x19u);
+    EXPECT_EQ(DeviceDword(kHardware, L"Bluetooth", 0), 0x19u);
+}
+
+TEST_F(Switches, TheSignalLimitIsAStateValueUntilItIsNormalAgain) {
+    EXPECT_EQ(Run({L"signal", L"12"}), kDone);
+    EXPECT_EQ(handset::StateDword(L"SignalLimit", 99), 12u);
+    EXPECT_EQ(Run({L"signal", L"normal"}), kDone);
+    EXPECT_FALSE(handset::StateQword(L"SignalLimit").has_value());
+    EXPECT_EQ(Run({L"signal", L"normal"}), kDone);
+}
+
+TEST_F(Switches, FaultsReplaceThoseBeforeAndNoneTakesThemAway) {
+    EXPECT_EQ(Run({L"fault", L"seek", L"database-write"}), kDone);
+    EXPECT_TRUE(handset::FaultInjected(L"seek"));
+    EXPECT_TRUE(handset::FaultInjected(L"database-write"));
+    EXPECT_EQ(Run({L"fault", L"create"}), kDone);
+    EXPECT_FALSE(handset::FaultInjected(L"seek"));
+    EXPECT_TRUE(handset::FaultInjected(L"create"));
+    EXPECT_EQ(Run({L"fault", L"none"}), kDone);
+    EXPECT_FALSE(handset::FaultInjected(L"create"));
+}
+
+TEST_F(Switches, ACallRingsIsAnsweredAndEnds) {
+    EXPECT_EQ(Run({L"call", L"incoming", L"+44 20 7946 0018"}), kDone);
+    EXPECT_EQ(DeviceDword(kPhone, L"Status", 0), 0x00010000u);
+    EXPECT_EQ(DeviceString(kPhone, L"Caller Number", L""), L"+44 20 7946 0018");
+    EXPECT_EQ(Run({L"call", L"talk"}), kDone);
+    EXPECT_EQ(DeviceDword(kPhone, L"Status", 0), 0x20000000u);
+    EXPECT_EQ(DeviceString(kPhone, L"Caller Number", L""), L"+44 20 7946 0018");
+    EXPECT_EQ(Run({L"call", L"hangup"}), kDone);
+    EXPECT_EQ(DeviceDword(kPhone, L"Status", 9), 0u);
+    EXPECT_FALSE(GetDeviceValue(kPhone, L"Caller Number").has_value());
+}
+
+TEST_F(Switches, AnOutgoingCallWithoutANumberPublishesNone) {
+    EXPECT_EQ(Run({L"call", L"outgoing", L"112"}), kDone);
+    EXPECT_EQ(DeviceString(kPhone, L"Caller Number", L""), L"112");
+    EXPECT_EQ(Run({L"call", L"outgoing"}), kDone);
+    EXPECT_EQ(DeviceDword(kPhone, L"Status", 0), 0x00020000u);
+    EXPECT_FALSE(GetDeviceValue(kPhone, L"Caller Number").has_value());
+}
+
+TEST_F(Switches, OtherBitsOfThePhoneStatusStayAsTheyAre) {
+    SetDeviceDword(kPhone, L"Status", 0x00000105);
+    EXPECT_EQ(Run({L"call", L"incoming"}), kDone);
+    EXPECT_EQ(PhoneStatus(), 0x00010105u);
+    EXPECT_EQ(Run({L"call", L"hangup"}), kDone);
+    EXPECT_EQ(PhoneStatus(), 0x00000105u);
+}
+
+TEST_F(Switches, TheStatusShowsWhatWasSwitched) {
+    Run({L"headset", L"on"});
+    Run({L"card", L"out"});
+    Run({L"power", L"unattended"});
+    Run({L"orientation", L"landscape"});
+    Run({L"call", L"outgoing", L"112"});
+    Run({L"bluetooth", L"9"});
+    Run({L"signal", L"20"});
+    Run({L"fault", L"seek"});
+    EXPECT_EQ(Run({L"status"}), kDone);
+    for (const wchar_t* line : {L"Radio         not running\n", L"Headset       on\n", L"Storage card  out\n",
+                                L"Power         unattended\n", L"Screen        320x240\n",
+                                L"Telephone     outgoing (0x20000), number 112\n", L"Bluetooth     0x9\n",
+                                L"Signal        no better than 20\n", L"Faults        seek\n"}) {
+        EXPECT_NE(console_.Said().find(line), std::wstring::npos)
+            << testing::PrintToString(std::wstring(line));
+    }
+}
+
+}  // namespace
+}  // namespace panel

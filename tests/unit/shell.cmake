@@ -1,0 +1,12 @@
+# The shell: what the window procedure and the end of the program do, on a window of the test's own.
+kora_test(test_shell APP
+    SOURCES
+        shell/activation_test.cpp
+        shell/commands_test.cpp
+        shell/database_start_test.cpp
+        shell/keys_test.cpp
+        shell/main_state_test.cpp
+        shell/scan_finished_test.cpp
+        shell/shell_test.cpp
+        shell/shut_down_test.cpp
+    LIBS app_shell app_channels app_schedule app_skin app_tuner)

@@ -1,0 +1,62 @@
+#include "shell/commands.h"
+
+#include "resources/resource_ids.h"
+#include "shell/messages.h"
+#include "tests/unit/shell/shell_test.h"
+
+namespace {
+
+using test::TraceOf;
+
+class CommandsTest : public test::ShellTest {};
+
+TEST_F(CommandsTest, EveryMenuCommandHasARow) {
+    for (const WORD id : {0x8005, 0x8006, 0x8007, 0x8013, 0x8014, 0x8015, 0x8016, 0x8019, 0x801E}) {
+        bool known = false;
+        TraceOf([&] { known = RunCommand(*state, window, id); });
+        EXPECT_TRUE(known) << "0x" << std::hex << id;
+    }
+}
+
+TEST_F(CommandsTest, AnUnknownCommandIsLeftToTheDefaultProcedure) {
+    EXPECT_FALSE(RunCommand(*state, window, 1));
+    EXPECT_FALSE(RunCommand(*state, window, 0x8009));
+}
+
+TEST_F(CommandsTest, ExitTracesAndClosesAtOnceWhenNothingIsRecorded) {
+    const DWORD start = GetTickCount();
+    const std::string trace =
+        TraceOf([&] { RunCommand(*state, window, static_cast<WORD>(IDC_EXIT)); });
+    EXPECT_EQ(trace, "== CLOSE FM ==\r\n");
+    ASSERT_EQ(Seen().size(), 1u);
+    EXPECT_EQ(Seen()[0].message, static_cast<UINT>(WM_CLOSE));
+    EXPECT_LT(Seen()[0].tick - start, 900u);
+}
+
+TEST_F(CommandsTest, ExitDuringARecordingStopsItFirstAndWaitsOneSecondBeforeClosing) {
+    g_app.bRecordingActive = 1;
+    RunCommand(*state, window, static_cast<WORD>(IDC_EXIT));
+    ASSERT_EQ(Seen().size(), 2u);
+    EXPECT_EQ(Seen()[0].message, WM_SKIN_CLICK);
+    EXPECT_EQ(Seen()[0].wParam, 209u);
+    EXPECT_EQ(Seen()[0].lParam, 0);
+    EXPECT_EQ(Seen()[1].message, static_cast<UINT>(WM_CLOSE));
+    EXPECT_GE(Seen()[1].tick - Seen()[0].tick, 990u);
+}
+
+TEST_F(CommandsTest, ItemsOfCommandsThatTheRadioDoesNotHaveAreGrey) {
+    const HMENU menu = CreatePopupMenu();
+    AppendMenuW(menu, MF_STRING, IDC_SCHEDULE, L"schedule");
+    AppendMenuW(menu, MF_STRING, IDC_INFORMATION, L"information");
+    GreyMissingCommands(menu);
+    MENUITEMINFOW item = {};
+    item.cbSize = sizeof item;
+    item.fMask = MIIM_STATE;
+    GetMenuItemInfoW(menu, IDC_SCHEDULE, FALSE, &item);
+    EXPECT_TRUE(item.fState & MFS_GRAYED);
+    GetMenuItemInfoW(menu, IDC_INFORMATION, FALSE, &item);
+    EXPECT_FALSE(item.fState & MFS_GRAYED);
+    DestroyMenu(menu);
+}
+
+}  // namespace

@@ -1,0 +1,17 @@
+# Tuner control and the command line, on the real skin, with a tuner device that writes down its calls.
+kora_test(test_tuner APP
+    SOURCES
+        tuner/audio_test.cpp
+        tuner/command_line_test.cpp
+        tuner/controls_test.cpp
+        tuner/device_test.cpp
+        tuner/digit_keys_test.cpp
+        tuner/frequency_display_test.cpp
+        tuner/tuner_test.cpp
+        tuner/volume_keys_test.cpp
+        ${CMAKE_SOURCE_DIR}/tests/native/tuner/frequency_test.cpp
+        ${CMAKE_SOURCE_DIR}/shell/app_block.cpp
+        ${CMAKE_SOURCE_DIR}/shell/main_state.cpp
+    LIBS app_schedule app_skin app_tuner)
+# The text fields' painting goes through the tests, which note what is shown and pass it on.
+target_link_options(test_tuner PRIVATE -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw)

@@ -1,0 +1,142 @@
+#include "tests/unit/tuner/tuner_test.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include "skin/screen.h"
+#include "skin/skin_access.h"
+#include "skin/skin_tables.h"
+#include "skin/skin_window.h"
+#include "tuner/digit_entry.h"
+
+namespace {
+
+std::vector<ShownText> g_shown;
+
+// The tests' share of what the main window procedure does.
+LRESULT CALLBACK TestWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    CMainState* state = MainStateOf(window);
+    if (state == nullptr) return DefWindowProcW(window, message, wParam, lParam);
+    if (message >= WM_SKIN_SLIDER && message <= WM_SKIN_CLICK) {
+        return state->OnControl(window, message, wParam, lParam);
+    }
+    const bool stylus = message >= WM_MOUSEMOVE && message <= WM_LBUTTONUP;
+    if (stylus || message == WM_SKIN_SETPOS || message == WM_SKIN_GETPOS || message == WM_PAINT ||
+        message == WM_TIMER) {
+        return SkinWindowProc(state->m_skin, window, message, wParam, lParam);
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+HWND CreateTestWindow(CMainState& state) {
+    static const ATOM kClass = [] {
+        WNDCLASSW windowClass = {};
+        windowClass.lpfnWndProc = TestWindowProc;
+        windowClass.hInstance = GetModuleHandleW(nullptr);
+        windowClass.lpszClassName = L"KoraTunerTest";
+        return RegisterClassW(&windowClass);
+    }();
+    // A window that is never active is taken down at once, with or without a window manager.
+    const HWND window =
+        CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, MAKEINTATOM(kClass), L"tuner test", WS_POPUP, 0,
+                        0, 240, 320, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    ShowWindow(window, SW_SHOWNOACTIVATE);
+    SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG_PTR>(&state));
+    state.m_skin.hWnd = window;
+    return window;
+}
+
+// The tables live as long as the program: what a test left in them goes back to the start.
+SkinTables FreshTables() {
+    static const SkinTables kTables = MainScreenTables();
+    static const std::vector<SkinButton> kButtons(kTables.pButtons, kTables.pButtons + kTables.nButtons);
+    static const std::vector<SkinSlider> kSliders(kTables.pSliders, kTables.pSliders + kTables.nSliders);
+    std::copy(kButtons.begin(), kButtons.end(), kTables.pButtons);
+    std::copy(kSliders.begin(), kSliders.end(), kTables.pSliders);
+    return kTables;
+}
+
+}  // namespace
+
+void RealDrawSkinText(CSkin& skin, int field,
+                      const WCHAR* text) __asm__("__real__Z12DrawSkinTextR5CSkiniPKw");
+void NotedDrawSkinText(CSkin& skin, int field,
+                       const WCHAR* text) __asm__("__wrap__Z12DrawSkinTextR5CSkiniPKw");
+void NotedDrawSkinText(CSkin& skin, int field, const WCHAR* text) {
+    g_shown.push_back({field, text});
+    RealDrawSkinText(skin, field, text);
+}
+
+std::ostream& operator<<(std::ostream& out, const ShownText& shown) {
+    return out << shown.field << " \"" << std::string(shown.text.begin(), shown.text.end()) << '"';
+}
+
+TunerTest::TunerTest() {
+    SetEnvironmentVariableA("KORA_SCREENWIDTH", "240");
+    SetEnvironmentVariableA("KORA_SCREENHEIGHT", "320");
+    g_app = {};
+    g_app.hInstance = GetModuleHandleW(nullptr);
+    g_app.pFMDevice = &device;
+    state = std::make_unique<CMainState>(g_app.hInstance, FreshTables());
+    g_app.pMainState = state.get();
+    window = CreateTestWindow(*state);
+    EXPECT_NE(window, nullptr) << "no window: is there a display?";
+    ForgetShown();
+}
+
+TunerTest::~TunerTest() {
+    DestroyWindow(window);
+    CloseHandle(state->m_hStopRecordEvent);
+    g_app = {};
+}
+
+void TunerTest::ClickToggle(int id, int frame) {
+    SetButtonFrame(state->m_skin, id, frame);
+    Click(id);
+}
+
+void TunerTest::Click(int id) {
+    SendMessageW(window, WM_SKIN_CLICK, static_cast<WPARAM>(id | kResultButton), 0);
+}
+void TunerTest::Repeat(int id) {
+    SendMessageW(window, WM_SKIN_REPEAT, static_cast<WPARAM>(id), 0);
+}
+void TunerTest::Key(WPARAM virtualKey) {
+    OnDigitKey(*state, window, virtualKey);
+}
+
+void TunerTest::Type(const char* digits) {
+    for (; *digits != '\0'; ++digits) Key(static_cast<WPARAM>(*digits));
+}
+
+LPARAM TunerTest::MiddleOf(int buttonId) const {
+    for (int i = 0; i < state->m_skin.nButtons; ++i) {
+        const SkinButton& button = state->m_skin.pButtons[i];
+        if (button.nId != buttonId) continue;
+        const SkinRect& rect = IsPortraitScreen() ? button.portrait.rect : button.landscape.rect;
+        return MAKELPARAM(rect.x + rect.cx / 2, rect.y + rect.cy / 2);
+    }
+    ADD_FAILURE() << "the skin has no button " << buttonId;
+    return 0;
+}
+
+void TunerTest::Press(int buttonId) {
+    SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MiddleOf(buttonId));
+}
+void TunerTest::Lift(int buttonId) {
+    SendMessageW(window, WM_LBUTTONUP, 0, MiddleOf(buttonId));
+}
+
+std::vector<ShownText> TunerTest::Shown() {
+    return g_shown;
+}
+
+std::wstring TunerTest::LastShown(int field) {
+    const auto found = std::find_if(g_shown.rbegin(), g_shown.rend(),
+                                    [&](const ShownText& shown) { return shown.field == field; });
+    return found == g_shown.rend() ? L"(never shown)" : found->text;
+}
+
+void TunerTest::ForgetShown() {
+    g_shown.clear();
+}
