@@ -22,6 +22,8 @@ if(WIN32)
     # SYSTEM would put the folder behind the compiler's own; the device's windows.h must come first.
     target_include_directories(kora_app_flags INTERFACE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/handset/include)
     target_compile_definitions(kora_app_flags INTERFACE _WIN32_WINNT=0x0600)
+    # The console is the device's printf; the compiler would make a puts of the runtime out of plain texts.
+    target_compile_options(kora_app_flags INTERFACE -fno-builtin-printf)
 
     add_library(kora_host_flags INTERFACE)
     target_link_libraries(kora_host_flags INTERFACE kora_flags)

@@ -6,17 +6,29 @@ handset_exe() { wine_start "$KORA_BIN/handset.exe" "$@"; }
 handset_ready() {
     packages_need "${KORA_BUILD_PACKAGES[@]}"
     build_preset release UI handset
-    display_any
-    wine_prefix
+    handset_stage
     handset_exe install "$(windows_path "$KORA_HOME/device")" >"$KORA_HOME/handset-install.log" 2>&1 ||
         fail "the handset could not be set up:
 $(cat "$KORA_HOME/handset-install.log")"
 }
 
+# Just large enough for the phone and its switches.
+KORA_DESKTOP=${KORA_DESKTOP:-760x700}
+
 # The user's display when there is one, else the virtual one.
 display_any() {
-    if [ -n "${DISPLAY:-}" ]; then return 0; fi
-    display_virtual 1024x768
+    [ -n "${DISPLAY:-}" ] || display_virtual "$KORA_DESKTOP"
+}
+
+# A display and a Wine prefix to stand on.
+handset_stage() {
+    local had_display=${DISPLAY:-}
+    display_any
+    wine_prefix
+    if [ -z "$had_display" ]; then
+        wine_virtual_desktop "$KORA_DESKTOP"
+        export KORA_HOSTSOUND=0
+    fi
 }
 
 kora_start() {
@@ -27,7 +39,7 @@ kora_start() {
 }
 
 kora_stop() {
-    display_any
+    handset_stage
     handset_exe stop >"$KORA_HOME/stop.log" 2>&1 || fail "the radio did not stop:
 $(cat "$KORA_HOME/stop.log")"
     display_stop
@@ -38,8 +50,7 @@ kora_stop_quietly() { [ -x "$KORA_WINE" ] && [ -d "$WINEPREFIX" ] && wineserver_
 kora_handset() {
     packages_need "${KORA_BUILD_PACKAGES[@]}"
     [ -f "$KORA_BIN/handset.exe" ] || build_preset release UI handset
-    display_any
-    wine_prefix
+    handset_stage
     local status=0
     # Through files: a Wine service started by the call would hold a pipe open for ever.
     handset_exe "$@" >"$KORA_HOME/handset.out" 2>"$KORA_HOME/handset.err" || status=$?

@@ -1,8 +1,8 @@
 # What has to be on the machine. Sourced.
 
-KORA_BUILD_PACKAGES=(cmake ninja-build g++-mingw-w64-x86-64-posix librsvg2-bin imagemagick wine64)
+KORA_BUILD_PACKAGES=(cmake ninja-build googletest g++-mingw-w64-x86-64-posix librsvg2-bin imagemagick wine64 dpkg-dev tcl make gcc libc6-dev)
 KORA_DISPLAY_PACKAGES=(xvfb x11-utils)
-KORA_TEST_PACKAGES=(googletest clang libclang-rt-dev g++-mingw-w64-i686-posix ffmpeg)
+KORA_TEST_PACKAGES=(clang libclang-rt-dev g++-mingw-w64-i686-posix ffmpeg)
 
 # packages_need NAME…: installs those that are missing, as root or through sudo, and says so.
 packages_need() {

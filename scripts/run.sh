@@ -41,6 +41,6 @@ kora_run() {
     fi
     step "starting the handset; close its window to end"
     # A desktop of its own keeps the phone and the radio's windows together, whatever the window manager does.
-    wine_start explorer "/desktop=Kora,${KORA_DESKTOP:-760x700}" "$(windows_path "$KORA_BIN/handset.exe")" panel --with-radio \
+    wine_start explorer "/desktop=Kora,$KORA_DESKTOP" "$(windows_path "$KORA_BIN/handset.exe")" panel --with-radio \
         >"$KORA_HOME/console.log" 2>"$KORA_HOME/trace.log"
 }

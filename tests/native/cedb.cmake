@@ -12,4 +12,5 @@ add_executable(native_cedb
 target_compile_options(native_cedb PRIVATE -O1)
 target_compile_options(kora_cedb_engine PRIVATE -O1)
 target_link_libraries(native_cedb PRIVATE kora_cedb_engine GTest::gtest_main)
-gtest_discover_tests(native_cedb TEST_PREFIX "native_cedb: " PROPERTIES TIMEOUT 600)
+add_test(NAME native_cedb COMMAND native_cedb)
+set_tests_properties(native_cedb PROPERTIES TIMEOUT 600)

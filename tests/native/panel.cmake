@@ -11,4 +11,5 @@ add_executable(native_panel
 target_include_directories(native_panel PRIVATE ${CMAKE_SOURCE_DIR})
 target_compile_options(native_panel PRIVATE -O1)
 target_link_libraries(native_panel PRIVATE kora_flags GTest::gmock_main)
-gtest_discover_tests(native_panel TEST_PREFIX "native panel: ")
+add_test(NAME native_panel COMMAND native_panel)
+set_tests_properties(native_panel PROPERTIES TIMEOUT 600)

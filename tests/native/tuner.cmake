@@ -10,4 +10,5 @@ target_include_directories(native_tuner PRIVATE ${CMAKE_SOURCE_DIR})
 # A hundred million steps are walked.
 target_compile_options(native_tuner PRIVATE -O1)
 target_link_libraries(native_tuner PRIVATE kora_flags GTest::gmock_main)
-gtest_discover_tests(native_tuner TEST_PREFIX "native tuner: ")
+add_test(NAME native_tuner COMMAND native_tuner)
+set_tests_properties(native_tuner PROPERTIES TIMEOUT 600)

@@ -1,6 +1,5 @@
-// A process ends at each single write, flush, truncation and deletion that the changes of a volume take, once
-// in the middle of a write; the volume then holds what had been completed, and at most the one change in
-// progress.
+// A process ends at each single write, truncation and deletion that the changes of a volume take, before it,
+// amid it and after it; the volume then holds every completed change, and at most the one in progress.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -20,32 +19,30 @@ constexpr int kCrashed = 99;
 constexpr int kFailed = 98;
 const PlainCollator kCollator;
 
+// Where in the call the process ends.
+enum class End { Before, Amid, After };
+
 // SQLite's calls of the operating system, counted down to the one at which the process ends.
 long g_callsLeft = 0;
-bool g_torn = false;
+End g_end = End::Before;
 
-bool IsLast() {
-    return --g_callsLeft == 0;
-}
-
-ssize_t Pwrite(int file, const void* data, size_t size, off_t offset) {
-    if (!IsLast()) return pwrite(file, data, size, offset);
-    if (g_torn) (void)!pwrite(file, data, size / 2, offset);
+template <typename Result, typename Call, typename Part>
+Result Counted(Call whole, Part part) {
+    if (--g_callsLeft != 0) return whole();
+    if (g_end == End::Amid) part();
+    if (g_end == End::After) (void)whole();
     _exit(kCrashed);
 }
-int Fsync(int file) {
-    if (IsLast()) _exit(kCrashed);
-    // The file outlives the process with or without it; only its place in the order matters here.
-    (void)file;
-    return 0;
+
+ssize_t Write(int file, const void* data, size_t size) {
+    return Counted<ssize_t>([&] { return write(file, data, size); },
+                            [&] { (void)!write(file, data, size / 2); });
 }
 int Ftruncate(int file, off_t size) {
-    if (IsLast()) _exit(kCrashed);
-    return ftruncate(file, size);
+    return Counted<int>([&] { return ftruncate(file, size); }, [] {});
 }
 int Unlink(const char* path) {
-    if (IsLast()) _exit(kCrashed);
-    return unlink(path);
+    return Counted<int>([&] { return unlink(path); }, [] {});
 }
 
 template <typename Call>
@@ -54,13 +51,11 @@ void Replace(const char* name, Call call) {
     (void)vfs->xSetSystemCall(vfs, name, reinterpret_cast<sqlite3_syscall_ptr>(call));
 }
 
-void EndAtCall(long call, bool torn) {
+void EndAtCall(long call, End end) {
     sqlite3_initialize();
     g_callsLeft = call;
-    g_torn = torn;
-    Replace("pwrite", Pwrite);
-    Replace("pwrite64", Pwrite);
-    Replace("fsync", Fsync);
+    g_end = end;
+    Replace("write", Write);
     Replace("ftruncate", Ftruncate);
     Replace("unlink", Unlink);
 }
@@ -75,7 +70,7 @@ DatabaseInfo Database() {
 
 std::vector<PropertyChange> Values(unsigned number) {
     // Long ones, so that a change takes pages of its own.
-    return {Set(kName, std::u16string(300 + number * 40, static_cast<char16_t>(u'a' + number % 26))),
+    return {Set(kName, std::u16string(100 + number * 20, static_cast<char16_t>(u'a' + number % 26))),
             Set(kValue, number)};
 }
 
@@ -142,12 +137,12 @@ std::string Dump(const std::string& path) {
 
 // Makes the changes in a process of their own; one byte comes through the pipe for each that has returned.
 // Gives the process's exit code.
-int RunChild(const std::string& path, long call, bool torn, std::size_t* completed) {
+int RunChild(const std::string& path, long call, End end, std::size_t* completed) {
     int ends[2];
     EXPECT_EQ(pipe(ends), 0);
     const pid_t child = fork();
     if (child == 0) {
-        EndAtCall(call, torn);
+        EndAtCall(call, end);
         {
             Volume volume(kCollator);
             if (volume.Open(path) != Status::Ok) _exit(kFailed);
@@ -187,13 +182,13 @@ TEST(Crash, AtWhateverCallTheProcessEndsTheVolumeHoldsEveryCompletedChange) {
     states.push_back(states.back());
     int crashes = 0;
     int undone = 0;
-    for (const bool torn : {false, true}) {
+    for (const End end : {End::Before, End::Amid, End::After}) {
         for (long call = 1;; ++call) {
             ASSERT_LT(call, 2000);
             std::remove((file.Path() + "-journal").c_str());
             file.SetContents(filled);
             std::size_t completed = 0;
-            const int code = RunChild(file.Path(), call, torn, &completed);
+            const int code = RunChild(file.Path(), call, end, &completed);
             if (code == 0) break;
             ASSERT_EQ(code, kCrashed) << "call " << call;
             ++crashes;

@@ -1,6 +1,7 @@
 // Volume files for tests.
 #include "tests/native/cedb/volume_file.h"
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -24,7 +25,7 @@ std::string PlainCollator::TextKey(std::uint32_t lcid, std::uint32_t flags,
 VolumeFile::VolumeFile() {
     static int count = 0;
     const bool inMemory = access("/dev/shm", W_OK) == 0;
-    path_ = std::string(inMemory ? "/dev/shm" : "/tmp") + "/kora-cedb-" + std::to_string(getpid()) + "-" +
+    path_ = (inMemory ? "/dev/shm/" : testing::TempDir()) + "kora-cedb-" + std::to_string(getpid()) + "-" +
             std::to_string(++count) + ".vol";
 }
 
