@@ -43,7 +43,7 @@ LRESULT PanelWindow::OnStylusMove(WPARAM, LPARAM lParam) {
     if (view_.pressedSwitch != nullptr && view_.pressedSwitch->kind == SwitchKind::kSlider) {
         DragSlider(GET_X_LPARAM(lParam));
     }
-    if (grip_) DragPanel();
+    if (grip_) DragPanel(GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
     return 0;
 }
 
@@ -84,11 +84,12 @@ void PanelWindow::DragSlider(int x) {
     Refresh();
 }
 
-// Not by the system's own dragging, which would activate the window.
-void PanelWindow::DragPanel() {
-    POINT pointer = {};
-    GetCursorPos(&pointer);
-    SetWindowPos(window_, nullptr, pointer.x - grip_->x, pointer.y - grip_->y, 0, 0,
+// Not by the system's own dragging, which would activate the window. The point is the message's: where the
+// pointer stands by now is another process's to say, and may not have arrived.
+void PanelWindow::DragPanel(int x, int y) {
+    RECT place = {};
+    GetWindowRect(window_, &place);
+    SetWindowPos(window_, nullptr, place.left + x - grip_->x, place.top + y - grip_->y, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

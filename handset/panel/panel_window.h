@@ -42,7 +42,7 @@ class PanelWindow {
     void ReleaseKey();
     void RepeatKey();
     void DragSlider(int x);
-    void DragPanel();
+    void DragPanel(int x, int y);
     // Moves the window so that it lies on the host's screen.
     void KeepOnScreen();
     [[nodiscard]] RECT DisplayOnScreen() const;

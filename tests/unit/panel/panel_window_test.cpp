@@ -192,9 +192,7 @@ TEST_F(PanelWindowTest, ASecondPanelIsRefused) {
 TEST_F(PanelWindowTest, ThePanelIsMovedByItsBody) {
     SetWindowPos(window_, nullptr, 40, 30, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     const POINT held = {upright_.body.x + 3, upright_.body.y + upright_.body.h / 2};
-    SetCursorPos(40 + held.x, 30 + held.y);
     SendMessageW(window_, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(held.x, held.y));
-    SetCursorPos(40 + held.x + 25, 30 + held.y + 17);
     SendMessageW(window_, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(held.x + 25, held.y + 17));
     SendMessageW(window_, WM_LBUTTONUP, 0, MAKELPARAM(held.x, held.y));
     RECT place = {};
