@@ -23,8 +23,8 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
     RegisterClassW(&windowClass);
     const HWND window = CreateWindowExW(0, L"KoraBareWindow", L"bare", WS_POPUP | WS_VISIBLE, 0, 0, 240, 320,
                                         nullptr, nullptr, instance, nullptr);
-    CreateWindowExW(0, WC_LISTVIEWW, L"", WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_NOCOLUMNHEADER, 0, 105, 240,
-                    105, window, nullptr, instance, nullptr);
+    CreateWindowExW(0, WC_LISTVIEWW, L"", WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_NOCOLUMNHEADER, 0, 105,
+                    240, 105, window, nullptr, instance, nullptr);
     UpdateWindow(window);
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {

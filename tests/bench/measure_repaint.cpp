@@ -16,7 +16,8 @@ std::vector<Row> MeasureRepaint() {
         std::string what, ours, copy;
         if (!std::getline(columns, what, '\t') || !std::getline(columns, ours, '\t')) continue;
         std::getline(columns, copy);
-        rows.push_back({what, std::atof(ours.c_str()), "BitBlt of the same pixels", std::atof(copy.c_str()), "us", ""});
+        rows.push_back(
+            {what, std::atof(ours.c_str()), "BitBlt of the same pixels", std::atof(copy.c_str()), "us", ""});
     }
     return rows;
 }

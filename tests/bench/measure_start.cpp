@@ -14,7 +14,8 @@ std::vector<Row> MeasureStart(const Programs& programs) {
         bare.push_back(ProgramRun(programs.bareWindow, L"KoraBareWindow").PaintedAfter_ms());
         radio.push_back(ProgramRun(programs.radio, L"Kora").PaintedAfter_ms());
     }
-    return {{"start to first full paint", Median(radio), "bare window with a list view", Median(bare), "ms", ""}};
+    return {
+        {"start to first full paint", Median(radio), "bare window with a list view", Median(bare), "ms", ""}};
 }
 
 }  // namespace bench

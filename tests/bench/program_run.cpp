@@ -1,7 +1,5 @@
 #include "tests/bench/program_run.h"
 
-#include <psapi.h>
-
 namespace bench {
 namespace {
 
@@ -55,25 +53,10 @@ ProgramRun::ProgramRun(const std::wstring& path, const wchar_t* windowClass) {
 ProgramRun::~ProgramRun() {
     if (m_process.hProcess == nullptr) return;
     PostMessageW(m_window, WM_CLOSE, 0, 0);
-    if (WaitForSingleObject(m_process.hProcess, 10000) != WAIT_OBJECT_0) TerminateProcess(m_process.hProcess, 1);
+    if (WaitForSingleObject(m_process.hProcess, 10000) != WAIT_OBJECT_0)
+        TerminateProcess(m_process.hProcess, 1);
     CloseHandle(m_process.hThread);
     CloseHandle(m_process.hProcess);
-}
-
-double ProgramRun::Cpu_ms() const {
-    FILETIME created, exited, kernel, user;
-    if (!GetProcessTimes(m_process.hProcess, &created, &exited, &kernel, &user)) return 0;
-    const auto value = [](const FILETIME& time) {
-        return static_cast<double>(static_cast<ULONGLONG>(time.dwHighDateTime) << 32 | time.dwLowDateTime) / 1e4;
-    };
-    return value(kernel) + value(user);
-}
-
-double ProgramRun::Private_MB() const {
-    PROCESS_MEMORY_COUNTERS_EX memory = {};
-    memory.cb = sizeof memory;
-    GetProcessMemoryInfo(m_process.hProcess, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory);
-    return static_cast<double>(memory.PrivateUsage) / (1024.0 * 1024.0);
 }
 
 }  // namespace bench

@@ -16,14 +16,11 @@ class ProgramRun {
     ProgramRun(const ProgramRun&) = delete;
     ProgramRun& operator=(const ProgramRun&) = delete;
 
-    // From the start to the moment when the window was shown and had nothing left to paint; negative when that
-    // did not come within 30 s.
+    // From the start to the moment when the window was shown and had nothing left to paint; negative when
+    // that did not come within 30 s.
     double PaintedAfter_ms() const { return m_painted_ms; }
-    // User and kernel time so far.
-    double Cpu_ms() const;
-    // Private memory.
-    double Private_MB() const;
     HWND Window() const { return m_window; }
+    HANDLE Process() const { return m_process.hProcess; }
 
   private:
     PROCESS_INFORMATION m_process = {};

@@ -58,8 +58,8 @@ HWND CreateScreen() {
     windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.lpszClassName = L"KoraBenchScreen";
     RegisterClassW(&windowClass);
-    const HWND window = CreateWindowExW(0, L"KoraBenchScreen", L"", WS_POPUP | WS_VISIBLE, 0, 0, 240, 320, nullptr,
-                                        nullptr, windowClass.hInstance, nullptr);
+    const HWND window = CreateWindowExW(0, L"KoraBenchScreen", L"", WS_POPUP | WS_VISIBLE, 0, 0, 240, 320,
+                                        nullptr, nullptr, windowClass.hInstance, nullptr);
     static_cast<SkinTables&>(g_skin) = MainScreenTables();
     g_skin.hInstance = windowClass.hInstance;
     g_skin.hWnd = window;
@@ -98,7 +98,8 @@ int main() {
     PrintRow("repaint, whole screen", Full(window, true), fullCopy);
     PrintRow("repaint, one label", Each([] { DrawSkinText(g_skin, TEXT_FREQUENCY, L"98.5 MHz"); }),
              Each([window] { CopyPicture(window, 123, 30, 117, 35); }));
-    PrintRow("repaint, one button", Each([window] { RepaintElements(g_skin, window, FALSE, SKIN_SEEK_UP, -1); }),
+    PrintRow("repaint, one button",
+             Each([window] { RepaintElements(g_skin, window, FALSE, SKIN_SEEK_UP, -1); }),
              Each([window] { CopyPicture(window, 120, 236, 37, 30); }));
     DestroyWindow(window);
     return 0;

@@ -1,0 +1,113 @@
+#include "tests/bench/process_usage.h"
+
+#include <psapi.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace bench {
+namespace {
+
+constexpr double kUnknown = -1;
+
+std::string Utf8(const std::wstring& text) {
+    std::string bytes(text.size() * 3, '\0');
+    bytes.resize(static_cast<std::size_t>(
+        WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(),
+                            static_cast<int>(bytes.size()), nullptr, nullptr)));
+    return bytes;
+}
+
+// Files under /proc have no size that could be asked for; they are read to their end.
+std::string ReadProc(const std::wstring& path) {
+    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+    std::string text;
+    if (file == INVALID_HANDLE_VALUE) return text;
+    char part[4096];
+    for (DWORD read = 0; ReadFile(file, part, sizeof part, &read, nullptr) && read > 0;)
+        text.append(part, read);
+    CloseHandle(file);
+    return text;
+}
+
+template <typename Visit>
+void EachNumberedFolder(const std::wstring& folder, Visit visit) {
+    WIN32_FIND_DATAW found;
+    const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return;
+    do {
+        const std::wstring name = found.cFileName;
+        if (std::all_of(name.begin(), name.end(), [](wchar_t c) { return c >= L'0' && c <= L'9'; })) {
+            visit(folder + L"\\" + name);
+        }
+    } while (FindNextFileW(search, &found));
+    FindClose(search);
+}
+
+// The Linux process whose command line begins with the program's path. The newest wins: its number is the
+// highest.
+std::wstring FindProcFolder(const std::wstring& path) {
+    const std::string wanted = Utf8(path);
+    std::wstring best;
+    long bestNumber = 0;
+    EachNumberedFolder(L"Z:\\proc", [&](const std::wstring& folder) {
+        const std::string line = ReadProc(folder + L"\\cmdline");
+        const long number = std::wcstol(folder.substr(folder.rfind(L'\\') + 1).c_str(), nullptr, 10);
+        if (line.find(wanted) == std::string::npos || line.find("wine64") != std::string::npos) return;
+        if (number < bestNumber) return;
+        best = folder;
+        bestNumber = number;
+    });
+    return best;
+}
+
+double Sum_kB(const std::string& text, const std::string& label) {
+    double sum = 0;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.rfind(label, 0) == 0) sum += std::atof(line.c_str() + line.find(':') + 1);
+    }
+    return sum;
+}
+
+}  // namespace
+
+ProcessUsage::ProcessUsage(HANDLE process, const std::wstring& path)
+    : m_process(process), m_procFolder(FindProcFolder(path)) {}
+
+double ProcessUsage::Cpu_ms() const {
+    if (!m_procFolder.empty()) {
+        double nanoseconds = 0;
+        // The first number of a thread's schedstat is its time on a processor.
+        EachNumberedFolder(m_procFolder + L"\\task", [&](const std::wstring& task) {
+            nanoseconds += std::atof(ReadProc(task + L"\\schedstat").c_str());
+        });
+        return nanoseconds / 1e6;
+    }
+    FILETIME created, exited, kernel, user;
+    if (!GetProcessTimes(m_process, &created, &exited, &kernel, &user)) return kUnknown;
+    const auto value = [](const FILETIME& time) {
+        return static_cast<double>(static_cast<ULONGLONG>(time.dwHighDateTime) << 32 | time.dwLowDateTime) /
+               1e4;
+    };
+    return value(kernel) + value(user);
+}
+
+double ProcessUsage::Private_MB() const {
+    if (!m_procFolder.empty()) {
+        const std::string rollup = ReadProc(m_procFolder + L"\\smaps_rollup");
+        return Sum_kB(rollup, "Private_") / 1024;
+    }
+    PROCESS_MEMORY_COUNTERS_EX memory = {};
+    memory.cb = sizeof memory;
+    if (!GetProcessMemoryInfo(m_process, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory),
+                              sizeof memory)) {
+        return kUnknown;
+    }
+    return static_cast<double>(memory.PrivateUsage) / (1024.0 * 1024.0);
+}
+
+}  // namespace bench
