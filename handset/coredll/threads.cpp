@@ -123,7 +123,10 @@ COREDLL_EXPORT DWORD WINAPI DeviceSuspendThread(HANDLE thread) {
 COREDLL_EXPORT DWORD WINAPI DeviceResumeThread(HANDLE thread) {
     const CallGuard guard;
     const DWORD id = OwnLiveThread(thread);
-    return id == 0 ? ResumeThread(thread) : coredll::ThreadRecordOf(id)->RemoveSuspension();
+    if (id == 0) return ResumeThread(thread);
+    const DWORD previous = coredll::ThreadRecordOf(id)->RemoveSuspension();
+    // A thread that nobody suspended here may have been made suspended by the host: the C++ runtime does so.
+    return previous == 0 ? ResumeThread(thread) : previous;
 }
 
 COREDLL_EXPORT void WINAPI DeviceExitThread(DWORD code) {
