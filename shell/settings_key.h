@@ -3,7 +3,9 @@
 
 #include <windows.h>
 
-inline constexpr WCHAR kSettingsKey[] = L"\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
+#include "tuner/fm_device.h"
+
+inline constexpr const WCHAR* kSettingsKey = kFMDeviceKey;
 
 // Reads the name of the selected channel group, at most `capacity` characters; "" and false when there is
 // none. Read each time it is needed, never kept.

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr std::size_t kGroupNameCapacity = 32;
+constexpr std::size_t kShownGroupCapacity = 32;
 constexpr std::size_t kChannelNameCapacity = 260;
 
 // Looks up the name that the group keeps for the frequency. The one place to join the channel store to the
@@ -32,7 +32,7 @@ void RefreshFrequencyDisplay(CMainState& state) {
     g_app.pFMDevice->GetChannel(&channel);
     DrawSkinText(state.m_skin, TEXT_FREQUENCY, ScreenFrequencyText(channel).sz);
 
-    WCHAR group[kGroupNameCapacity] = L"";
+    WCHAR group[kShownGroupCapacity] = L"";
     RegistryGetString(HKEY_CLASSES_ROOT, kFMDeviceKey, L"Selected", group,
                       static_cast<UINT>(std::size(group)));
     WCHAR name[kChannelNameCapacity] = L"";

@@ -75,6 +75,9 @@ LONG_PTR WINAPI CeSetWindowLongW(HWND window, int index, LONG_PTR value) WINCEOE
 }
 #endif
 
+// On the device a breakpoint is an instruction, not a call.
+#define DebugBreak() __debugbreak()
+
 // A CE program starts in WinMain with a wide command line.
 #define WinMain wWinMain
 

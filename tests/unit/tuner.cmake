@@ -10,8 +10,6 @@ kora_test(test_tuner APP
         tuner/tuner_test.cpp
         tuner/volume_keys_test.cpp
         ${CMAKE_SOURCE_DIR}/tests/native/tuner/frequency_test.cpp
-        ${CMAKE_SOURCE_DIR}/shell/app_block.cpp
-        ${CMAKE_SOURCE_DIR}/shell/main_state.cpp
-    LIBS app_schedule app_skin app_tuner)
+    LIBS app_channels app_schedule app_shell app_skin app_tuner)
 # The text fields' painting goes through the tests, which note what is shown and pass it on.
 target_link_options(test_tuner PRIVATE -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw)

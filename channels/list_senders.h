@@ -1,0 +1,11 @@
+// The two lists that the channel database fills: what it sends, as messages of the real windows. `context` is
+// the window.
+#pragma once
+
+#include <windows.h>
+
+// The channel list view. Gives the window's answer to LVM_GETITEMCOUNT and LVM_GETSELECTIONMARK, else 0.
+LRESULT SendToChannelList(void* context, UINT message, WPARAM wParam, LPARAM lParam);
+
+// The group list box. Gives the window's answer to queries, else 0; other messages are not passed on.
+LRESULT SendToGroupList(void* context, UINT message, WPARAM wParam, LPARAM lParam);
