@@ -28,24 +28,37 @@ class RadioTest : public testing::Test {
         return commands;
     }
 
-    bool WaitForCall(const std::string& call) const {
-        return WaitFor([&] {
-            const auto calls = handset.TunerCalls();
+    // A wait that was in vain shows what came instead.
+    testing::AssertionResult WaitForCall(const std::string& call) const {
+        std::vector<std::string> calls;
+        const bool came = WaitFor([&] {
+            calls = handset.TunerCalls();
             return std::find(calls.begin(), calls.end(), call) != calls.end();
         });
+        if (came) return testing::AssertionSuccess();
+        return testing::AssertionFailure() << call << " is not among " << testing::PrintToString(calls);
     }
 
-    bool WaitForTrace(const std::string& text) const {
-        return WaitFor([&] { return handset.Trace().find(text) != std::string::npos; });
+    testing::AssertionResult WaitForTrace(const std::string& text) const {
+        return WaitForText(text, [this] { return handset.Trace(); });
     }
 
-    bool WaitForConsole(const std::string& text) const {
-        return WaitFor([&] { return handset.Console().find(text) != std::string::npos; });
+    testing::AssertionResult WaitForConsole(const std::string& text) const {
+        return WaitForText(text, [this] { return handset.Console(); });
     }
 
     static int Count(const std::vector<std::string>& lines, const std::string& start) {
-        return static_cast<int>(std::count_if(lines.begin(), lines.end(),
-                                              [&](const std::string& line) { return line.rfind(start, 0) == 0; }));
+        return static_cast<int>(std::count_if(
+            lines.begin(), lines.end(), [&](const std::string& line) { return line.rfind(start, 0) == 0; }));
+    }
+
+  private:
+    template <class Read>
+    static testing::AssertionResult WaitForText(const std::string& text, Read read) {
+        std::string written;
+        const bool came = WaitFor([&] { return (written = read()).find(text) != std::string::npos; });
+        if (came) return testing::AssertionSuccess();
+        return testing::AssertionFailure() << '"' << text << "\" is not in \"" << written << '"';
     }
 };
 
