@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include "channels/list_selection.h"
 #include "shell/main_state.h"
 #include "skin/screen.h"
 
@@ -28,10 +29,15 @@ LRESULT OnCustomDraw(const CMainState& state, NMLVCUSTOMDRAW& draw) {
 
 }  // namespace
 
-LRESULT OnChannelListNotify(CMainState& state, HWND, NMHDR* header) {
-    // The rows carry no stored channels yet, so activation and selection have nothing to tune to.
+LRESULT OnChannelListNotify(CMainState& state, HWND window, NMHDR* header) {
     if (header->code == static_cast<UINT>(NM_CUSTOMDRAW)) {
         return OnCustomDraw(state, *reinterpret_cast<NMLVCUSTOMDRAW*>(header));
+    }
+    if (header->code == static_cast<UINT>(LVN_ITEMACTIVATE)) {
+        TuneToRow(state, window, reinterpret_cast<NMITEMACTIVATE*>(header)->iItem);
+    }
+    if (header->code == static_cast<UINT>(LVN_ITEMCHANGED)) {
+        TuneToRowAfterRest(state, window, reinterpret_cast<NMLISTVIEW*>(header)->iItem);
     }
     return 0;
 }

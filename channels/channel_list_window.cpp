@@ -4,9 +4,12 @@
 #include <commctrl.h>
 
 #include "channels/channel_list_keys.h"
+#include "channels/list_selection.h"
+#include "channels/list_senders.h"
 #include "resources/resource_ids.h"
 #include "shell/main_state.h"
 #include "shell/owned.h"
+#include "shell/settings_key.h"
 #include "skin/screen.h"
 
 namespace {
@@ -81,6 +84,11 @@ bool CreateChannelList(CMainState& state, HWND window) {
     state.m_hListBackground = ListBackground(state, window, rect);
     SetBackground(list, state.m_hListBackground);
     state.m_hListFont = CreateListFont();
+    state.m_ChannelDB.SetListSender(list, SendToChannelList);
+    WCHAR group[kGroupNameCapacity] = L"";
+    ReadSelectedGroup(group, kGroupNameCapacity);
+    state.m_ChannelDB.CEDB_ShowGroup(kChannelDatabase, group);
     SubclassChannelList(list);
+    HighlightTunedChannel(list);
     return true;
 }

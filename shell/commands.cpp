@@ -1,10 +1,13 @@
 #include "shell/commands.h"
 
+#include "channels/group_dialog.h"
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
 #include "shell/information_dialog.h"
 #include "shell/main_state.h"
 #include "shell/messages.h"
+#include "shell/popup_menu.h"
+#include "tuner/auto_scan.h"
 
 namespace {
 
@@ -30,8 +33,8 @@ struct CommandRow {
 
 // clang-format off
 constexpr CommandRow kCommands[] = {
-    {IDC_AUTOSCAN,      nullptr,     L"automatic scan"},
-    {IDC_CHANNEL_LISTS, nullptr,     L"channel lists"},
+    {IDC_AUTOSCAN,      StartAutoScan, L"automatic scan"},
+    {IDC_CHANNEL_LISTS, ShowGroupDialog, L"channel lists"},
     {IDC_SETTINGS,      nullptr,     L"settings"},
     {IDC_INFORMATION,   Information, L"information"},
     {IDC_SLEEP_OFF,     nullptr,     L"sleep timer off"},
@@ -39,7 +42,7 @@ constexpr CommandRow kCommands[] = {
     {IDC_SLEEP_30,      nullptr,     L"sleep timer, 30 min"},
     {IDC_SLEEP_60,      nullptr,     L"sleep timer, 60 min"},
     {IDC_SCHEDULE,      nullptr,     L"scheduled recording"},
-    {IDC_ADD_CURRENT,   nullptr,     L"add current channel"},
+    {IDC_ADD_CURRENT,   AddCurrentChannel, L"add current channel"},
     {static_cast<WORD>(IDC_EXIT), Exit, L"exit"},
 };
 // clang-format on

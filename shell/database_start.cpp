@@ -1,5 +1,7 @@
 #include "shell/database_start.h"
 
+#include "channels/channel_db.h"
+
 namespace {
 constexpr WCHAR kDatabaseCommand[] = L"Kora.vol";
 }
@@ -10,6 +12,6 @@ bool IsDatabaseStart(const WCHAR* commandLine) {
 }
 
 void BuildDatabase() {
-    // No channel volume is kept yet, so there is nothing to build; the trace says so and the start ends.
-    NKDbgPrintfW(L"FM: *** the channel database cannot be built: no channel store\n");
+    CChannelDB database;
+    database.CEDB_BuildFromRegistry();
 }

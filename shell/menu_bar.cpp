@@ -7,6 +7,7 @@
 #include "shell/app_block.h"
 #include "shell/commands.h"
 #include "shell/main_state.h"
+#include "shell/settings_key.h"
 
 namespace {
 
@@ -33,4 +34,13 @@ HWND CreateMainMenuBar(HWND window) {
     return info.hwndMB;
 }
 
-void EnableMenuItems(CMainState&, HMENU menu) { GreyMissingCommands(menu); }
+void EnableMenuItems(CMainState& state, HMENU menu) {
+    GreyMissingCommands(menu);
+    std::uint32_t channel = 0;
+    if (g_app.pFMDevice != nullptr) g_app.pFMDevice->GetChannel(&channel);
+    WCHAR group[kGroupNameCapacity] = L"";
+    ReadSelectedGroup(group, kGroupNameCapacity);
+    WCHAR name[kChannelTextCapacity] = L"";
+    const bool stored = state.m_ChannelDB.CEDB_FindChannelName(group, channel, name) != 0;
+    EnableMenuItem(menu, IDC_ADD_CURRENT, MF_BYCOMMAND | (stored ? MF_GRAYED : MF_ENABLED));
+}

@@ -12,6 +12,7 @@
 #include "shell/main_state.h"
 #include "shell/menu_bar.h"
 #include "shell/messages.h"
+#include "shell/popup_menu.h"
 #include "shell/scan_finished.h"
 #include "shell/shutdown.h"
 #include "channels/channel_list_notify.h"
@@ -52,6 +53,11 @@ LRESULT OnSettingChange(CMainState&, HWND hwnd, UINT, WPARAM wParam, LPARAM lPar
 LRESULT OnNotify(CMainState& state, HWND hwnd, UINT, WPARAM wParam, LPARAM lParam) {
     if (wParam != 0) return 0;
     return OnChannelListNotify(state, hwnd, reinterpret_cast<NMHDR*>(lParam));
+}
+
+LRESULT OnContextMenu(CMainState& state, HWND hwnd, UINT, WPARAM, LPARAM lParam) {
+    ShowChannelPopup(state, hwnd, static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam)));
+    return 0;
 }
 
 LRESULT OnKeyDown(CMainState& state, HWND hwnd, UINT, WPARAM wParam, LPARAM) {
@@ -106,7 +112,7 @@ constexpr MessageRow kMessages[] = {
     {WM_PAINT,             WM_PAINT,             OnPaint,         L"painting"},
     {WM_SETTINGCHANGE,     WM_SETTINGCHANGE,     OnSettingChange, L"settings of the device"},
     {WM_NOTIFY,            WM_NOTIFY,            OnNotify,        L"channel list"},
-    {WM_CONTEXTMENU,       WM_CONTEXTMENU,       nullptr,         L"channel popup menu"},
+    {WM_CONTEXTMENU,       WM_CONTEXTMENU,       OnContextMenu,   L"channel popup menu"},
     {WM_KEYDOWN,           WM_KEYDOWN,           OnKeyDown,       L"keys"},
     {WM_KEYUP,             WM_KEYUP,             Swallow,         L"keys"},
     {WM_COMMAND,           WM_COMMAND,           OnCommand,       L"menu commands"},

@@ -2,27 +2,20 @@
 
 #include <windows.h>
 
-#include <regext.h>
-
 #include <cstdint>
 #include <iterator>
 
+#include "channels/channel_db.h"
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
 #include "shell/main_state.h"
+#include "shell/settings_key.h"
 #include "skin/skin_paint.h"
 #include "tuner/frequency.h"
 
 namespace {
 
 constexpr std::size_t kShownGroupCapacity = 32;
-constexpr std::size_t kChannelNameCapacity = 260;
-
-// Looks up the name that the group keeps for the frequency. The one place to join the channel store to the
-// display: nothing stores channels yet, so no frequency has a name.
-bool FindStoredChannelName(CChannelDB&, const WCHAR* /*group*/, std::uint32_t /*channel*/, WCHAR* /*name*/) {
-    return false;
-}
 
 }  // namespace
 
@@ -33,9 +26,10 @@ void RefreshFrequencyDisplay(CMainState& state) {
     DrawSkinText(state.m_skin, TEXT_FREQUENCY, ScreenFrequencyText(channel).sz);
 
     WCHAR group[kShownGroupCapacity] = L"";
-    RegistryGetString(HKEY_CLASSES_ROOT, kFMDeviceKey, L"Selected", group,
-                      static_cast<UINT>(std::size(group)));
-    WCHAR name[kChannelNameCapacity] = L"";
-    const bool stored = FindStoredChannelName(state.m_ChannelDB, group, channel, name);
+    ReadSelectedGroup(group, static_cast<UINT>(std::size(group)));
+    WCHAR name[kChannelTextCapacity] = L"";
+    // A store of its own: a paint may come while a scan is in an operation of the main state's.
+    CChannelDB lookup;
+    const bool stored = lookup.CEDB_FindChannelName(group, channel, name) != 0;
     DrawSkinText(state.m_skin, TEXT_CHANNEL_NAME, stored ? name : L"Unknown");
 }

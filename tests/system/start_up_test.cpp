@@ -81,12 +81,17 @@ TEST_F(StartUp, TheCameraIsClosedAndTheTraceSaysSo) {
     EXPECT_THAT(handset.Trace(), HasSubstr(" ** FM start to work and to CLOSE Camera **\r\n"));
 }
 
-TEST_F(StartUp, ADatabaseCommandLineInAnyLetterCaseExitsWithoutAWindow) {
+TEST_F(StartUp, ADatabaseCommandLineInAnyLetterCaseCreatesTheDatabaseAndExitsWithoutAWindow) {
     Radio radio(handset, L"kORA.VOL");
+    const HWND box = radio.WaitForBox(nullptr);
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(radio.Window(), nullptr);
+    Radio::Answer(box, IDOK);
     ASSERT_TRUE(radio.WaitUntilGone());
     EXPECT_EQ(radio.ExitCode(), 0u);
     EXPECT_TRUE(handset.TunerCalls().empty());
     EXPECT_THAT(handset.Trace(), Not(HasSubstr("FM: Program Terminated.\n")));
+    EXPECT_NE(GetFileAttributesW(handset.DevicePath(L"\\KORA.vol").c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
 TEST_F(StartUp, TheDatabaseWordFollowedByMoreIsAnOrdinaryStart) {

@@ -6,6 +6,7 @@ kora_test(test_shell APP
         shell/database_start_test.cpp
         shell/keys_test.cpp
         shell/main_state_test.cpp
+        shell/menu_enabling_test.cpp
         shell/scan_finished_test.cpp
         shell/shell_test.cpp
         shell/shut_down_test.cpp

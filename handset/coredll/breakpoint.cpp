@@ -1,0 +1,33 @@
+// A break without a debugger: the device's kernel notes it and goes on, the desktop would end the program.
+#include <windows.h>
+
+namespace {
+
+constexpr BYTE kBreakInstruction = 0xCC;
+
+#if defined(__x86_64__)
+DWORD64& InstructionPointer(CONTEXT& context) {
+    return context.Rip;
+}
+#else
+DWORD& InstructionPointer(CONTEXT& context) {
+    return context.Eip;
+}
+#endif
+
+// Runs after the handlers of debuggers and of the program's own guards.
+LONG WINAPI GoOnAfterBreak(EXCEPTION_POINTERS* exception) {
+    if (exception->ExceptionRecord->ExceptionCode != static_cast<DWORD>(EXCEPTION_BREAKPOINT)) {
+        return EXCEPTION_CONTINUE_SEARCH;
+    }
+    auto& next = InstructionPointer(*exception->ContextRecord);
+    if (*reinterpret_cast<const BYTE*>(next) == kBreakInstruction) ++next;
+    return EXCEPTION_CONTINUE_EXECUTION;
+}
+
+struct BreakHandler {
+    void* handler = AddVectoredExceptionHandler(FALSE, GoOnAfterBreak);
+    ~BreakHandler() { RemoveVectoredExceptionHandler(handler); }
+} const g_handler;
+
+}  // namespace

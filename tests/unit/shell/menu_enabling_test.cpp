@@ -1,0 +1,53 @@
+#include "shell/menu_bar.h"
+
+#include "resources/resource_ids.h"
+#include "shell/settings_key.h"
+#include "tests/unit/shell/shell_test.h"
+
+namespace {
+
+// A handset of the test's own: an empty device root and a state key that goes with it.
+class MenuEnabling : public test::ShellTest {
+  protected:
+    MenuEnabling() {
+        WCHAR folder[MAX_PATH] = L"";
+        ::GetEnvironmentVariableW(L"TEMP", folder, MAX_PATH);
+        SetEnvironmentVariableW(L"KORA_DEVICEROOT", folder);
+        SetEnvironmentVariableW(L"KORA_STATEKEY", L"Software\\Kora Menu Test");
+        DeleteFileW(L"\\KORA.vol");
+        WriteSelectedGroup(L"Mine");
+        PropRecord record = {};
+        wcscpy(record.szCountryName, L"Mine");
+        wcscpy(record.szPropRecord_ChannelName, L"One");
+        record.dwPropRecord_ChannelValue = 9850;
+        EXPECT_NE(state->m_ChannelDB.CEDB_InsertRecord(record), 0u);
+        AppendMenuW(menu, MF_STRING, IDC_ADD_CURRENT, L"add");
+    }
+    ~MenuEnabling() override {
+        DestroyMenu(menu);
+        DeleteFileW(L"\\KORA.vol");
+        SetEnvironmentVariableW(L"KORA_DEVICEROOT", nullptr);
+        SetEnvironmentVariableW(L"KORA_STATEKEY", nullptr);
+    }
+    bool AddIsGrey() {
+        EnableMenuItems(*state, menu);
+        MENUITEMINFOW item = {};
+        item.cbSize = sizeof item;
+        item.fMask = MIIM_STATE;
+        GetMenuItemInfoW(menu, IDC_ADD_CURRENT, FALSE, &item);
+        return (item.fState & MFS_GRAYED) != 0;
+    }
+    HMENU menu = CreatePopupMenu();
+};
+
+TEST_F(MenuEnabling, AddCurrentChannelIsGreyWhenTheTunedFrequencyAlreadyStandsInTheSelectedList) {
+    device.channel = 9850;
+    EXPECT_TRUE(AddIsGrey());
+}
+
+TEST_F(MenuEnabling, AddCurrentChannelCanBeChosenForAFrequencyThatIsNotStored) {
+    device.channel = 9860;
+    EXPECT_FALSE(AddIsGrey());
+}
+
+}  // namespace
