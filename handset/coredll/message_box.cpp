@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "handset/coredll/call_guard.h"
+#include "handset/coredll/modal_owner.h"
 #include "handset/coredll/platform_call.h"
 
 namespace {
@@ -128,6 +129,7 @@ LRESULT CALLBACK AfterMessage(int code, WPARAM fromThread, LPARAM data) {
 COREDLL_EXPORT int WINAPI DeviceMessageBoxW(HWND owner, const wchar_t* text, const wchar_t* caption,
                                             UINT type) {
     const CallGuard guard(CallKind::CallsBack);
+    const coredll::ModalOwner kept(owner);
     t_hook = SetWindowsHookExW(WH_CALLWNDPROCRET, AfterMessage, nullptr, GetCurrentThreadId());
     const int answer = MessageBoxW(owner, text, caption, type);
     if (t_hook != nullptr) {

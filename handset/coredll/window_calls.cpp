@@ -8,7 +8,6 @@ GUARDED(LRESULT, CallWindowProcW, (WNDPROC procedure, HWND window, UINT message,
 GUARDED(HWND, CreateDialogIndirectParamW, (HINSTANCE module, const DLGTEMPLATE* layout, HWND owner, DLGPROC procedure, LPARAM parameter), (module, layout, owner, procedure, parameter), CallsBack)
 GUARDED(LRESULT, DefWindowProcW, (HWND window, UINT message, WPARAM wParam, LPARAM lParam), (window, message, wParam, lParam), CallsBack)
 GUARDED(BOOL, DestroyWindow, (HWND window), (window), CallsBack)
-GUARDED(INT_PTR, DialogBoxIndirectParamW, (HINSTANCE module, const DLGTEMPLATE* layout, HWND owner, DLGPROC procedure, LPARAM parameter), (module, layout, owner, procedure, parameter), CallsBack)
 GUARDED(LRESULT, DispatchMessageW, (const MSG* message), (message), CallsBack)
 GUARDED(BOOL, EnableWindow, (HWND window, BOOL enable), (window, enable), CallsBack)
 GUARDED(BOOL, EndDialog, (HWND dialog, INT_PTR result), (dialog, result), CallsBack)

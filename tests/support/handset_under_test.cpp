@@ -23,14 +23,17 @@ HKEY CreateStateKey(const std::wstring& path) {
     return key;
 }
 
-void SetValue(const std::wstring& path, const wchar_t* value, DWORD type, const void* data, std::size_t size) {
+void SetValue(const std::wstring& path, const wchar_t* value, DWORD type, const void* data,
+              std::size_t size) {
     const HKEY key = CreateStateKey(path);
     ASSERT_EQ(RegSetValueExW(key, value, 0, type, static_cast<const BYTE*>(data), static_cast<DWORD>(size)),
               ERROR_SUCCESS);
     RegCloseKey(key);
 }
 
-std::size_t Bytes(const std::wstring& text) { return (text.size() + 1) * sizeof(wchar_t); }
+std::size_t Bytes(const std::wstring& text) {
+    return (text.size() + 1) * sizeof(wchar_t);
+}
 
 }  // namespace
 
@@ -76,7 +79,8 @@ DWORD RunProgram(const std::wstring& name, const std::wstring& arguments, std::s
     PROCESS_INFORMATION process = {};
     std::wstring line = L"\"" + BuildFolder() + L"\\" + name + L"\" " + arguments;
     DWORD code = ~0u;
-    if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process)) {
+    if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                       &process)) {
         WaitForSingleObject(process.hProcess, 60000);
         GetExitCodeProcess(process.hProcess, &code);
         CloseHandle(process.hThread);
@@ -117,7 +121,9 @@ void HandsetUnderTest::WriteBand(const std::string& text) const {
     WriteWholeFile(DevicePath(L"\\Windows\\band.ini"), text);
 }
 
-void HandsetUnderTest::ResetBand() const { WriteBand(kBand); }
+void HandsetUnderTest::ResetBand() const {
+    WriteBand(kBand);
+}
 
 void HandsetUnderTest::SetState(const wchar_t* name, std::uint32_t value) const {
     SetValue(m_stateKey, name, REG_DWORD, &value, sizeof value);
@@ -144,6 +150,18 @@ void HandsetUnderTest::DeleteRegistry(const std::wstring& key, const wchar_t* va
     RegDeleteKeyValueW(HKEY_CURRENT_USER, (m_stateKey + L"\\Registry\\" + key).c_str(), value);
 }
 
+void HandsetUnderTest::DeleteRegistryKey(const std::wstring& key) const {
+    RegDeleteTreeW(HKEY_CURRENT_USER, (m_stateKey + L"\\Registry\\" + key).c_str());
+}
+
+std::wstring HandsetUnderTest::RegistryText(const std::wstring& key, const wchar_t* value) const {
+    wchar_t text[300] = L"";
+    DWORD size = sizeof text;
+    RegGetValueW(HKEY_CURRENT_USER, (m_stateKey + L"\\Registry\\" + key).c_str(), value, RRF_RT_REG_SZ,
+                 nullptr, text, &size);
+    return text;
+}
+
 void HandsetUnderTest::PlugHeadset(bool in) const {
     SetRegistry(L"HKLM\\System\\State\\Hardware", L"Headset", in ? 1u : 0u);
 }
@@ -152,8 +170,14 @@ std::vector<std::string> HandsetUnderTest::TunerCalls() const {
     return Lines(ReadWholeFile(DevicePath(L"\\tuner.log")));
 }
 
-std::string HandsetUnderTest::Trace() const { return ReadWholeFile(TraceFile()); }
-std::string HandsetUnderTest::Console() const { return ReadWholeFile(ConsoleFile()); }
-void HandsetUnderTest::ClearTunerLog() const { DeleteFileW(DevicePath(L"\\tuner.log").c_str()); }
+std::string HandsetUnderTest::Trace() const {
+    return ReadWholeFile(TraceFile());
+}
+std::string HandsetUnderTest::Console() const {
+    return ReadWholeFile(ConsoleFile());
+}
+void HandsetUnderTest::ClearTunerLog() const {
+    DeleteFileW(DevicePath(L"\\tuner.log").c_str());
+}
 
 }  // namespace test

@@ -12,8 +12,8 @@ namespace test {
 
 class HandsetUnderTest {
   public:
-    // Sets the handset up with `handset install` and a band of three stations (see ResetBand). The environment
-    // of this process is changed so that every program started from it belongs to this handset.
+    // Sets the handset up with `handset install` and a band of three stations (see ResetBand). The
+    // environment of this process is changed so that every program started from it belongs to this handset.
     HandsetUnderTest();
     ~HandsetUnderTest();
     HandsetUnderTest(const HandsetUnderTest&) = delete;
@@ -34,6 +34,10 @@ class HandsetUnderTest {
     void SetRegistry(const std::wstring& key, const wchar_t* value, std::uint32_t data) const;
     void SetRegistry(const std::wstring& key, const wchar_t* value, const std::wstring& data) const;
     void DeleteRegistry(const std::wstring& key, const wchar_t* value) const;
+    // A key with all that is below it.
+    void DeleteRegistryKey(const std::wstring& key) const;
+    // A text of the device's registry; empty when it is missing.
+    std::wstring RegistryText(const std::wstring& key, const wchar_t* value) const;
     void PlugHeadset(bool in) const;
 
     // Lines of the tuner log so far, and what was written to the debug output and to the console.

@@ -11,8 +11,8 @@ constexpr DWORD kAnswerWithin_ms = 20000;
 
 HANDLE LogFile(const std::wstring& path) {
     SECURITY_ATTRIBUTES inherit = {sizeof inherit, nullptr, TRUE};
-    return CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherit, OPEN_ALWAYS,
-                       0, nullptr);
+    return CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherit,
+                       OPEN_ALWAYS, 0, nullptr);
 }
 
 struct Search {
@@ -35,7 +35,9 @@ BOOL CALLBACK Match(HWND window, LPARAM parameter) {
     return FALSE;
 }
 
-LPARAM Point(int x, int y) { return MAKELPARAM(static_cast<WORD>(x), static_cast<WORD>(y)); }
+LPARAM Point(int x, int y) {
+    return MAKELPARAM(static_cast<WORD>(x), static_cast<WORD>(y));
+}
 
 }  // namespace
 
@@ -47,8 +49,8 @@ Radio::Radio(HandsetUnderTest& handset, const std::wstring& arguments) {
     startup.hStdOutput = LogFile(handset.ConsoleFile());
     const std::wstring program = handset.DevicePath(L"\\Windows\\UI.exe");
     std::wstring line = L"\"" + program + L"\"" + (arguments.empty() ? L"" : L" " + arguments);
-    const BOOL started = CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
-                                        &startup, &m_process);
+    const BOOL started = CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                                        nullptr, &startup, &m_process);
     EXPECT_TRUE(started) << "UI.exe did not start: error " << GetLastError();
     CloseHandle(startup.hStdError);
     CloseHandle(startup.hStdOutput);
@@ -63,7 +65,9 @@ Radio::~Radio() {
     CloseHandle(m_process.hProcess);
 }
 
-bool Radio::Runs() const { return WaitForSingleObject(m_process.hProcess, 0) == WAIT_TIMEOUT; }
+bool Radio::Runs() const {
+    return WaitForSingleObject(m_process.hProcess, 0) == WAIT_TIMEOUT;
+}
 
 bool Radio::WaitUntilGone(DWORD deadline_ms) const {
     return WaitFor([this] { return !Runs(); }, deadline_ms);
@@ -87,12 +91,22 @@ void Radio::WaitUntilShown() {
     ASSERT_TRUE(WaitFor([this] { return !GetUpdateRect(Window(), nullptr, FALSE); }));
 }
 
-HWND Radio::ListView() const { return FindWindowExW(Window(), nullptr, L"SysListView32", nullptr); }
-HWND Radio::MenuBar() const { return FindWindowExW(Window(), nullptr, L"menu_worker", nullptr); }
+HWND Radio::ListView() const {
+    return FindWindowExW(Window(), nullptr, L"SysListView32", nullptr);
+}
+HWND Radio::MenuBar() const {
+    return FindWindowExW(Window(), nullptr, L"menu_worker", nullptr);
+}
 
-void Radio::Press(int x, int y) const { PostMessageW(Window(), WM_LBUTTONDOWN, MK_LBUTTON, Point(x, y)); }
-void Radio::MoveTo(int x, int y) const { PostMessageW(Window(), WM_MOUSEMOVE, MK_LBUTTON, Point(x, y)); }
-void Radio::Lift(int x, int y) const { PostMessageW(Window(), WM_LBUTTONUP, 0, Point(x, y)); }
+void Radio::Press(int x, int y) const {
+    PostMessageW(Window(), WM_LBUTTONDOWN, MK_LBUTTON, Point(x, y));
+}
+void Radio::MoveTo(int x, int y) const {
+    PostMessageW(Window(), WM_MOUSEMOVE, MK_LBUTTON, Point(x, y));
+}
+void Radio::Lift(int x, int y) const {
+    PostMessageW(Window(), WM_LBUTTONUP, 0, Point(x, y));
+}
 
 void Radio::Tap(int x, int y) const {
     Press(x, y);
@@ -108,11 +122,14 @@ void Radio::Type(const std::string& digits) const {
     for (const char digit : digits) Key(static_cast<WPARAM>(digit));
 }
 
-void Radio::Command(WORD id) const { PostMessageW(Window(), WM_COMMAND, id, 0); }
+void Radio::Command(WORD id) const {
+    PostMessageW(Window(), WM_COMMAND, id, 0);
+}
 
 LRESULT Radio::Send(UINT message, WPARAM wParam, LPARAM lParam) const {
     DWORD_PTR result = 0;
-    EXPECT_NE(SendMessageTimeoutW(Window(), message, wParam, lParam, SMTO_NORMAL, kAnswerWithin_ms, &result), 0)
+    EXPECT_NE(SendMessageTimeoutW(Window(), message, wParam, lParam, SMTO_NORMAL, kAnswerWithin_ms, &result),
+              0)
         << "no answer to message 0x" << std::hex << message;
     return static_cast<LRESULT>(result);
 }
@@ -140,7 +157,9 @@ std::wstring Radio::BoxText(HWND box) {
     return text;
 }
 
-void Radio::Answer(HWND box, int button) { PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0); }
+void Radio::Answer(HWND box, int button) {
+    PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
+}
 
 COLORREF Radio::Pixel(int x, int y) const {
     POINT point = {x, y};

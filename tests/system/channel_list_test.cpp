@@ -3,49 +3,47 @@
 
 #include <commctrl.h>
 
-#include "resources/resource_ids.h"
-#include "tests/system/radio_test.h"
+#include "tests/system/channels_on_radio.h"
 
 namespace {
 
 using test::Radio;
+using test::RowCount;
 using test::WaitFor;
-using testing::HasSubstr;
+using testing::ElementsAre;
 
-constexpr wchar_t kGroup[] = L"Test";
-
-class ChannelList : public test::RadioTest {
-  protected:
-    void SetUp() override {
-        const std::wstring key = L"HKCU\\Software\\Quillon\\Kora\\My Favorite\\TestGroup";
-        handset.SetRegistry(key, L"Name", std::wstring(kGroup));
-        handset.SetRegistry(key, L"ChannelValue1", 8760u);
-        handset.SetRegistry(key, L"ChannelName1", std::wstring(L"Alpha"));
-        handset.SetRegistry(key, L"ChannelValue2", 9850u);
-        handset.SetRegistry(key, L"ChannelName2", std::wstring(L"Beta"));
-        handset.SetRegistry(key, L"ChannelValue3", 10790u);
-        handset.SetRegistry(key, L"ChannelName3", std::wstring(L"Gamma"));
-        handset.SetRegistry(L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}", L"Selected",
-                            std::wstring(kGroup));
-        Radio builder(handset, L"Kora.vol");
-        const HWND box = builder.WaitForBox(nullptr);
-        ASSERT_NE(box, nullptr);
-        EXPECT_FALSE(Radio::BoxText(box).empty());
-        Radio::Answer(box, IDOK);
-        ASSERT_TRUE(builder.WaitUntilGone());
-        EXPECT_EQ(builder.ExitCode(), 0u);
-        EXPECT_TRUE(handset.TunerCalls().empty());
-    }
-
-    static int Rows(const Radio& radio) {
-        return static_cast<int>(SendMessageW(radio.ListView(), LVM_GETITEMCOUNT, 0, 0));
-    }
-};
+class ChannelList : public test::ThreeChannelsOnRadio {};
 
 TEST_F(ChannelList, ShowsTheChannelsOfTheSelectedGroup) {
     Radio radio(handset);
     radio.WaitUntilShown();
-    EXPECT_EQ(Rows(radio), 3);
+    ASSERT_EQ(RowCount(radio.ListView()), 3);
+    EXPECT_THAT(Names(radio), ElementsAre(L"Alpha", L"Beta", L"Gamma"));
+    EXPECT_EQ(test::RowText(radio.ListView(), 0, 1), L"87.6 MHz ");
+}
+
+TEST_F(ChannelList, AMissingSelectionLeavesTheListEmpty) {
+    handset.DeleteRegistry(kSettings, L"Selected");
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    EXPECT_EQ(RowCount(radio.ListView()), 0);
+}
+
+TEST_F(ChannelList, AFrequencyWithHundredthsIsHighlightedByItsShownText) {
+    SetPresets(L"G2", L"Fine", {{L"Off", 8755, L""}, {L"Later", 8750, L""}});
+    Select(L"Fine");
+    BuildVolume();
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    EXPECT_TRUE(WaitForTrace("Current szHighLightChannel 87.5 MHz  ...\n"));
+    ASSERT_EQ(RowCount(radio.ListView()), 2);
+    EXPECT_EQ(test::SelectedRow(radio.ListView()), 0);
+}
+
+TEST_F(ChannelList, AFavouriteThatCannotBeWrittenEndsTheBuildWithAnError) {
+    SetEnvironmentVariableW(L"KORA_FAULT", L"database-write");
+    EXPECT_EQ(BuildVolume(), L"Error");
+    SetEnvironmentVariableW(L"KORA_FAULT", nullptr);
 }
 
 TEST_F(ChannelList, SelectingRowsQuicklyTunesOnlyOnceWhenTheSelectionHasRested) {
@@ -70,41 +68,6 @@ TEST_F(ChannelList, ActivatingARowTunesAtOnce) {
     EXPECT_LT(GetTickCount64() - start, 1400u);
 }
 
-TEST_F(ChannelList, AFullScanRefillsTheGroupWithNumberedChannels) {
-    Radio radio(handset);
-    radio.WaitUntilShown();
-    radio.Command(IDC_AUTOSCAN);
-    HWND box = radio.WaitForBox(nullptr);
-    ASSERT_NE(box, nullptr);
-    EXPECT_FALSE(IsWindowEnabled(radio.Window()));
-    Radio::Answer(box, IDOK);
-    ASSERT_TRUE(WaitForTrace("FM: Start Auto Scan Channels.\n"));
-    ASSERT_TRUE(WaitFor([&] { return (box = radio.Box(L"FM")) != nullptr; }, 60000));
-    Radio::Answer(box, IDOK);
-    ASSERT_TRUE(WaitForTrace("FM: End Auto Scan Channels.\n"));
-    ASSERT_TRUE(WaitFor([&] { return IsWindowEnabled(radio.Window()) != FALSE; }));
-    EXPECT_EQ(Rows(radio), 3);
-    EXPECT_THAT(handset.Trace(), HasSubstr("FM: Scanning Channel: 8750\n"));
-    EXPECT_THAT(handset.Trace(), HasSubstr("FM: *** ulastChannel > uCurrentChannel!\n"));
-    EXPECT_TRUE(radio.Runs());
-}
-
-TEST_F(ChannelList, AScanThatIsNotConfirmedLeavesTheChannelsAndGivesEverythingBack) {
-    Radio radio(handset);
-    radio.WaitUntilShown();
-    radio.Command(IDC_AUTOSCAN);
-    const HWND box = radio.WaitForBox(nullptr);
-    ASSERT_NE(box, nullptr);
-    Radio::Answer(box, IDCANCEL);
-    ASSERT_TRUE(WaitFor([&] { return IsWindowEnabled(radio.Window()) != FALSE; }));
-    EXPECT_EQ(Rows(radio), 3);
-    EXPECT_EQ(Count(handset.TunerCalls(), "SeekNext"), 0);
-    EXPECT_TRUE(WaitFor([&] {
-        const auto calls = TunerCommands();
-        return !calls.empty() && calls.back() == "SetMute 0 -> 0";
-    }));
-}
-
 TEST_F(ChannelList, ANameOfAStoredFrequencyIsFoundInTheVolume) {
     Radio radio(handset);
     radio.WaitUntilShown();
@@ -119,40 +82,6 @@ TEST_F(ChannelList, ANameOfAStoredFrequencyIsFoundInTheVolume) {
     EXPECT_EQ(static_cast<int>(
                   SendMessageW(again.ListView(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED)),
               1);
-}
-
-TEST_F(ChannelList, TheGroupDialogListsTheGroupsAndSelectsTheSelectedOne) {
-    Radio radio(handset);
-    radio.WaitUntilShown();
-    radio.Command(IDC_CHANNEL_LISTS);
-    const HWND dialog = radio.WaitForBox(nullptr);
-    ASSERT_NE(dialog, nullptr);
-    const HWND list = GetDlgItem(dialog, IDC_GROUP_LIST);
-    EXPECT_TRUE(WaitFor([&] { return SendMessageW(list, LB_GETCURSEL, 0, 0) >= 0; }));
-    WCHAR name[100] = L"";
-    SendMessageW(list, LB_GETTEXT, static_cast<WPARAM>(SendMessageW(list, LB_GETCURSEL, 0, 0)),
-                 reinterpret_cast<LPARAM>(name));
-    EXPECT_STREQ(name, kGroup);
-    PostMessageW(dialog, WM_COMMAND, IDC_GROUP_CANCEL, 0);
-    EXPECT_TRUE(WaitFor([&] { return radio.Box(nullptr) == nullptr; }));
-}
-
-TEST_F(ChannelList, TheCurrentFrequencyIsAddedThroughTheDialogAndRefusedASecondTime) {
-    Radio radio(handset, L"-Rec -Channel 10000");
-    radio.WaitUntilShown();
-    radio.Command(IDC_ADD_CURRENT);
-    HWND dialog = radio.WaitForBox(nullptr);
-    ASSERT_NE(dialog, nullptr);
-    PostMessageW(dialog, WM_COMMAND, IDC_CHANNEL_EDIT_ACCEPT, 0);
-    EXPECT_TRUE(WaitFor([&] { return Rows(radio) == 4; }));
-
-    radio.Command(IDC_ADD_CURRENT);
-    ASSERT_TRUE(WaitFor([&] { return (dialog = radio.Box(nullptr)) != nullptr; }));
-    PostMessageW(dialog, WM_COMMAND, IDC_CHANNEL_EDIT_ACCEPT, 0);
-    const HWND refusal = radio.WaitForBox(L"Error");
-    ASSERT_NE(refusal, nullptr);
-    Radio::Answer(refusal, IDOK);
-    EXPECT_EQ(Rows(radio), 4);
 }
 
 }  // namespace

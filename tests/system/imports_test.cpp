@@ -43,9 +43,9 @@ std::map<std::string, Names> Imports(const std::wstring& program) {
 Names Listed(const std::string& file) {
     const std::string folder = KORA_TEST_DATA;
     Names names;
-    for (const std::string& line : test::Lines(test::ReadWholeFile(std::wstring(folder.begin(), folder.end()) +
-                                                                   L"/device-exports/" +
-                                                                   std::wstring(file.begin(), file.end())))) {
+    for (const std::string& line :
+         test::Lines(test::ReadWholeFile(std::wstring(folder.begin(), folder.end()) + L"/device-exports/" +
+                                         std::wstring(file.begin(), file.end())))) {
         if (!line.empty()) names.insert(line);
     }
     EXPECT_FALSE(names.empty()) << file;
@@ -87,14 +87,34 @@ TEST(Imports, EveryFunctionThatUiTakesFromTheHandsetIsOneOfTheDevices) {
 // Start-up, exceptions and thread-local storage of the compiler's runtime; nothing that draws, reads files or
 // talks to anyone.
 TEST(Imports, TheRuntimeTakesNothingFromTheDesktopThatTheApplicationCouldMiss) {
-    const Names runtime = {
-        "AddVectoredExceptionHandler", "CreateEventA", "CreateSemaphoreA", "GetCurrentProcess",
-        "GetCurrentProcessId", "GetCurrentThread", "GetCurrentThreadId", "GetHandleInformation", "GetLastError",
-        "GetProcAddress", "GetProcessAffinityMask", "GetStartupInfoW", "GetSystemTimeAsFileTime",
-        "GetThreadContext", "GetTickCount64", "IsDebuggerPresent", "OutputDebugStringA",
-        "RemoveVectoredExceptionHandler", "ResetEvent", "RtlCaptureContext", "RtlLookupFunctionEntry",
-        "RtlUnwindEx", "RtlVirtualUnwind", "SetEvent", "SetProcessAffinityMask", "SetThreadContext",
-        "SetUnhandledExceptionFilter", "TlsAlloc"};
+    const Names runtime = {"AddVectoredExceptionHandler",
+                           "CreateEventA",
+                           "CreateSemaphoreA",
+                           "GetCurrentProcess",
+                           "GetCurrentProcessId",
+                           "GetCurrentThread",
+                           "GetCurrentThreadId",
+                           "GetHandleInformation",
+                           "GetLastError",
+                           "GetProcAddress",
+                           "GetProcessAffinityMask",
+                           "GetStartupInfoW",
+                           "GetSystemTimeAsFileTime",
+                           "GetThreadContext",
+                           "GetTickCount64",
+                           "IsDebuggerPresent",
+                           "OutputDebugStringA",
+                           "RemoveVectoredExceptionHandler",
+                           "ResetEvent",
+                           "RtlCaptureContext",
+                           "RtlLookupFunctionEntry",
+                           "RtlUnwindEx",
+                           "RtlVirtualUnwind",
+                           "SetEvent",
+                           "SetProcessAffinityMask",
+                           "SetThreadContext",
+                           "SetUnhandledExceptionFilter",
+                           "TlsAlloc"};
     EXPECT_EQ(Missing(Imports(test::BuildFolder() + L"\\UI.exe")["KERNEL32.DLL"], runtime), Names());
 }
 

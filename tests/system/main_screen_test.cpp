@@ -49,8 +49,18 @@ struct Screen {
 const Screen kScreens[] = {
     {"Portrait", 240, 320, IDB_BACKGROUND_PORTRAIT, {0, 105, 240, 210}, {123, 30, 240, 65}},
     {"Landscape", 320, 240, IDB_BACKGROUND_LANDSCAPE, {0, 70, 320, 130}, {150, 10, 270, 35}},
-    {"WidePortrait", 480, 640, IDB_BACKGROUND_PORTRAIT + IDB_WIDE_OFFSET, {0, 105, 240, 210}, {123, 30, 240, 65}},
-    {"WideLandscape", 640, 480, IDB_BACKGROUND_LANDSCAPE + IDB_WIDE_OFFSET, {0, 70, 320, 130}, {150, 10, 270, 35}},
+    {"WidePortrait",
+     480,
+     640,
+     IDB_BACKGROUND_PORTRAIT + IDB_WIDE_OFFSET,
+     {0, 105, 240, 210},
+     {123, 30, 240, 65}},
+    {"WideLandscape",
+     640,
+     480,
+     IDB_BACKGROUND_LANDSCAPE + IDB_WIDE_OFFSET,
+     {0, 70, 320, 130},
+     {150, 10, 270, 35}},
 };
 
 class MainScreen : public test::RadioTest, public testing::WithParamInterface<Screen> {

@@ -36,8 +36,8 @@ TEST_F(StartUp, TheTunerIsInitialisedSilencedAndReadInThisOrder) {
     Radio radio(handset);
     radio.WaitUntilShown();
     ASSERT_TRUE(WaitForCall("GetVolume -> 0: 50"));
-    EXPECT_THAT(TunerCommands(), ElementsAre("Initialize -> 0", "SetSpeaker 0 -> 0", "SetMute 0 -> 0",
-                                             "GetVolume -> 0: 50"));
+    EXPECT_THAT(TunerCommands(),
+                ElementsAre("Initialize -> 0", "SetSpeaker 0 -> 0", "SetMute 0 -> 0", "GetVolume -> 0: 50"));
 }
 
 TEST_F(StartUp, AScheduledStartTunesBeforeItReadsTheVolume) {

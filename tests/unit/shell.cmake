@@ -7,6 +7,7 @@ kora_test(test_shell APP
         shell/keys_test.cpp
         shell/main_state_test.cpp
         shell/menu_enabling_test.cpp
+        shell/popup_menu_test.cpp
         shell/scan_finished_test.cpp
         shell/shell_test.cpp
         shell/shut_down_test.cpp

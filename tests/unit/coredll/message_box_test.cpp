@@ -50,10 +50,10 @@ std::string Text(const RECT& rect) {
 class MessageBoxes : public HandsetTest {
   protected:
     // Shows a box and answers it. Gives the box's own result.
-    int Show(const std::wstring& text, UINT type, int answer) {
+    int Show(const std::wstring& text, UINT type, int answer, HWND owner = nullptr) {
         seen_.answer = answer;
         const HANDLE onlooker = CreateThread(nullptr, 0, Onlooker, &seen_, 0, nullptr);
-        const int result = MessageBoxW(nullptr, text.c_str(), L"FM test box", type);
+        const int result = MessageBoxW(owner, text.c_str(), L"FM test box", type);
         WaitForSingleObject(onlooker, 20000);
         CloseHandle(onlooker);
         return result;
@@ -76,6 +76,17 @@ const std::wstring kLongText =
     L"The file \\My Documents\\My Music\\A station with a rather long name-0001.amr is there already. Shall "
     L"it "
     L"be overwritten by the recording that is about to begin?";
+
+TEST_F(MessageBoxes, AnOwnerIsEnabledAgainOnlyWhenItWasEnabledBefore) {
+    const HWND owner = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                       nullptr, nullptr, nullptr);
+    Show(L"Question", MB_OK, IDOK, owner);
+    EXPECT_TRUE(IsWindowEnabled(owner));
+    EnableWindow(owner, FALSE);
+    Show(L"Question", MB_OK, IDOK, owner);
+    EXPECT_FALSE(IsWindowEnabled(owner));
+    DestroyWindow(owner);
+}
 
 }  // namespace
 

@@ -1,0 +1,12 @@
+# The channel store on the device's real database, with lists that write down what they are sent.
+kora_test(test_channels APP
+    SOURCES
+        channels/channels_test.cpp
+        channels/groups_test.cpp
+        channels/import_test.cpp
+        channels/lists_test.cpp
+        channels/lookup_test.cpp
+        channels/records_test.cpp
+        channels/volume_test.cpp
+        ../support/stored_channels.cpp
+    LIBS app_channels app_schedule app_shell app_skin app_tuner)

@@ -1,0 +1,127 @@
+// The items of the channel list's popup menu, seen while it is open.
+#include "shell/popup_menu.h"
+
+#include <commctrl.h>
+
+#include <map>
+
+#include "tests/unit/shell/shell_test.h"
+
+namespace {
+
+constexpr UINT kGetMenu = 0x01E1;  // MN_GETHMENU
+constexpr UINT_PTR kLook = 77;
+
+struct Item {
+    std::wstring text;
+    bool enabled;
+};
+std::map<UINT, Item> g_items;
+
+void CALLBACK LookAndLeave(HWND window, UINT, UINT_PTR, DWORD) {
+    const HWND popup = FindWindowW(L"#32768", nullptr);
+    if (popup == nullptr) return;
+    const auto menu = reinterpret_cast<HMENU>(SendMessageW(popup, kGetMenu, 0, 0));
+    for (const UINT id : {501u, 502u, 503u, 505u}) {
+        WCHAR text[100] = L"";
+        MENUITEMINFOW item = {};
+        item.cbSize = sizeof item;
+        item.fMask = MIIM_STATE | MIIM_STRING;
+        item.dwTypeData = text;
+        item.cch = 100;
+        if (GetMenuItemInfoW(menu, id, FALSE, &item)) {
+            g_items[id] = {text, (item.fState & (MFS_GRAYED | MFS_DISABLED)) == 0};
+        }
+    }
+    KillTimer(window, kLook);
+    PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 1);
+}
+
+class PopupMenu : public test::ShellTest {
+  protected:
+    PopupMenu() {
+        WCHAR folder[MAX_PATH] = L"";
+        ::GetEnvironmentVariableW(L"TEMP", folder, MAX_PATH);
+        SetEnvironmentVariableW(L"KORA_DEVICEROOT", folder);
+        SetEnvironmentVariableW(L"KORA_STATEKEY", L"Software\\Kora Popup Test");
+        DeleteFileW(L"\\KORA.vol");
+        ShowWindow(window, SW_SHOW);
+    }
+    ~PopupMenu() override {
+        DeleteFileW(L"\\KORA.vol");
+        SetEnvironmentVariableW(L"KORA_DEVICEROOT", nullptr);
+        SetEnvironmentVariableW(L"KORA_STATEKEY", nullptr);
+    }
+
+    CEOID Store(const wchar_t* name, DWORD value, const wchar_t* guide) {
+        PropRecord record = {};
+        wcscpy(record.szCountryName, L"Mine");
+        wcscpy(record.szPropRecord_ChannelName, name);
+        record.dwPropRecord_ChannelValue = value;
+        wcscpy(record.szPropRecord_ChannelPGuide, guide);
+        return state->m_ChannelDB.CEDB_InsertRecord(record);
+    }
+    void AddRow(CEOID oid, UINT itemState) {
+        LVITEMW item = {};
+        item.mask = LVIF_PARAM | LVIF_STATE;
+        item.lParam = static_cast<LPARAM>(oid);
+        SendMessageW(state->m_hListView, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        SendMessageW(state->m_hListView, LVM_SETSELECTIONMARK, 0, 0);
+        item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+        item.state = itemState;
+        SendMessageW(state->m_hListView, LVM_SETITEMSTATE, 0, reinterpret_cast<LPARAM>(&item));
+    }
+    void Open() {
+        g_items.clear();
+        SetTimer(window, kLook, 50, LookAndLeave);
+        ShowChannelPopup(*state, window, 100, 100);
+        ASSERT_EQ(g_items.size(), 4u);
+    }
+};
+
+TEST_F(PopupMenu, WithoutASelectedRowOnlyAddCanBeChosen) {
+    Open();
+    EXPECT_TRUE(g_items[501].enabled);
+    EXPECT_FALSE(g_items[502].enabled);
+    EXPECT_FALSE(g_items[503].enabled);
+    EXPECT_FALSE(g_items[505].enabled);
+}
+
+TEST_F(PopupMenu, ASelectedAndFocusedRowCanBeDeletedAndEdited) {
+    AddRow(Store(L"One", 9850, L""), LVIS_SELECTED | LVIS_FOCUSED);
+    Open();
+    EXPECT_TRUE(g_items[501].enabled);
+    EXPECT_TRUE(g_items[502].enabled);
+    EXPECT_TRUE(g_items[503].enabled);
+}
+
+TEST_F(PopupMenu, ARowThatIsOnlySelectedCountsAsNone) {
+    AddRow(Store(L"One", 9850, L""), LVIS_SELECTED);
+    Open();
+    EXPECT_FALSE(g_items[502].enabled);
+    EXPECT_FALSE(g_items[503].enabled);
+}
+
+TEST_F(PopupMenu, TheGuideCanBeOpenedWhenTheChannelHasOne) {
+    AddRow(Store(L"One", 9850, L"http://one"), LVIS_SELECTED | LVIS_FOCUSED);
+    Open();
+    EXPECT_TRUE(g_items[505].enabled);
+}
+
+TEST_F(PopupMenu, TheGuideIsGreyForAChannelWithout) {
+    AddRow(Store(L"One", 9850, L""), LVIS_SELECTED | LVIS_FOCUSED);
+    Open();
+    EXPECT_FALSE(g_items[505].enabled);
+}
+
+TEST_F(PopupMenu, LeavingTheMenuChangesNothing) {
+    const CEOID oid = Store(L"One", 9850, L"");
+    AddRow(oid, LVIS_SELECTED | LVIS_FOCUSED);
+    Open();
+    PropRecord record = {};
+    state->m_ChannelDB.CEDB_ReadRecord(oid, &record);
+    EXPECT_STREQ(record.szPropRecord_ChannelName, L"One");
+    EXPECT_EQ(SendMessageW(state->m_hListView, LVM_GETITEMCOUNT, 0, 0), 1);
+}
+
+}  // namespace
