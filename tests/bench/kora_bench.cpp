@@ -27,7 +27,10 @@ int main(int count, char** arguments) {
     std::fprintf(stderr, "start ...\n");
     Add(table, bench::MeasureStart(programs));
     std::fprintf(stderr, "repaint ...\n");
-    Add(table, bench::MeasureRepaint());
+    Add(table, bench::MeasureProgram(L"bench_repaint.exe"));
+    std::fprintf(stderr, "channels ...\n");
+    Add(table, bench::MeasureProgram(L"bench_cedb.exe"));
+    Add(table, bench::MeasureProgram(L"bench_list_fill.exe"));
     std::fprintf(stderr, "%u s at rest ...\n", rest);
     Add(table, bench::MeasureRest(programs, rest));
     bench::Print(table);

@@ -15,7 +15,9 @@ struct Programs {
 };
 
 std::vector<Row> MeasureStart(const Programs& programs);
-std::vector<Row> MeasureRepaint();
+// Runs a program that prints a row a line: what, its figure, the peer, the peer's figure, the goal; in us,
+// parted by tabs.
+std::vector<Row> MeasureProgram(const std::wstring& program);
 // Processor time over `seconds` at rest, and private memory after the start.
 std::vector<Row> MeasureRest(const Programs& programs, unsigned seconds);
 
