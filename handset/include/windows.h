@@ -82,4 +82,5 @@ LONG_PTR WINAPI CeSetWindowLongW(HWND window, int index, LONG_PTR value) WINCEOE
 #define WinMain wWinMain
 
 #include "cedb.h"
+#include "msgqueue.h"
 #include "pm.h"
