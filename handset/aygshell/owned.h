@@ -1,25 +1,12 @@
-// What the shell library owns and has to give back: menus, fonts, brushes, registry keys, kernel handles.
+// What the shell library owns and has to give back: menus, fonts and brushes, beside keys and kernel handles.
 #pragma once
 
-#include <windows.h>
-
-#include <memory>
+#include "handset/state/owned_handle.h"
 
 namespace handset {
-
-// unique_ptr for a handle type: `Close` gives the handle back.
-template <typename Handle, auto Close>
-struct HandleCloser {
-    using pointer = Handle;
-    void operator()(Handle handle) const { Close(handle); }
-};
-template <typename Handle, auto Close>
-using Owned = std::unique_ptr<std::remove_pointer_t<Handle>, HandleCloser<Handle, Close>>;
 
 using OwnedMenu = Owned<HMENU, DestroyMenu>;
 using OwnedFont = Owned<HFONT, DeleteObject>;
 using OwnedBrush = Owned<HBRUSH, DeleteObject>;
-using OwnedKey = Owned<HKEY, RegCloseKey>;
-using OwnedHandle = Owned<HANDLE, CloseHandle>;
 
 }  // namespace handset

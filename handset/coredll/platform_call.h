@@ -28,6 +28,9 @@ DWORD WINAPI HandsetClockRate(void);
 // runs.
 void WINAPI HandsetDisplayRect(RECT* rect);
 
+// True while the phone is suspended: its programs are held, and it makes no sound.
+BOOL WINAPI HandsetPhoneSleeps(void);
+
 // The GDI objects (device contexts of windows included) that the process has made through COREDLL and not
 // given back.
 DWORD WINAPI HandsetGdiObjectCount(void);

@@ -1,6 +1,7 @@
 // The device's registry, a part of the user's own. A key is given as on the device: with or without a
 // backslash before its path, and one of the roots wherever a key is expected.
 #include <cstddef>
+#include <cwchar>
 #include <string>
 
 #include "handset/coredll/call_guard.h"
@@ -22,6 +23,16 @@ HostKey Locate(HKEY key, const wchar_t* subkey) {
     const std::wstring root = handset::DeviceRegistryRootPath(key);
     if (root.empty()) return {key, path};
     return {HKEY_CURRENT_USER, path.empty() ? root : root + L"\\" + path};
+}
+
+// The fault "registry-rights": the power manager's keys are not to be written.
+bool Refused(const HostKey& host, REGSAM access) {
+    static constexpr wchar_t kPowerKeys[] = L"\\HKLM\\System\\CurrentControlSet\\Control\\Power";
+    constexpr std::size_t kLength = std::size(kPowerKeys) - 1;
+    if ((access & KEY_SET_VALUE) == 0) return false;
+    const std::size_t place = host.path.find(L"\\HKLM\\");
+    return place != std::wstring::npos && _wcsnicmp(host.path.c_str() + place, kPowerKeys, kLength) == 0 &&
+           handset::FaultInjected(L"registry-rights");
 }
 
 bool IsRoot(HKEY key) {
@@ -59,22 +70,24 @@ class WorkingKey {
 }  // namespace
 
 // The device has no access rights: every key is opened for everything.
-COREDLL_EXPORT LONG WINAPI DeviceRegOpenKeyExW(HKEY key, const wchar_t* subkey, DWORD options,
-                                               REGSAM /*access*/, HKEY* result) {
+COREDLL_EXPORT LONG WINAPI DeviceRegOpenKeyExW(HKEY key, const wchar_t* subkey, DWORD options, REGSAM access,
+                                               HKEY* result) {
     const CallGuard guard;
     if (result == nullptr) return ERROR_INVALID_PARAMETER;
     if (IsRoot(key) && Locate(key, subkey).path == Locate(key, nullptr).path) return MakeRoot(key, result);
     const HostKey host = Locate(key, subkey);
+    if (Refused(host, access)) return ERROR_ACCESS_DENIED;
     return RegOpenKeyExW(host.key, host.path.c_str(), options, KEY_ALL_ACCESS, result);
 }
 
 COREDLL_EXPORT LONG WINAPI DeviceRegCreateKeyExW(HKEY key, const wchar_t* subkey, DWORD /*reserved*/,
-                                                 wchar_t* keyClass, DWORD /*options*/, REGSAM /*access*/,
+                                                 wchar_t* keyClass, DWORD /*options*/, REGSAM access,
                                                  SECURITY_ATTRIBUTES* /*security*/, HKEY* result,
                                                  DWORD* disposition) {
     const CallGuard guard;
     if (result == nullptr) return ERROR_INVALID_PARAMETER;
     const HostKey host = Locate(key, subkey);
+    if (Refused(host, access)) return ERROR_ACCESS_DENIED;
     return RegCreateKeyExW(host.key, host.path.c_str(), 0, keyClass, 0, KEY_ALL_ACCESS, nullptr, result,
                            disposition);
 }

@@ -170,6 +170,7 @@ ThreadRecord& CurrentThreadRecord() {
     if (record == nullptr) {
         // The table of records keeps it alive until the thread ends.
         record = ThreadRecordOf(GetCurrentThreadId()).get();
+        FollowPhone();
         FlsSetValue(RecordSlot(), record);
     }
     return *record;
@@ -190,6 +191,11 @@ void RegisterThread(DWORD threadId, std::shared_ptr<ThreadRecord> record) {
 void ForgetThread(DWORD threadId) {
     const std::lock_guard<std::mutex> lock(g_recordsLock);
     Records().erase(threadId);
+}
+
+void WakeHeldThreads() {
+    const std::lock_guard<std::mutex> lock(g_recordsLock);
+    for (const auto& [id, record] : Records()) record->Wake();
 }
 
 }  // namespace coredll

@@ -10,6 +10,8 @@
 #include <memory>
 #include <vector>
 
+#include "handset/coredll/suspension.h"
+
 namespace coredll {
 
 enum class CallKind : std::uint8_t {
@@ -45,8 +47,11 @@ class ThreadRecord {
     // Each gives the previous count; AddSuspension gives kRefused when the count is full.
     DWORD AddSuspension();
     DWORD RemoveSuspension();
-    bool Suspended() const { return suspendCount_.load() > 0; }
+    // By a program, or with the whole phone.
+    bool Suspended() const { return suspendCount_.load() > 0 || PhoneSleeps(); }
     Whereabouts Where() const { return where_.load(); }
+    // Has a parked thread look again whether it is suspended.
+    void Wake() const { SetEvent(wake_); }
     // Signalled (and reset by a wait) when the thread has parked.
     HANDLE ParkedEvent() const { return parked_; }
     // Marks a thread that the system has suspended as such; RemoveSuspension then has the system resume it.
@@ -82,5 +87,7 @@ std::shared_ptr<ThreadRecord> ThreadRecordOf(DWORD threadId);
 // A new thread's record replaces what an ended thread of the same identifier has left behind.
 void RegisterThread(DWORD threadId, std::shared_ptr<ThreadRecord> record);
 void ForgetThread(DWORD threadId);
+// Has every thread that the sleeping phone holds look again.
+void WakeHeldThreads();
 
 }  // namespace coredll

@@ -83,6 +83,21 @@ TEST(Clock, WaitsTimeOutOnTheHandset) {
     CloseHandle(event);
 }
 
+TEST(Clock, AReadOfAnEmptyQueueTimesOutOnTheHandset) {
+    MSGQUEUEOPTIONS options = {sizeof options, MSGQUEUE_ALLOW_BROKEN, 1, 4, TRUE};
+    const HANDLE queue = CreateMsgQueue(nullptr, &options);
+    const std::uint64_t realBegin = RealMilliseconds();
+    const DWORD begin = GetTickCount();
+    char buffer[4];
+    DWORD size = 0;
+    EXPECT_FALSE(ReadMsgQueue(queue, buffer, sizeof buffer, &size, 150 * Rate(), nullptr));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_TIMEOUT));
+    // The host counts this time in ticks of up to 16 ms.
+    EXPECT_GE(GetTickCount() - begin + 17 * Rate(), 150 * Rate());
+    EXPECT_LT(RealMilliseconds() - realBegin, 150 + kLate_ms);
+    EXPECT_TRUE(CloseMsgQueue(queue));
+}
+
 TEST(Clock, TimeoutsOfNothingAndOfEverKeepTheirMeaning) {
     EXPECT_EQ(HandsetRealTimeout(0), 0u);
     EXPECT_EQ(HandsetRealTimeout(1), 1u);

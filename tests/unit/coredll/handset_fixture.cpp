@@ -26,9 +26,10 @@ HandsetTest::HandsetTest() {
     const std::wstring process = std::to_wstring(GetCurrentProcessId());
     root_ = Variable(L"TEMP") + L"\\kora_coredll_" + process;
     stateKey_ = L"Software\\Kora Handset Test\\coredll " + process;
-    CreateDirectoryW(root_.c_str(), nullptr);
+    // The first call of COREDLL already belongs to this handset.
     SetState(L"KORA_DEVICEROOT", root_.c_str());
     SetState(L"KORA_STATEKEY", stateKey_.c_str());
+    CreateDirectoryW(root_.c_str(), nullptr);
 }
 
 HandsetTest::~HandsetTest() {

@@ -1,0 +1,76 @@
+// The power manager's shared memory.
+#include "handset/state/power_board.h"
+
+#include <map>
+#include <memory>
+#include <mutex>
+
+#include "handset/state/handset_state.h"
+
+namespace handset {
+namespace {
+
+// One board for each state key that this program has worked with, kept open from then on.
+PowerBoard* OpenBoard() {
+    static auto& lock = *new std::mutex;  // guards `boards`
+    static auto& boards = *new std::map<std::wstring, std::unique_ptr<SharedMemory>>;
+    static auto& own = *new PowerBoard{};
+    const std::lock_guard<std::mutex> guard(lock);
+    std::unique_ptr<SharedMemory>& memory = boards[StateKeyPath()];
+    if (!memory || !*memory) memory = std::make_unique<SharedMemory>(L"power", sizeof(PowerBoard));
+    return *memory ? static_cast<PowerBoard*>(memory->data()) : &own;
+}
+
+}  // namespace
+
+std::wstring FollowerEventName(const ProgramMark& program) {
+    return SharedName(L"power.changed." + std::to_wstring(program.id));
+}
+
+PowerBoardAccess::PowerBoardAccess() : lock_(L"power.lock"), board_(OpenBoard()) {
+    ClearAway();
+}
+
+void PowerBoardAccess::ClearAway() const {
+    bool held = false;
+    for (PowerProgram& row : board_->programs) {
+        if (row.program.id == 0 || Runs(row.program)) continue;
+        held = held || row.holds != 0;
+        row = {};
+    }
+    for (PowerListener& row : board_->listeners) {
+        if (row.program.id != 0 && !Runs(row.program)) row = {};
+    }
+    if (held) ShowHolds();
+}
+
+PowerProgram* PowerBoardAccess::Mine() const {
+    PowerProgram* free = nullptr;
+    for (PowerProgram& row : board_->programs) {
+        if (row.program == ThisProgram()) return &row;
+        if (row.program.id == 0 && free == nullptr) free = &row;
+    }
+    if (free != nullptr) free->program = ThisProgram();
+    return free;
+}
+
+std::uint32_t PowerBoardAccess::Holders() const {
+    std::uint32_t holds = 0;
+    for (const PowerProgram& row : board_->programs) holds += row.holds;
+    return holds;
+}
+
+void PowerBoardAccess::ShowHolds() const {
+    SetStateDword(L"UnattendedRequests", Holders());
+}
+
+void PowerBoardAccess::WakeFollowers() const {
+    for (const PowerProgram& row : board_->programs) {
+        if (row.follows == 0) continue;
+        const OwnedHandle event(
+            OpenEventW(EVENT_MODIFY_STATE, FALSE, FollowerEventName(row.program).c_str()));
+        if (event) SetEvent(event.get());
+    }
+}
+
+}  // namespace handset

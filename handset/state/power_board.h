@@ -1,0 +1,61 @@
+// What the power manager remembers, in memory that the programs of the handset share. Used by the power
+// manager's own files alone.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "handset/state/shared_memory.h"
+
+namespace handset {
+
+inline constexpr std::size_t kMostPowerPrograms = 32;
+inline constexpr std::size_t kMostPowerListeners = 32;
+inline constexpr std::size_t kLongestQueueId = 320;
+
+struct PowerProgram {
+    ProgramMark program;
+    std::uint32_t holds;    // of unattended mode
+    std::uint32_t follows;  // 1 = has a PowerFollower
+};
+struct PowerListener {
+    ProgramMark program;
+    std::uint32_t number;
+    std::uint32_t kinds;
+    wchar_t queueId[kLongestQueueId];
+};
+struct PowerBoard {
+    std::uint64_t systemActivity_ms;  // real milliseconds, as GetTickCount64 has them
+    std::uint64_t userActivity_ms;
+    std::uint32_t lastNumber;
+    std::uint32_t reserved;
+    PowerProgram programs[kMostPowerPrograms];
+    PowerListener listeners[kMostPowerListeners];
+};
+
+// The board with its lock held, for the length of a scope. What ended programs have left behind is cleared
+// away first.
+class PowerBoardAccess {
+  public:
+    PowerBoardAccess();
+    PowerBoardAccess(const PowerBoardAccess&) = delete;
+    PowerBoardAccess& operator=(const PowerBoardAccess&) = delete;
+    // Never null: without shared memory the board is this program's own.
+    PowerBoard* operator->() const { return board_; }
+    // The row of this program; made when it is missing. Null when the table is full.
+    PowerProgram* Mine() const;
+    std::uint32_t Holders() const;
+    void WakeFollowers() const;
+    // Keeps the state value UnattendedRequests what it is said to be.
+    void ShowHolds() const;
+
+  private:
+    void ClearAway() const;
+    SharedLock lock_;
+    PowerBoard* board_;
+};
+
+std::wstring FollowerEventName(const ProgramMark& program);
+
+}  // namespace handset

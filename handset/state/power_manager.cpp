@@ -1,0 +1,197 @@
+// The power manager: states and who is told of them, unattended mode, the idle timer.
+#include "handset/state/power_manager.h"
+
+#include <algorithm>
+#include <cstring>
+#include <cwchar>
+#include <vector>
+
+#include "handset/state/handset_state.h"
+#include "handset/state/message_queue.h"
+#include "handset/state/power_board.h"
+
+namespace handset {
+namespace {
+
+constexpr std::uint32_t kMillisecondsPerSecond = 1000;
+
+// POWER_BROADCAST: three words, the name, a terminator.
+std::vector<std::uint8_t> Broadcast(std::uint32_t kind, const PowerState& state) {
+    const std::uint32_t words[] = {kind, state.flags,
+                                   static_cast<std::uint32_t>(state.name.size() * sizeof(wchar_t))};
+    std::vector<std::uint8_t> message(sizeof words + words[2] + sizeof(wchar_t));
+    std::memcpy(message.data(), words, sizeof words);
+    std::memcpy(message.data() + sizeof words, state.name.data(), words[2]);
+    return message;
+}
+
+// A queue that is full or gone misses the message; its program cannot hold the phone up.
+void Tell(const PowerBoardAccess& board, std::uint32_t kind, const PowerState& state) {
+    const std::vector<std::uint8_t> message = Broadcast(kind, state);
+    for (const PowerListener& row : board->listeners) {
+        if (row.program.id == 0 || (row.kinds & kind) == 0) continue;
+        std::unique_ptr<QueueEnd> end;
+        if (QueueEnd::Open(row.queueId, false, nullptr, &end) != ERROR_SUCCESS) continue;
+        (void)end->Write(message.data(), static_cast<DWORD>(message.size()), 0, 0);
+    }
+}
+
+DWORD Enter(const PowerBoardAccess& board, const PowerState& state) {
+    const PowerState before = CurrentPowerState();
+    if (before == state) return ERROR_SUCCESS;
+    // The flags first: with the old name they do not count, with the new one they must be there.
+    if (!SetStateDword(L"PowerFlags", state.flags) || !SetStateString(L"PowerState", state.name)) {
+        return ERROR_ACCESS_DENIED;
+    }
+    board->systemActivity_ms = board->userActivity_ms = GetTickCount64();
+    if ((before.flags & kPowerSuspend) != 0) Tell(board, kPowerResume, {L"", state.flags});
+    Tell(board, kPowerTransition, state);
+    board.WakeFollowers();
+    return ERROR_SUCCESS;
+}
+
+PowerState StateOf(const PowerStateRow& row) {
+    return {row.name, row.flags};
+}
+
+// The state of a phone whose display has just been switched off; `otherwise` when nothing holds it awake.
+PowerState Dark(const PowerBoardAccess& board, std::uint32_t otherwise) {
+    if (board.Holders() == 0) return StateOf(*PowerStateWithFlags(otherwise));
+    return {PowerStateWithFlags(kPowerUnattended)->name, kPowerIdle | kPowerUnattended};
+}
+
+std::uint32_t Timeout_s(const wchar_t* value, std::uint32_t fallback) {
+    const std::wstring key = DeviceRegistryRootPath(HKEY_LOCAL_MACHINE) + L"\\" + kTimeoutsKey;
+    DWORD seconds = 0;
+    DWORD size = sizeof seconds;
+    const LSTATUS status =
+        RegGetValueW(HKEY_CURRENT_USER, key.c_str(), value, RRF_RT_REG_DWORD, nullptr, &seconds, &size);
+    return status == ERROR_SUCCESS ? seconds : fallback;
+}
+
+// What is counted in a state, and where it leads.
+struct Count {
+    std::uint32_t length_s;  // 0 = nothing
+    std::uint64_t began_ms;
+    PowerState end;
+};
+
+Count CountIn(const PowerBoardAccess& board, const PowerState& state) {
+    if ((state.flags & kPowerOn) != 0) {
+        return {Timeout_s(kUserIdleValue, kUserIdleDefault_s), board->userActivity_ms,
+                Dark(board, kPowerIdle)};
+    }
+    if ((state.flags & (kPowerIdle | kPowerUnattended)) != 0) {
+        return {Timeout_s(kSuspendValue, kSuspendDefault_s), board->systemActivity_ms,
+                StateOf(*PowerStateWithFlags(kPowerSuspend))};
+    }
+    return {0, 0, state};
+}
+
+}  // namespace
+
+DWORD ChangePowerState(const std::wstring& name) {
+    const PowerStateRow* row = PowerStateNamed(name);
+    if (row == nullptr) return ERROR_INVALID_PARAMETER;
+    const PowerBoardAccess board;
+    return Enter(board, StateOf(*row));
+}
+
+DWORD ChangePowerState(std::uint32_t flags) {
+    const PowerStateRow* row = PowerStateWithFlags(flags);
+    if (row == nullptr) return ERROR_INVALID_PARAMETER;
+    const PowerBoardAccess board;
+    return Enter(board, flags == kPowerIdle ? Dark(board, kPowerIdle) : StateOf(*row));
+}
+
+DWORD PressPowerKey() {
+    const PowerBoardAccess board;
+    const bool lit = DisplayLit(CurrentPowerState());
+    return Enter(board, lit ? Dark(board, kPowerSuspend) : StateOf(*PowerStateWithFlags(kPowerOn)));
+}
+
+void WakePhone() {
+    const PowerBoardAccess board;
+    if ((CurrentPowerState().flags & kPowerSuspend) == 0) return;
+    Enter(board, StateOf(*PowerStateWithFlags(kPowerOn)));
+}
+
+std::optional<std::uint32_t> AddPowerListener(const std::wstring& queueId, std::uint32_t kinds) {
+    const PowerBoardAccess board;
+    if (queueId.size() >= kLongestQueueId) return std::nullopt;
+    for (PowerListener& row : board->listeners) {
+        if (row.program.id != 0) continue;
+        row = {ThisProgram(), ++board->lastNumber, kinds, L""};
+        std::wmemcpy(row.queueId, queueId.c_str(), queueId.size() + 1);
+        return row.number;
+    }
+    return std::nullopt;
+}
+
+bool RemovePowerListener(std::uint32_t number) {
+    const PowerBoardAccess board;
+    for (PowerListener& row : board->listeners) {
+        if (row.number != number || !(row.program == ThisProgram())) continue;
+        row = {};
+        return true;
+    }
+    return false;
+}
+
+bool HoldUnattended(bool hold) {
+    const PowerBoardAccess board;
+    PowerProgram* const mine = board.Mine();
+    if (mine == nullptr) return false;
+    if (hold) ++mine->holds;
+    if (!hold && mine->holds > 0) --mine->holds;
+    board.ShowHolds();
+    return true;
+}
+
+std::uint32_t UnattendedHolders() {
+    return PowerBoardAccess().Holders();
+}
+
+void ResetIdleTimer() {
+    const PowerBoardAccess board;
+    board->systemActivity_ms = GetTickCount64();
+    SetStateDword(L"IdleTimerResets", StateDword(L"IdleTimerResets", 0) + 1);
+}
+
+void NoteUserActivity() {
+    const PowerBoardAccess board;
+    board->userActivity_ms = GetTickCount64();
+}
+
+DWORD StepIdleTimer() {
+    const PowerBoardAccess board;
+    const std::uint32_t clockRate = std::max<std::uint32_t>(StateDword(L"ClockRate", 1), 1);
+    // Twice at most: the state that a count leads to may have a count of its own, which then has just begun.
+    for (;;) {
+        const Count count = CountIn(board, CurrentPowerState());
+        if (count.length_s == 0) return INFINITE;
+        const std::uint64_t length_ms = std::max<std::uint64_t>(
+            std::uint64_t{count.length_s} * kMillisecondsPerSecond / clockRate, kShortestCount_ms);
+        const std::uint64_t passed_ms = GetTickCount64() - count.began_ms;
+        if (passed_ms < length_ms) {
+            return static_cast<DWORD>(std::min<std::uint64_t>(length_ms - passed_ms, INFINITE - 1));
+        }
+        if (Enter(board, count.end) != ERROR_SUCCESS) return kShortestCount_ms;
+    }
+}
+
+PowerFollower::PowerFollower()
+    : changed_(CreateEventW(nullptr, FALSE, FALSE, FollowerEventName(ThisProgram()).c_str())) {
+    const PowerBoardAccess board;
+    // A board without activity has just come into being, and the phone has been used a moment ago.
+    const std::uint64_t now = GetTickCount64();
+    if (board->systemActivity_ms == 0) board->systemActivity_ms = board->userActivity_ms = now;
+    if (PowerProgram* const mine = board.Mine()) mine->follows = 1;
+}
+
+PowerFollower::~PowerFollower() {
+    const PowerBoardAccess board;
+    if (PowerProgram* const mine = board.Mine()) mine->follows = 0;
+}
+
+}  // namespace handset

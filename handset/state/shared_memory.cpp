@@ -1,0 +1,74 @@
+// Named memory and locks of one handset.
+#include "handset/state/shared_memory.h"
+
+#include <algorithm>
+
+#include "handset/state/handset_state.h"
+
+namespace handset {
+namespace {
+
+std::uint64_t StartOf(HANDLE process) {
+    FILETIME created{};
+    FILETIME ignored{};
+    GetProcessTimes(process, &created, &ignored, &ignored, &ignored);
+    return static_cast<std::uint64_t>(created.dwHighDateTime) << 32 | created.dwLowDateTime;
+}
+
+}  // namespace
+
+std::wstring SharedName(const std::wstring& what) {
+    std::wstring name = StateKeyPath() + L"." + what;
+    // A backslash would part the name of a namespace from the rest.
+    std::replace(name.begin(), name.end(), L'\\', L'/');
+    return name;
+}
+
+ProgramMark ThisProgram() {
+    static const ProgramMark mark{GetCurrentProcessId(), StartOf(GetCurrentProcess())};
+    return mark;
+}
+
+bool Runs(const ProgramMark& program) {
+    if (program.id == 0) return false;
+    if (program == ThisProgram()) return true;
+    const OwnedHandle process(
+        OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, static_cast<DWORD>(program.id)));
+    DWORD code = 0;
+    // An ended process is still to be seen for as long as somebody holds a handle of it.
+    return process && GetExitCodeProcess(process.get(), &code) && code == STILL_ACTIVE &&
+           StartOf(process.get()) == program.started;
+}
+
+SharedLock::SharedLock(const std::wstring& what)
+    : own_(CreateMutexW(nullptr, FALSE, SharedName(what).c_str())), mutex_(own_.get()) {
+    WaitForSingleObject(mutex_, INFINITE);
+}
+
+SharedLock::SharedLock(HANDLE mutex) : mutex_(mutex) {
+    WaitForSingleObject(mutex_, INFINITE);
+}
+
+SharedLock::~SharedLock() {
+    ReleaseMutex(mutex_);
+}
+
+SharedMemory::SharedMemory(const std::wstring& what, std::size_t size) {
+    const std::wstring name = SharedName(what);
+    if (size == 0) {
+        section_.reset(OpenFileMappingW(FILE_MAP_ALL_ACCESS, FALSE, name.c_str()));
+        existed_ = section_ != nullptr;
+    } else {
+        section_.reset(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE,
+                                          static_cast<DWORD>(std::uint64_t{size} >> 32),
+                                          static_cast<DWORD>(size), name.c_str()));
+        existed_ = section_ != nullptr && GetLastError() == ERROR_ALREADY_EXISTS;
+    }
+    if (section_) data_ = MapViewOfFile(section_.get(), FILE_MAP_ALL_ACCESS, 0, 0, 0);
+}
+
+SharedMemory::~SharedMemory() {
+    if (data_ != nullptr) UnmapViewOfFile(data_);
+}
+
+}  // namespace handset

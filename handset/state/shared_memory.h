@@ -1,0 +1,62 @@
+// Memory and locks that the programs of one handset share. Host code only.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "handset/state/owned_handle.h"
+
+namespace handset {
+
+// The name of a kernel object of this handset: handsets that stand side by side do not meet.
+std::wstring SharedName(const std::wstring& what);
+
+// A program by its process identifier and its start, which tells it from a later one of that identifier. All
+// zero: nobody.
+struct ProgramMark {
+    std::uint64_t id;
+    std::uint64_t started;  // 100 ns
+    bool operator==(const ProgramMark& other) const { return id == other.id && started == other.started; }
+};
+ProgramMark ThisProgram();
+bool Runs(const ProgramMark& program);
+
+// A mutex of that name (see SharedName), held for the length of a scope. What a program that ended inside has
+// left behind is taken as it is.
+class SharedLock {
+  public:
+    explicit SharedLock(const std::wstring& what);
+    explicit SharedLock(HANDLE mutex);
+    ~SharedLock();
+    SharedLock(const SharedLock&) = delete;
+    SharedLock& operator=(const SharedLock&) = delete;
+
+  private:
+    OwnedHandle own_;
+    HANDLE mutex_;
+};
+
+// A piece of memory by name; it lasts for as long as any program has it open, and is all zero at first.
+class SharedMemory {
+  public:
+    // `size` 0 opens what is there and fails when nothing is; else it is made when it is missing, and the
+    // size counts only then.
+    SharedMemory(const std::wstring& what, std::size_t size);
+    ~SharedMemory();
+    SharedMemory(const SharedMemory&) = delete;
+    SharedMemory& operator=(const SharedMemory&) = delete;
+
+    explicit operator bool() const { return data_ != nullptr; }
+    bool existed() const { return existed_; }
+    void* data() const { return data_; }
+
+  private:
+    OwnedHandle section_;
+    void* data_ = nullptr;
+    bool existed_ = false;
+};
+
+}  // namespace handset
