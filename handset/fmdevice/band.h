@@ -36,18 +36,41 @@ inline constexpr std::size_t kProgramTextLength = 8;
 inline constexpr std::size_t kMaxAlternatives = 25;
 inline constexpr int kNoProgrammeType = -1;
 
+// How many names and texts a station may send in turn, and for how long each of them by default.
+inline constexpr std::size_t kMaxServiceNames = 8;
+inline constexpr std::size_t kMaxRadioTexts = 16;
+inline constexpr int kNameTime_s = 8;
+inline constexpr int kTextTime_s = 30;
+
 // What a station sends by RDS. All empty: it sends none.
 struct RdsData {
-    std::string serviceName;
-    std::string radioText;
+    std::vector<std::string> serviceNames;
+    std::vector<std::string> radioTexts;
+    int nameTime_s = kNameTime_s;          // handset seconds
+    int textTime_s = kTextTime_s;          // likewise
     std::string programText;               // programme type name
     int programmeType = kNoProgrammeType;  // 0 to 31
     std::vector<std::uint32_t> alternatives_10kHz;
     bool clockTime = false;
 
+    // What is sent at a time of the handset's clock; empty when the station has none.
+    const std::string& ServiceName(std::uint64_t now_ms) const {
+        return InTurn(serviceNames, nameTime_s, now_ms);
+    }
+    const std::string& RadioText(std::uint64_t now_ms) const {
+        return InTurn(radioTexts, textTime_s, now_ms);
+    }
     bool Sent() const {
-        return !serviceName.empty() || !radioText.empty() || !programText.empty() ||
+        return !serviceNames.empty() || !radioTexts.empty() || !programText.empty() ||
                programmeType != kNoProgrammeType || !alternatives_10kHz.empty() || clockTime;
+    }
+
+  private:
+    static const std::string& InTurn(const std::vector<std::string>& texts, int time_s,
+                                     std::uint64_t now_ms) {
+        static const std::string kNone;
+        if (texts.empty()) return kNone;
+        return texts[now_ms / (static_cast<std::uint64_t>(time_s) * 1000) % texts.size()];
     }
 };
 

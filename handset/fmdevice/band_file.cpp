@@ -76,12 +76,40 @@ const char* ReadStereo(std::string_view value, Station& station) {
     return ReadSwitch(value, station.stereo);
 }
 
+// One more of the texts that are sent in turn; nothing is added by an empty one.
+const char* AddText(std::string_view value, std::size_t length, const char* want, std::size_t most,
+                    const char* wantFewer, std::vector<std::string>& texts) {
+    std::string text;
+    const char* const fault = ReadText(value, length, want, text);
+    if (text.empty()) return fault;
+    if (texts.size() == most) return wantFewer;
+    texts.push_back(std::move(text));
+    return fault;
+}
+
 const char* ReadServiceName(std::string_view value, Station& station) {
-    return ReadText(value, kServiceNameLength, "at most 8 characters", station.rds.serviceName);
+    return AddText(value, kServiceNameLength, "at most 8 characters", kMaxServiceNames,
+                   "to stand at most 8 times in a station", station.rds.serviceNames);
 }
 
 const char* ReadRadioText(std::string_view value, Station& station) {
-    return ReadText(value, kRadioTextLength, "at most 64 characters", station.rds.radioText);
+    return AddText(value, kRadioTextLength, "at most 64 characters", kMaxRadioTexts,
+                   "to stand at most 16 times in a station", station.rds.radioTexts);
+}
+
+const char* ReadSeconds(std::string_view value, int& target) {
+    const auto seconds = NumberIn(value, 1, 3600);
+    if (!seconds) return "a number of seconds from 1 to 3600";
+    target = *seconds;
+    return nullptr;
+}
+
+const char* ReadNameTime(std::string_view value, Station& station) {
+    return ReadSeconds(value, station.rds.nameTime_s);
+}
+
+const char* ReadTextTime(std::string_view value, Station& station) {
+    return ReadSeconds(value, station.rds.textTime_s);
 }
 
 const char* ReadProgramText(std::string_view value, Station& station) {
@@ -124,9 +152,10 @@ struct Key {
 };
 
 constexpr Key kStationKeys[] = {
-    {"level", ReadLevel},     {"stereo", ReadStereo},  {"ps", ReadServiceName},
-    {"rt", ReadRadioText},    {"pt", ReadProgramText}, {"pty", ReadProgrammeType},
-    {"af", ReadAlternatives}, {"ct", ReadClockTime},   {"programme", ReadStationProgramme},
+    {"level", ReadLevel},     {"stereo", ReadStereo},   {"ps", ReadServiceName},
+    {"rt", ReadRadioText},    {"pt", ReadProgramText},  {"pty", ReadProgrammeType},
+    {"af", ReadAlternatives}, {"ct", ReadClockTime},    {"programme", ReadStationProgramme},
+    {"pstime", ReadNameTime}, {"rttime", ReadTextTime},
 };
 
 class CBandReader {

@@ -1,6 +1,12 @@
-// Which RDS text the receiver has at a moment. Portable. Times are milliseconds on the handset's clock.
+// What a receiver has decoded of a station's RDS groups at a moment. Portable. Times are milliseconds on the
+// handset's clock.
+//
+// A group comes every 87.6 ms (IEC 62106: 1187.5 bit/s, 104 bits). Every second one carries two letters of
+// the service name, the others four letters of the radio text or of the programme type name, as far as the
+// station has them: a name takes four groups of its kind, a radio text up to sixteen.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -12,32 +18,51 @@ namespace fm {
 // Up to kNoRdsLevel no group comes through; up to kFlawedRdsLevel some seconds are lost, the more the weaker.
 inline constexpr int kNoRdsLevel = 15;
 inline constexpr int kFlawedRdsLevel = 25;
-// A service name takes four groups (IEC 62106, 1187.5 bit/s, 104 bits a group): a text is there for at least
-// that long before the next one.
-inline constexpr std::uint64_t kTextPace_ms = 350;
 
 enum class RdsTextKind { kServiceName, kRadioText, kProgramText };
+inline constexpr std::size_t kRdsTextKinds = 3;
 
 struct RdsText {
     RdsTextKind kind;
     std::string text;
 };
 
+// The number of the group that is on the air.
+[[nodiscard]] std::uint64_t RdsGroupAt(std::uint64_t now_ms);
 // True when groups come through at this level in this second. Lost seconds are a fixed pattern of the clock.
 [[nodiscard]] bool RdsComesThrough(int level, std::uint64_t now_ms);
 
-// Goes round through the texts of a station: service name, radio text, program text, those that it has. Each
-// question moves on to the next when the last one has been there for kTextPace_ms, so a slow asker sees all
-// of them in turn. Not safe from several threads.
+// Puts the groups of the tuned station together. Not safe from several threads.
 class CRdsReader {
   public:
-    // Another station: begins with the service name.
-    void Restart() { current_ = -1; }
-    [[nodiscard]] std::optional<RdsText> Next(const RdsData& data, std::uint64_t now_ms);
+    // Another station: nothing is known of it yet.
+    void Restart(std::uint64_t now_ms);
+    // Takes the groups that have come since the last call.
+    void Listen(const RdsData& data, int level, std::uint64_t now_ms);
+    // The text that has been complete for longest and was not given yet, or the one given last while none is.
+    // Nothing before the first is complete, and while no groups come through.
+    [[nodiscard]] std::optional<RdsText> Next() const;
+    void Given(const RdsText& text);
+    // A group has been received: what every one of them carries is known.
+    bool HasGroup() const { return hasGroup_; }
 
   private:
-    int current_ = -1;
-    std::uint64_t since_ms_ = 0;
+    // One text on its way.
+    struct Assembly {
+        std::string text;             // what is being sent
+        std::uint32_t received = 0;   // one bit for each group's share of it
+        std::string complete;         // the last one that was received whole
+        std::uint64_t completed = 0;  // the group with which it was, not given since; 0 = none
+    };
+    void Take(const RdsData& data, std::uint64_t group);
+    void TakeShare(RdsTextKind kind, const std::string& text, std::uint64_t turn, std::uint64_t group);
+    Assembly& Of(RdsTextKind kind) { return assemblies_[static_cast<std::size_t>(kind)]; }
+
+    std::array<Assembly, kRdsTextKinds> assemblies_;
+    std::uint64_t next_ = 0;  // the group to be taken next
+    bool hasGroup_ = false;
+    bool comesThrough_ = false;
+    std::optional<RdsText> given_;
 };
 
 }  // namespace fm

@@ -76,7 +76,15 @@ void CReceiver::Show() {
 void CReceiver::Tuned(std::uint32_t channel) {
     now_.channel = channel;
     ++tunings_;
-    rds_.Restart();
+    rds_.Restart(HandsetMilliseconds());
+    // For the handset's panel, whose slider weakens this station.
+    handset::SetStateDword(L"TunedChannel", channel);
+}
+
+RdsData CReceiver::Listen() {
+    RdsData data = frontEnd_->Rds(now_.channel);
+    rds_.Listen(data, frontEnd_->Level(now_.channel), HandsetMilliseconds());
+    return data;
 }
 
 template <typename Change>
@@ -201,11 +209,10 @@ HRESULT CReceiver::GetRDSData(std::wstring* text, std::int32_t* kind) {
     *kind = -1;
     const HRESULT ready = Enter();
     if (ready != S_OK) return ready;
-    const std::uint64_t now = HandsetMilliseconds();
-    if (!RdsComesThrough(frontEnd_->Level(now_.channel), now)) return S_FALSE;
-    const RdsData data = frontEnd_->Rds(now_.channel);
-    const auto next = rds_.Next(data, now);
+    const RdsData data = Listen();
+    const auto next = rds_.Next();
     if (!next) return S_FALSE;
+    rds_.Given(*next);
     *text = Wide(next->text);
     *kind = DeviceKind(next->kind, data);
     return S_OK;
@@ -238,8 +245,8 @@ HRESULT CReceiver::GetRDSInfo(rds_inf* info) {
     const HRESULT ready = Enter();
     if (ready != S_OK) return ready;
     const RdsData data = frontEnd_->Rds(now_.channel);
-    info->b_RDS_RT = !data.radioText.empty();
-    info->b_RDS_PS = !data.serviceName.empty();
+    info->b_RDS_RT = !data.radioTexts.empty();
+    info->b_RDS_PS = !data.serviceNames.empty();
     // Type 0 says that there is none.
     info->b_RDS_PTY = data.programmeType > 0;
     info->b_RDS_AF = !data.alternatives_10kHz.empty();
@@ -252,8 +259,9 @@ HRESULT CReceiver::GetPTYText(std::wstring* text) {
     text->clear();
     const HRESULT ready = Enter();
     if (ready != S_OK) return ready;
-    const RdsData data = frontEnd_->Rds(now_.channel);
-    if (frontEnd_->Level(now_.channel) <= kNoRdsLevel || data.programmeType <= 0) return S_FALSE;
+    const RdsData data = Listen();
+    const bool received = rds_.HasGroup() && frontEnd_->Level(now_.channel) > kNoRdsLevel;
+    if (!received || data.programmeType <= 0) return S_FALSE;
     *text = Wide(ProgrammeTypeName(data.programmeType));
     return S_OK;
 }

@@ -50,6 +50,8 @@ class CReceiver {
     HRESULT GetSignal(std::int32_t* level);
     // S_OK: stereo.
     HRESULT GetStereo();
+    // The texts as their groups arrive, each once and then the next; the last one again while none is
+    // complete. S_FALSE before the first (at most 0.8 s after tuning) and while the signal drops out.
     HRESULT GetRDSData(std::wstring* text, std::int32_t* kind);
     // The list and the services are what is known of the station, at any level: a receiver keeps them from
     // better moments.
@@ -70,6 +72,7 @@ class CReceiver {
     HRESULT Enter();  // S_OK when powered up, with fresh conditions; else kNotReady
     void Show();
     void Tuned(std::uint32_t channel);
+    RdsData Listen();
 
     template <typename Change>
     HRESULT Switch(Change change);

@@ -47,8 +47,10 @@ bool CSimulatedBand::Refresh() {
 
 bool CSimulatedBand::RefreshLimit() {
     const int before = limit_;
+    const std::uint32_t channelBefore = limitedChannel_;
     limit_ = static_cast<int>(std::min<std::uint32_t>(handset::StateDword(L"SignalLimit", 100), 100));
-    return limit_ != before;
+    limitedChannel_ = limit_ < 100 ? handset::StateDword(L"SignalLimitChannel", 0) : 0;
+    return limit_ != before || limitedChannel_ != channelBefore;
 }
 
 bool CSimulatedBand::RefreshFile() {
@@ -86,7 +88,8 @@ void CSimulatedBand::Read(const std::string& text) {
 
 int CSimulatedBand::Level(std::uint32_t channel) const {
     const auto station = band_.stations.find(channel);
-    return std::min(limit_, station == band_.stations.end() ? kNoiseLevel : station->second.level);
+    const int level = station == band_.stations.end() ? kNoiseLevel : station->second.level;
+    return limitedChannel_ == 0 || limitedChannel_ == channel ? std::min(limit_, level) : level;
 }
 
 Reception CSimulatedBand::Receive(std::uint32_t channel) const {

@@ -39,7 +39,8 @@ class CSimulatedBand : public ITunerFrontEnd {
     bool RefreshLimit();
 
     Band band_;
-    int limit_ = 100;  // no station comes in better; the state value SignalLimit
+    int limit_ = 100;                   // no station comes in better; the state value SignalLimit
+    std::uint32_t limitedChannel_ = 0;  // the only one that the limit is for; 0 = all
     bool looked_ = false;
     std::wstring path_;
     FileStamp stamp_;

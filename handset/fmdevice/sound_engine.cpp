@@ -183,7 +183,7 @@ void CSoundEngine::MakeBlock(std::unique_lock<std::mutex>* lock) {
 }
 
 void CSoundEngine::RenderBlock(const SoundScene& scene, std::int16_t* samples) {
-    const float gain = scene.frontEnd ? scene.gain : 0;
+    const float gain = scene.frontEnd && !HandsetPhoneSleeps() ? scene.gain : 0;
     if (gain == 0 && gainBefore_ == 0) {
         std::fill_n(samples, kBlockFrames * kChannels, std::int16_t{0});
         return;

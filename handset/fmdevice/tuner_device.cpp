@@ -2,7 +2,9 @@
 #include "handset/fmdevice/tuner_device.h"
 
 #include <algorithm>
+#include <cwchar>
 #include <new>
+#include <set>
 
 #include "handset/coredll/platform_call.h"
 #include "handset/fmdevice/module.h"
@@ -13,9 +15,30 @@
 namespace fm {
 namespace {
 
-// One operation: a platform call around it, and no exception beyond it.
+// The fault "crash:NAME" of an operation is due, which it is once in a process. "monitor" is crash:GetSignal.
+bool TakeCrash(const wchar_t* name) {
+    const std::wstring faults = handset::InjectedFaults();
+    if (faults.empty()) return false;
+    const bool monitor = std::wcscmp(name, L"GetSignal") == 0 && handset::FaultIn(faults, L"monitor");
+    if (!monitor && !handset::FaultIn(faults, (L"crash:" + std::wstring(name)).c_str())) return false;
+    static std::mutex& lock = *new std::mutex;  // guards `taken`
+    static auto& taken = *new std::set<std::wstring>;
+    const std::lock_guard<std::mutex> guard(lock);
+    return taken.insert(name).second;
+}
+
+// Raised where no scope is open that a caller's guard would leave without closing: a write to address 0.
+void CrashWhenDue(const wchar_t* name) {
+    if (!TakeCrash(name)) return;
+    LogCall(name, static_cast<HRESULT>(EXCEPTION_ACCESS_VIOLATION));
+    const ULONG_PTR access[] = {1, 0};
+    RaiseException(EXCEPTION_ACCESS_VIOLATION, 0, std::size(access), access);
+}
+
+// One operation: a platform call around it, and no exception of its own beyond it.
 template <typename Operation>
-HRESULT Perform(Operation operation) {
+HRESULT Perform(const wchar_t* name, Operation operation) {
+    CrashWhenDue(name);
     const PlatformCall call;
     try {
         return operation();
@@ -50,18 +73,12 @@ std::wstring Call(const wchar_t* name, std::int64_t argument) {
     return std::wstring(name) + L' ' + std::to_wstring(argument);
 }
 
-// The fault "monitor" is due, which it is once in a process.
-bool TakeMonitorFault() {
-    static std::atomic<bool> raised{false};
-    return handset::FaultInjected(L"monitor") && !raised.exchange(true);
-}
-
 }  // namespace
 
 HRESULT CreateTunerDevice(REFIID iid, void** out) {
     if (out == nullptr) return E_POINTER;
     *out = nullptr;
-    return Perform([&]() -> HRESULT {
+    return Perform(L"CreateInstance", [&]() -> HRESULT {
         if (handset::FaultInjected(L"create")) return E_FAIL;
         if (iid != IID_IUnknown && iid != IID_IFMDevice) return E_NOINTERFACE;
         *out = static_cast<IFMDevice*>(new CTunerDevice(SharedReceiver()));
@@ -78,6 +95,7 @@ CTunerDevice::~CTunerDevice() {
 }
 
 HRESULT CTunerDevice::QueryInterface(REFIID iid, void** out) {
+    CrashWhenDue(L"QueryInterface");
     if (out == nullptr) return E_POINTER;
     *out = nullptr;
     if (iid != IID_IUnknown && iid != IID_IFMDevice) return E_NOINTERFACE;
@@ -87,13 +105,15 @@ HRESULT CTunerDevice::QueryInterface(REFIID iid, void** out) {
 }
 
 ULONG CTunerDevice::AddRef() {
+    CrashWhenDue(L"AddRef");
     return ++references_;
 }
 
 ULONG CTunerDevice::Release() {
+    CrashWhenDue(L"Release");
     const ULONG left = --references_;
     if (left > 0) return left;
-    Perform([&] {
+    (void)Perform(L"Released", [&] {
         LogCall(L"Release", 0);
         delete this;
         return S_OK;
@@ -102,7 +122,7 @@ ULONG CTunerDevice::Release() {
 }
 
 HRESULT CTunerDevice::GetVolume(std::uint32_t* percent) {
-    return Perform([&] {
+    return Perform(L"GetVolume", [&] {
         if (percent == nullptr) return LogCall(L"GetVolume", E_POINTER);
         const HRESULT result = receiver_->GetVolume(percent);
         return LogCall(L"GetVolume", result, result == S_OK ? std::to_wstring(*percent) : L"");
@@ -110,7 +130,7 @@ HRESULT CTunerDevice::GetVolume(std::uint32_t* percent) {
 }
 
 HRESULT CTunerDevice::GetChannel(std::uint32_t* channel) {
-    return Perform([&] {
+    return Perform(L"GetChannel", [&] {
         if (channel == nullptr) return LogCall(L"GetChannel", E_POINTER);
         const HRESULT result = receiver_->GetChannel(channel);
         return LogCall(L"GetChannel", result, result == S_OK ? std::to_wstring(*channel) : L"");
@@ -118,62 +138,60 @@ HRESULT CTunerDevice::GetChannel(std::uint32_t* channel) {
 }
 
 HRESULT CTunerDevice::Close() {
-    return Perform([&] { return LogCall(L"Close", receiver_->Close()); });
+    return Perform(L"Close", [&] { return LogCall(L"Close", receiver_->Close()); });
 }
 
 HRESULT CTunerDevice::SetChannel(std::uint32_t channel) {
-    return Perform([&] { return LogCall(Call(L"SetChannel", channel), receiver_->SetChannel(channel)); });
+    return Perform(L"SetChannel",
+                   [&] { return LogCall(Call(L"SetChannel", channel), receiver_->SetChannel(channel)); });
 }
 
 HRESULT CTunerDevice::Initialize() {
-    return Perform([&] { return LogCall(L"Initialize", receiver_->Initialize()); });
+    return Perform(L"Initialize", [&] { return LogCall(L"Initialize", receiver_->Initialize()); });
 }
 
 HRESULT CTunerDevice::Reserved() {
-    return Perform([&] { return LogCall(L"Reserved", E_NOTIMPL); });
+    return Perform(L"Reserved", [&] { return LogCall(L"Reserved", E_NOTIMPL); });
 }
 
 HRESULT CTunerDevice::SetSpeaker(BOOL on) {
-    return Perform([&] { return LogCall(Call(L"SetSpeaker", on), receiver_->SetSpeaker(on != FALSE)); });
+    return Perform(L"SetSpeaker",
+                   [&] { return LogCall(Call(L"SetSpeaker", on), receiver_->SetSpeaker(on != FALSE)); });
 }
 
 HRESULT CTunerDevice::SetBTAudio(BOOL on) {
-    return Perform([&] { return LogCall(Call(L"SetBTAudio", on), receiver_->SetBTAudio(on != FALSE)); });
+    return Perform(L"SetBTAudio",
+                   [&] { return LogCall(Call(L"SetBTAudio", on), receiver_->SetBTAudio(on != FALSE)); });
 }
 
 HRESULT CTunerDevice::SetMute(BOOL mute) {
-    return Perform([&] { return LogCall(Call(L"SetMute", mute), receiver_->SetMute(mute != FALSE)); });
+    return Perform(L"SetMute",
+                   [&] { return LogCall(Call(L"SetMute", mute), receiver_->SetMute(mute != FALSE)); });
 }
 
 HRESULT CTunerDevice::SetVolume(std::uint32_t percent) {
-    return Perform([&] { return LogCall(Call(L"SetVolume", percent), receiver_->SetVolume(percent)); });
+    return Perform(L"SetVolume",
+                   [&] { return LogCall(Call(L"SetVolume", percent), receiver_->SetVolume(percent)); });
 }
 
 HRESULT CTunerDevice::SeekNext() {
-    return Perform([&] { return LogCall(L"SeekNext", receiver_->Seek(true)); });
+    return Perform(L"SeekNext", [&] { return LogCall(L"SeekNext", receiver_->Seek(true)); });
 }
 
 HRESULT CTunerDevice::SeekPrev() {
-    return Perform([&] { return LogCall(L"SeekPrev", receiver_->Seek(false)); });
+    return Perform(L"SeekPrev", [&] { return LogCall(L"SeekPrev", receiver_->Seek(false)); });
 }
 
 HRESULT CTunerDevice::GetSignal(std::int32_t* level) {
-    bool fault = false;
-    const HRESULT result = Perform([&] {
-        fault = TakeMonitorFault();
-        if (fault) return LogCall(L"GetSignal", static_cast<HRESULT>(EXCEPTION_ACCESS_VIOLATION));
+    return Perform(L"GetSignal", [&] {
         if (level == nullptr) return LogCall(L"GetSignal", E_POINTER);
-        const HRESULT asked = receiver_->GetSignal(level);
-        return LogCall(L"GetSignal", asked, asked == S_OK ? std::to_wstring(*level) : L"");
+        const HRESULT result = receiver_->GetSignal(level);
+        return LogCall(L"GetSignal", result, result == S_OK ? std::to_wstring(*level) : L"");
     });
-    // Out here no scope is open that a caller's guard would leave without closing: a write to address 0.
-    const ULONG_PTR access[] = {1, 0};
-    if (fault) RaiseException(EXCEPTION_ACCESS_VIOLATION, 0, std::size(access), access);
-    return result;
 }
 
 HRESULT CTunerDevice::GetRDSData(WCHAR* text, std::int32_t* kind) {
-    return Perform([&] {
+    return Perform(L"GetRDSData", [&] {
         if (text == nullptr || kind == nullptr) return LogCall(L"GetRDSData", E_POINTER);
         std::wstring data;
         const HRESULT result = receiver_->GetRDSData(&data, kind);
@@ -183,11 +201,11 @@ HRESULT CTunerDevice::GetRDSData(WCHAR* text, std::int32_t* kind) {
 }
 
 HRESULT CTunerDevice::GetStereo() {
-    return Perform([&] { return LogCall(L"GetStereo", receiver_->GetStereo()); });
+    return Perform(L"GetStereo", [&] { return LogCall(L"GetStereo", receiver_->GetStereo()); });
 }
 
 HRESULT CTunerDevice::GetAFCount(std::int32_t* count) {
-    return Perform([&] {
+    return Perform(L"GetAFCount", [&] {
         if (count == nullptr) return LogCall(L"GetAFCount", E_POINTER);
         const HRESULT result = receiver_->GetAFCount(count);
         return LogCall(L"GetAFCount", result, SUCCEEDED(result) ? std::to_wstring(*count) : L"");
@@ -195,7 +213,7 @@ HRESULT CTunerDevice::GetAFCount(std::int32_t* count) {
 }
 
 HRESULT CTunerDevice::GetAFItem(std::int32_t index, WCHAR* text) {
-    return Perform([&] {
+    return Perform(L"GetAFItem", [&] {
         const std::wstring call = Call(L"GetAFItem", index);
         if (text == nullptr) return LogCall(call, E_POINTER);
         std::wstring item;
@@ -206,7 +224,7 @@ HRESULT CTunerDevice::GetAFItem(std::int32_t index, WCHAR* text) {
 }
 
 HRESULT CTunerDevice::GetRDSInfo(rds_inf* info) {
-    return Perform([&] {
+    return Perform(L"GetRDSInfo", [&] {
         if (info == nullptr) return LogCall(L"GetRDSInfo", E_POINTER);
         const HRESULT result = receiver_->GetRDSInfo(info);
         std::wstring words;
@@ -219,7 +237,7 @@ HRESULT CTunerDevice::GetRDSInfo(rds_inf* info) {
 }
 
 HRESULT CTunerDevice::GetPTYText(WCHAR* text) {
-    return Perform([&] {
+    return Perform(L"GetPTYText", [&] {
         if (text == nullptr) return LogCall(L"GetPTYText", E_POINTER);
         std::wstring type;
         const HRESULT result = receiver_->GetPTYText(&type);

@@ -57,4 +57,10 @@ std::string_view Utf8Prefix(std::string_view text, std::size_t characters) {
     return text;
 }
 
+std::size_t Utf8Length(std::string_view text) {
+    std::size_t characters = 0;
+    for (const char byte : text) characters += IsContinuation(byte) ? 0 : 1;
+    return characters;
+}
+
 }  // namespace fm

@@ -11,4 +11,7 @@ namespace fm {
 // The first `characters` characters of a well-formed text, or all of it when it has no more.
 [[nodiscard]] std::string_view Utf8Prefix(std::string_view text, std::size_t characters);
 
+// The number of characters of a well-formed text.
+[[nodiscard]] std::size_t Utf8Length(std::string_view text);
+
 }  // namespace fm

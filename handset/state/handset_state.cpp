@@ -1,5 +1,6 @@
 #include "handset/state/handset_state.h"
 
+#include <algorithm>
 #include <cwchar>
 #include <cwctype>
 #include <vector>
@@ -24,17 +25,20 @@ std::optional<std::wstring> FromEnvironment(const wchar_t* name) {
 // The raw bytes of a registry value, with its type.
 std::optional<std::vector<BYTE>> FromRegistry(const wchar_t* name, DWORD* type) {
     const std::wstring key = StateKeyPath();
-    DWORD size = 0;
-    if (RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name, RRF_RT_ANY, type, nullptr, &size) != ERROR_SUCCESS) {
-        return std::nullopt;
+    // Nearly every value fits at the first try.
+    std::vector<BYTE> data(256);
+    for (;;) {
+        auto size = static_cast<DWORD>(data.size());
+        const LSTATUS status =
+            RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name, RRF_RT_ANY, type, data.data(), &size);
+        if (status == ERROR_MORE_DATA) {
+            data.resize(std::max<std::size_t>(size, 2 * data.size()));
+            continue;
+        }
+        if (status != ERROR_SUCCESS) return std::nullopt;
+        data.resize(size);
+        return data;
     }
-    std::vector<BYTE> data(size + sizeof(wchar_t));
-    if (RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name, RRF_RT_ANY, type, data.data(), &size) !=
-        ERROR_SUCCESS) {
-        return std::nullopt;
-    }
-    data.resize(size);
-    return data;
 }
 
 std::optional<std::uint64_t> Number(const wchar_t* name) {
@@ -43,7 +47,9 @@ std::optional<std::uint64_t> Number(const wchar_t* name) {
     const auto data = FromRegistry(name, &type);
     if (!data) return std::nullopt;
     if (type == REG_SZ) {
-        return std::wcstoull(std::wstring(reinterpret_cast<const wchar_t*>(data->data())).c_str(), nullptr, 0);
+        const std::wstring text(reinterpret_cast<const wchar_t*>(data->data()),
+                                data->size() / sizeof(wchar_t));
+        return std::wcstoull(text.c_str(), nullptr, 0);
     }
     std::uint64_t value = 0;
     for (std::size_t i = data->size(); i-- > 0;) value = value << 8 | (*data)[i];
@@ -57,13 +63,17 @@ bool Write(const wchar_t* name, DWORD type, const void* data, std::size_t size) 
 
 }  // namespace
 
-std::wstring StateKeyPath() { return FromEnvironment(L"StateKey").value_or(kDefaultStateKey); }
+std::wstring StateKeyPath() {
+    return FromEnvironment(L"StateKey").value_or(kDefaultStateKey);
+}
 
 std::uint32_t StateDword(const wchar_t* name, std::uint32_t fallback) {
     return static_cast<std::uint32_t>(Number(name).value_or(fallback));
 }
 
-std::optional<std::uint64_t> StateQword(const wchar_t* name) { return Number(name); }
+std::optional<std::uint64_t> StateQword(const wchar_t* name) {
+    return Number(name);
+}
 
 std::wstring StateString(const wchar_t* name, const std::wstring& fallback) {
     if (const auto text = FromEnvironment(name)) return *text;
@@ -90,9 +100,17 @@ bool DeleteStateValue(const wchar_t* name) {
     return RegDeleteKeyValueW(HKEY_CURRENT_USER, StateKeyPath().c_str(), name) == ERROR_SUCCESS;
 }
 
+std::wstring InjectedFaults() {
+    return StateString(L"Fault", L"");
+}
+
+bool FaultIn(const std::wstring& faults, const wchar_t* fault) {
+    return (L" " + faults + L" ").find(L" " + std::wstring(fault) + L" ") != std::wstring::npos;
+}
+
 bool FaultInjected(const wchar_t* fault) {
-    const std::wstring faults = L" " + StateString(L"Fault", L"") + L" ";
-    return faults.find(L" " + std::wstring(fault) + L" ") != std::wstring::npos;
+    const std::wstring faults = InjectedFaults();
+    return !faults.empty() && FaultIn(faults, fault);
 }
 
 std::wstring DeviceRoot() {
@@ -113,7 +131,9 @@ bool IsOnStorageCard(const wchar_t* devicePath) {
     return next == L'\0' || next == L'\\';
 }
 
-bool StorageCardPresent() { return StateDword(L"StorageCard", 1) != 0; }
+bool StorageCardPresent() {
+    return StateDword(L"StorageCard", 1) != 0;
+}
 
 std::wstring DeviceRegistryRootPath(HKEY root) {
     struct Root {

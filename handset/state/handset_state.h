@@ -28,7 +28,10 @@ bool SetStateQword(const wchar_t* name, std::uint64_t value);
 bool SetStateString(const wchar_t* name, const std::wstring& value);
 bool DeleteStateValue(const wchar_t* name);
 
-// True when the blank-separated list in the value "Fault" holds `fault`.
+// The faults to be injected, parted by blanks: the value "Fault".
+std::wstring InjectedFaults();
+bool FaultIn(const std::wstring& faults, const wchar_t* fault);
+// True when they hold `fault`.
 bool FaultInjected(const wchar_t* fault);
 
 // The host folder that is the root of the device's file system, without a trailing backslash.

@@ -1,6 +1,8 @@
 // What holds for a band read from any text at all; shared by the fuzzers.
 #pragma once
 
+#include <algorithm>
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,12 +30,17 @@ inline const char* BrokenPromise(std::string_view text) {
         for (const auto alternative : rds.alternatives_10kHz) {
             if (!fm::InBand(alternative)) return "an alternative outside the band";
         }
-        for (const std::string* rdsText : {&rds.serviceName, &rds.radioText, &rds.programText}) {
-            if (!fm::IsUtf8(*rdsText)) return "a text that is not UTF-8";
-        }
-        if (fm::Utf8Prefix(rds.serviceName, fm::kServiceNameLength) != rds.serviceName)
-            return "a long service name";
-        if (fm::Utf8Prefix(rds.radioText, fm::kRadioTextLength) != rds.radioText) return "a long radio text";
+        if (rds.serviceNames.size() > fm::kMaxServiceNames || rds.radioTexts.size() > fm::kMaxRadioTexts)
+            return "too many texts";
+        if (rds.nameTime_s < 1 || rds.textTime_s < 1) return "a time out of range";
+        const auto fits = [](const std::vector<std::string>& texts, std::size_t length) {
+            return std::all_of(texts.begin(), texts.end(), [length](const std::string& text) {
+                return fm::IsUtf8(text) && !text.empty() && fm::Utf8Prefix(text, length) == text;
+            });
+        };
+        if (!fits(rds.serviceNames, fm::kServiceNameLength)) return "a service name that does not do";
+        if (!fits(rds.radioTexts, fm::kRadioTextLength)) return "a radio text that does not do";
+        if (!fm::IsUtf8(rds.programText)) return "a text that is not UTF-8";
         float frames[2 * 16];
         fm::MakeGenerator(station.programme)->Render(frames, 16);
         for (const float sample : frames) {

@@ -30,10 +30,10 @@ TEST(BandFile, EveryKeyOfAStationIsRead) {
     const fm::Station& station = read.At(9850);
     EXPECT_EQ(station.level, 45);
     EXPECT_TRUE(station.stereo);
-    EXPECT_EQ(station.rds.serviceName, "KORA ONE");
+    EXPECT_THAT(station.rds.serviceNames, ElementsAre("KORA ONE"));
     EXPECT_EQ(station.rds.programmeType, 1);
     EXPECT_EQ(station.rds.programText, "Morning");
-    EXPECT_EQ(station.rds.radioText, "Good morning");
+    EXPECT_THAT(station.rds.radioTexts, ElementsAre("Good morning"));
     EXPECT_THAT(station.rds.alternatives_10kHz, ElementsAre(10110u, 10340u));
     EXPECT_TRUE(station.rds.clockTime);
     EXPECT_EQ(station.programme.kind, fm::ProgrammeKind::kTone);
@@ -53,7 +53,7 @@ TEST(BandFile, CommentsBlanksByteOrderMarkAndLineEndsOfWindowsDoNotMatter) {
         ReadText("\xEF\xBB\xBF; a band\r\n[BAND]\r\n  Wrap = 0   ; no wrap\r\n\r\n[ 9850 ]\r\nPS= A;B \r\n");
     EXPECT_THAT(read.faults, IsEmpty());
     EXPECT_FALSE(read.band.wrap);
-    EXPECT_EQ(read.At(9850).rds.serviceName, "A;B");
+    EXPECT_THAT(read.At(9850).rds.serviceNames, ElementsAre("A;B"));
 }
 
 TEST(BandFile, AFaultNamesFileLineKeyAndValue) {
@@ -61,7 +61,7 @@ TEST(BandFile, AFaultNamesFileLineKeyAndValue) {
     EXPECT_THAT(read.faults, ElementsAre("band.ini:3: \"level\" wants a number from 0 to 100, not \"abc\"",
                                          "band.ini:4: \"level\" wants a number from 0 to 100, not \"101\""));
     EXPECT_EQ(read.At(9850).level, 40);
-    EXPECT_EQ(read.At(9850).rds.serviceName, "ONE");
+    EXPECT_THAT(read.At(9850).rds.serviceNames, ElementsAre("ONE"));
 }
 
 TEST(BandFile, EachKindOfFaultHasItsLine) {
@@ -93,8 +93,8 @@ TEST(BandFile, EachKindOfFaultHasItsLine) {
 
 TEST(BandFile, ATextThatIsTooLongIsCutByCharactersAndTold) {
     const Read read = ReadText("[9850]\nps=Grüße 123\nrt=" + std::string(65, 'x') + "\n");
-    EXPECT_EQ(read.At(9850).rds.serviceName, "Grüße 12");
-    EXPECT_EQ(read.At(9850).rds.radioText, std::string(64, 'x'));
+    EXPECT_THAT(read.At(9850).rds.serviceNames, ElementsAre("Grüße 12"));
+    EXPECT_THAT(read.At(9850).rds.radioTexts, ElementsAre(std::string(64, 'x')));
     EXPECT_THAT(read.faults, ElementsAre("band.ini:2: \"ps\" wants at most 8 characters, not \"Grüße 123\"",
                                          "band.ini:3: \"rt\" wants at most 64 characters, not \"" +
                                              std::string(40, 'x') + "…\""));
@@ -105,6 +105,30 @@ TEST(BandFile, AProgrammeTypeMayBeANumberOrTheBeginningOfOneName) {
     EXPECT_EQ(ReadText("[9850]\npty=weather\n").At(9850).rds.programmeType, 16);
     EXPECT_EQ(ReadText("[9850]\npty=S\n").faults.size(), 1u);
     EXPECT_EQ(ReadText("[9850]\npty=32\n").faults.size(), 1u);
+}
+
+TEST(BandFile, NamesAndTextsMayStandSeveralTimesWithATimeForEach) {
+    const Read read = ReadText("[9850]\nps=ONE\nps=TWO\npstime=4\nrt=a\nrt=b\nrt=c\nrt=\nrttime=3600\n");
+    EXPECT_THAT(read.faults, IsEmpty());
+    EXPECT_THAT(read.At(9850).rds.serviceNames, ElementsAre("ONE", "TWO"));
+    EXPECT_THAT(read.At(9850).rds.radioTexts, ElementsAre("a", "b", "c"));
+    EXPECT_EQ(read.At(9850).rds.nameTime_s, 4);
+    EXPECT_EQ(read.At(9850).rds.textTime_s, 3600);
+}
+
+TEST(BandFile, TooManyNamesOrTextsAndNoTimeAreFaults) {
+    std::string text = "[9850]\npstime=0\nrttime=3601\n";
+    for (int i = 0; i < 9; ++i) text += "ps=x\n";
+    for (int i = 0; i < 17; ++i) text += "rt=y\n";
+    const Read read = ReadText(text);
+    EXPECT_THAT(read.faults,
+                ElementsAre("band.ini:2: \"pstime\" wants a number of seconds from 1 to 3600, not \"0\"",
+                            "band.ini:3: \"rttime\" wants a number of seconds from 1 to 3600, not \"3601\"",
+                            "band.ini:12: \"ps\" wants to stand at most 8 times in a station, not \"x\"",
+                            "band.ini:29: \"rt\" wants to stand at most 16 times in a station, not \"y\""));
+    EXPECT_EQ(read.At(9850).rds.serviceNames.size(), 8u);
+    EXPECT_EQ(read.At(9850).rds.radioTexts.size(), 16u);
+    EXPECT_EQ(read.At(9850).rds.nameTime_s, fm::kNameTime_s);
 }
 
 TEST(BandFile, ManyFaultsEndWithOneLineThatSaysSo) {

@@ -40,10 +40,29 @@ TEST_F(ShippedBand, AlternativesAreStationsOfTheSameName) {
         for (const auto alternative : station.rds.alternatives_10kHz) {
             ++lists;
             ASSERT_TRUE(band_.stations.count(alternative)) << alternative;
-            EXPECT_EQ(band_.stations.at(alternative).rds.serviceName, station.rds.serviceName);
+            EXPECT_EQ(band_.stations.at(alternative).rds.serviceNames, station.rds.serviceNames);
         }
     }
     EXPECT_GE(lists, 4);
+}
+
+TEST_F(ShippedBand, HasStationsWhoseNamesAndTextsChange) {
+    int names = 0, texts = 0;
+    for (const auto& [channel, station] : band_.stations) {
+        names += station.rds.serviceNames.size() > 1 ? 1 : 0;
+        texts += station.rds.radioTexts.size() > 1 ? 1 : 0;
+    }
+    EXPECT_GE(names, 2);
+    EXPECT_GE(texts, 6);
+}
+
+TEST_F(ShippedBand, TheWeakStationHasAFarBetterAlternative) {
+    const fm::Station& weak = band_.stations.at(9010);
+    ASSERT_LE(weak.level, 15);
+    int best = 0;
+    for (const auto alternative : weak.rds.alternatives_10kHz)
+        best = std::max(best, band_.stations.at(alternative).level);
+    EXPECT_GE(best, 40);
 }
 
 TEST_F(ShippedBand, HasEachSortOfReception) {

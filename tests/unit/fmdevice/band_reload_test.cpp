@@ -29,11 +29,12 @@ TEST_F(BandReload, TextsFollowTheFile) {
     PowerUp();
     WCHAR text[kRdsTextCapacity];
     std::int32_t kind = 0;
-    ASSERT_EQ(device_->GetRDSData(text, &kind), S_OK);
-    EXPECT_STREQ(text, L"ONE");
+    const auto becomes = [&](const std::wstring& name) {
+        return test::WaitFor([&] { return device_->GetRDSData(text, &kind) == S_OK && text == name; }, 5000);
+    };
+    EXPECT_TRUE(becomes(L"ONE"));
     WriteBand("[8750]\nlevel=45\nps=TWO\n");
-    EXPECT_TRUE(test::WaitFor(
-        [&] { return device_->GetRDSData(text, &kind) == S_OK && text == std::wstring(L"TWO"); }, 5000));
+    EXPECT_TRUE(becomes(L"TWO"));
 }
 
 TEST_F(BandReload, WithoutAFileTheBandIsNoiseUntilThereIsOne) {

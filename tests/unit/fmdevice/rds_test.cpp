@@ -29,11 +29,8 @@ class TunerRds : public test::TunerTest {
         const HRESULT result = device_->GetRDSData(text, &kind);
         return {result, kind, text};
     }
-    // The next text that is not the one before it.
-    Text Next(const Text& last) {
-        Text text = last;
-        test::WaitFor([&] { return !((text = Read()) == last); });
-        return text;
+    bool Arrives(const Text& text) {
+        return test::WaitFor([&] { return Read() == text; });
     }
     std::wstring TypeText(HRESULT wanted) {
         WCHAR text[kRdsTextCapacity] = L"x";
@@ -47,15 +44,34 @@ TEST_F(TunerRds, TheTextsComeInTurnWithTheirKinds) {
     const Text name{S_OK, 4, L"KORA ONE"};
     const Text radioText{S_OK, 1, L"Grüße"};
     const Text programText{S_OK, 2, L"Morning"};
-    ASSERT_EQ(Read(), name);
-    ASSERT_EQ(Next(name), radioText);
-    ASSERT_EQ(Next(radioText), programText);
-    ASSERT_EQ(Next(programText), name);
+    ASSERT_EQ(Read(), (Text{S_FALSE, -1, L""})) << "nothing can have arrived yet";
+    EXPECT_TRUE(Arrives(name));
+    EXPECT_TRUE(Arrives(radioText));
+    EXPECT_TRUE(Arrives(programText));
+    EXPECT_TRUE(Arrives(name));
 }
 
 TEST_F(TunerRds, WithoutAlternativesTheNameIsOfKindZero) {
     device_->SetChannel(9900);
-    EXPECT_EQ(Read(), (Text{S_OK, 0, L"PLAIN"}));
+    EXPECT_TRUE(Arrives({S_OK, 0, L"PLAIN"}));
+}
+
+TEST_F(TunerRds, NamesAndTextsThatTheFileAddsAreSentInTurn) {
+    WriteBand("[9850]\nps=ONE\nps=TWO\npstime=1\nrt=first\nrt=second\nrttime=2\n");
+    device_->SetChannel(9850);
+    for (const Text& text : {Text{S_OK, 0, L"ONE"}, Text{S_OK, 0, L"TWO"}, Text{S_OK, 1, L"first"},
+                             Text{S_OK, 1, L"second"}, Text{S_OK, 0, L"ONE"}}) {
+        EXPECT_TRUE(Arrives(text)) << text.text;
+    }
+}
+
+TEST_F(TunerRds, ASignalThatDropsTakesTheDataAwayAndBringsThemBack) {
+    device_->SetChannel(9900);
+    ASSERT_TRUE(Arrives({S_OK, 0, L"PLAIN"}));
+    handset::SetStateDword(L"SignalLimit", 15);
+    EXPECT_TRUE(Arrives({S_FALSE, -1, L""}));
+    handset::DeleteStateValue(L"SignalLimit");
+    EXPECT_TRUE(Arrives({S_OK, 0, L"PLAIN"}));
 }
 
 TEST_F(TunerRds, NoDataIsNotZeroAndEmpty) {
@@ -68,8 +84,12 @@ TEST_F(TunerRds, NoDataIsNotZeroAndEmpty) {
 
 TEST_F(TunerRds, TheProgrammeTypeIsItsTerm) {
     device_->SetChannel(9850);
+    EXPECT_EQ(TypeText(S_FALSE), L"") << "no group can have arrived yet";
+    WCHAR text[kRdsTextCapacity];
+    EXPECT_TRUE(test::WaitFor([&] { return device_->GetPTYText(text) == S_OK; }));
     EXPECT_EQ(TypeText(S_OK), L"News");
     device_->SetChannel(9900);
+    EXPECT_TRUE(Arrives({S_OK, 0, L"PLAIN"}));
     EXPECT_EQ(TypeText(S_FALSE), L"");
 }
 

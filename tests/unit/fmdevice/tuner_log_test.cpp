@@ -10,6 +10,14 @@ class TunerLog : public test::TunerTest {
             "[9850]\nlevel=45\nstereo=1\nps=KÖRA ONE\npty=News\naf=101.1\n[9900]\nlevel=40\nps=KORA ONE\n");
         handset::SetStateString(L"TunerLog", L"\\tuner.log");
     }
+    // Until the name has arrived, by calls that leave no line.
+    void WaitForName() {
+        handset::SetStateString(L"TunerLog", L"");
+        WCHAR text[kRdsTextCapacity];
+        std::int32_t kind = 0;
+        EXPECT_TRUE(test::WaitFor([&] { return device_->GetRDSData(text, &kind) == S_OK; }));
+        handset::SetStateString(L"TunerLog", L"\\tuner.log");
+    }
     std::string Log() { return test::Bytes(handset::HostPath(L"\\tuner.log")); }
 };
 
@@ -22,6 +30,7 @@ TEST_F(TunerLog, EveryCallIsALineWithArgumentsResultAndOutValues) {
     device_->SetChannel(9850);
     device_->GetChannel(&number);
     device_->GetSignal(&count);
+    WaitForName();
     device_->GetRDSData(text, &count);
     device_->GetStereo();
     device_->GetPTYText(text);
@@ -34,6 +43,7 @@ TEST_F(TunerLog, EveryCallIsALineWithArgumentsResultAndOutValues) {
     device_->SetSpeaker(1);
     device_->SetBTAudio(0);
     device_->SeekNext();
+    WaitForName();
     device_->GetRDSData(text, &count);
     device_->SeekPrev();
     device_->SetChannel(8740);
