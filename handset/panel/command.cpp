@@ -34,7 +34,9 @@ int ShowOverview(Console& console) {
         console.Line(L"");
         console.Line(std::wstring(group.title) + L":");
         for (std::size_t i = 0; i < group.count; ++i) {
-            console.Line(L"  " + Padded(group.commands[i].verb, 13) + group.commands[i].summary);
+            const Command& command = group.commands[i];
+            console.Line(L"  " + Padded(command.verb, 13) + Padded(command.summary, 52) + L"$ " +
+                         command.example);
         }
     }
     Lines(console,
@@ -58,14 +60,16 @@ int ShowHelp(const Arguments& words, Console& console) {
     console.Line(Usage(*command));
     console.Line(L"");
     Lines(console, command->help);
+    console.Line(L"");
+    console.Line(L"For example: " + std::wstring(command->example));
     return kDone;
 }
 
 }  // namespace
 
 std::vector<CommandGroup> CommandGroups() {
-    return {SetupCommands(),     RadioCommands(),    SwitchCommands(),
-            TelephoneCommands(), RegistryCommands(), PanelCommands()};
+    return {SetupCommands(), RadioCommands(),    SwitchCommands(), TelephoneCommands(),
+            BandCommands(),  RegistryCommands(), PanelCommands()};
 }
 
 const Command* FindCommand(const std::wstring& verb) {

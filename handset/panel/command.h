@@ -20,6 +20,7 @@ struct Command {
     int (*handler)(const Arguments& arguments, Console& console);
     const wchar_t* synopsis;  // the arguments, as the help shows them
     const wchar_t* summary;   // one line for the list of verbs
+    const wchar_t* example;   // a whole command line
     const wchar_t* help;      // whole sentences; lines end with \n
 };
 
@@ -32,6 +33,7 @@ struct CommandGroup {
 // The groups, each made by its own file.
 CommandGroup SetupCommands();
 CommandGroup SwitchCommands();
+CommandGroup BandCommands();
 CommandGroup TelephoneCommands();
 CommandGroup RegistryCommands();
 CommandGroup RadioCommands();

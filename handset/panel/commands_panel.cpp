@@ -28,12 +28,14 @@ int Help(const Arguments&, Console&) {
 
 const Command kCommands[] = {
     {L"panel", Panel, L"[--with-radio]", L"opens the phone around the display (as \"handset\" alone does)",
+     L"handset panel --with-radio",
      L"The phone with its keys, and beside it the switches that the verbs turn. The radio's windows stand "
      L"in\n"
      L"its display and move with it. Pressing keys leaves the radio the active window. Returns when the "
      L"panel\n"
      L"is closed, which closes the radio as well. With --with-radio the radio is started on it.\n"},
-    {L"help", Help, L"[VERB]", L"this list, or what one verb does", L"Without VERB all verbs are listed.\n"},
+    {L"help", Help, L"[VERB]", L"this list, or what one verb does", L"handset help power",
+     L"Without VERB all verbs are listed.\n"},
 };
 
 }  // namespace

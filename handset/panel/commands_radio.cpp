@@ -18,7 +18,11 @@ constexpr DWORD kPollPeriod_ms = 20;
 constexpr DWORD kTapHold_ms = 150;  // one tick of a button that repeats while it is held
 constexpr DWORD kLongestHold_ms = 60000;
 
-const std::wstring kNotRunning = L"the radio does not run; \"handset start\" starts it";
+// Why nobody takes a key or a touch; `otherwise` when there is somebody.
+std::wstring WhyNobody(const wchar_t* otherwise) {
+    if (!RadioProcess()) return L"the radio does not run; \"handset start\" starts it";
+    return PhoneSleeps() ? L"the phone sleeps; \"handset power on\" wakes it" : otherwise;
+}
 
 int Start(const Arguments& arguments, Console& console) {
     std::wstring line;
@@ -64,7 +68,9 @@ int Key(const Arguments& arguments, Console& console) {
     }
     for (const std::wstring& name : arguments) {
         const PhoneKey key = *KeyNamed(name);
-        if (!PressPhoneKey(key, true)) return Failure(console, L"key", kNotRunning);
+        if (!PressPhoneKey(key, true)) {
+            return Failure(console, L"key", WhyNobody(L"no window of the radio takes keys"));
+        }
         PressPhoneKey(key, false);
     }
     return kDone;
@@ -76,8 +82,7 @@ int SoftKey(const Arguments& arguments, Console& console) {
         return BadArguments(console, L"softkey", L"\"left\" or \"right\" is wanted");
     }
     if (PressSoftKey(side == L"right")) return kDone;
-    return Failure(console, L"softkey",
-                   RadioProcess() ? L"the window in front has no soft keys" : kNotRunning);
+    return Failure(console, L"softkey", WhyNobody(L"the window in front has no soft keys"));
 }
 
 int Tap(const Arguments& arguments, Console& console) {
@@ -100,8 +105,7 @@ int Tap(const Arguments& arguments, Console& console) {
                             L"\"" + arguments[2] + L"\" is no time: milliseconds from 0 to 60000");
     }
     if (!TouchDisplay(Stylus::kDown, static_cast<int>(*x), static_cast<int>(*y))) {
-        return Failure(console, L"tap",
-                       RadioProcess() ? L"nothing of the radio can be touched there" : kNotRunning);
+        return Failure(console, L"tap", WhyNobody(L"nothing of the radio can be touched there"));
     }
     Sleep(static_cast<DWORD>(*hold));
     TouchDisplay(Stylus::kUp, static_cast<int>(*x), static_cast<int>(*y));
@@ -114,24 +118,25 @@ int Tour(const Arguments& arguments, Console& console) {
 }
 
 const Command kCommands[] = {
-    {L"start", Start, L"[ARGS …]", L"starts the radio",
+    {L"start", Start, L"[ARGS …]", L"starts the radio", L"handset start",
      L"Starts \\Windows\\UI.exe with ARGS as its command line, joined by single blanks and otherwise as "
      L"they\n"
      L"are, and hands environment, output and error output on. Returns when the radio shows a window, or "
      L"with\n"
      L"its exit code when it has ended before that.\n"},
-    {L"stop", Stop, L"", L"closes the radio and waits until it is gone",
+    {L"stop", Stop, L"", L"closes the radio and waits until it is gone", L"handset stop",
      L"As its close button would. Exit code 0 also when no radio runs, 1 when it is still there after 30 "
      L"s.\n"},
-    {L"key", Key, L"NAME …", L"presses keys of the phone",
+    {L"key", Key, L"NAME …", L"presses keys of the phone", L"handset key 9 8 5",
      L"0 to 9, star, hash, up, down, left, right, return, call, end, soft1, soft2; several are pressed one\n"
      L"after another. They go to the window that has the radio's focus; call and end take and end a call\n"
      L"while there is one.\n"},
-    {L"softkey", SoftKey, L"left|right", L"presses a soft key", L"Of the window or dialog in front.\n"},
-    {L"tap", Tap, L"X Y [MS]", L"touches the display with the stylus",
+    {L"softkey", SoftKey, L"left|right", L"presses a soft key", L"handset softkey right",
+     L"Of the window or dialog in front.\n"},
+    {L"tap", Tap, L"X Y [MS]", L"touches the display with the stylus", L"handset tap 120 40",
      L"At X, Y in pixels of the display, for MS real milliseconds (150); buttons that repeat while they are\n"
      L"held act once every 100 ms of the handset's clock.\n"},
-    {L"tour", Tour, L"FOLDER", L"a guided tour of the radio, without a person",
+    {L"tour", Tour, L"FOLDER", L"a guided tour of the radio, without a person", L"handset tour out",
      L"Starts the radio, seeks three stations, types a frequency, changes the volume, mutes and unmutes, "
      L"and\n"
      L"closes it, and prints what it hears and shows. At each stop it prints \"picture NAME\" and waits up "

@@ -154,7 +154,7 @@ int Registry(const Arguments& arguments, Console& console) {
 
 const Command kCommands[] = {
     {L"reg", Registry, L"get KEY [VALUE] | set KEY VALUE TYPE DATA | delete KEY [VALUE]",
-     L"reads and writes the device's registry",
+     L"reads and writes the device's registry", L"handset reg get HKLM\\System\\State\\Phone",
      L"KEY is a key of the device, such as HKLM\\System\\State\\Hardware; TYPE is dword, string or qword.\n"
      L"get     prints the value's data alone (numbers in decimal); without VALUE the whole key: its subkeys "
      L"in\n"

@@ -10,9 +10,11 @@
 #include "handset/panel/host_folder.h"
 #include "handset/panel/install.h"
 #include "handset/panel/radio_process.h"
+#include "handset/panel/station_name.h"
 #include "handset/panel/switches.h"
 #include "handset/panel/telephone.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/power_manager.h"
 
 namespace panel {
 namespace {
@@ -69,7 +71,9 @@ std::wstring PhoneText() {
 
 std::wstring SignalText() {
     const auto limit = SignalLimit();
-    return limit ? L"no better than " + std::to_wstring(*limit) : L"as the band is";
+    if (!limit) return L"as the band is";
+    return L"no better than " + std::to_wstring(limit->level) +
+           (limit->channel != 0 ? L" at " + StationText(limit->channel) : L"");
 }
 
 std::wstring RadioText() {
@@ -94,6 +98,7 @@ int Status(const Arguments& arguments, Console& console) {
         {L"Headset",           [] { return std::wstring(HeadsetPlugged() ? L"on" : L"off"); }},
         {L"Storage card",      [] { return std::wstring(handset::StorageCardPresent() ? L"in" : L"out"); }},
         {L"Power",             PowerState},
+        {L"Kept awake",        [] { return std::to_wstring(handset::UnattendedHolders()) + L" requests"; }},
         {L"Screen",            [] { const ScreenSize s = CurrentScreen();
                                     return std::to_wstring(s.width) + L"x" + std::to_wstring(s.height); }},
         {L"Telephone",         PhoneText},
@@ -133,7 +138,7 @@ int Clock(const Arguments& arguments, Console& console) {
 }
 
 const Command kCommands[] = {
-    {L"install", Install, L"[FOLDER]", L"sets the handset up",
+    {L"install", Install, L"[FOLDER]", L"sets the handset up", L"handset install C:\\Kora\\device",
      L"Makes the device's folders, lays \\Windows\\UI.exe with the handset's DLLs and its manifest down, "
      L"and\n"
      L"writes the first registry values and the preset favourites. FOLDER is the host folder that becomes "
@@ -142,9 +147,9 @@ const Command kCommands[] = {
      L"KORA_HOME.\n"
      L"May be repeated: programs are replaced, everything of the user's (band.ini, settings, favourites,\n"
      L"recordings, channel lists) is kept. The radio must not run.\n"},
-    {L"status", Status, L"", L"shows the whole state of the handset",
+    {L"status", Status, L"", L"shows the whole state of the handset", L"handset status",
      L"Prints one line for each switch and setting, as the radio would find it now.\n"},
-    {L"clock", Clock, L"[RATE | reset]", L"shows the handset's clock or sets its rate",
+    {L"clock", Clock, L"[RATE | reset]", L"shows the handset's clock or sets its rate", L"handset clock 60",
      L"RATE is 1 to 3600 handset seconds per real second; 60 lets an hour pass in a minute. The time goes "
      L"on\n"
      L"from where it is. Programs that run already keep their rate until they are started again. \"reset\"\n"

@@ -1,52 +1,48 @@
 // headset, card, power, orientation, bluetooth, signal, fault.
-#include "handset/panel/command.h"
+#include "handset/panel/choice.h"
 #include "handset/panel/encoding.h"
+#include "handset/panel/faults.h"
+#include "handset/panel/station_name.h"
 #include "handset/panel/switches.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/power_manager.h"
 
 namespace panel {
 namespace {
 
-// The one argument of a two-way switch: true for `on`, false for `off`; nothing for anything else.
-std::optional<bool> TwoWay(const Arguments& arguments, const wchar_t* on, const wchar_t* off) {
-    if (arguments.size() != 1) return std::nullopt;
-    if (arguments[0] == on) return true;
-    if (arguments[0] == off) return false;
-    return std::nullopt;
-}
-
-std::wstring Given(const Arguments& arguments) {
-    if (arguments.empty()) return L"nothing was given";
-    std::wstring text = L"\"" + arguments[0];
-    for (std::size_t i = 1; i < arguments.size(); ++i) text += L" " + arguments[i];
-    return text + L"\" was given";
-}
-
 int Headset(const Arguments& arguments, Console& console) {
-    const auto plugged = TwoWay(arguments, L"on", L"off");
-    if (!plugged)
-        return BadArguments(console, L"headset", L"\"on\" or \"off\" is wanted, " + Given(arguments));
-    const bool written = PlugHeadset(*plugged);
-    TellPanel();
-    return Written(console, L"headset", written);
+    return Choose(console, L"headset", arguments,
+                  {{L"on", [] { return PlugHeadset(true); }}, {L"off", [] { return PlugHeadset(false); }}});
 }
 
 int Card(const Arguments& arguments, Console& console) {
-    const auto inserted = TwoWay(arguments, L"in", L"out");
-    if (!inserted) return BadArguments(console, L"card", L"\"in\" or \"out\" is wanted, " + Given(arguments));
-    const bool written = InsertCard(*inserted);
-    TellPanel();
-    return Written(console, L"card", written);
+    return Choose(console, L"card", arguments,
+                  {{L"in", [] { return InsertCard(true); }}, {L"out", [] { return InsertCard(false); }}});
 }
 
 int Power(const Arguments& arguments, Console& console) {
-    if (arguments.size() == 1 && IsPowerState(arguments[0])) {
-        return Written(console, L"power", SetPowerState(arguments[0]));
+    std::vector<Choice> choices;
+    for (const handset::PowerStateRow& row : handset::PowerStates()) {
+        choices.push_back({row.name, [&row] { return SetPowerState(row.name); }});
     }
-    std::wstring names;
-    for (const PowerStateRow& row : PowerStates())
-        names += (names.empty() ? L"" : L", ") + std::wstring(row.name);
-    return BadArguments(console, L"power", L"one of " + names + L" is wanted, " + Given(arguments));
+    choices.push_back({L"off", SwitchDisplayOff});
+    choices.push_back({L"key", PressPower});
+    return Choose(console, L"power", arguments, choices);
+}
+
+std::wstring PowerHelp() {
+    std::wstring help = L"STATE is the power manager's name:\n";
+    for (const handset::PowerStateRow& row : handset::PowerStates()) {
+        const std::wstring name = row.name;
+        help += L"  " + name + std::wstring(14 - name.size(), L' ') + row.meaning + L"\n";
+    }
+    return help +
+           L"\"off\" switches the display off as a program does: \"unattended\" while one holds that mode,\n"
+           L"\"idle\" otherwise. \"key\" is the phone's power key: it lights a dark display, and darkens a\n"
+           L"lit one; a phone that nothing holds awake then sleeps. Programs that asked for power\n"
+           L"notifications are told. With the display off the phone sleeps after the seconds of HKLM\n"
+           L"System\\CurrentControlSet\\Control\\Power\\Timeouts \"BattSuspend\" (60; 0 = never), unless a\n"
+           L"program resets the idle timer; its programs are then held until it is woken.\n";
 }
 
 // "portrait", "landscape" (the present screen, turned) or a size such as 480x640.
@@ -69,105 +65,102 @@ std::optional<ScreenSize> ParseScreen(const std::wstring& text) {
 
 int Orientation(const Arguments& arguments, Console& console) {
     const auto screen = arguments.size() == 1 ? ParseScreen(arguments[0]) : std::nullopt;
-    if (screen) return Written(console, L"orientation", TurnScreen(*screen));
+    if (screen) return Turned(console, L"orientation", TurnScreen(*screen));
     return BadArguments(console, L"orientation",
                         L"\"portrait\", \"landscape\" or a size such as 480x640 (each side " +
                             std::to_wstring(kSmallestScreen) + L" to " + std::to_wstring(kLargestScreen) +
                             L") is wanted, " + Given(arguments));
 }
 
+// A number that is the argument at `index`, not above `highest`.
+std::optional<std::uint32_t> NumberAt(const Arguments& arguments, std::size_t index, std::uint32_t highest) {
+    const auto number = index < arguments.size() ? ParseNumber(arguments[index]) : std::nullopt;
+    if (!number || *number > highest) return std::nullopt;
+    return static_cast<std::uint32_t>(*number);
+}
+
 int Bluetooth(const Arguments& arguments, Console& console) {
-    constexpr std::uint64_t kAllBits = 0x1F;
-    const auto bits = arguments.size() == 1 ? ParseNumber(arguments[0]) : std::nullopt;
-    if (!bits || *bits > kAllBits) {
-        return BadArguments(console, L"bluetooth", L"bits from 0 to 0x1F are wanted, " + Given(arguments));
-    }
-    const bool written = SetBluetoothBits(static_cast<std::uint32_t>(*bits));
-    TellPanel();
-    return Written(console, L"bluetooth", written);
+    const auto bits = NumberAt(arguments, 0, kAllBluetoothBits);
+    if (arguments.size() == 1 && bits) return Turned(console, L"bluetooth", SetBluetoothBits(*bits));
+    return BadArguments(console, L"bluetooth", L"bits from 0 to 0x1F are wanted, " + Given(arguments));
+}
+
+// The station of "signal LEVEL STATION": 0 for all, nothing for a word that names none.
+std::optional<std::uint32_t> LimitedStation(const Arguments& arguments) {
+    if (arguments.size() < 2) return 0;
+    if (arguments[1] == L"tuned") return TunedChannel();
+    return ParseStation(arguments[1]);
 }
 
 int Signal(const Arguments& arguments, Console& console) {
-    const bool normal = arguments.size() == 1 && arguments[0] == L"normal";
-    const auto level = arguments.size() == 1 ? ParseNumber(arguments[0]) : std::nullopt;
-    if (!normal && (!level || *level > 100)) {
-        return BadArguments(console, L"signal",
-                            L"a level from 0 to 100 or \"normal\" is wanted, " + Given(arguments));
+    if (arguments.size() == 1 && arguments[0] == L"normal") {
+        return Turned(console, L"signal", SetSignalLimit({}));
     }
-    const bool written =
-        normal ? SetSignalLimit(std::nullopt) : SetSignalLimit(static_cast<std::uint32_t>(*level));
-    TellPanel();
-    return Written(console, L"signal", written);
-}
-
-std::wstring FaultNames() {
-    std::wstring names;
-    for (const FaultRow& row : Faults()) names += (names.empty() ? L"" : L", ") + std::wstring(row.name);
-    return names;
+    const auto level = NumberAt(arguments, 0, 100);
+    const auto station = arguments.size() <= 2 ? LimitedStation(arguments) : std::nullopt;
+    if (level && station) return Turned(console, L"signal", SetSignalLimit({{*level, *station}}));
+    return BadArguments(console, L"signal",
+                        L"a level from 0 to 100, with a station or \"tuned\" after it, or \"normal\" is "
+                        L"wanted, " +
+                            Given(arguments));
 }
 
 int Fault(const Arguments& arguments, Console& console) {
-    if (arguments.empty())
+    if (arguments.empty()) {
         return BadArguments(console, L"fault", L"names or \"none\" are wanted, nothing was given");
-    if (arguments.size() == 1 && arguments[0] == L"none") {
-        handset::DeleteStateValue(L"Fault");
-        return kDone;
     }
     std::wstring list;
-    for (const std::wstring& name : arguments) {
-        if (!IsFault(name)) {
-            return BadArguments(console, L"fault",
-                                L"there is no fault \"" + name + L"\"; there are " + FaultNames());
+    if (arguments.size() > 1 || arguments[0] != L"none") {
+        for (const std::wstring& name : arguments) {
+            if (!IsFault(name)) {
+                return BadArguments(console, L"fault",
+                                    L"there is no fault \"" + name + L"\"; there are " + FaultNames());
+            }
+            list += (list.empty() ? L"" : L" ") + name;
         }
-        list += (list.empty() ? L"" : L" ") + name;
     }
-    return Written(console, L"fault", handset::SetStateString(L"Fault", list));
+    return Turned(console, L"fault", handset::SetStateString(L"Fault", list));
 }
 
-const Command kCommands[] = {
-    {L"headset", Headset, L"on|off", L"plugs the headset in or pulls it",
-     L"Writes HKLM System\\State\\Hardware \"Headset\" in the device's registry: 1 or 0. A running radio is\n"
-     L"told; it closes when the headset is gone.\n"},
-    {L"card", Card, L"in|out", L"inserts or pulls the storage card",
-     L"While the card is out, nothing of \\Storage Card is to be seen on the device; its files come back "
-     L"with it.\n"},
-    {L"power", Power, L"STATE", L"sets the system power state",
-     L"STATE is the power manager's name:\n"
-     L"  on          display and radio on\n"
-     L"  unattended  display off, programs run on\n"
-     L"  idle        display off, little to do\n"
-     L"  useridle, suspend, off, critical, boot, reset\n"
-     L"Programs that asked for power notifications are told. The panel's display is dark but in \"on\".\n"},
-    {L"orientation", Orientation, L"portrait|landscape|WIDTHxHEIGHT", L"turns the screen",
-     L"\"portrait\" and \"landscape\" turn the present screen; a size such as 480x640 gives it other pixels\n"
-     L"(each side 160 to 1280). The radio's windows are told and fit themselves again.\n"},
-    {L"bluetooth", Bluetooth, L"BITS", L"reports Bluetooth status bits",
-     L"BITS is 0 to 0x1F. The radio takes 0x1 and 0x8 together for an audio link, 0x10 for one that is "
-     L"being\n"
-     L"made and 0x4 for one that stands. The bits are kept in HKLM System\\State\\Hardware \"Bluetooth\" "
-     L"and\n"
-     L"posted to the running radio.\n"},
-    {L"signal", Signal, L"LEVEL|normal", L"limits the reception of every station",
-     L"No station comes in better than LEVEL, 0 to 100; 15 is the border between weak and usable. "
-     L"\"normal\"\n"
-     L"takes the limit away. It is the state value SignalLimit, which the tuner device reads as it plays; "
-     L"the\n"
-     L"levels of the stations themselves are in \\Windows\\band.ini.\n"},
-    {L"fault", Fault, L"NAME…|none", L"injects faults",
-     L"Names, separated by blanks; they replace those before:\n"
-     L"  initialize      the tuner device does not start\n"
-     L"  create          the tuner device cannot be created\n"
-     L"  seek            every seek fails\n"
-     L"  monitor         reading the signal crashes once\n"
-     L"  msgqueue        no message queue can be made\n"
-     L"  database-write  no record can be written\n"
-     L"\"none\" takes all of them away.\n"},
-};
+const std::vector<Command>& Commands() {
+    static const std::wstring kPowerHelp = PowerHelp();
+    static const std::wstring kFaultHelp = FaultHelp();
+    static const std::vector<Command> kRows = {
+        {L"headset", Headset, L"on|off", L"plugs the headset in or pulls it", L"handset headset off",
+         L"Writes HKLM System\\State\\Hardware \"Headset\" in the device's registry: 1 or 0. A running "
+         L"radio\n"
+         L"is told; it closes when the headset is gone.\n"},
+        {L"card", Card, L"in|out", L"inserts or pulls the storage card", L"handset card out",
+         L"While the card is out, nothing of \\Storage Card is to be seen on the device; its files come "
+         L"back\n"
+         L"with it.\n"},
+        {L"power", Power, L"STATE|off|key", L"sets the system power state", L"handset power unattended",
+         kPowerHelp.c_str()},
+        {L"orientation", Orientation, L"portrait|landscape|WIDTHxHEIGHT", L"turns the screen",
+         L"handset orientation landscape",
+         L"\"portrait\" and \"landscape\" turn the present screen; a size such as 480x640 gives it other\n"
+         L"pixels (each side 160 to 1280). The radio's windows are told and fit themselves again.\n"},
+        {L"bluetooth", Bluetooth, L"BITS", L"reports Bluetooth status bits", L"handset bluetooth 0x19",
+         L"BITS is 0 to 0x1F. The radio takes 0x1 and 0x8 together for an audio link, 0x10 for one that is\n"
+         L"being made and 0x4 for one that stands. The bits are kept in HKLM System\\State\\Hardware\n"
+         L"\"Bluetooth\" and posted to the running radio.\n"},
+        {L"signal", Signal, L"LEVEL [STATION|tuned] | normal", L"limits the reception",
+         L"handset signal 12 tuned",
+         L"No station comes in better than LEVEL, 0 to 100; 15 is the border between weak and usable. With\n"
+         L"STATION, such as 98.5, or \"tuned\", the limit is for that station alone. \"normal\" takes it "
+         L"away.\n"
+         L"These are the state values SignalLimit and SignalLimitChannel, which the tuner device reads as\n"
+         L"it plays; the levels of the stations themselves are in \\Windows\\band.ini (\"handset band\").\n"},
+        {L"fault", Fault, L"NAME…|none", L"injects faults", L"handset fault seek crash:GetSignal",
+         kFaultHelp.c_str()},
+    };
+    return kRows;
+}
 
 }  // namespace
 
 CommandGroup SwitchCommands() {
-    return {L"Switches", kCommands, std::size(kCommands)};
+    return {L"Switches", Commands().data(), Commands().size()};
 }
 
 }  // namespace panel

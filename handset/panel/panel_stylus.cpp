@@ -29,6 +29,8 @@ LRESULT PanelWindow::OnPress(WPARAM, LPARAM lParam) {
         if (Repeats(*view_.pressedKey)) SetTimer(window_, kRepeatTimer, kFirstRepeat_ms, nullptr);
     } else if (const SwitchPlace* place = SwitchAt(view_.column, x, y)) {
         view_.pressedSwitch = place->row;
+        // The station that is tuned now is the one to be weakened, even if the radio leaves it for another.
+        weakened_ = TunedChannel();
         if (place->row->kind == SwitchKind::kSlider) DragSlider(x);
     } else if (view_.phone.close.Contains(x, y)) {
         closing_ = true;
@@ -79,7 +81,9 @@ void PanelWindow::ReleaseKey() {
 
 void PanelWindow::DragSlider(int x) {
     for (const SwitchPlace& place : view_.column.switches) {
-        if (place.row == view_.pressedSwitch) SetSignalLimit(SliderLevelAt(place.box, x));
+        if (place.row != view_.pressedSwitch) continue;
+        const auto level = SliderLevelAt(place.box, x);
+        SetSignalLimit(level ? std::optional(ReceptionLimit{*level, weakened_}) : std::nullopt);
     }
     Refresh();
 }

@@ -51,8 +51,9 @@ class PanelWindow {
     HWND darkness_ = nullptr;  // lies over the radio's windows while the display is dark
     UINT displayOriginMessage_ = 0, stateChangedMessage_ = 0;
     PanelView view_{};
-    std::optional<POINT> grip_;  // while the panel is dragged: where it is held, from its corner
-    bool closing_ = false;       // the close button was pressed and not let go yet
+    std::optional<POINT> grip_;   // while the panel is dragged: where it is held, from its corner
+    std::uint32_t weakened_ = 0;  // while the slider is dragged: the station that it is for
+    bool closing_ = false;        // the close button was pressed and not let go yet
     PanelPicture picture_;
     RadioFollow follow_;
 };

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include "handset/panel/device_registry.h"
+#include "handset/state/power_manager.h"
 
 namespace panel {
 namespace {
@@ -20,12 +21,15 @@ struct FirstString {
 };
 
 constexpr wchar_t kSettingsKey[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
+constexpr wchar_t kTimeoutsKey[] = L"HKLM\\System\\CurrentControlSet\\Control\\Power\\Timeouts";
 constexpr wchar_t kFavouritesKey[] = L"HKCU\\Software\\Quillon\\Kora\\My Favorite";
 
 // clang-format off
 constexpr FirstDword kFirstDwords[] = {
     {L"HKLM\\System\\State\\Hardware", L"Headset", 1},
     {L"HKLM\\System\\State\\Phone",    L"Status",  0},
+    {kTimeoutsKey, handset::kUserIdleValue, handset::kUserIdleDefault_s},
+    {kTimeoutsKey, handset::kSuspendValue,  handset::kSuspendDefault_s},
     {kSettingsKey, L"RecordAudioType",    0},
     {kSettingsKey, L"SaveFileType",       0},
     {kSettingsKey, L"EnableMute",         0},

@@ -9,6 +9,7 @@
 #include "handset/panel/host_folder.h"
 #include "handset/panel/radio_windows.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/power_manager.h"
 
 namespace panel {
 namespace {
@@ -61,6 +62,7 @@ RadioStart LaunchRadio(const std::wstring& commandLine, RadioConsole console) {
                       L"; \"handset install\" sets the handset up";
         return start;
     }
+    handset::WakePhone();
     // The program's own name is the first word, quoted; the rest is the device's command line.
     std::wstring line = L"\"" + program + L"\"" + (commandLine.empty() ? L"" : L" " + commandLine);
     STARTUPINFOW startup = {};
@@ -86,6 +88,8 @@ RadioStart LaunchRadio(const std::wstring& commandLine, RadioConsole console) {
 }
 
 bool AskRadioToClose() {
+    // A program that is held could not answer.
+    handset::WakePhone();
     if (const HWND window = RadioMainWindow()) return PostMessageW(window, WM_CLOSE, 0, 0) != FALSE;
     const auto process = RadioProcess();
     if (!process) return false;

@@ -2,7 +2,9 @@
 #include "handset/panel/radio_windows.h"
 
 #include "handset/panel/radio_process.h"
+#include "handset/panel/switches.h"
 #include "handset/state/handset_protocol.h"
+#include "handset/state/power_manager.h"
 
 namespace panel {
 namespace {
@@ -68,6 +70,13 @@ HWND RadioWindowAt(POINT point) {
     return nullptr;
 }
 
+// The user does something to the phone; false while it sleeps, which takes no notice of it.
+bool Touched() {
+    if (PhoneSleeps()) return false;
+    handset::NoteUserActivity();
+    return true;
+}
+
 bool IsMenu(HWND window) {
     wchar_t name[16] = {};
     GetClassNameW(window, name, std::size(name));
@@ -122,7 +131,7 @@ POINT DisplayOrigin() {
 }
 
 bool SendKey(WORD virtualKey, bool down) {
-    const HWND target = KeyTarget();
+    const HWND target = Touched() ? KeyTarget() : nullptr;
     if (target == nullptr) return false;
     LPARAM state = 1 | static_cast<LPARAM>(MapVirtualKeyW(virtualKey, MAPVK_VK_TO_VSC) & 0xFF) << 16;
     if (IsExtended(virtualKey)) state |= 1 << 24;
@@ -131,6 +140,7 @@ bool SendKey(WORD virtualKey, bool down) {
 }
 
 bool PressSoftKey(bool right) {
+    if (!Touched()) return false;
     const HWND active = RadioThread().hwndActive;
     const HWND bar =
         active == nullptr ? nullptr : FindWindowExW(active, nullptr, handset::kMenuBarClass, nullptr);
@@ -140,6 +150,7 @@ bool PressSoftKey(bool right) {
 }
 
 bool TouchDisplay(Stylus touch, int x, int y) {
+    if (!Touched()) return false;
     const POINT origin = DisplayOrigin();
     const POINT point = {origin.x + x, origin.y + y};
     const HWND window = RadioWindowAt(point);

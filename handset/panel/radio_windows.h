@@ -19,7 +19,7 @@ HWND RadioMainWindow();
 POINT DisplayOrigin();
 
 // Presses or releases a key, as the handset's keyboard does: for the window that has the radio's focus.
-// False when the radio does not run.
+// False when the radio does not run or the phone sleeps.
 bool SendKey(WORD virtualKey, bool down);
 // Presses a soft key of the window or dialog in front. False when it has no soft keys.
 bool PressSoftKey(bool right);

@@ -3,6 +3,7 @@
 
 #include <tuple>
 
+#include "handset/panel/handset_clock.h"
 #include "handset/panel/radio_process.h"
 #include "handset/panel/switches.h"
 #include "handset/panel/telephone.h"
@@ -17,6 +18,7 @@ constexpr int kButtonHeight = 28;
 constexpr int kSliderHeight = 42;
 constexpr int kRowGap = 6;
 constexpr int kGroupGap = 14;
+constexpr int kColumnGap = 22;
 constexpr int kChipGap = 6;
 constexpr int kTrackInset = 8;
 constexpr wchar_t kNumber[] = L"555 0123";
@@ -25,6 +27,12 @@ template <std::uint32_t bit>
 SwitchRow BluetoothChip(const wchar_t* label) {
     return {label, SwitchKind::kChip, [](const Snapshot& now) { return (now.bluetooth & bit) != 0; },
             [](const Snapshot& now) { SetBluetoothBits(now.bluetooth ^ bit); }};
+}
+
+template <std::uint32_t rate>
+SwitchRow ClockChip(const wchar_t* label) {
+    return {label, SwitchKind::kChip, [](const Snapshot& now) { return now.clockRate == rate; },
+            [](const Snapshot&) { SetClockRate(rate); }};
 }
 
 template <std::uint32_t bits, bool numbered>
@@ -38,8 +46,20 @@ int RowHeight(SwitchKind kind) {
     return kHeights[static_cast<int>(kind)];
 }
 
-// Lays a group out from (x, y); result: where it ends. Chips share one line.
-int LayOutGroup(ColumnLayout& layout, const SwitchGroup& group, int x, int y, int width) {
+int GroupHeight(const SwitchGroup& group) {
+    int height = kTitleHeight;
+    bool chips = false;
+    for (const SwitchRow& row : group.rows) {
+        // Chips share one line.
+        if (row.kind == SwitchKind::kChip && chips) continue;
+        chips = row.kind == SwitchKind::kChip;
+        const bool gap = row.kind == SwitchKind::kChip || row.kind == SwitchKind::kButton;
+        height += RowHeight(row.kind) + (gap ? kRowGap : 0);
+    }
+    return height;
+}
+
+void LayOutGroup(ColumnLayout& layout, const SwitchGroup& group, int x, int y, int width) {
     layout.titles.push_back({&group, {x, y, width, kTitleHeight}});
     y += kTitleHeight;
     int chips = 0;
@@ -56,7 +76,20 @@ int LayOutGroup(ColumnLayout& layout, const SwitchGroup& group, int x, int y, in
         layout.switches.push_back({&row, {x + chip * pitch, y, pitch - kChipGap, height}});
         if (++chip == chips) y += height + kRowGap;
     }
-    return y;
+}
+
+// How many groups stand below one another in each column of that height.
+std::vector<std::size_t> Columns(int height) {
+    std::vector<std::size_t> columns;
+    int used = 0;
+    for (const SwitchGroup& group : SwitchGroups()) {
+        const int own = GroupHeight(group);
+        const bool below = !columns.empty() && used + kGroupGap + own <= height;
+        if (!below) columns.push_back(0);
+        used = below ? used + kGroupGap + own : own;
+        ++columns.back();
+    }
+    return columns;
 }
 
 }  // namespace
@@ -64,7 +97,8 @@ int LayOutGroup(ColumnLayout& layout, const SwitchGroup& group, int x, int y, in
 bool Snapshot::operator==(const Snapshot& other) const {
     const auto all = [](const Snapshot& s) {
         return std::tuple(s.headset, s.card, s.lit, s.radio, s.screenWidth, s.screenHeight, s.phoneStatus,
-                          s.bluetooth, s.numberShown, s.signalLimit, s.signalLimited);
+                          s.bluetooth, s.numberShown, s.signalLimit, s.signalLimited, s.sleeps,
+                          s.limitedChannel, s.clockRate);
     };
     return all(*this) == all(other);
 }
@@ -75,14 +109,17 @@ Snapshot TakeSnapshot() {
     return {HeadsetPlugged(),
             handset::StorageCardPresent(),
             DisplayLit(),
+            PhoneSleeps(),
             RadioProcess().has_value(),
             screen.width,
             screen.height,
             PhoneStatus(),
             BluetoothBits(),
             !CallerNumber().empty(),
-            limit.value_or(100),
-            limit.has_value()};
+            limit ? limit->level : 100,
+            limit.has_value(),
+            limit ? limit->channel : 0,
+            CurrentClock().rate};
 }
 
 const std::vector<SwitchGroup>& SwitchGroups() {
@@ -94,7 +131,7 @@ const std::vector<SwitchGroup>& SwitchGroups() {
             {L"Storage card", SwitchKind::kToggle, [](const Snapshot& s) { return s.card; },
              [](const Snapshot& s) { InsertCard(!s.card); }},
             {L"Display", SwitchKind::kToggle, [](const Snapshot& s) { return s.lit; },
-             [](const Snapshot& s) { SetPowerState(s.lit ? L"unattended" : L"on"); }},
+             [](const Snapshot&) { PressPower(); }},
             {L"On its side", SwitchKind::kToggle,
              [](const Snapshot& s) { return s.screenWidth > s.screenHeight; },
              [](const Snapshot& s) { TurnScreen({s.screenHeight, s.screenWidth}); }},
@@ -115,6 +152,9 @@ const std::vector<SwitchGroup>& SwitchGroups() {
             BluetoothChip<0x01>(L"1"), BluetoothChip<0x02>(L"2"), BluetoothChip<0x04>(L"4"),
             BluetoothChip<0x08>(L"8"), BluetoothChip<0x10>(L"10"),
         }},
+        {L"CLOCK, TIMES AS FAST", {
+            ClockChip<1>(L"1"), ClockChip<10>(L"10"), ClockChip<60>(L"60"), ClockChip<600>(L"600"),
+        }},
         {L"RECEPTION", {
             {L"Signal", SwitchKind::kSlider, [](const Snapshot& s) { return s.signalLimited; }, nullptr},
             {L"Radio", SwitchKind::kToggle, [](const Snapshot& s) { return s.radio; },
@@ -129,17 +169,19 @@ ColumnLayout LayOutColumn(const Box& column) {
     ColumnLayout layout;
     const auto& groups = SwitchGroups();
     const bool sideBySide = column.w > column.h;
-    const int count = static_cast<int>(groups.size());
-    const int width = sideBySide ? (column.w + kGroupGap) / count - kGroupGap : column.w;
+    const std::vector<std::size_t> columns =
+        sideBySide ? Columns(column.h) : std::vector<std::size_t>{groups.size()};
+    const int count = static_cast<int>(columns.size());
+    const int width = (column.w + kColumnGap) / count - kColumnGap;
     int x = column.x;
-    int y = column.y;
-    for (const SwitchGroup& group : groups) {
-        const int end = LayOutGroup(layout, group, x, y, width);
-        if (sideBySide) {
-            x += width + kGroupGap;
-        } else {
-            y = end + kGroupGap;
+    auto group = groups.begin();
+    for (const std::size_t groupsInColumn : columns) {
+        int y = column.y;
+        for (std::size_t i = 0; i < groupsInColumn; ++i, ++group) {
+            LayOutGroup(layout, *group, x, y, width);
+            y += GroupHeight(*group) + kGroupGap;
         }
+        x += width + kColumnGap;
     }
     return layout;
 }

@@ -13,12 +13,14 @@ enum class SwitchKind { kToggle, kButton, kChip, kSlider };
 
 // What the panel shows of the handset's state, read at one moment.
 struct Snapshot {
-    bool headset, card, lit, radio;
+    bool headset, card, lit, sleeps, radio;
     int screenWidth, screenHeight;
     std::uint32_t phoneStatus, bluetooth;
     bool numberShown;
     std::uint32_t signalLimit;  // 0 to 100; 100 also when there is no limit
     bool signalLimited;
+    std::uint32_t limitedChannel;  // 0 = all
+    std::uint32_t clockRate;
     bool operator==(const Snapshot& other) const;
 };
 Snapshot TakeSnapshot();
@@ -48,7 +50,8 @@ struct ColumnLayout {
     std::vector<TitlePlace> titles;
     std::vector<SwitchPlace> switches;
 };
-// Groups stand below one another, or side by side when the column is wider than tall.
+// Groups stand below one another; when the column is wider than tall, beside one another, as many below each
+// other as it is high.
 ColumnLayout LayOutColumn(const Box& column);
 // Null where there is no switch.
 const SwitchPlace* SwitchAt(const ColumnLayout& layout, int x, int y);

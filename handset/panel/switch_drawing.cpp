@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "handset/panel/panel_picture.h"
+#include "handset/panel/station_name.h"
 
 namespace panel {
 namespace {
@@ -70,7 +71,9 @@ void DrawLabel(HDC dc, const SwitchPlace& place, const PanelView& view) {
     DrawTextMark(dc, {b.x, y, place.row->label, 13, FW_NORMAL, kInk, TextAnchor::kLeft});
     if (place.row->kind != SwitchKind::kSlider) return;
     wchar_t limit[32] = L"as it is";
-    if (on) swprintf(limit, std::size(limit), L"at most %u", view.now.signalLimit);
+    const std::wstring station =
+        view.now.limitedChannel != 0 ? StationText(view.now.limitedChannel) + L": " : L"";
+    if (on) swprintf(limit, std::size(limit), L"%ls\x2264 %u", station.c_str(), view.now.signalLimit);
     DrawTextMark(dc, {b.Right(), y, limit, 12, FW_NORMAL, kTitle, TextAnchor::kRight});
 }
 

@@ -3,12 +3,11 @@
 
 #include <windows.h>
 
-#include <algorithm>
-
 #include "handset/panel/device_registry.h"
 #include "handset/panel/radio_windows.h"
 #include "handset/state/handset_protocol.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/power_manager.h"
 
 namespace panel {
 namespace {
@@ -17,11 +16,6 @@ constexpr wchar_t kHardwareKey[] = L"HKLM\\System\\State\\Hardware";
 // What the handset's Bluetooth software posts to the radio; wParam = status bits.
 constexpr UINT kBluetoothChanged = 0xA402;
 constexpr UINT kTellTimeout_ms = 2000;
-
-template <typename Rows>
-bool Holds(const Rows& rows, const std::wstring& name) {
-    return std::any_of(rows.begin(), rows.end(), [&](const auto& row) { return name == row.name; });
-}
 
 }  // namespace
 
@@ -37,37 +31,28 @@ bool InsertCard(bool inserted) {
     return handset::SetStateDword(L"StorageCard", inserted ? 1 : 0);
 }
 
-const std::vector<PowerStateRow>& PowerStates() {
-    static const std::vector<PowerStateRow> kRows = {
-        {L"on", L"display and radio on"},
-        {L"unattended", L"display off, programs run on"},
-        {L"idle", L"display off, little to do"},
-        {L"useridle", L"nobody has touched the handset for a while"},
-        {L"suspend", L"asleep"},
-        {L"off", L"switched off"},
-        {L"critical", L"switched off for lack of power"},
-        {L"boot", L"starting"},
-        {L"reset", L"starting again"},
-    };
-    return kRows;
-}
-
-bool IsPowerState(const std::wstring& name) {
-    return Holds(PowerStates(), name);
-}
-
 std::wstring PowerState() {
-    return handset::StateString(L"PowerState", L"on");
+    return handset::CurrentPowerState().name;
 }
 
 bool SetPowerState(const std::wstring& name) {
-    const bool written = handset::SetStateString(L"PowerState", name);
-    TellPanel();
-    return written;
+    return handset::ChangePowerState(name) == ERROR_SUCCESS;
+}
+
+bool SwitchDisplayOff() {
+    return handset::ChangePowerState(handset::kPowerIdle) == ERROR_SUCCESS;
+}
+
+bool PressPower() {
+    return handset::PressPowerKey() == ERROR_SUCCESS;
 }
 
 bool DisplayLit() {
-    return PowerState() == L"on";
+    return handset::DisplayLit(handset::CurrentPowerState());
+}
+
+bool PhoneSleeps() {
+    return (handset::CurrentPowerState().flags & handset::kPowerSuspend) != 0;
 }
 
 std::uint32_t BluetoothBits() {
@@ -80,16 +65,24 @@ bool SetBluetoothBits(std::uint32_t bits) {
     return written;
 }
 
-std::optional<std::uint32_t> SignalLimit() {
-    const auto limit = handset::StateQword(L"SignalLimit");
-    if (!limit) return std::nullopt;
-    return static_cast<std::uint32_t>(*limit);
+std::optional<ReceptionLimit> SignalLimit() {
+    const auto level = handset::StateQword(L"SignalLimit");
+    if (!level) return std::nullopt;
+    return ReceptionLimit{static_cast<std::uint32_t>(*level), handset::StateDword(L"SignalLimitChannel", 0)};
 }
 
-bool SetSignalLimit(std::optional<std::uint32_t> level) {
-    if (level) return handset::SetStateDword(L"SignalLimit", *level);
-    handset::DeleteStateValue(L"SignalLimit");  // false when there was none, which is as well
+bool SetSignalLimit(std::optional<ReceptionLimit> limit) {
+    if (limit) {
+        return handset::SetStateDword(L"SignalLimitChannel", limit->channel) &&
+               handset::SetStateDword(L"SignalLimit", limit->level);
+    }
+    // False when there was none, which is as well.
+    for (const wchar_t* name : {L"SignalLimit", L"SignalLimitChannel"}) handset::DeleteStateValue(name);
     return true;
+}
+
+std::uint32_t TunedChannel() {
+    return handset::StateDword(L"TunedChannel", 0);
 }
 
 ScreenSize CurrentScreen() {
@@ -106,22 +99,6 @@ bool TurnScreen(ScreenSize size) {
                             kTellTimeout_ms, nullptr);
     }
     return written;
-}
-
-const std::vector<FaultRow>& Faults() {
-    static const std::vector<FaultRow> kRows = {
-        {L"initialize", L"the tuner device does not start"},
-        {L"create", L"the tuner device cannot be created"},
-        {L"seek", L"every seek fails"},
-        {L"monitor", L"reading the signal crashes once"},
-        {L"msgqueue", L"no message queue can be made"},
-        {L"database-write", L"no record can be written"},
-    };
-    return kRows;
-}
-
-bool IsFault(const std::wstring& name) {
-    return Holds(Faults(), name);
 }
 
 void TellPanel() {

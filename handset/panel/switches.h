@@ -15,26 +15,32 @@ bool PlugHeadset(bool plugged);
 
 bool InsertCard(bool inserted);
 
-// A system power state, by the power manager's name.
-struct PowerStateRow {
-    const wchar_t* name;
-    const wchar_t* meaning;
-};
-const std::vector<PowerStateRow>& PowerStates();
-bool IsPowerState(const std::wstring& name);
+// The system power state, by the power manager's name; those who asked for it are told of a change.
 std::wstring PowerState();
 bool SetPowerState(const std::wstring& name);
-// The display is lit in the state "on" alone.
+// As a program switches the display off; as the phone's power key does it.
+bool SwitchDisplayOff();
+bool PressPower();
 bool DisplayLit();
+// The phone sleeps: its programs are held, and its keys and its display do nothing.
+bool PhoneSleeps();
 
 // Bluetooth status bits, 0 to 0x1F; the radio knows 0x1 | 0x8 with 0x4 or 0x10.
+inline constexpr std::uint32_t kAllBluetoothBits = 0x1F;
 std::uint32_t BluetoothBits();
 // Also posts them to the radio, as the handset's Bluetooth software does.
 bool SetBluetoothBits(std::uint32_t bits);
 
-// The state value SignalLimit: no station comes in better than this level, 0 to 100. Nothing: as the band is.
-std::optional<std::uint32_t> SignalLimit();
-bool SetSignalLimit(std::optional<std::uint32_t> level);
+// The state values SignalLimit and SignalLimitChannel: the station comes in no better than that level, 0 to
+// 100. Nothing: as the band is.
+struct ReceptionLimit {
+    std::uint32_t level;
+    std::uint32_t channel;  // units of 10 kHz; 0 = every station
+};
+std::optional<ReceptionLimit> SignalLimit();
+bool SetSignalLimit(std::optional<ReceptionLimit> limit);
+// The station that the tuner device was tuned to last; 0 before the first time.
+std::uint32_t TunedChannel();
 
 struct ScreenSize {
     int width, height;  // pixels, 160 to 1280
@@ -44,14 +50,6 @@ inline constexpr int kLargestScreen = 1280;
 ScreenSize CurrentScreen();
 // The panel turns first, so that the radio's windows then find the display where it is.
 bool TurnScreen(ScreenSize size);
-
-// A fault that the handset can inject, by its name in the state value "Fault".
-struct FaultRow {
-    const wchar_t* name;
-    const wchar_t* meaning;
-};
-const std::vector<FaultRow>& Faults();
-bool IsFault(const std::wstring& name);
 
 // Registered window message: the handset's state has changed and the panel draws itself again.
 inline constexpr wchar_t kStateChangedMessage[] = L"KoraHandset.StateChanged";

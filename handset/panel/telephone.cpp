@@ -2,6 +2,7 @@
 #include "handset/panel/telephone.h"
 
 #include "handset/panel/device_registry.h"
+#include "handset/state/power_manager.h"
 
 namespace panel {
 namespace {
@@ -31,10 +32,12 @@ std::wstring CallerNumber() {
 }
 
 bool CallComesIn(const std::optional<std::wstring>& number) {
+    handset::WakePhone();
     return SetNumber(number) && SetCall(kPhoneIncoming);
 }
 
 bool CallGoesOut(const std::optional<std::wstring>& number) {
+    handset::WakePhone();
     return SetNumber(number) && SetCall(kPhoneCalling);
 }
 

@@ -18,7 +18,8 @@ std::uint32_t PhoneStatus();
 std::wstring CallerNumber();
 
 // A number, when there is one, is published before the status, and taken back after it: a program that is
-// told of the status finds the number that belongs to it. False when the user's registry refuses.
+// told of the status finds the number that belongs to it. A sleeping phone wakes for a call. False when the
+// user's registry refuses.
 bool CallComesIn(const std::optional<std::wstring>& number);
 bool CallGoesOut(const std::optional<std::wstring>& number);
 bool CallIsAnswered();

@@ -5,6 +5,7 @@ target_link_options(panel_stand_in PRIVATE -municode -mwindows)
 
 kora_test(test_panel
     SOURCES
+        panel/band_test.cpp
         panel/canvas_test.cpp
         panel/clock_test.cpp
         panel/command_line_test.cpp

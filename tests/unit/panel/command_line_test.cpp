@@ -23,6 +23,8 @@ TEST(CommandTable, EveryVerbHasAHandlerASummaryAndHelpInWholeLines) {
         const std::wstring help = command->help;
         ASSERT_FALSE(help.empty()) << command->verb;
         EXPECT_EQ(help.back(), L'\n') << command->verb;
+        EXPECT_EQ(std::wstring(command->example).rfind(L"handset " + std::wstring(command->verb), 0), 0u)
+            << command->verb;
     }
 }
 
@@ -40,6 +42,7 @@ TEST_F(CommandLine, TheHelpListsEveryVerbWithItsSummary) {
             EXPECT_NE(console_.Said().find(std::wstring(L"  ") + command->verb + L" "), std::wstring::npos)
                 << command->verb;
             EXPECT_NE(console_.Said().find(command->summary), std::wstring::npos) << command->verb;
+            EXPECT_NE(console_.Said().find(command->example), std::wstring::npos) << command->verb;
         }
     }
 }
@@ -80,6 +83,13 @@ TEST_F(CommandLine, BadArgumentsAreNamedTogetherWithTheUsage) {
         {{L"bluetooth", L"on"}, L"\"on\" was given"},
         {{L"signal", L"101"}, L"\"101\" was given"},
         {{L"signal", L"-1"}, L"\"-1\" was given"},
+        {{L"signal", L"12", L"109.0"}, L"\"12 109.0\" was given"},
+        {{L"signal", L"normal", L"98.5"}, L"\"normal 98.5\" was given"},
+        {{L"band", L"9"}, L"\"9\" is no station"},
+        {{L"band", L"98.5"}, L"a KEY=VALUE is wanted"},
+        {{L"band", L"98.5", L"level"}, L"\"level\" is no KEY=VALUE"},
+        {{L"band", L"98.5", L"level=101"}, L"\"level\" wants a number from 0 to 100"},
+        {{L"band", L"98.5", L"lewel=1"}, L"\"lewel\" is no key of a station"},
         {{L"clock", L"0"}, L"\"0\" is no rate"},
         {{L"clock", L"3601"}, L"\"3601\" is no rate"},
         {{L"clock", L"2", L"3"}, L"one rate at most"},

@@ -1,5 +1,6 @@
 // The panel's window: handset.exe in a process of its own, with the stand-in on its display.
 #include "handset/panel/device_registry.h"
+#include "handset/panel/handset_clock.h"
 #include "handset/panel/host_folder.h"
 #include "handset/panel/phone_layout.h"
 #include "handset/panel/radio_windows.h"
@@ -137,8 +138,27 @@ TEST_F(PanelWindowTest, SwitchesDoWhatTheCommandLineDoes) {
         [] { return DeviceDword(L"HKLM\\System\\State\\Phone", L"Status", 0) == 0x00010000; }, kDeadline_ms));
     ClickSwitch(upright_, L"4");
     EXPECT_TRUE(WaitUntil([] { return BluetoothBits() == 4; }, kDeadline_ms));
+    handset::SetStateDword(L"TunedChannel", 9850);
     ClickSwitch(upright_, L"Signal");
-    EXPECT_TRUE(WaitUntil([] { return SignalLimit() == 50u; }, kDeadline_ms));
+    EXPECT_TRUE(WaitUntil([] { return SignalLimit().has_value(); }, kDeadline_ms));
+    EXPECT_EQ(SignalLimit()->level, 50u);
+    EXPECT_EQ(SignalLimit()->channel, 9850u);
+    ClickSwitch(upright_, L"600");
+    EXPECT_TRUE(WaitUntil([] { return CurrentClock().rate == 600; }, kDeadline_ms));
+    ClickSwitch(upright_, L"Display");
+    EXPECT_TRUE(WaitUntil([] { return PhoneSleeps(); }, kDeadline_ms));
+    ClickSwitch(upright_, L"Display");
+    EXPECT_TRUE(WaitUntil([] { return PowerState() == L"on"; }, kDeadline_ms));
+}
+
+TEST_F(PanelWindowTest, ASleepingPhoneTakesNoKeysAndWakesToBeClosed) {
+    StartStandIn();
+    Run({L"power", L"suspend"});
+    EXPECT_EQ(Run({L"key", L"7"}), kFailed);
+    EXPECT_NE(console_.Complained().find(L"the phone sleeps"), std::wstring::npos);
+    EXPECT_EQ(Notes().find("keydown 55"), std::string::npos);
+    EXPECT_EQ(Run({L"stop"}), kDone);
+    EXPECT_EQ(PowerState(), L"on");
 }
 
 TEST_F(PanelWindowTest, ASwitchThatTheStylusHasLeftDoesNothing) {

@@ -3,6 +3,7 @@
 #include "handset/panel/device_registry.h"
 #include "handset/panel/telephone.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/power_manager.h"
 #include "tests/unit/panel/handset_fixture.h"
 
 namespace panel {
@@ -28,11 +29,30 @@ TEST_F(Switches, ThePulledCardIsOutUntilItIsInserted) {
     EXPECT_TRUE(handset::StorageCardPresent());
 }
 
-TEST_F(Switches, EveryPowerStateCanBeSetAndOnlyOnLightsTheDisplay) {
-    for (const PowerStateRow& row : PowerStates()) {
+TEST_F(Switches, EveryPowerStateCanBeSetAndMostDarkenTheDisplay) {
+    for (const handset::PowerStateRow& row : handset::PowerStates()) {
         EXPECT_EQ(Run({L"power", row.name}), kDone);
-        EXPECT_EQ(handset::StateString(L"PowerState", L""), row.name);
-        EXPECT_EQ(DisplayLit(), std::wstring(row.name) == L"on");
+        EXPECT_EQ(PowerState(), row.name);
+        const std::wstring name = row.name;
+        EXPECT_EQ(DisplayLit(), name == L"on" || name == L"useridle" || name == L"backlightoff");
+    }
+}
+
+TEST_F(Switches, TheDisplayIsSwitchedOffAsAProgramOrThePowerKeyDoesIt) {
+    EXPECT_EQ(Run({L"power", L"off"}), kDone);
+    EXPECT_EQ(PowerState(), L"idle");
+    EXPECT_EQ(Run({L"power", L"key"}), kDone);
+    EXPECT_EQ(PowerState(), L"on");
+    EXPECT_EQ(Run({L"power", L"key"}), kDone);
+    EXPECT_EQ(PowerState(), L"suspend");
+    EXPECT_TRUE(PhoneSleeps());
+}
+
+TEST_F(Switches, ACallWakesASleepingPhone) {
+    for (const wchar_t* call : {L"incoming", L"outgoing"}) {
+        Run({L"power", L"suspend"});
+        EXPECT_EQ(Run({L"call", call}), kDone);
+        EXPECT_EQ(PowerState(), L"on");
     }
 }
 
@@ -63,9 +83,30 @@ TEST_F(Switches, BluetoothBitsAreKept) {
 TEST_F(Switches, TheSignalLimitIsAStateValueUntilItIsNormalAgain) {
     EXPECT_EQ(Run({L"signal", L"12"}), kDone);
     EXPECT_EQ(handset::StateDword(L"SignalLimit", 99), 12u);
+    EXPECT_EQ(handset::StateDword(L"SignalLimitChannel", 99), 0u);
     EXPECT_EQ(Run({L"signal", L"normal"}), kDone);
     EXPECT_FALSE(handset::StateQword(L"SignalLimit").has_value());
     EXPECT_EQ(Run({L"signal", L"normal"}), kDone);
+}
+
+TEST_F(Switches, TheSignalLimitMayBeForOneStation) {
+    EXPECT_EQ(Run({L"signal", L"12", L"98.5"}), kDone);
+    EXPECT_EQ(handset::StateDword(L"SignalLimitChannel", 0), 9850u);
+    handset::SetStateDword(L"TunedChannel", 10110);
+    EXPECT_EQ(Run({L"signal", L"9", L"tuned"}), kDone);
+    EXPECT_EQ(handset::StateDword(L"SignalLimitChannel", 0), 10110u);
+    EXPECT_EQ(handset::StateDword(L"SignalLimit", 99), 9u);
+    Run({L"status"});
+    EXPECT_NE(console_.Said().find(L"Signal        no better than 9 at 101.1\n"), std::wstring::npos);
+    EXPECT_EQ(Run({L"signal", L"normal"}), kDone);
+    EXPECT_FALSE(SignalLimit().has_value());
+}
+
+TEST_F(Switches, EveryOperationOfTheTunerMayBeToldToCrash) {
+    EXPECT_EQ(Run({L"fault", L"crash:GetSignal", L"crash:GetPTYText", L"power-notify"}), kDone);
+    EXPECT_TRUE(handset::FaultInjected(L"crash:GetPTYText"));
+    EXPECT_EQ(Run({L"fault", L"crash:GetSignals"}), kBadUsage);
+    EXPECT_TRUE(handset::FaultInjected(L"power-notify"));
 }
 
 TEST_F(Switches, FaultsReplaceThoseBeforeAndNoneTakesThemAway) {

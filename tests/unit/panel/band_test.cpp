@@ -1,0 +1,51 @@
+// The band from the command line.
+#include "handset/panel/band_edit.h"
+#include "handset/panel/encoding.h"
+#include "handset/state/handset_state.h"
+#include "tests/unit/panel/handset_fixture.h"
+
+namespace panel {
+namespace {
+
+class BandCommand : public HandsetTest {
+  protected:
+    BandCommand() { CreateDirectoryW(Device(L"\\Windows").c_str(), nullptr); }
+    void Write(const std::string& text) { WriteWholeFile(Device(L"\\Windows\\band.ini"), text); }
+    std::string Text() { return ReadWholeFile(Device(L"\\Windows\\band.ini")).value_or("none"); }
+};
+
+TEST_F(BandCommand, ListsTheStationsAndMarksTheTunedOne) {
+    Write("[9850]\nlevel=45\nstereo=1\nps=KORA ONE\n[8760]\nlevel=7\n");
+    handset::SetStateDword(L"TunedChannel", 9850);
+    EXPECT_EQ(Run({L"band"}), kDone);
+    EXPECT_EQ(console_.Said(), L"87.6   7    mono    -         \n98.5   45   stereo  KORA ONE  tuned\n");
+}
+
+TEST_F(BandCommand, ChangesAKeyAndLeavesTheRestAsItWasWritten) {
+    Write("; mine\n[9850] ; first\n Level = 45\nrt=a\nrt=b\n[9900]\nlevel=1\n");
+    EXPECT_EQ(Run({L"band", L"98.5", L"level=12", L"rt=c d"}), kDone);
+    EXPECT_EQ(Text(), "; mine\n[9850] ; first\nlevel=12\nrt=c d\n[9900]\nlevel=1\n");
+}
+
+TEST_F(BandCommand, AddsAKeyOrAStationThatIsMissing) {
+    Write("[9850]\nlevel=45");
+    EXPECT_EQ(Run({L"band", L"9850", L"stereo=1"}), kDone);
+    EXPECT_EQ(Run({L"band", L"101.1", L"level=30", L"ps=NEW"}), kDone);
+    EXPECT_EQ(Text(), "[9850]\nstereo=1\nlevel=45\n\n[10110]\nps=NEW\nlevel=30\n");
+}
+
+TEST_F(BandCommand, WhatTheFileWouldNotUnderstandIsNotWritten) {
+    Write("[9850]\nlevel=45\nnonsense\n");
+    EXPECT_EQ(Run({L"band", L"98.5", L"level=150"}), kBadUsage);
+    EXPECT_EQ(Run({L"band", L"98.5", L"level=15"}), kDone);
+    EXPECT_EQ(Text(), "[9850]\nlevel=15\nnonsense\n");
+}
+
+TEST_F(BandCommand, WithoutAFileThereIsNothingToList) {
+    EXPECT_EQ(Run({L"band"}), kFailed);
+    EXPECT_EQ(Run({L"band", L"98.5", L"level=15"}), kDone);
+    EXPECT_EQ(Text(), "\n[9850]\nlevel=15\n");
+}
+
+}  // namespace
+}  // namespace panel
