@@ -27,7 +27,7 @@ int Help(const Arguments&, Console&) {
 }
 
 const Command kCommands[] = {
-    {L"panel", Panel, L"[--with-radio]", L"opens the phone around the display (as \"handset\" alone does)",
+    {L"panel", Panel, L"[--with-radio]", L"opens the phone around the display",
      L"handset panel --with-radio",
      L"The phone with its keys, and beside it the switches that the verbs turn. The radio's windows stand "
      L"in\n"

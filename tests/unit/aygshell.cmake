@@ -18,3 +18,4 @@ kora_test(test_aygshell
         aygshell/test_window.cpp
         $<TARGET_OBJECTS:test_aygshell_resources>
     LIBS AYGSHELL COREDLL kora_state)
+add_dependencies(test_aygshell handset)

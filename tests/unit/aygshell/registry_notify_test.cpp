@@ -81,6 +81,31 @@ TEST_F(RegistryNotify, ReportsAChangeMadeByAnotherProcess) {
     EXPECT_EQ(Reported(), Numbers{65536});
 }
 
+TEST_F(RegistryNotify, ReportsWhatTheHandsetsCommandLineChanges) {
+    Watch();
+    wchar_t program[MAX_PATH] = L"";
+    GetModuleFileNameW(nullptr, program, MAX_PATH);
+    const std::wstring folder = std::wstring(program).substr(0, std::wstring(program).rfind(L'\\'));
+    const std::wstring handset = folder + L"\\handset.exe";
+    const auto run = [&handset](const wchar_t* verb, const wchar_t* word) {
+        return _wspawnl(_P_WAIT, handset.c_str(), L"handset.exe", verb, word, nullptr);
+    };
+    ASSERT_EQ(run(L"call", L"incoming"), 0);
+    EXPECT_EQ(Reported(), Numbers{0x00010000});
+    HREGNOTIFY headset = nullptr;
+    ASSERT_EQ(run(L"headset", L"on"), 0);
+    ASSERT_EQ(RegistryNotifyWindow(HKEY_LOCAL_MACHINE, L"System\\State\\Hardware", L"Headset", m_window.Get(),
+                                   kChanged, 0, nullptr, &headset),
+              S_OK);
+    ASSERT_EQ(run(L"headset", L"off"), 0);
+    EXPECT_EQ(Reported(), Numbers{0});
+    ASSERT_EQ(_wspawnl(_P_WAIT, handset.c_str(), L"handset.exe", L"reg", L"set",
+                       L"HKLM\\System\\State\\Hardware", L"Headset", L"dword", L"7", nullptr),
+              0);
+    EXPECT_EQ(Reported(), Numbers{7});
+    EXPECT_EQ(RegistryCloseNotification(headset), S_OK);
+}
+
 TEST_F(RegistryNotify, ReportsATextAsZero) {
     Watch();
     RegistrySetString(HKEY_LOCAL_MACHINE, kKey, kValue, L"text");
