@@ -60,6 +60,11 @@ PowerState Dark(const PowerBoardAccess& board, std::uint32_t otherwise) {
     return {PowerStateWithFlags(kPowerUnattended)->name, kPowerIdle | kPowerUnattended};
 }
 
+// The display is off, and nothing was known to hold the phone awake when it went off.
+bool IsDarkAlone(const PowerState& state) {
+    return (state.flags & (kPowerIdle | kPowerUnattended)) == kPowerIdle;
+}
+
 std::uint32_t Timeout_s(const wchar_t* value, std::uint32_t fallback) {
     const std::wstring key = DeviceRegistryRootPath(HKEY_LOCAL_MACHINE) + L"\\" + kTimeoutsKey;
     DWORD seconds = 0;
@@ -81,7 +86,11 @@ Count CountIn(const PowerBoardAccess& board, const PowerState& state) {
         return {Timeout_s(kUserIdleValue, kUserIdleDefault_s), board->userActivity_ms,
                 Dark(board, kPowerIdle)};
     }
-    if ((state.flags & (kPowerIdle | kPowerUnattended)) != 0) {
+    if (IsDarkAlone(state)) {
+        return {Timeout_s(kSuspendValue, kSuspendDefault_s), board->systemActivity_ms,
+                Dark(board, kPowerSuspend)};
+    }
+    if ((state.flags & kPowerUnattended) != 0) {
         return {Timeout_s(kSuspendValue, kSuspendDefault_s), board->systemActivity_ms,
                 StateOf(*PowerStateWithFlags(kPowerSuspend))};
     }
@@ -145,6 +154,7 @@ bool HoldUnattended(bool hold) {
     if (hold) ++mine->holds;
     if (!hold && mine->holds > 0) --mine->holds;
     board.ShowHolds();
+    if (hold && IsDarkAlone(CurrentPowerState())) Enter(board, Dark(board, kPowerIdle));
     return true;
 }
 

@@ -11,6 +11,7 @@ kora_test(test_power
         power/idle_timer_test.cpp
         power/notices_test.cpp
         power/phone_under_test.cpp
+        power/queues_test.cpp
         power/sleep_test.cpp
     LIBS kora_state)
 add_dependencies(test_power power_stand_in)

@@ -158,6 +158,15 @@ TEST_F(PowerNotices, AnOffDisplayIsToldAsUnattendedWhileThatModeIsHeld) {
     EXPECT_EQ(Next(), "none");
 }
 
+TEST_F(PowerNotices, ADarkPhoneIsUnattendedFromTheRequestOn) {
+    SetSystemPowerState(nullptr, POWER_STATE_IDLE, 0);
+    PowerPolicyNotify(PPN_UNATTENDEDMODE, TRUE);
+    PowerPolicyNotify(PPN_UNATTENDEDMODE, FALSE);
+    EXPECT_EQ(Next(), "1 00100000 idle");
+    EXPECT_EQ(Next(), "1 00500000 unattended");
+    EXPECT_EQ(Next(), "none");
+}
+
 TEST_F(PowerNotices, AFullQueueLosesWhatComesLater) {
     for (int i = 0; i < 3; ++i) {
         SetSystemPowerState(nullptr, POWER_STATE_IDLE, 0);

@@ -1,4 +1,6 @@
 // The idle timer: what darkens the display and puts the phone to sleep when nobody minds.
+#include <algorithm>
+
 #include "tests/unit/power/phone_under_test.h"
 
 namespace {
@@ -46,6 +48,18 @@ TEST_F(IdlePhone, ADarkDisplayWithoutUnattendedModeEndsInSleepAsWell) {
     handset::ChangePowerState(handset::kPowerIdle);
     ASSERT_EQ(State(), L"idle");
     EXPECT_TRUE(Becomes(L"suspend"));
+}
+
+TEST_F(IdlePhone, APhoneThatIsHeldAwakeIsUnattendedFirstWhateverItsStateIsCalled) {
+    StartProgram(L"hold listen");
+    handset::ChangePowerState(L"screenoff");
+    const std::vector<std::string> wanted = {"1 00100000 screenoff", "1 00500000 unattended",
+                                             "1 00200000 suspend"};
+    EXPECT_TRUE(Becomes(L"suspend"));
+    handset::WakePhone();
+    EXPECT_TRUE(test::WaitFor([&] { return Notices().size() >= wanted.size(); }));
+    const auto notices = Notices();
+    EXPECT_TRUE(std::equal(wanted.begin(), wanted.end(), notices.begin()));
 }
 
 TEST_F(IdlePhone, ALitDisplayStaysLitUnlessTheRegistryLimitsIt) {

@@ -2,6 +2,7 @@
 //   hold     asks for unattended mode
 //   listen   writes each notification to \notices.txt: kind, flags in hexadecimal, name
 //   reset    resets the idle timer all the time
+//   write    writes "hello" into the queue "calls"
 //   wait     keeps its main thread in a wait that nothing ends
 // Once it has done so it works until it is ended: a letter into \work.txt every millisecond or so.
 #include <windows.h>
@@ -58,6 +59,12 @@ void Listen() {
     CreateThread(nullptr, 0, ListenProc, queue, 0, nullptr);
 }
 
+void Write() {
+    MSGQUEUEOPTIONS options = {sizeof options, MSGQUEUE_NOPRECOMMIT, 4, 16, FALSE};
+    char text[] = "hello";
+    WriteMsgQueue(CreateMsgQueue(L"calls", &options), text, 5, INFINITE, 0);
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -65,6 +72,7 @@ int main(int count, char** arguments) {
     for (int i = 1; i < count; ++i) {
         if (std::strcmp(arguments[i], "hold") == 0) PowerPolicyNotify(PPN_UNATTENDEDMODE, TRUE);
         if (std::strcmp(arguments[i], "listen") == 0) Listen();
+        if (std::strcmp(arguments[i], "write") == 0) Write();
         if (std::strcmp(arguments[i], "reset") == 0) CreateThread(nullptr, 0, ResetProc, nullptr, 0, nullptr);
         waits = waits || std::strcmp(arguments[i], "wait") == 0;
     }
