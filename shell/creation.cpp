@@ -5,6 +5,7 @@
 #include "shell/app_block.h"
 #include "shell/main_state.h"
 #include "shell/menu_bar.h"
+#include "shell/monitor_thread.h"
 #include "tuner/device.h"
 #include "tuner/phone_state.h"
 
@@ -12,6 +13,15 @@ namespace {
 
 // Auto-reset, not signalled: tells one worker thread to end.
 HANDLE CreateStopEvent() { return CreateEventW(nullptr, FALSE, FALSE, nullptr); }
+
+// Each thread runs only with the event that ends it.
+void StartWorkerThreads(CMainState& state, HWND window) {
+    state.m_hPowerStopEvent = CreateStopEvent();
+    state.m_hMonitorStopEvent = CreateStopEvent();
+    if (state.m_hMonitorStopEvent != nullptr) {
+        state.m_hMonitorThread = CreateThread(nullptr, 0, Main_threadProc, window, 0, nullptr);
+    }
+}
 
 }  // namespace
 
@@ -26,8 +36,7 @@ BOOL OnCreate(HWND window, const CREATESTRUCTW& create) {
 
     if (!CreateTunerDevice(window, *state)) return FALSE;
     WatchPhoneState(*state, window);
-    state->m_hPowerStopEvent = CreateStopEvent();
-    state->m_hMonitorStopEvent = CreateStopEvent();
+    StartWorkerThreads(*state, window);
     CreateChannelList(*state, window);
     return TRUE;
 }

@@ -15,6 +15,15 @@ void CloseAndClear(HANDLE& handle) {
     handle = nullptr;
 }
 
+// Without a time-out. What the thread sends to this window meanwhile is handled: each would else wait for the
+// other for ever.
+void Join(HANDLE thread) {
+    while (MsgWaitForMultipleObjectsEx(1, &thread, INFINITE, QS_SENDMESSAGE, 0) == WAIT_OBJECT_0 + 1) {
+        MSG message;
+        PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
+    }
+}
+
 // Kept: the scan thread never clears the handle that it closed, so after any scan this runs on a stale
 // handle; releasing and closing that does nothing, and the message finds nothing left to undo.
 void EndInterruptedScan(CMainState& state, HWND window) {
@@ -28,7 +37,7 @@ void EndInterruptedScan(CMainState& state, HWND window) {
 void EndPowerThread(CMainState& state) {
     if (state.m_hPowerStopEvent != nullptr) EventModify(state.m_hPowerStopEvent, EVENT_SET);
     if (state.m_hPowerThread != nullptr) {
-        WaitForSingleObject(state.m_hPowerThread, INFINITE);
+        Join(state.m_hPowerThread);
         CloseAndClear(state.m_hPowerThread);
     }
     if (state.m_hPowerStopEvent != nullptr) CloseAndClear(state.m_hPowerStopEvent);
@@ -42,7 +51,7 @@ void EndMonitorThread(CMainState& state) {
     }
     if (state.m_hMonitorThread != nullptr) {
         NKDbgPrintfW(L"FM: ResumeThread: Before...\n");
-        WaitForSingleObject(state.m_hMonitorThread, INFINITE);
+        Join(state.m_hMonitorThread);
         NKDbgPrintfW(L"FM: ResumeThread: After...\n");
         CloseAndClear(state.m_hMonitorThread);
     }

@@ -4,10 +4,12 @@ kora_test(test_shell APP
         shell/activation_test.cpp
         shell/commands_test.cpp
         shell/database_start_test.cpp
+        shell/exception_guard_test.cpp
         shell/keys_test.cpp
         shell/main_state_test.cpp
         shell/menu_enabling_test.cpp
         shell/popup_menu_test.cpp
+        shell/monitor_thread_test.cpp
         shell/scan_finished_test.cpp
         shell/shell_test.cpp
         shell/shut_down_test.cpp

@@ -1,15 +1,19 @@
 # Tuner control and the command line, on the real skin, with a tuner device that writes down its calls.
 kora_test(test_tuner APP
     SOURCES
+        tuner/af_switch_test.cpp
         tuner/audio_test.cpp
         tuner/command_line_test.cpp
         tuner/controls_test.cpp
         tuner/device_test.cpp
         tuner/digit_keys_test.cpp
         tuner/frequency_display_test.cpp
+        tuner/monitor_round_test.cpp
+        tuner/rds_display_test.cpp
         tuner/tuner_test.cpp
         tuner/volume_keys_test.cpp
+        tuner/weak_signal_test.cpp
         ${CMAKE_SOURCE_DIR}/tests/native/tuner/frequency_test.cpp
-    LIBS app_channels app_schedule app_shell app_skin app_tuner)
+    LIBS app_channels app_resources app_schedule app_shell app_skin app_tuner)
 # The text fields' painting goes through the tests, which note what is shown and pass it on.
 target_link_options(test_tuner PRIVATE -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw)

@@ -1,0 +1,5 @@
+#include "shell/exception_guard.h"
+
+#include <seh.h>
+
+DEFINE_GUARDED_CALL(CallUnderGuard);
