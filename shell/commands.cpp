@@ -8,12 +8,18 @@
 #include "shell/messages.h"
 #include "shell/popup_menu.h"
 #include "tuner/auto_scan.h"
+#include "shell/sleep_timer.h"
 
 namespace {
 
 constexpr DWORD kFileClosing_ms = 1000;
 
 void Information(CMainState&, HWND window) { ShowInformation(window); }
+
+void SleepOff(CMainState&, HWND window) { SetSleepTimer(0, IDC_SLEEP_OFF, window); }
+void Sleep15(CMainState&, HWND window) { SetSleepTimer(15 * 60, IDC_SLEEP_15, window); }
+void Sleep30(CMainState&, HWND window) { SetSleepTimer(30 * 60, IDC_SLEEP_30, window); }
+void Sleep60(CMainState&, HWND window) { SetSleepTimer(60 * 60, IDC_SLEEP_60, window); }
 
 void Exit(CMainState&, HWND window) {
     if (g_app.bRecordingActive) {
@@ -37,10 +43,10 @@ constexpr CommandRow kCommands[] = {
     {IDC_CHANNEL_LISTS, ShowGroupDialog, L"channel lists"},
     {IDC_SETTINGS,      nullptr,     L"settings"},
     {IDC_INFORMATION,   Information, L"information"},
-    {IDC_SLEEP_OFF,     nullptr,     L"sleep timer off"},
-    {IDC_SLEEP_15,      nullptr,     L"sleep timer, 15 min"},
-    {IDC_SLEEP_30,      nullptr,     L"sleep timer, 30 min"},
-    {IDC_SLEEP_60,      nullptr,     L"sleep timer, 60 min"},
+    {IDC_SLEEP_OFF,     SleepOff,    L"sleep timer off"},
+    {IDC_SLEEP_15,      Sleep15,     L"sleep timer, 15 min"},
+    {IDC_SLEEP_30,      Sleep30,     L"sleep timer, 30 min"},
+    {IDC_SLEEP_60,      Sleep60,     L"sleep timer, 60 min"},
     {IDC_SCHEDULE,      nullptr,     L"scheduled recording"},
     {IDC_ADD_CURRENT,   AddCurrentChannel, L"add current channel"},
     {static_cast<WORD>(IDC_EXIT), Exit, L"exit"},

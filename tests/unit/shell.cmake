@@ -13,4 +13,5 @@ kora_test(test_shell APP
         shell/scan_finished_test.cpp
         shell/shell_test.cpp
         shell/shut_down_test.cpp
+        shell/sleep_timer_test.cpp
     LIBS app_shell app_channels app_schedule app_skin app_tuner)
