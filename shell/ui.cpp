@@ -17,7 +17,9 @@
 #include "shell/shutdown.h"
 #include "channels/channel_list_notify.h"
 #include "skin/skin_window.h"
+#include "tuner/bluetooth.h"
 #include "tuner/frequency_display.h"
+#include "tuner/phone_calls.h"
 
 namespace {
 
@@ -91,6 +93,16 @@ LRESULT OnHeadset(CMainState&, HWND hwnd, UINT, WPARAM wParam, LPARAM) {
     return 0;
 }
 
+LRESULT OnBluetooth(CMainState&, HWND, UINT, WPARAM wParam, LPARAM) {
+    OnBluetoothChanged(static_cast<DWORD>(wParam));
+    return 0;
+}
+
+LRESULT OnPhone(CMainState& state, HWND hwnd, UINT, WPARAM wParam, LPARAM) {
+    OnPhoneChanged(state, hwnd, static_cast<DWORD>(wParam));
+    return 0;
+}
+
 LRESULT OnAFSwitched(CMainState&, HWND hwnd, UINT, WPARAM, LPARAM) {
     ShowAFNotice(hwnd);
     return 0;
@@ -123,8 +135,8 @@ constexpr MessageRow kMessages[] = {
     {WM_SKIN_SLIDER,       WM_SKIN_CLICK,        OnControl,       L"controls"},
     {WM_SKIN_SETPOS,       WM_SKIN_GETPOS,       ToSkin,          L"slider position"},
     {WM_HEADSET_CHANGED,   WM_HEADSET_CHANGED,   OnHeadset,       L"headset"},
-    {WM_BLUETOOTH_CHANGED, WM_BLUETOOTH_CHANGED, nullptr,         L"Bluetooth state"},
-    {WM_PHONE_CHANGED,     WM_PHONE_CHANGED,     nullptr,         L"telephone calls"},
+    {WM_BLUETOOTH_CHANGED, WM_BLUETOOTH_CHANGED, OnBluetooth,     L"Bluetooth state"},
+    {WM_PHONE_CHANGED,     WM_PHONE_CHANGED,     OnPhone,         L"telephone calls"},
     {WM_AF_SWITCHED,       WM_AF_SWITCHED,       OnAFSwitched,    L"alternative frequency"},
 };
 // clang-format on

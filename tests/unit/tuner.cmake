@@ -3,12 +3,14 @@ kora_test(test_tuner APP
     SOURCES
         tuner/af_switch_test.cpp
         tuner/audio_test.cpp
+        tuner/bluetooth_test.cpp
         tuner/command_line_test.cpp
         tuner/controls_test.cpp
         tuner/device_test.cpp
         tuner/digit_keys_test.cpp
         tuner/frequency_display_test.cpp
         tuner/monitor_round_test.cpp
+        tuner/phone_calls_test.cpp
         tuner/rds_display_test.cpp
         tuner/tuner_test.cpp
         tuner/volume_keys_test.cpp
