@@ -6,9 +6,11 @@
 #include "shell/main_state.h"
 #include "shell/messages.h"
 #include "skin/skin_access.h"
+#include "tuner/af_dialog.h"
 #include "tuner/audio.h"
 #include "tuner/frequency.h"
 #include "tuner/frequency_display.h"
+#include "tuner/rds_dialog.h"
 #include "tuner/wait_cursor.h"
 
 namespace {
@@ -21,6 +23,7 @@ constexpr DWORD kAfterMute_ms = 400;
 
 struct ControlEvent {
     CMainState& state;
+    HWND window;
     int id;
     LPARAM lParam;
 };
@@ -102,6 +105,15 @@ void ApplyMuteToggle(const ControlEvent& event) {
     if (g_app.SpeakerOn) Sleep(kAfterMute_ms);
 }
 
+void ListAFs(const ControlEvent& event) {
+    if (event.state.m_bRecording) return;
+    rds_inf info = {};
+    g_app.pFMDevice->GetRDSInfo(&info);
+    if (info.b_RDS_AF) ShowAFList(event.window);
+}
+
+void InformOnRDS(const ControlEvent& event) { ShowRDSInformation(event.window); }
+
 constexpr int kAnyControl = -1;
 
 // A row without a handler is a control whose work the radio cannot do yet: the click is traced and nothing is
@@ -123,8 +135,8 @@ constexpr ControlRow kControls[] = {
     {WM_SKIN_CLICK,  SKIN_OUTPUT,          SelectOutput},
     {WM_SKIN_CLICK,  SKIN_MUTE,            ApplyMuteToggle},
     {WM_SKIN_CLICK,  SKIN_STOP_RECORD,     nullptr},          // stop of a recording
-    {WM_SKIN_CLICK,  SKIN_AF_LIST,         nullptr},          // list of alternative frequencies
-    {WM_SKIN_CLICK,  SKIN_RDS_INFORMATION, nullptr},          // RDS information
+    {WM_SKIN_CLICK,  SKIN_AF_LIST,         ListAFs},
+    {WM_SKIN_CLICK,  SKIN_RDS_INFORMATION, InformOnRDS},
 };
 // clang-format on
 
@@ -137,7 +149,7 @@ const ControlRow* FindControl(UINT message, int id) {
 
 }  // namespace
 
-LRESULT CMainState::OnControl(HWND, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CMainState::OnControl(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     // The high word tells how a click came about, which makes no difference here.
     const int id = LOWORD(wParam);
     const ControlRow* row = FindControl(message, id);
@@ -146,6 +158,6 @@ LRESULT CMainState::OnControl(HWND, UINT message, WPARAM wParam, LPARAM lParam) 
         NKDbgPrintfW(L"FM: control %d has no handler\n", id);
         return 0;
     }
-    if (g_app.pFMDevice != nullptr) row->handler({*this, id, lParam});
+    if (g_app.pFMDevice != nullptr) row->handler({*this, window, id, lParam});
     return 0;
 }

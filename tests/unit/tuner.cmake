@@ -1,6 +1,7 @@
 # Tuner control and the command line, on the real skin, with a tuner device that writes down its calls.
 kora_test(test_tuner APP
     SOURCES
+        tuner/af_dialog_test.cpp
         tuner/af_switch_test.cpp
         tuner/audio_test.cpp
         tuner/bluetooth_test.cpp
@@ -11,6 +12,7 @@ kora_test(test_tuner APP
         tuner/frequency_display_test.cpp
         tuner/monitor_round_test.cpp
         tuner/phone_calls_test.cpp
+        tuner/rds_dialog_test.cpp
         tuner/rds_display_test.cpp
         tuner/tuner_test.cpp
         tuner/volume_keys_test.cpp
