@@ -6,6 +6,7 @@
 #include "shell/main_state.h"
 #include "shell/menu_bar.h"
 #include "shell/monitor_thread.h"
+#include "shell/power_thread.h"
 #include "tuner/device.h"
 #include "tuner/phone_state.h"
 
@@ -18,6 +19,9 @@ HANDLE CreateStopEvent() { return CreateEventW(nullptr, FALSE, FALSE, nullptr); 
 void StartWorkerThreads(CMainState& state, HWND window) {
     state.m_hPowerStopEvent = CreateStopEvent();
     state.m_hMonitorStopEvent = CreateStopEvent();
+    if (state.m_hPowerStopEvent != nullptr) {
+        state.m_hPowerThread = CreateThread(nullptr, 0, PowerNotifyProc, &state, 0, nullptr);
+    }
     if (state.m_hMonitorStopEvent != nullptr) {
         state.m_hMonitorThread = CreateThread(nullptr, 0, Main_threadProc, window, 0, nullptr);
     }

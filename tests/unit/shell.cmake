@@ -10,6 +10,7 @@ kora_test(test_shell APP
         shell/menu_enabling_test.cpp
         shell/popup_menu_test.cpp
         shell/monitor_thread_test.cpp
+        shell/power_thread_test.cpp
         shell/scan_finished_test.cpp
         shell/shell_test.cpp
         shell/shut_down_test.cpp
