@@ -57,7 +57,7 @@ void RunMonitorRound(CMainState& state, HWND window) {
     if (ReadSetting(kEnableMute) != 0) MuteWhileWeak(state, level);
     ShowStereo(state);
     if (ReadSetting(kEnableRDSPSPTY) != 0) ShowRDS(state);
-    if (IsWeakSignal(level) && ReadSetting(kEnableAFAutoSwitch) != 0) {
+    if (ReadSetting(kEnableAFAutoSwitch) != 0 && IsWeakSignal(level)) {
         // Kept: without an alternative frequency the round ends here, before the look at the card.
         if (!SwitchToBestAF(window)) return;
     }

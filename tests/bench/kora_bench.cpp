@@ -1,15 +1,20 @@
 // Runs the measurements and prints the table. An argument shortens the time at rest: kora_bench 10.
+// kora_bench --soak [HOURS] lets the radio live for so many handset hours instead.
 #include <windows.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 #include "tests/bench/measure.h"
+#include "tests/bench/soak.h"
 #include "tests/support/handset_under_test.h"
 
 namespace {
 
 constexpr unsigned kRest_s = 60;
+constexpr double kSoak_h = 100;
+constexpr long kRoundsAnHour = 1000;
 
 void Add(std::vector<bench::Row>& table, const std::vector<bench::Row>& rows) {
     table.insert(table.end(), rows.begin(), rows.end());
@@ -18,6 +23,10 @@ void Add(std::vector<bench::Row>& table, const std::vector<bench::Row>& rows) {
 }  // namespace
 
 int main(int count, char** arguments) {
+    if (count > 1 && std::strcmp(arguments[1], "--soak") == 0) {
+        const double hours = count > 2 ? std::atof(arguments[2]) : kSoak_h;
+        return bench::RunSoak(hours, static_cast<long>(hours * kRoundsAnHour));
+    }
     const unsigned rest = count > 1 ? static_cast<unsigned>(std::atoi(arguments[1])) : kRest_s;
     // A handset of its own, so that a radio in use is neither measured nor disturbed.
     test::HandsetUnderTest handset;
@@ -31,6 +40,9 @@ int main(int count, char** arguments) {
     std::fprintf(stderr, "channels ...\n");
     Add(table, bench::MeasureProgram(L"bench_cedb.exe"));
     Add(table, bench::MeasureProgram(L"bench_list_fill.exe"));
+    Add(table, bench::MeasureRepaint());
+    std::fprintf(stderr, "monitor ...\n");
+    Add(table, bench::MeasureMonitorRound());
     std::fprintf(stderr, "%u s at rest ...\n", rest);
     Add(table, bench::MeasureRest(programs, rest));
     bench::Print(table);

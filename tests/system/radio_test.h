@@ -18,14 +18,34 @@ class RadioTest : public testing::Test {
   protected:
     HandsetUnderTest handset;
 
-    // Calls since `from`, without the queries that every paint makes.
+    // Calls since `from`, without the queries that every paint and every round of the monitor makes.
     std::vector<std::string> TunerCommands(std::size_t from = 0) const {
         std::vector<std::string> commands;
         const std::vector<std::string> calls = handset.TunerCalls();
         for (std::size_t i = from; i < calls.size(); ++i) {
-            if (calls[i].rfind("GetChannel", 0) != 0) commands.push_back(calls[i]);
+            if (!IsQuery(calls[i])) commands.push_back(calls[i]);
         }
         return commands;
+    }
+    static bool IsQuery(const std::string& call) {
+        for (const char* query : {"GetChannel", "GetSignal", "GetStereo", "GetRDSData", "GetPTYText"}) {
+            if (call.rfind(query, 0) == 0) return true;
+        }
+        return false;
+    }
+
+    // One of the radio's settings, such as L"EnableMute"; it takes effect with the next round of the monitor.
+    void Set(const wchar_t* setting, std::uint32_t value) const {
+        handset.SetRegistry(L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}", setting, value);
+    }
+    // What radios that are started from now on take for a second.
+    void SetClockRate(std::uint32_t rate) const { handset.SetState(L"ClockRate", rate); }
+
+    // How often the monitor has asked for the signal so far; true when it did so `more` times again.
+    int Rounds() const { return Count(handset.TunerCalls(), "GetSignal"); }
+    bool WaitForRounds(int more) const {
+        const int before = Rounds();
+        return WaitFor([&] { return Rounds() >= before + more; });
     }
 
     // A wait that was in vain shows what came instead.

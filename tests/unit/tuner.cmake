@@ -19,5 +19,5 @@ kora_test(test_tuner APP
         tuner/weak_signal_test.cpp
         ${CMAKE_SOURCE_DIR}/tests/native/tuner/frequency_test.cpp
     LIBS app_channels app_resources app_schedule app_shell app_skin app_tuner)
-# The text fields' painting goes through the tests, which note what is shown and pass it on.
-target_link_options(test_tuner PRIVATE -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw)
+# The text fields' painting and the reading of settings go through the tests, which note them and pass them on.
+target_link_options(test_tuner PRIVATE -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw,--wrap=RegistryGetDWORD)

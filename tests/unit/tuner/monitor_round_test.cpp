@@ -59,6 +59,16 @@ TEST_F(MonitorRound, StereoIsShownForAnswer0AndClearedForAnyOther) {
     EXPECT_EQ(LastShown(TEXT_STEREO), L"");
 }
 
+TEST_F(MonitorRound, WithEverySettingOnItReadsTheRegistryFourTimes) {
+    for (const WCHAR* setting : {kEnableMute, kEnableRDSPSPTY, kEnableAFAutoSwitch, kSaveFileType}) {
+        settings.Set(setting, 1);
+    }
+    g_app.bRecordingActive = 1;
+    const int before = RegistryReads();
+    Round();
+    EXPECT_EQ(RegistryReads() - before, 4);
+}
+
 TEST_F(MonitorRound, ASettingThatIsChangedTakesEffectInTheNextRound) {
     Round();
     EXPECT_THAT(device.Calls(), ElementsAre("GetSignal", "GetStereo"));

@@ -5,6 +5,9 @@
 #include "tests/support/device_settings.h"
 #include "tests/unit/tuner/tuner_test.h"
 
+// How often a number was read from the registry.
+int RegistryReads();
+
 class MonitorTest : public TunerTest {
   protected:
     MonitorTest() { g_app.lLastSignal = device.signal; }

@@ -7,6 +7,7 @@
 #include "skin/skin_access.h"
 #include "skin/skin_tables.h"
 #include "skin/skin_window.h"
+#include "tests/unit/tuner/monitor_test.h"
 #include "tuner/digit_entry.h"
 
 namespace {
@@ -65,6 +66,17 @@ void NotedDrawSkinText(CSkin& skin, int field,
 void NotedDrawSkinText(CSkin& skin, int field, const WCHAR* text) {
     g_shown.push_back({field, text});
     RealDrawSkinText(skin, field, text);
+}
+
+static int g_registryReads = 0;
+HRESULT RealGetDWORD(HKEY root, LPCWSTR key, LPCWSTR value, DWORD* data) __asm__("__real_RegistryGetDWORD");
+HRESULT CountedGetDWORD(HKEY root, LPCWSTR key, LPCWSTR value, DWORD* data) __asm__("__wrap_RegistryGetDWORD");
+HRESULT CountedGetDWORD(HKEY root, LPCWSTR key, LPCWSTR value, DWORD* data) {
+    ++g_registryReads;
+    return RealGetDWORD(root, key, value, data);
+}
+int RegistryReads() {
+    return g_registryReads;
 }
 
 std::ostream& operator<<(std::ostream& out, const ShownText& shown) {

@@ -1,0 +1,56 @@
+// Some handset hours of random events: the radio neither stops nor grows. `./kora bench --soak` goes on for
+// 100.
+#include "tests/bench/process_usage.h"
+#include "tests/support/object_counts.h"
+#include "tests/support/random_day.h"
+#include "tests/system/radio_test.h"
+
+namespace {
+
+using test::CountObjects;
+using test::ObjectCounts;
+using test::Radio;
+using test::WaitFor;
+
+constexpr unsigned kSeed = 4711;
+constexpr std::uint32_t kClockRate = 600;
+
+class Soak : public test::RadioTest {
+  protected:
+    // Events until the monitor has made `rounds` more rounds.
+    static void Live(test::RandomDay& day, long rounds) {
+        const long end = day.Rounds() + rounds;
+        const ULONGLONG begin = GetTickCount64();
+        while (day.Rounds() < end) {
+            ASSERT_LT(GetTickCount64() - begin, 120000u) << "the monitor stands still after " << day.Rounds();
+            day.Step();
+            WaitFor([] { return false; }, 20);
+        }
+    }
+};
+
+TEST_F(Soak, AfterManyRoundsOfRandomEventsTheRadioHoldsNoMoreThanBefore) {
+    SetClockRate(kClockRate);
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    test::RandomDay day(handset, radio, kSeed);
+    const bench::ProcessUsage usage(radio.Process(), handset.DevicePath(L"\\Windows\\UI.exe"));
+    // What is made once and kept is made now.
+    Live(day, 200);
+    const ObjectCounts before = CountObjects(radio);
+    const double memoryBefore = usage.Private_MB();
+    Live(day, 1000);
+    day.Calm();
+    EXPECT_TRUE(WaitFor([&] { return radio.Box(nullptr) == nullptr; }));
+    const ObjectCounts after = CountObjects(radio);
+    EXPECT_GT(before.gdiObjects, 0u);
+    EXPECT_LE(after.gdiObjects, before.gdiObjects + 6) << "drawing objects";
+    EXPECT_LE(after.handles, before.handles + 6) << "handles";
+    EXPECT_LE(usage.Private_MB(), memoryBefore + 1.0) << "megabytes";
+
+    PostMessageW(radio.Window(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(radio.WaitUntilGone());
+    EXPECT_EQ(radio.ExitCode(), 0u);
+}
+
+}  // namespace
