@@ -43,10 +43,17 @@ void EndPowerThread(CMainState& state) {
     if (state.m_hPowerStopEvent != nullptr) CloseAndClear(state.m_hPowerStopEvent);
 }
 
+// However often it was suspended: a window that is told twice that it goes to the back suspends twice.
+void ResumeWholly(HANDLE thread) {
+    constexpr DWORD kFailed = static_cast<DWORD>(-1);
+    DWORD previous = ResumeThread(thread);
+    while (previous > 1 && previous != kFailed) previous = ResumeThread(thread);
+}
+
 void EndMonitorThread(CMainState& state) {
     if (state.m_hMonitorStopEvent != nullptr) {
         // The thread may be suspended (window in the back, scan running) and would never see its event.
-        ResumeThread(state.m_hMonitorThread);
+        ResumeWholly(state.m_hMonitorThread);
         EventModify(state.m_hMonitorStopEvent, EVENT_SET);
     }
     if (state.m_hMonitorThread != nullptr) {

@@ -40,9 +40,8 @@ int main(int count, char** arguments) {
     std::fprintf(stderr, "channels ...\n");
     Add(table, bench::MeasureProgram(L"bench_cedb.exe"));
     Add(table, bench::MeasureProgram(L"bench_list_fill.exe"));
-    Add(table, bench::MeasureRepaint());
     std::fprintf(stderr, "monitor ...\n");
-    Add(table, bench::MeasureMonitorRound());
+    Add(table, bench::MeasureProgram(L"bench_monitor_round.exe"));
     std::fprintf(stderr, "%u s at rest ...\n", rest);
     Add(table, bench::MeasureRest(programs, rest));
     bench::Print(table);

@@ -18,9 +18,6 @@ std::vector<Row> MeasureStart(const Programs& programs);
 // Runs a program that prints a row a line: what, its figure, the peer, the peer's figure, the goal; in us,
 // parted by tabs.
 std::vector<Row> MeasureProgram(const std::wstring& program);
-std::vector<Row> MeasureRepaint();
-// One round of the monitor with every setting on.
-std::vector<Row> MeasureMonitorRound();
 // Processor time over `seconds` at rest, and private memory after the start.
 std::vector<Row> MeasureRest(const Programs& programs, unsigned seconds);
 

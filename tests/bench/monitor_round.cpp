@@ -65,7 +65,8 @@ int main() {
     const double reads = Each_us([&] {
         for (const WCHAR* setting : kSettings) (void)ReadSetting(setting);
     });
-    std::fprintf(stdout, "one monitor round, processor time\t%f\t%f\n", round, reads);
+    std::fprintf(stdout, "monitor round, processor time\t%f\tfour registry reads\t%f\tunder 200 us\n", round,
+                 reads);
     DestroyWindow(window);
     return 0;
 }

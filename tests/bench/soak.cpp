@@ -56,7 +56,8 @@ class Life {
         return true;
     }
     Figures Report() {
-        const Figures figures = {Hours(), Rounds(), m_usage.Private_MB(), test::CountObjects(m_radio)};
+        const test::ObjectCounts counts = test::CountObjects(m_radio);
+        const Figures figures = {Hours(), Rounds(), m_usage.Private_MB(), counts};
         std::printf("%8.1f h %9ld rounds %8.2f MB %6lu handles %6lu GDI objects\n", figures.hours,
                     figures.rounds, figures.memory_MB, figures.counts.handles, figures.counts.gdiObjects);
         std::fflush(stdout);
@@ -90,6 +91,7 @@ bool HasGrown(const Figures& before, const Figures& after) {
 
 int RunSoak(double hours, long rounds) {
     test::HandsetUnderTest handset;
+    test::StoreFavourites(handset);
     handset.SetState(L"ClockRate", kClockRate);
     Life life(handset);
     bool lives = life.LiveUntil(kWarmUp_h, 0);

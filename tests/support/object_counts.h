@@ -7,11 +7,13 @@
 
 namespace test {
 
+// ~0: nobody could be asked.
 struct ObjectCounts {
     DWORD handles;
-    DWORD gdiObjects;  // ~0: COREDLL could not be asked
+    DWORD gdiObjects;
 };
 
+// The first count costs the radio the memory of a thread.
 ObjectCounts CountObjects(const Radio& radio);
 
 }  // namespace test

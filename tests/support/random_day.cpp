@@ -1,5 +1,7 @@
 #include "tests/support/random_day.h"
 
+#include "tests/support/wait.h"
+
 namespace test {
 namespace {
 
@@ -18,6 +20,13 @@ std::string Band(int first, int second, int third) {
 }
 
 }  // namespace
+
+void StoreFavourites(HandsetUnderTest& handset) {
+    const Radio builder(handset, L"Kora.vol");
+    WaitFor([&] { return !builder.Runs() || builder.Box(nullptr) != nullptr; });
+    if (const HWND box = builder.Box(nullptr)) Radio::Answer(box, IDOK);
+    builder.WaitUntilGone();
+}
 
 RandomDay::RandomDay(HandsetUnderTest& handset, Radio& radio, unsigned seed)
     : m_handset(handset), m_radio(radio), m_random(seed) {

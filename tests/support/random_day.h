@@ -10,6 +10,9 @@
 
 namespace test {
 
+// Stores the preset favourites as channels, as the start of the radio with "Kora.vol" does. Before a radio runs.
+void StoreFavourites(HandsetUnderTest& handset);
+
 class RandomDay {
   public:
     // Every setting of the radio is switched on. The same seed brings the same day.

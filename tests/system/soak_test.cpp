@@ -30,6 +30,7 @@ class Soak : public test::RadioTest {
 };
 
 TEST_F(Soak, AfterManyRoundsOfRandomEventsTheRadioHoldsNoMoreThanBefore) {
+    test::StoreFavourites(handset);
     SetClockRate(kClockRate);
     Radio radio(handset);
     radio.WaitUntilShown();
@@ -44,6 +45,7 @@ TEST_F(Soak, AfterManyRoundsOfRandomEventsTheRadioHoldsNoMoreThanBefore) {
     EXPECT_TRUE(WaitFor([&] { return radio.Box(nullptr) == nullptr; }));
     const ObjectCounts after = CountObjects(radio);
     EXPECT_GT(before.gdiObjects, 0u);
+    EXPECT_GT(before.handles, 0u);
     EXPECT_LE(after.gdiObjects, before.gdiObjects + 6) << "drawing objects";
     EXPECT_LE(after.handles, before.handles + 6) << "handles";
     EXPECT_LE(usage.Private_MB(), memoryBefore + 1.0) << "megabytes";

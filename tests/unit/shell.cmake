@@ -8,8 +8,8 @@ kora_test(test_shell APP
         shell/keys_test.cpp
         shell/main_state_test.cpp
         shell/menu_enabling_test.cpp
-        shell/popup_menu_test.cpp
         shell/monitor_thread_test.cpp
+        shell/popup_menu_test.cpp
         shell/power_thread_test.cpp
         shell/scan_finished_test.cpp
         shell/shell_test.cpp

@@ -60,6 +60,34 @@ TEST_F(ShutDownTest, ASuspendedMonitorThreadIsResumedBeforeItIsStopped) {
     EXPECT_EQ(state->m_hMonitorStopEvent, nullptr);
 }
 
+TEST_F(ShutDownTest, AMonitorThreadThatWasSuspendedMoreThanOnceEndsAsWell) {
+    state->m_hMonitorStopEvent = StopEvent();
+    Worker monitor(state->m_hMonitorStopEvent);
+    state->m_hMonitorThread = monitor.Thread();
+    for (int i = 0; i < 3; ++i) SuspendThread(monitor.Thread());
+    ShutDown(*state, window);
+    EXPECT_EQ(state->m_hMonitorThread, nullptr);
+}
+
+// A thread that sends the window a message while the window waits for its end.
+TEST_F(ShutDownTest, AThreadThatSendsAMessageWhileItIsJoinedIsAnswered) {
+    struct Sender {
+        static DWORD WINAPI Run(LPVOID parameter) {
+            const auto* test = static_cast<const Sender*>(parameter);
+            WaitForSingleObject(test->stop, INFINITE);
+            SendMessageW(test->window, WM_SKIN_CLICK, 209, 0);
+            return 0;
+        }
+        HANDLE stop;
+        HWND window;
+    };
+    state->m_hMonitorStopEvent = StopEvent();
+    Sender sender = {state->m_hMonitorStopEvent, window};
+    state->m_hMonitorThread = CreateThread(nullptr, 0, Sender::Run, &sender, 0, nullptr);
+    ShutDown(*state, window);
+    EXPECT_TRUE(HasSeen(WM_SKIN_CLICK));
+}
+
 TEST_F(ShutDownTest, BothThreadsAreJoinedAndTheirHandlesCleared) {
     state->m_hPowerStopEvent = StopEvent();
     state->m_hMonitorStopEvent = StopEvent();
