@@ -81,9 +81,9 @@ TEST_F(Monitor, ARadioThatClosesWhileItIsMutedForAWeakSignalLeavesTheVolumeAsItW
 }
 
 TEST_F(Monitor, TheRadioHopsToTheStrongestAlternativeAndSaysSo) {
-    Set(L"EnableAFAutoSwitch", 1);
     Radio radio(handset);
     Tune(radio);
+    Set(L"EnableAFAutoSwitch", 1);
     const std::size_t before = handset.TunerCalls().size();
     handset.WriteBand(Band(10));
     const HWND box = radio.WaitForBox(L"FM");

@@ -32,7 +32,7 @@ TEST(ExceptionGuard, AnAccessViolationIsSurvivedAndReported) {
 }
 
 TEST(ExceptionGuard, ARaisedExceptionOfAnyCodeIsSurvived) {
-    for (const DWORD code : {0xC0000005u, 0xE0000001u, 0x80000003u, 0x40010006u, 1u}) {
+    for (const DWORD code : {0xC0000005u, 0xE0000001u, 0x80000001u, 0x40010006u, 1u}) {
         EXPECT_FALSE(RunGuarded([&] { RaiseException(code, 0, 0, nullptr); })) << std::hex << code;
     }
 }
