@@ -153,7 +153,7 @@ const std::vector<SwitchGroup>& SwitchGroups() {
             BluetoothChip<0x08>(L"8"), BluetoothChip<0x10>(L"10"),
         }},
         {L"CLOCK SPEED", {
-            ClockChip<1>(L"1\u00D7"), ClockChip<10>(L"10\u00D7"), ClockChip<60>(L"60\u00D7"), ClockChip<600>(L"600\u00D7"),
+            ClockChip<1>(L"1"), ClockChip<10>(L"10"), ClockChip<60>(L"60"), ClockChip<600>(L"600"),
         }},
         {L"RECEPTION", {
             {L"Signal", SwitchKind::kSlider, [](const Snapshot& s) { return s.signalLimited; }, nullptr},

@@ -143,7 +143,7 @@ TEST_F(PanelWindowTest, SwitchesDoWhatTheCommandLineDoes) {
     EXPECT_TRUE(WaitUntil([] { return SignalLimit().has_value(); }, kDeadline_ms));
     EXPECT_EQ(SignalLimit()->level, 50u);
     EXPECT_EQ(SignalLimit()->channel, 9850u);
-    ClickSwitch(upright_, L"600\u00D7");
+    ClickSwitch(upright_, L"600");
     EXPECT_TRUE(WaitUntil([] { return CurrentClock().rate == 600; }, kDeadline_ms));
     ClickSwitch(upright_, L"Display");
     EXPECT_TRUE(WaitUntil([] { return PhoneSleeps(); }, kDeadline_ms));
