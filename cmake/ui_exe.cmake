@@ -8,9 +8,9 @@ foreach(folder IN LISTS KORA_APP_FOLDERS)
 endforeach()
 target_link_libraries(UI PRIVATE app_resources)
 set_target_properties(UI PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
-# The device's libraries come first; the runtime's parts refer to one another, hence the group.
+# strmiids and uuid hold nothing but identifiers. The device's libraries come first; the runtime's parts refer to one another, hence the group.
 add_dependencies(UI device_libraries)
 target_link_options(UI PRIVATE -municode -nodefaultlibs -static)
 target_link_libraries(UI PRIVATE -Wl,--start-group ${KORA_DEVICE_LIBRARIES}
-    -lstdc++ -lmingw32 -lgcc -lgcc_eh -lmoldname -lmingwex -lmsvcrt -lpthread
+    -lstrmiids -luuid -lstdc++ -lmingw32 -lgcc -lgcc_eh -lmoldname -lmingwex -lmsvcrt -lpthread
     ${KORA_LIB_KERNEL32} -Wl,--end-group)
