@@ -1,5 +1,5 @@
-// The initialisation interface of the handset's audio encoder filters. Everything else that recording needs of
-// DirectShow is in <dshow.h>.
+// The initialisation interface of the handset's audio encoder filters. Everything else that recording needs
+// of DirectShow is in <dshow.h>.
 #pragma once
 
 #include <windows.h>
@@ -13,10 +13,10 @@ inline constexpr IID IID_IAudioWrapperFilter = {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"  // a destructor in the table would move the operation
 struct IAudioWrapperFilter : public IUnknown {
-    // Chooses the codec, once, before the filter is connected. `category` is the class of filters that the codec is
-    // looked for in, such as CLSID_AudioCompressorCategory. E_POINTER without a codec or a category, E_INVALIDARG for
-    // a category that the filter does not serve, CLASS_E_CLASSNOTAVAILABLE for a codec that is not there,
-    // E_UNEXPECTED the second time.
+    // Chooses the codec, once, before the filter is connected. `category` is the class of filters that the
+    // codec is looked for in, such as CLSID_AudioCompressorCategory. E_POINTER without a codec or a category,
+    // E_INVALIDARG for a category that the filter does not serve, CLASS_E_CLASSNOTAVAILABLE for a codec that
+    // is not there, E_UNEXPECTED the second time.
     virtual HRESULT STDMETHODCALLTYPE Init(const GUID* codec, const GUID* category) = 0;
 };
 #pragma GCC diagnostic pop

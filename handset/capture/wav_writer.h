@@ -1,0 +1,41 @@
+// A WAV file of PCM sound whose sizes are right again after every half second, so that it plays when it is
+// cut off. Portable.
+#pragma once
+
+#include "handset/capture/recording_file.h"
+
+namespace capture {
+
+struct WaveShape {
+    std::uint32_t rate_Hz = 0;
+    std::uint16_t channels = 0;
+    std::uint16_t bits = 0;  // 8 or 16
+
+    std::uint32_t FrameBytes() const { return channels * bits / 8u; }
+};
+
+inline constexpr std::uint32_t kWavHeader_bytes = 44;
+// The sizes in the header have 32 bits.
+inline constexpr std::uint64_t kLargestWav_bytes = 0xFFFFFFFF;
+
+class CWavWriter final : public IRecordingWriter {
+  public:
+    // A file that would grow beyond `largest` bytes takes no more.
+    explicit CWavWriter(const WaveShape& shape, std::uint64_t largest = kLargestWav_bytes)
+        : shape_(shape), largest_(largest) {}
+
+    bool Begin(IRecordingFile* file) override;
+    bool Write(const std::uint8_t* data, std::size_t size) override;
+    bool Finish() override;
+
+  private:
+    bool WriteHeader();
+
+    const WaveShape shape_;
+    const std::uint64_t largest_;
+    IRecordingFile* file_ = nullptr;
+    std::uint32_t data_bytes_ = 0;
+    std::uint32_t stated_bytes_ = 0;  // what the header says
+};
+
+}  // namespace capture

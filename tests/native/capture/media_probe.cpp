@@ -1,0 +1,85 @@
+// The bytes go through a file of this process, and the answers through pipes.
+#include "tests/native/capture/media_probe.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <sstream>
+
+namespace test {
+namespace {
+
+class CTemporaryFile {
+  public:
+    explicit CTemporaryFile(const std::vector<std::uint8_t>& bytes = {}) {
+        static int number = 0;
+        path_ = std::filesystem::temp_directory_path() /
+                ("capture-test-" + std::to_string(getpid()) + "-" + std::to_string(++number));
+        std::ofstream(path_, std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    }
+    ~CTemporaryFile() {
+        std::error_code ignored;
+        std::filesystem::remove(path_, ignored);
+    }
+    std::string Name() const { return path_.string(); }
+    std::string Content() const {
+        std::stringstream content;
+        content << std::ifstream(path_, std::ios::binary).rdbuf();
+        return content.str();
+    }
+
+  private:
+    std::filesystem::path path_;
+};
+
+std::string Output(const std::string& command) {
+    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
+    std::string output;
+    char piece[65536];
+    for (std::size_t read = 0; (read = fread(piece, 1, sizeof piece, pipe.get())) > 0;)
+        output.append(piece, read);
+    return output;
+}
+
+// The value of a line "name=value".
+std::string Value(const std::string& text, const std::string& name) {
+    const std::size_t begin = ("\n" + text).find("\n" + name + "=");
+    if (begin == std::string::npos) return "";
+    const std::size_t value = begin + name.size() + 1;
+    return text.substr(value, text.find('\n', value) - value);
+}
+
+}  // namespace
+
+MediaFacts Probe(const std::vector<std::uint8_t>& bytes) {
+    const CTemporaryFile file(bytes);
+    const std::string text = Output(
+        "ffprobe -v error -of default=nw=1 -show_entries "
+        "stream=codec_name,sample_rate,channels:format=format_name,duration " +
+        file.Name() + " 2>/dev/null");
+    MediaFacts facts;
+    facts.container = Value(text, "format_name");
+    facts.codec = Value(text, "codec_name");
+    facts.rate_Hz = std::atoi(Value(text, "sample_rate").c_str());
+    facts.channels = std::atoi(Value(text, "channels").c_str());
+    facts.duration_s = std::atof(Value(text, "duration").c_str());
+    return facts;
+}
+
+std::vector<std::int16_t> Decode(const std::vector<std::uint8_t>& bytes, std::string* complaints) {
+    const CTemporaryFile file(bytes);
+    const CTemporaryFile errors;
+    const std::string sound =
+        Output("ffmpeg -v error -i " + file.Name() + " -f s16le - 2>" + errors.Name() + " </dev/null");
+    *complaints = errors.Content();
+    std::vector<std::int16_t> samples(sound.size() / 2);
+    std::memcpy(samples.data(), sound.data(), samples.size() * 2);
+    return samples;
+}
+
+}  // namespace test
