@@ -18,6 +18,8 @@ class CAmrEncoder {
     explicit operator bool() const { return codec_ != nullptr; }
     // Adds samples and appends the frames that they complete, in the storage form.
     void Encode(const std::int16_t* samples, std::size_t count, std::vector<std::uint8_t>* frames);
+    // Samples of a frame that is not complete.
+    std::size_t Rest() const { return rest_.size(); }
     // Fills the last frame up with silence, if one was begun.
     void Flush(std::vector<std::uint8_t>* frames);
 
@@ -28,7 +30,7 @@ class CAmrEncoder {
     void EncodeFrame(const std::int16_t* samples, std::vector<std::uint8_t>* frames);
 
     std::unique_ptr<void, CodecCloser> codec_;
-    std::vector<std::int16_t> rest_;  // of a frame that is not complete
+    std::vector<std::int16_t> rest_;
 };
 
 }  // namespace capture

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "handset/panel/encoding.h"
+#include "handset/panel/host_builder.h"
 
 namespace panel {
 
@@ -11,7 +12,11 @@ const std::vector<ManifestClass>& HandsetClasses() {
     // clang-format off
     static const std::vector<ManifestClass> kClasses = {
         {L"fmdevice.dll", L"{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}", L"Both", L"FM tuner"},
-        // The recording filters of capture.dll stand here, one row a class.
+        {L"capture.dll", L"{e30629d2-27e5-11ce-875d-00608cb78066}", L"Both", L"Audio capture filter"},
+        {L"capture.dll", L"{a3abfe59-c33f-4e34-a0c4-cec0ce25ec9e}", L"Both", L"WAV writer"},
+        {L"capture.dll", L"{94297043-bd82-4dfd-b0de-8177739c6d20}", L"Both", L"AMR-NB encoder"},
+        {L"capture.dll", L"{6a59220b-a696-4b79-ad80-e3c239a9d788}", L"Both", L"MP4 multiplexer"},
+        {L"capture.dll", L"{bf87b6e0-8c27-11d0-b3f0-00aa003761c5}", L"Both", L"Capture graph builder", HostLacksStreamControl},
     };
     // clang-format on
     return kClasses;
@@ -26,6 +31,7 @@ std::string ManifestText(const std::vector<std::wstring>& presentDlls) {
     std::wstring open;
     for (const ManifestClass& row : HandsetClasses()) {
         if (std::find(presentDlls.begin(), presentDlls.end(), row.dll) == presentDlls.end()) continue;
+        if (row.wanted != nullptr && !row.wanted()) continue;
         if (open != row.dll) {
             if (!open.empty()) text += L"  </file>\r\n";
             open = row.dll;

@@ -13,11 +13,13 @@ struct ManifestClass {
     const wchar_t* classId;         // with its braces
     const wchar_t* threadingModel;  // "Both", "Apartment" or "Free"
     const wchar_t* description;
+    bool (*wanted)() = nullptr;  // none: on every host
 };
 // Every class of the handset, those of one DLL in a row.
 const std::vector<ManifestClass>& HandsetClasses();
 
-// The manifest's text, UTF-8, with the classes of the DLLs that are there.
+// The manifest's text, UTF-8, with the classes of the DLLs that are there, as far as this host wants
+// them.
 std::string ManifestText(const std::vector<std::wstring>& presentDlls);
 
 }  // namespace panel

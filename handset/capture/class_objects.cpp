@@ -1,0 +1,75 @@
+// capture.dll as a COM server: its classes and their factories.
+#include "handset/capture/amr_encoder_filter.h"
+#include "handset/capture/capture_filter.h"
+#include "handset/capture/class_ids.h"
+#include "handset/capture/com_reference.h"
+#include "handset/capture/direct_show.h"
+#include "handset/capture/file_sink.h"
+#include "handset/capture/graph_builder.h"
+#include "handset/capture/module.h"
+
+namespace {
+
+struct ClassRow {
+    const CLSID& clsid;
+    HRESULT (*create)(REFIID iid, void** out);
+};
+
+// clang-format off
+const ClassRow kClasses[] = {
+    {capture::kClassAudioCapture, capture::CreateCaptureFilter},
+    {capture::kClassWavWriter,    capture::CreateWavSink},
+    {capture::kClassAmrEncoder,   capture::CreateAmrEncoderFilter},
+    {capture::kClassMultiplexer,  capture::CreateAmrSink},
+    {capture::kClassGraphBuilder, capture::CreateGraphBuilder},
+};
+// clang-format on
+
+// A factory for a row of the table. It lives as long as somebody holds it.
+class CClassFactory final : public IClassFactory {
+  public:
+    explicit CClassFactory(const ClassRow& row) : row_(row) {}
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+        return capture::AnswerQuery({{IID_IUnknown, this}, {IID_IClassFactory, this}}, iid, out);
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references_); }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const long left = --references_;
+        if (left == 0) delete this;
+        return static_cast<ULONG>(left);
+    }
+
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** out) override {
+        if (out == nullptr) return E_POINTER;
+        *out = nullptr;
+        return outer != nullptr ? CLASS_E_NOAGGREGATION : row_.create(iid, out);
+    }
+    HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
+        capture::g_moduleUses += lock ? 1 : -1;
+        return S_OK;
+    }
+
+  private:
+    const capture::CModuleUse use_;
+    const ClassRow& row_;
+    std::atomic<long> references_{1};
+};
+
+}  // namespace
+
+STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** out) {
+    if (out == nullptr) return E_POINTER;
+    *out = nullptr;
+    for (const ClassRow& row : kClasses) {
+        if (row.clsid != clsid) continue;
+        capture::CRef<IClassFactory> factory;
+        *factory.Put() = new CClassFactory(row);
+        return factory->QueryInterface(iid, out);
+    }
+    return CLASS_E_CLASSNOTAVAILABLE;
+}
+
+STDAPI DllCanUnloadNow() {
+    return capture::g_moduleUses == 0 ? S_OK : S_FALSE;
+}

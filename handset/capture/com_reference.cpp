@@ -1,0 +1,18 @@
+// QueryInterface.
+#include "handset/capture/com_reference.h"
+
+namespace capture {
+
+HRESULT AnswerQuery(std::initializer_list<InterfaceRow> rows, REFIID iid, void** out) {
+    if (out == nullptr) return E_POINTER;
+    *out = nullptr;
+    for (const InterfaceRow& row : rows) {
+        if (row.iid != iid) continue;
+        row.pointer->AddRef();
+        *out = row.pointer;
+        return S_OK;
+    }
+    return E_NOINTERFACE;
+}
+
+}  // namespace capture

@@ -1,0 +1,87 @@
+// The file, and the handset's state of the disk that it lies on.
+#include "handset/capture/device_file.h"
+
+#include <algorithm>
+
+#include "handset/coredll/device_path.h"
+#include "handset/state/handset_state.h"
+
+namespace capture {
+namespace {
+
+// Reading the state takes longer than writing a sample.
+constexpr std::uint64_t kLook_ms = 200;
+
+HANDLE Open(const coredll::DevicePath& path, DWORD disposition) {
+    if (!path || path.host() == nullptr) return INVALID_HANDLE_VALUE;
+    return CreateFileW(path.host(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+HRESULT LastFailure() {
+    const DWORD error = GetLastError();
+    return error != ERROR_SUCCESS ? HRESULT_FROM_WIN32(error) : E_FAIL;
+}
+
+}  // namespace
+
+HRESULT CDeviceFile::Check(const std::wstring& path) {
+    const HANDLE file = Open(coredll::DevicePath(path.c_str()), OPEN_ALWAYS);
+    if (file == INVALID_HANDLE_VALUE) return LastFailure();
+    CloseHandle(file);
+    return S_OK;
+}
+
+HRESULT CDeviceFile::Create(const std::wstring& path) {
+    Close();
+    const coredll::DevicePath place(path.c_str());
+    file_ = Open(place, CREATE_ALWAYS);
+    if (!IsOpen()) return LastFailure();
+    onDevice_ = !place.device().empty();
+    onCard_ = place.onStorageCard();
+    size_ = 0;
+    looked_ms_ = 0;
+    error_ = S_OK;
+    return S_OK;
+}
+
+void CDeviceFile::Close() {
+    if (IsOpen()) CloseHandle(file_);
+    file_ = INVALID_HANDLE_VALUE;
+}
+
+bool CDeviceFile::WriteAt(std::uint64_t offset, const void* data, std::size_t size) {
+    if (!IsOpen() || !RoomFor(static_cast<std::size_t>(std::max(offset + size, size_) - size_))) return false;
+    LARGE_INTEGER place;
+    place.QuadPart = static_cast<LONGLONG>(offset);
+    DWORD written = 0;
+    if (!SetFilePointerEx(file_, place, nullptr, FILE_BEGIN) ||
+        !WriteFile(file_, data, static_cast<DWORD>(size), &written, nullptr))
+        return Failed(GetLastError());
+    size_ = std::max(size_, offset + written);
+    return written == size || Failed(ERROR_DISK_FULL);
+}
+
+bool CDeviceFile::RoomFor(std::size_t bytes) {
+    if (!onDevice_ || GetTickCount64() - looked_ms_ < kLook_ms) return true;
+    looked_ms_ = GetTickCount64();
+    if (onCard_ && !handset::StorageCardPresent()) return Failed(ERROR_NOT_READY);
+    const auto free = handset::StateQword(onCard_ ? L"StorageCardFree" : L"ObjectStoreFree");
+    return !free || *free >= bytes || Failed(ERROR_DISK_FULL);
+}
+
+bool CDeviceFile::Failed(DWORD error) {
+    // The next write looks again.
+    looked_ms_ = 0;
+    error_ = HRESULT_FROM_WIN32(error);
+    return false;
+}
+
+void CDeviceFile::Truncate(std::uint64_t size) {
+    if (!IsOpen() || size >= size_) return;
+    LARGE_INTEGER place;
+    place.QuadPart = static_cast<LONGLONG>(size);
+    if (SetFilePointerEx(file_, place, nullptr, FILE_BEGIN) && SetEndOfFile(file_)) size_ = size;
+}
+
+}  // namespace capture

@@ -1,0 +1,68 @@
+// IEnumPins and IEnumMediaTypes over a list that does not change any more.
+#pragma once
+
+#include <algorithm>
+#include <atomic>
+#include <memory>
+#include <vector>
+
+#include "handset/capture/com_reference.h"
+#include "handset/capture/module.h"
+
+namespace capture {
+
+// `Traits` names the interface (Interface, Iid()), what is listed (Item) and what is given out (Given), and
+// how: HRESULT Give(const Item&, Given*).
+template <typename Traits>
+class CEnumerator final : public Traits::Interface {
+  public:
+    using Items = std::shared_ptr<const std::vector<typename Traits::Item>>;
+
+    CEnumerator(Items items, CRef<IUnknown> owner, std::size_t next)
+        : items_(std::move(items)), owner_(std::move(owner)), next_(next) {}
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+        return AnswerQuery({{IID_IUnknown, this}, {Traits::Iid(), this}}, iid, out);
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references_); }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const long left = --references_;
+        if (left == 0) delete this;
+        return static_cast<ULONG>(left);
+    }
+
+    HRESULT STDMETHODCALLTYPE Next(ULONG count, typename Traits::Given* given, ULONG* fetched) override {
+        if (given == nullptr) return E_POINTER;
+        if (fetched == nullptr && count != 1) return E_INVALIDARG;
+        ULONG done = 0;
+        for (; done < count && next_ < items_->size(); ++done, ++next_) {
+            const HRESULT result = Traits::Give((*items_)[next_], &given[done]);
+            if (FAILED(result)) return result;
+        }
+        if (fetched != nullptr) *fetched = done;
+        return done == count ? S_OK : S_FALSE;
+    }
+    HRESULT STDMETHODCALLTYPE Skip(ULONG count) override {
+        const std::size_t left = items_->size() - next_;
+        next_ += std::min<std::size_t>(count, left);
+        return count <= left ? S_OK : S_FALSE;
+    }
+    HRESULT STDMETHODCALLTYPE Reset() override {
+        next_ = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Clone(typename Traits::Interface** out) override {
+        if (out == nullptr) return E_POINTER;
+        *out = new CEnumerator(items_, owner_, next_);
+        return S_OK;
+    }
+
+  private:
+    const CModuleUse use_;
+    const Items items_;
+    const CRef<IUnknown> owner_;  // what is listed lives as long as this does
+    std::size_t next_;
+    std::atomic<long> references_{1};
+};
+
+}  // namespace capture

@@ -1,0 +1,46 @@
+// The WAV writer and the multiplexer.
+#include "handset/capture/sink_kinds.h"
+
+#include "handset/capture/amr_file_writer.h"
+#include "handset/capture/capture_formats.h"
+#include "handset/capture/class_ids.h"
+
+namespace capture {
+namespace {
+
+bool IsPcm(const CMediaType& type) {
+    return PcmShape(type).has_value();
+}
+
+bool IsAmr(const CMediaType& type) {
+    return type.Major() == MEDIATYPE_Audio && type.Subtype() == kSubtypeAmr && type.Wave() != nullptr;
+}
+
+bool IsPlainFile(const CMediaType& type) {
+    return type.Major() == GUID_NULL || (type.Major() == MEDIATYPE_Stream && type.Subtype() == GUID_NULL);
+}
+
+bool IsAmrFile(const CMediaType& type) {
+    return type.Major() == GUID_NULL || (type.Major() == MEDIATYPE_Audio && type.Subtype() == kFileAmr);
+}
+
+std::unique_ptr<IRecordingWriter> WavWriter(const CMediaType& stream) {
+    return std::make_unique<CWavWriter>(PcmShape(stream).value_or(WaveShape{}));
+}
+
+// Seconds since the beginning of 1904, as the file counts them.
+std::unique_ptr<IRecordingWriter> AmrWriter(const CMediaType&) {
+    constexpr std::uint64_t kFrom1601To1904_s = 9'561'628'800;
+    FILETIME now;
+    GetSystemTimeAsFileTime(&now);
+    const std::uint64_t ticks = static_cast<std::uint64_t>(now.dwHighDateTime) << 32 | now.dwLowDateTime;
+    return std::make_unique<CAmrFileWriter>(
+        static_cast<std::uint32_t>(ticks / 10'000'000 - kFrom1601To1904_s));
+}
+
+}  // namespace
+
+const SinkKind kWavSink = {kClassWavWriter, IsPcm, IsPlainFile, WavWriter};
+const SinkKind kAmrSink = {kClassMultiplexer, IsAmr, IsAmrFile, AmrWriter};
+
+}  // namespace capture

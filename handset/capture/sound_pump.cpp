@@ -1,0 +1,196 @@
+// The pump's thread.
+#include "handset/capture/sound_pump.h"
+
+#include <algorithm>
+#include <chrono>
+
+#include "handset/capture/reference_clock.h"
+#include "handset/fmdevice/sound_tap.h"
+
+namespace capture {
+namespace {
+
+// What is read at once: half a second at most, and not less often than every 40 ms of real time.
+constexpr std::uint32_t kRead_frames = kSourceRate_Hz / 2;
+constexpr std::uint32_t kRead_ms = 40;
+// A stop waits as long as the stream goes on.
+constexpr auto kNoProgress = std::chrono::seconds(2);
+
+// The position on the tap at a time of the handset (see sound_tap.h).
+std::uint64_t PositionAt(REFERENCE_TIME time) {
+    return static_cast<std::uint64_t>(FrameOfTime(std::max<REFERENCE_TIME>(time, 0), kSourceRate_Hz));
+}
+
+}  // namespace
+
+HRESULT CSoundPump::Open(const WaveShape& shape) {
+    shape_ = shape;
+    closing_ = false;
+    tap_ = HandsetSoundOpen(&opened_);
+    if (tap_ == 0) return E_FAIL;
+    thread_ = std::thread([this] { Work(); });
+    return S_OK;
+}
+
+void CSoundPump::Run(REFERENCE_TIME start) {
+    const std::lock_guard<std::mutex> guard(lock_);
+    ranFrom_ = HandsetTime();
+    zero_ = std::min(start, ranFrom_);
+    next_ = FrameOfTime(ranFrom_ - zero_, shape_.rate_Hz);
+    ++run_;
+    running_ = true;
+}
+
+void CSoundPump::Halt() {
+    {
+        const std::lock_guard<std::mutex> guard(lock_);
+        running_ = false;
+    }
+    changed_.notify_all();
+}
+
+void CSoundPump::Close() {
+    if (!thread_.joinable()) return;
+    closing_ = true;
+    HandsetSoundClose(tap_);
+    thread_.join();
+}
+
+void CSoundPump::RequestStart(const REFERENCE_TIME* time, DWORD cookie) {
+    const std::lock_guard<std::mutex> guard(lock_);
+    if (time == nullptr && !running_) {
+        control_.SetFlowing(true);
+    } else if (time != nullptr && *time == MAXLONGLONG) {
+        control_.RequestStart(std::nullopt);
+    } else {
+        // A start is never in the past: what was heard before it was asked for is not wanted.
+        const REFERENCE_TIME now = running_ ? StreamTime() : 0;
+        control_.RequestStart(StreamRequest{time != nullptr ? std::max(*time, now) : now, cookie});
+    }
+}
+
+void CSoundPump::RequestStop(const REFERENCE_TIME* time, DWORD cookie) {
+    std::unique_lock<std::mutex> lock(lock_);
+    if (time == nullptr && !running_) {
+        control_.SetFlowing(false);
+    } else if (time != nullptr && *time == MAXLONGLONG) {
+        control_.RequestStop(std::nullopt);
+    } else {
+        const REFERENCE_TIME now = running_ ? StreamTime() : 0;
+        const REFERENCE_TIME stop = time != nullptr ? *time : now;
+        control_.RequestStop(StreamRequest{stop, cookie});
+        if (stop <= now) AwaitStop(&lock);
+    }
+}
+
+CStreamControl CSoundPump::Control() {
+    const std::lock_guard<std::mutex> guard(lock_);
+    return control_;
+}
+
+REFERENCE_TIME CSoundPump::StreamTime() const {
+    return HandsetTime() - zero_;
+}
+
+void CSoundPump::AwaitStop(std::unique_lock<std::mutex>* lock) {
+    const std::uint32_t run = run_;
+    while (running_ && run_ == run && control_.Stop()) {
+        const std::int64_t reached = next_;
+        if (changed_.wait_for(*lock, kNoProgress) == std::cv_status::timeout && next_ == reached) return;
+    }
+}
+
+void CSoundPump::Work() {
+    std::vector<std::int16_t> frames(2 * kRead_frames);
+    const std::vector<std::int16_t> silence(2 * kRead_frames);
+    std::uint64_t position = opened_;
+    while (!closing_) {
+        std::uint64_t lost = position;
+        const std::uint32_t count = HandsetSoundRead(tap_, &position, frames.data(), kRead_frames, kRead_ms);
+        // What was lost is silence: the recording stays as long as the time.
+        while (lost < position) {
+            const auto part =
+                static_cast<std::size_t>(std::min<std::uint64_t>(position - lost, kRead_frames));
+            Take(lost, silence.data(), part);
+            lost += part;
+        }
+        Take(position, frames.data(), count);
+        position += count;
+    }
+}
+
+void CSoundPump::Take(std::uint64_t position, const std::int16_t* frames, std::size_t count) {
+    if (count == 0 || !BeginRun(&position, &frames, &count)) return;
+    output_.clear();
+    converter_->Process(frames, count, &output_);
+    Pass(output_.data(), output_.size() / shape_.channels);
+}
+
+// False when the frames are not for this run. Of the first frames those from before the run are left out.
+bool CSoundPump::BeginRun(std::uint64_t* position, const std::int16_t** frames, std::size_t* count) {
+    std::unique_lock<std::mutex> lock(lock_);
+    if (!running_) return false;
+    if (workedRun_ == run_) return true;
+    const std::uint64_t from = PositionAt(ranFrom_);
+    if (*position + *count <= from) return false;
+    workedRun_ = run_;
+    if (*position < from) {
+        const auto before = static_cast<std::size_t>(from - *position);
+        *frames += 2 * before;
+        *count -= before;
+        *position = from;
+    }
+    lock.unlock();
+    converter_ = std::make_unique<CSoundConverter>(shape_.rate_Hz, shape_.channels);
+    refused_ = false;
+    discontinuity_ = true;
+    return true;
+}
+
+// Lets the stream control have its say about every frame.
+void CSoundPump::Pass(const std::int16_t* samples, std::size_t frames) {
+    while (frames > 0) {
+        CStreamControl::Step step;
+        std::int64_t frame = 0;
+        {
+            const std::lock_guard<std::mutex> guard(lock_);
+            if (!running_ || workedRun_ != run_) return;
+            frame = next_;
+            step = control_.Next(frame, frames, shape_.rate_Hz);
+        }
+        const auto part = static_cast<std::size_t>(step.frames);
+        if (step.flowing && part > 0) Deliver(frame, samples, part);
+        if (step.frames > 0 && !step.flowing) discontinuity_ = true;
+        Tell(step);
+        {
+            const std::lock_guard<std::mutex> guard(lock_);
+            if (workedRun_ == run_) next_ += static_cast<std::int64_t>(part);
+        }
+        changed_.notify_all();
+        samples += part * shape_.channels;
+        frames -= part;
+    }
+}
+
+void CSoundPump::Deliver(std::int64_t frame, const std::int16_t* samples, std::size_t frames) {
+    if (refused_) return;
+    const REFERENCE_TIME start = TimeOfFrame(frame, shape_.rate_Hz);
+    const REFERENCE_TIME stop = TimeOfFrame(frame + static_cast<std::int64_t>(frames), shape_.rate_Hz);
+    const HRESULT result = pin_.Deliver(reinterpret_cast<const BYTE*>(samples), frames * shape_.FrameBytes(),
+                                        start, stop, discontinuity_);
+    discontinuity_ = false;
+    refused_ = result != S_OK;
+    // A graph that stops takes its buffers away and refuses; that is no error.
+    if (FAILED(result) && result != VFW_E_WRONG_STATE && result != VFW_E_NOT_COMMITTED)
+        pin_.Filter().Notify(EC_ERRORABORT, result, 0);
+}
+
+// The pin in the event is not counted: it lives as long as the graph.
+void CSoundPump::Tell(const CStreamControl::Step& step) {
+    if (step.cookie == 0 || !(step.started || step.stopped)) return;
+    IPin* const pin = &pin_;
+    pin_.Filter().Notify(step.started ? EC_STREAM_CONTROL_STARTED : EC_STREAM_CONTROL_STOPPED,
+                         reinterpret_cast<LONG_PTR>(pin), static_cast<LONG_PTR>(step.cookie));
+}
+
+}  // namespace capture

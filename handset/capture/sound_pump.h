@@ -1,0 +1,75 @@
+// The capture filter's stream: a thread that reads the receiver's sound, converts it and delivers what the
+// stream control lets through.
+#pragma once
+
+#include <atomic>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "handset/capture/output_pin.h"
+#include "handset/capture/sound_converter.h"
+#include "handset/capture/stream_control.h"
+#include "handset/capture/wav_writer.h"
+
+namespace capture {
+
+class CSoundPump {
+  public:
+    explicit CSoundPump(COutputPin* pin) : pin_(*pin) {}
+    ~CSoundPump() { Close(); }
+
+    // The filter's changes of state. Between Open and Close the thread reads; between Run and Halt it
+    // delivers. E_FAIL when there is no sound to be had.
+    HRESULT Open(const WaveShape& shape);
+    // `start`: the handset's time at stream time 0. A start that lies ahead, for other filters to be ready,
+    // is not waited for: what is heard now is stream time 0.
+    void Run(REFERENCE_TIME start);
+    void Halt();
+    void Close();
+
+    // Stream control; see IAMStreamControl. No time: now. Any thread but the pump's own.
+    // A stop for a moment that has come returns when all sound up to it has been delivered.
+    void RequestStart(const REFERENCE_TIME* time, DWORD cookie);
+    void RequestStop(const REFERENCE_TIME* time, DWORD cookie);
+    CStreamControl Control();
+
+  private:
+    // On the pump's thread.
+    void Work();
+    void Take(std::uint64_t position, const std::int16_t* frames, std::size_t count);
+    bool BeginRun(std::uint64_t* position, const std::int16_t** frames, std::size_t* count);
+    void Pass(const std::int16_t* samples, std::size_t frames);
+    void Deliver(std::int64_t frame, const std::int16_t* samples, std::size_t frames);
+    void Tell(const CStreamControl::Step& step);
+    // With lock_ held.
+    REFERENCE_TIME StreamTime() const;
+    void AwaitStop(std::unique_lock<std::mutex>* lock);
+
+    COutputPin& pin_;
+    std::thread thread_;
+    std::uint32_t tap_ = 0;
+    std::uint64_t opened_ = 0;  // the tap's first position
+    std::atomic<bool> closing_{false};
+    WaveShape shape_;
+
+    std::mutex lock_;  // guards what follows up to the empty line; never held while delivering
+    std::condition_variable changed_;  // the stream has moved on, or ended
+    CStreamControl control_;
+    bool running_ = false;
+    std::uint32_t run_ = 0;       // counts the calls of Run
+    REFERENCE_TIME zero_ = 0;     // the handset's time at stream time 0
+    REFERENCE_TIME ranFrom_ = 0;  // and when this run began
+    std::int64_t next_ = 0;       // the output frame that comes next; frame 0 is at stream time 0
+
+    // The thread's own.
+    std::uint32_t workedRun_ = 0;
+    std::unique_ptr<CSoundConverter> converter_;
+    std::vector<std::int16_t> output_;
+    bool refused_ = false;        // whoever is connected takes no more in this run
+    bool discontinuity_ = false;  // of the next sample
+};
+
+}  // namespace capture

@@ -1,0 +1,70 @@
+// Reading and measuring a WAV file.
+#include "tests/unit/capture/recorded_sound.h"
+
+#include <cmath>
+#include <cstring>
+
+namespace test {
+namespace {
+
+constexpr double kTwoPi = 6.28318530717958647692;
+
+template <typename Number>
+Number At(const std::string& bytes, std::size_t offset) {
+    Number value{};
+    std::memcpy(&value, bytes.data() + offset, sizeof value);
+    return value;
+}
+
+}  // namespace
+
+RecordedSound ReadWav(const std::string& bytes) {
+    RecordedSound sound;
+    if (bytes.size() < 44 || bytes.compare(0, 4, "RIFF") != 0 || bytes.compare(8, 8, "WAVEfmt ") != 0 ||
+        bytes.compare(36, 4, "data") != 0)
+        return sound;
+    sound.channels = At<std::uint16_t>(bytes, 22);
+    sound.rate_Hz = At<std::uint32_t>(bytes, 24);
+    sound.bits = At<std::uint16_t>(bytes, 34);
+    const auto data = At<std::uint32_t>(bytes, 40);
+    const std::uint32_t frame = sound.channels * sound.bits / 8u;
+    sound.whole = At<std::uint16_t>(bytes, 20) == 1 && At<std::uint32_t>(bytes, 4) == data + 36 &&
+                  At<std::uint32_t>(bytes, 28) == sound.rate_Hz * frame &&
+                  At<std::uint16_t>(bytes, 32) == frame && bytes.size() == data + 44u;
+    sound.samples.resize((bytes.size() - 44) / 2);
+    std::memcpy(sound.samples.data(), bytes.data() + 44, sound.samples.size() * 2);
+    return sound;
+}
+
+double RecordedSound::Tone(double frequency_Hz, std::size_t channel) const {
+    double real = 0;
+    double imaginary = 0;
+    for (std::size_t i = 0; i < Frames(); ++i) {
+        const double angle = kTwoPi * frequency_Hz * static_cast<double>(i) / rate_Hz;
+        real += samples[i * channels + channel] * std::cos(angle);
+        imaginary += samples[i * channels + channel] * std::sin(angle);
+    }
+    return 2 * std::hypot(real, imaginary) / static_cast<double>(Frames()) / 32768;
+}
+
+double RecordedSound::Loudness() const {
+    double sum = 0;
+    for (const std::int16_t sample : samples) sum += static_cast<double>(sample) * sample;
+    return std::sqrt(sum / static_cast<double>(samples.size())) / 32768;
+}
+
+double RecordedSound::Pitch_Hz() const {
+    double first = -1;
+    double last = -1;
+    int crossings = 0;
+    for (std::size_t i = 1; i < Frames(); ++i) {
+        const double before = samples[(i - 1) * channels];
+        const double after = samples[i * channels];
+        if (before >= 0 || after < 0) continue;
+        last = static_cast<double>(i - 1) - before / (after - before);
+        if (crossings++ == 0) first = last;
+    }
+    return crossings < 2 ? 0 : (crossings - 1) * rate_Hz / (last - first);
+}
+
+}  // namespace test
