@@ -14,6 +14,12 @@ constexpr std::uint64_t kLook_ms = 200;
 
 HANDLE Open(const coredll::DevicePath& path, DWORD disposition) {
     if (!path || path.host() == nullptr) return INVALID_HANDLE_VALUE;
+    // To a privileged user some hosts would give a read-only file all the same.
+    const DWORD attributes = GetFileAttributesW(path.host());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return INVALID_HANDLE_VALUE;
+    }
     return CreateFileW(path.host(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition,
                        FILE_ATTRIBUTE_NORMAL, nullptr);
 }

@@ -121,15 +121,17 @@ HRESULT CFileSink::GetMode(DWORD* flags) {
     return S_OK;
 }
 
+// A filter that fails here would leave its graph half started, and the graphs of some hosts never recover. So
+// the graph runs, and is told.
 HRESULT CFileSink::OnPause() {
     const std::lock_guard<std::mutex> guard(pin_.StreamLock());
     ended_ = false;
     const HRESULT result = Begin();
     if (result != S_OK) Notify(kEventWriteFailed, result, 0);
-    return result;
+    return S_OK;
 }
 
-// S_FALSE: there is nothing to write or nowhere to write it; the graph may run all the same.
+// S_FALSE: there is nothing to write or nowhere to write it.
 HRESULT CFileSink::Begin() {
     if (path_.empty() || !pin_.Connected()) return S_FALSE;
     const HRESULT created = file_.Create(path_);

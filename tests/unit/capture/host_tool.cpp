@@ -68,7 +68,7 @@ std::string RunOnHost(const std::string& line, const std::vector<std::wstring>& 
     WriteFile(file, script.data(), static_cast<DWORD>(script.size()), &written, nullptr);
     CloseHandle(file);
 
-    std::string start = "Z:\\bin\\sh '" + home + ".sh'";
+    std::string start = "sh \"" + home + ".sh\"";
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};

@@ -54,17 +54,15 @@ double RecordedSound::Loudness() const {
 }
 
 double RecordedSound::Pitch_Hz() const {
-    double first = -1;
-    double last = -1;
-    int crossings = 0;
-    for (std::size_t i = 1; i < Frames(); ++i) {
-        const double before = samples[(i - 1) * channels];
-        const double after = samples[i * channels];
-        if (before >= 0 || after < 0) continue;
-        last = static_cast<double>(i - 1) - before / (after - before);
-        if (crossings++ == 0) first = last;
+    double best = 0;
+    double loudest = 0;
+    for (double frequency = 400; frequency <= 480; frequency += 0.125) {
+        const double peak = Tone(frequency);
+        if (peak <= loudest) continue;
+        loudest = peak;
+        best = frequency;
     }
-    return crossings < 2 ? 0 : (crossings - 1) * rate_Hz / (last - first);
+    return best;
 }
 
 }  // namespace test

@@ -20,7 +20,7 @@ struct RecordedSound {
     double Tone(double frequency_Hz, std::size_t channel = 0) const;
     // The root of the mean square of all samples, full scale 1.
     double Loudness() const;
-    // The frequency that fits the tone best, by its zero crossings.
+    // The frequency between 400 and 480 Hz that is loudest in the first channel.
     double Pitch_Hz() const;
 };
 

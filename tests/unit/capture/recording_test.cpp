@@ -1,8 +1,11 @@
 // Recordings of the radio's sound, made with the radio's own calls and read back.
 #include <algorithm>
+#include <atomic>
 #include <cmath>
+#include <thread>
 
 #include "handset/fmdevice/sound_tap.h"
+#include "handset/panel/encoding.h"
 #include "tests/support/wait.h"
 #include "tests/unit/capture/host_tool.h"
 #include "tests/unit/capture/recorded_sound.h"
@@ -27,22 +30,197 @@ class Recording : public test::CaptureTest {
     }
 };
 
-TEST_F(Recording, AWavFileHoldsTheToneAndTheTime) {
+// Every row of the radio's format table, with the bits that it asks for.
+constexpr AskedFormat kTable[] = {
+    {8000, 1, 16}, {8000, 2, 16},  {11025, 2, 16}, {22050, 2, 16}, {44100, 2, 16},
+    {8000, 1, 16}, {11025, 1, 16}, {22050, 1, 16}, {44100, 1, 16}, {8000, 1, 0},
+};
+
+TEST_F(Recording, EveryFormatGivesTheToneAndTheTime) {
+    PlayTone();
+    for (const AskedFormat& format : kTable) {
+        SCOPED_TRACE(testing::Message() << format.rate_Hz << " Hz, " << format.channels << " channels");
+        CRecordingRig rig;
+        ASSERT_EQ(rig.Build(format), S_OK);
+        ASSERT_EQ(rig.AttachWav(kWav), S_OK);
+        const double seconds = Record(&rig, 700);
+        EXPECT_TRUE(rig.Ended());
+        EXPECT_TRUE(rig.SawEvent(EC_STREAM_CONTROL_STOPPED));
+        const auto sound = test::ReadWav(test::Bytes(Host(kWav)));
+        EXPECT_TRUE(sound.whole);
+        EXPECT_EQ(sound.rate_Hz, format.rate_Hz);
+        EXPECT_EQ(sound.channels, format.channels);
+        EXPECT_EQ(sound.bits, 16);
+        EXPECT_NEAR(sound.Seconds(), seconds, 0.04);
+        EXPECT_NEAR(sound.Pitch_Hz(), test::kTone_Hz, 0.5);
+        EXPECT_NEAR(sound.Tone(test::kTone_Hz), test::kTonePeak, 0.02);
+        EXPECT_TRUE(rig.Release());
+    }
+}
+
+TEST_F(Recording, OtherProgramsOpenEveryFormat) {
+    if (!test::HostToolsAvailable()) GTEST_SKIP() << "ffprobe is looked for around Wine only";
+    PlayTone();
+    for (const AskedFormat& format : kTable) {
+        SCOPED_TRACE(testing::Message() << format.rate_Hz << " Hz, " << format.channels << " channels");
+        CRecordingRig rig;
+        ASSERT_EQ(rig.Build(format), S_OK);
+        ASSERT_EQ(rig.AttachWav(kWav), S_OK);
+        const double seconds = Record(&rig, 300);
+        const test::MediaFacts facts = test::Probe(Host(kWav));
+        EXPECT_EQ(facts.container, "wav");
+        EXPECT_EQ(facts.codec, "pcm_s16le");
+        EXPECT_EQ(facts.rate_Hz, static_cast<int>(format.rate_Hz));
+        EXPECT_EQ(facts.channels, format.channels);
+        EXPECT_NEAR(facts.duration_s, seconds, 0.04);
+    }
+}
+
+TEST_F(Recording, AnAmrFileIsOpenedAndGivesTheToneBack) {
+    if (!test::HostToolsAvailable()) GTEST_SKIP() << "ffprobe is looked for around Wine only";
+    PlayTone();
+    CRecordingRig rig;
+    ASSERT_EQ(rig.Build(test::kSpeech), S_OK);
+    ASSERT_EQ(rig.AttachAmr(kAmr), S_OK);
+    const double seconds = Record(&rig, 1500);
+    EXPECT_TRUE(rig.Ended());
+    EXPECT_TRUE(rig.SawEvent(EC_STREAM_CONTROL_STOPPED));
+    EXPECT_TRUE(rig.Release());
+    const test::MediaFacts facts = test::Probe(Host(kAmr));
+    EXPECT_EQ(facts.container, "mov,mp4,m4a,3gp,3g2,mj2");
+    EXPECT_EQ(facts.codec, "amr_nb");
+    EXPECT_EQ(facts.rate_Hz, 8000);
+    EXPECT_EQ(facts.channels, 1);
+    EXPECT_NEAR(facts.duration_s, seconds, 0.02 + 0.02);
+    std::string complaints;
+    test::RecordedSound sound;
+    sound.samples = test::Decode(Host(kAmr), &complaints);
+    sound.rate_Hz = 8000;
+    sound.channels = 1;
+    EXPECT_EQ(complaints, "");
+    EXPECT_NEAR(sound.Seconds(), facts.duration_s, 0.001);
+    EXPECT_NEAR(sound.Pitch_Hz(), test::kTone_Hz, 0.5);
+    EXPECT_NEAR(20 * std::log10(sound.Tone(test::kTone_Hz) / test::kTonePeak), 0, 2);
+}
+
+// A second listener on the radio's sound, beside the recording.
+class CListener {
+  public:
+    CListener() : tap_(HandsetSoundOpen(&first_)), next_(first_), thread_([this] { Listen(); }) {}
+    ~CListener() { Stop(); }
+    void Stop() {
+        if (!thread_.joinable()) return;
+        closing_ = true;
+        thread_.join();
+        HandsetSoundClose(tap_);
+    }
+    const std::vector<std::int16_t>& Samples() const { return samples_; }
+    std::uint64_t Heard() const { return next_; }
+
+  private:
+    void Listen() {
+        std::vector<std::int16_t> piece(2 * 22050);
+        while (!closing_) {
+            std::uint64_t position = next_;
+            const std::uint32_t count = HandsetSoundRead(tap_, &position, piece.data(), 22050, 20);
+            EXPECT_EQ(position, next_.load());
+            samples_.insert(samples_.end(), piece.begin(), piece.begin() + 2 * count);
+            next_ = position + count;
+        }
+    }
+
+    std::uint64_t first_ = 0;
+    const std::uint32_t tap_;
+    std::atomic<std::uint64_t> next_;
+    std::atomic<bool> closing_{false};
+    std::vector<std::int16_t> samples_;
+    std::thread thread_;
+};
+
+TEST_F(Recording, HoldsEverySampleOfTheDeviceOnce) {
+    // Noise repeats nowhere, so that every sample has one place.
+    panel::WriteWholeFile(Host(L"\\Windows\\band.ini"), "[9000]\nlevel=20\nprogramme=noise:\n");
     PlayTone();
     CRecordingRig rig;
     ASSERT_EQ(rig.Build({44100, 2, 16}), S_OK);
     ASSERT_EQ(rig.AttachWav(kWav), S_OK);
-    const double seconds = Record(&rig, 1500);
-    EXPECT_TRUE(rig.Ended());
-    EXPECT_TRUE(rig.SawEvent(EC_STREAM_CONTROL_STOPPED));
+    CListener listener;
+    Record(&rig, 2500);
+    const std::uint64_t end = listener.Heard() + 44100;
+    test::WaitFor([&] { return listener.Heard() >= end; });
+    listener.Stop();
+    const auto sound = test::ReadWav(test::Bytes(Host(kWav)));
+    ASSERT_GT(sound.Frames(), 2u * 44100);
+    const auto& heard = listener.Samples();
+    const auto found = std::search(heard.begin(), heard.end(), sound.samples.begin(), sound.samples.end());
+    EXPECT_NE(found, heard.end());
+    EXPECT_EQ((found - heard.begin()) % 2, 0);
+}
+
+TEST_F(Recording, ASilentRadioGivesASilentFile) {
+    CRecordingRig rig;
+    ASSERT_EQ(rig.Build({44100, 2, 16}), S_OK);
+    ASSERT_EQ(rig.AttachWav(kWav), S_OK);
+    const double seconds = Record(&rig, 300);
+    const auto sound = test::ReadWav(test::Bytes(Host(kWav)));
+    EXPECT_NEAR(sound.Seconds(), seconds, 0.04);
+    EXPECT_EQ(sound.Loudness(), 0);
+}
+
+TEST_F(Recording, AGraphRecordsAgainIntoTheSameFile) {
+    PlayTone();
+    CRecordingRig rig;
+    ASSERT_EQ(rig.Build({8000, 1, 16}), S_OK);
+    ASSERT_EQ(rig.AttachWav(kWav), S_OK);
+    Record(&rig, 900);
+    const double seconds = Record(&rig, 300);
     const auto sound = test::ReadWav(test::Bytes(Host(kWav)));
     EXPECT_TRUE(sound.whole);
-    EXPECT_EQ(sound.rate_Hz, 44100u);
-    EXPECT_EQ(sound.channels, 2);
-    EXPECT_NEAR(sound.Seconds(), seconds, 0.02);
-    EXPECT_NEAR(sound.Pitch_Hz(), test::kTone_Hz, 0.1);
-    EXPECT_NEAR(sound.Tone(test::kTone_Hz), test::kTonePeak, 0.01);
-    EXPECT_TRUE(rig.Release());
+    EXPECT_NEAR(sound.Seconds(), seconds, 0.04);
+}
+
+TEST_F(Recording, AGraphThatIsJustStoppedLeavesAWholeFileToo) {
+    PlayTone();
+    CRecordingRig rig;
+    ASSERT_EQ(rig.Build({22050, 2, 16}), S_OK);
+    ASSERT_EQ(rig.AttachWav(kWav), S_OK);
+    ASSERT_EQ(rig.Start(), S_OK);
+    test::LetPass(600);
+    ASSERT_EQ(rig.StopGraph(), S_OK);
+    const auto sound = test::ReadWav(test::Bytes(Host(kWav)));
+    EXPECT_TRUE(sound.whole);
+    EXPECT_NEAR(sound.Seconds(), 0.6, 0.15);
+}
+
+// The radio never gives back the position interface of its graph, so the graph lives on.
+TEST_F(Recording, NothingStaysOpenInAStoppedGraph) {
+    PlayTone();
+    CRecordingRig rig;
+    ASSERT_EQ(rig.Build(test::kSpeech), S_OK);
+    ASSERT_EQ(rig.AttachAmr(kAmr), S_OK);
+    Record(&rig, 300);
+    const std::wstring host = Host(kAmr);
+    EXPECT_TRUE(MoveFileW(host.c_str(), (host + L".moved").c_str())) << GetLastError();
+}
+
+TEST_F(Recording, TakesTurnsWithoutLeavingAThreadOrAHandle) {
+    PlayTone();
+    const auto handles = [] {
+        DWORD count = 0;
+        GetProcessHandleCount(GetCurrentProcess(), &count);
+        return count;
+    };
+    DWORD before = 0;
+    for (int turn = 0; turn < 12; ++turn) {
+        CRecordingRig rig;
+        ASSERT_EQ(rig.Build(test::kSpeech), S_OK);
+        ASSERT_EQ(turn % 2 == 0 ? rig.AttachAmr(kAmr) : rig.AttachWav(kWav), S_OK);
+        Record(&rig, 60);
+        ASSERT_TRUE(rig.Release());
+        // The first turns open what the process keeps.
+        if (turn == 3) before = handles();
+    }
+    EXPECT_LE(handles(), before + 1);
 }
 
 }  // namespace
