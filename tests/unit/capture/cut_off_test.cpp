@@ -53,6 +53,7 @@ void KillAfter(int ms, const std::wstring& file) {
     CloseHandle(process.hProcess);
     CloseHandle(process.hThread);
     SetEnvironmentVariableW(kEnding, nullptr);
+    test::ForgetHandsetOf(process.dwProcessId);
 }
 
 TEST_F(CutOff, AWavFilePlaysUpToLessThanASecondBeforeTheProcessWasKilled) {

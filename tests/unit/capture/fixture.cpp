@@ -9,9 +9,17 @@
 namespace test {
 namespace {
 
-std::wstring UniqueName() {
+std::wstring NameOf(DWORD processId, int number) {
+    return L"capture-test-" + std::to_wstring(processId) + L'-' + std::to_wstring(number);
+}
+
+std::wstring NextName() {
     static int number = 0;
-    return L"capture-test-" + std::to_wstring(GetCurrentProcessId()) + L'-' + std::to_wstring(++number);
+    return NameOf(GetCurrentProcessId(), ++number);
+}
+
+std::wstring KeyOf(const std::wstring& name) {
+    return L"Software\\Kora Handset Test\\" + name;
 }
 
 std::wstring TemporaryFolder() {
@@ -26,7 +34,26 @@ std::wstring ProgramFolder() {
     return std::filesystem::path(program).parent_path().wstring() + L"\\";
 }
 
+std::wstring RootOf(const std::wstring& name) {
+    return TemporaryFolder() + name;
+}
+
+std::wstring ManifestOf(const std::wstring& name) {
+    return ProgramFolder() + name + L".manifest";
+}
+
+void Forget(const std::wstring& name) {
+    DeleteFileW(ManifestOf(name).c_str());
+    RegDeleteTreeW(HKEY_CURRENT_USER, KeyOf(name).c_str());
+    std::error_code ignored;
+    std::filesystem::remove_all(RootOf(name), ignored);
+}
+
 }  // namespace
+
+void ForgetHandsetOf(DWORD processId) {
+    Forget(NameOf(processId, 1));
+}
 
 CRef<IUnknown> Create(const CLSID& classId) {
     void* made = nullptr;
@@ -53,10 +80,10 @@ std::string Bytes(const std::wstring& hostPath) {
     return bytes;
 }
 
-CaptureTest::CaptureTest()
-    : root_(TemporaryFolder() + UniqueName()), manifest_(ProgramFolder() + UniqueName() + L".manifest") {
-    const std::wstring key = L"Software\\Kora Handset Test\\" + UniqueName();
-    SetEnvironmentVariableW(L"KORA_STATEKEY", key.c_str());
+CaptureTest::CaptureTest() : name_(NextName()), root_(RootOf(name_)), manifest_(ManifestOf(name_)) {
+    // Numbers of processes come again: an earlier run may have ended here without cleaning up.
+    Forget(name_);
+    SetEnvironmentVariableW(L"KORA_STATEKEY", KeyOf(name_).c_str());
     SetEnvironmentVariableW(L"KORA_HOSTSOUND", L"0");
     std::filesystem::create_directories(root_ + L"\\Windows");
     std::filesystem::create_directories(root_ + L"\\Storage Card");
@@ -77,10 +104,7 @@ CaptureTest::~CaptureTest() {
     DeactivateActCtx(0, cookie_);
     ReleaseActCtx(activation_);
     CoUninitialize();
-    DeleteFileW(manifest_.c_str());
-    RegDeleteTreeW(HKEY_CURRENT_USER, handset::StateKeyPath().c_str());
-    std::error_code ignored;
-    std::filesystem::remove_all(root_, ignored);
+    Forget(name_);
 }
 
 void CaptureTest::PlayTone(std::uint32_t volume) {

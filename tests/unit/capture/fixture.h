@@ -32,6 +32,9 @@ ULONG OtherReferences(IUnknown* object);
 
 std::string Bytes(const std::wstring& hostPath);
 
+// Removes all that the first handset of another process of this program has left behind.
+void ForgetHandsetOf(DWORD processId);
+
 class CaptureTest : public testing::Test {
   protected:
     CaptureTest();
@@ -44,8 +47,9 @@ class CaptureTest : public testing::Test {
     CRef<IFMDevice> radio_;
 
   private:
-    std::wstring root_;
-    std::wstring manifest_;
+    const std::wstring name_;
+    const std::wstring root_;
+    const std::wstring manifest_;
     HANDLE activation_ = INVALID_HANDLE_VALUE;
     ULONG_PTR cookie_ = 0;
 };
