@@ -22,10 +22,10 @@ double BesselI0(double x) {
     return sum;
 }
 
-// Kaiser's estimate of the length for a transition of `width_Hz`, rounded up to whole eights.
+// Kaiser's estimate of the length for a transition of `width_Hz`, rounded up to whole sixteens.
 std::size_t TapsFor(double from_Hz, double width_Hz) {
     const double length = (kStopBand_dB - 8) / (2.285 * 2 * kPi * width_Hz / from_Hz);
-    return (static_cast<std::size_t>(length) / 8 + 1) * 8;
+    return (static_cast<std::size_t>(length) / 16 + 1) * 16;
 }
 
 double Sinc(double x) {

@@ -16,7 +16,7 @@ class CLowPassBank {
     // Output n stands at input n × Step() / Phases().
     std::uint32_t Phases() const { return phases_; }
     std::uint32_t Step() const { return step_; }
-    // The length of one phase, a multiple of 8.
+    // The length of one phase, a multiple of 16.
     std::size_t Taps() const { return taps_; }
     // The factors of a phase, for Taps() inputs, the oldest first.
     const float* Phase(std::size_t phase) const { return factors_.data() + phase * taps_; }

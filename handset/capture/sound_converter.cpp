@@ -3,9 +3,22 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <memory>
+#include <mutex>
 
 namespace capture {
 namespace {
+
+// Made once a rate: that takes longer than some recordings.
+std::shared_ptr<const CLowPassBank> BankFor(std::uint32_t rate_Hz) {
+    static std::mutex lock;  // guards banks
+    static std::map<std::uint32_t, std::shared_ptr<const CLowPassBank>> banks;
+    const std::lock_guard<std::mutex> guard(lock);
+    auto& bank = banks[rate_Hz];
+    if (!bank) bank = std::make_shared<const CLowPassBank>(kSourceRate_Hz, rate_Hz);
+    return bank;
+}
 
 std::int16_t Rounded(float sample) {
     return static_cast<std::int16_t>(std::lrintf(std::clamp(sample, -32768.0f, 32767.0f)));
@@ -16,8 +29,7 @@ std::int16_t Rounded(float sample) {
 CSoundConverter::CSoundConverter(std::uint32_t rate_Hz, std::size_t channels)
     : rate_Hz_(rate_Hz), channels_(channels) {
     if (rate_Hz_ == kSourceRate_Hz) return;
-    const auto bank = std::make_shared<const CLowPassBank>(kSourceRate_Hz, rate_Hz_);
-    resamplers_.assign(channels_, CResampler(bank));
+    resamplers_.assign(channels_, CResampler(BankFor(rate_Hz_)));
 }
 
 void CSoundConverter::Process(const std::int16_t* frames, std::size_t count,

@@ -5,6 +5,7 @@
 #include <chrono>
 
 #include "handset/capture/reference_clock.h"
+#include "handset/coredll/platform_call.h"
 #include "handset/fmdevice/sound_tap.h"
 
 namespace capture {
@@ -15,6 +16,9 @@ constexpr std::uint32_t kRead_frames = kSourceRate_Hz / 2;
 constexpr std::uint32_t kRead_ms = 40;
 // A stop waits as long as the stream goes on.
 constexpr auto kNoProgress = std::chrono::seconds(2);
+
+// A graph's idea of now may be ahead by what its filters took to start: real time.
+constexpr REFERENCE_TIME kAboutToCome = 100 * 10'000;
 
 // The position on the tap at a time of the handset (see sound_tap.h).
 std::uint64_t PositionAt(REFERENCE_TIME time) {
@@ -65,6 +69,8 @@ void CSoundPump::RequestStart(const REFERENCE_TIME* time, DWORD cookie) {
     } else {
         // A start is never in the past: what was heard before it was asked for is not wanted.
         const REFERENCE_TIME now = running_ ? StreamTime() : 0;
+        // One that is due counts as done, however far the pump is behind; another changes nothing.
+        if (running_ && control_.Start() && control_.Start()->time <= now) return;
         control_.RequestStart(StreamRequest{time != nullptr ? std::max(*time, now) : now, cookie});
     }
 }
@@ -79,7 +85,7 @@ void CSoundPump::RequestStop(const REFERENCE_TIME* time, DWORD cookie) {
         const REFERENCE_TIME now = running_ ? StreamTime() : 0;
         const REFERENCE_TIME stop = time != nullptr ? *time : now;
         control_.RequestStop(StreamRequest{stop, cookie});
-        if (stop <= now) AwaitStop(&lock);
+        if (stop <= now + kAboutToCome * HandsetClockRate()) AwaitStop(&lock);
     }
 }
 

@@ -31,7 +31,7 @@ class CSoundPump {
     void Close();
 
     // Stream control; see IAMStreamControl. No time: now. Any thread but the pump's own.
-    // A stop for a moment that has come returns when all sound up to it has been delivered.
+    // A stop for a moment that has come, or is about to, returns when all sound up to it has been delivered.
     void RequestStart(const REFERENCE_TIME* time, DWORD cookie);
     void RequestStop(const REFERENCE_TIME* time, DWORD cookie);
     CStreamControl Control();
