@@ -54,13 +54,16 @@ double RecordedSound::Loudness() const {
 }
 
 double RecordedSound::Pitch_Hz() const {
-    double best = 0;
-    double loudest = 0;
-    for (double frequency = 400; frequency <= 480; frequency += 0.125) {
-        const double peak = Tone(frequency);
-        if (peak <= loudest) continue;
-        loudest = peak;
-        best = frequency;
+    double best = 440;
+    for (const double step : {4.0, 1.0, 0.125}) {
+        const double middle = best;
+        double loudest = 0;
+        for (int i = -10; i <= 10; ++i) {
+            const double peak = Tone(middle + i * step);
+            if (peak <= loudest) continue;
+            loudest = peak;
+            best = middle + i * step;
+        }
     }
     return best;
 }
