@@ -99,6 +99,7 @@
 #define IDC_ADD_CURRENT 0x801E
 #define IDC_SOFTKEY_LEFT 0x8021       // the main window's soft keys themselves; they drop menus
 #define IDC_SOFTKEY_RIGHT 0x8022
+#define IDC_DIGIT_0 0x8030            // … IDC_DIGIT_0 + 9: a digit key, wherever the focus is
 #define IDC_EXIT 40000
 
 // --- Dialogs ---------------------------------------------------------------------------------------------

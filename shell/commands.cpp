@@ -4,11 +4,12 @@
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
 #include "shell/information_dialog.h"
+#include "shell/keys.h"
 #include "shell/main_state.h"
 #include "shell/messages.h"
 #include "shell/popup_menu.h"
-#include "tuner/auto_scan.h"
 #include "shell/sleep_timer.h"
+#include "tuner/auto_scan.h"
 
 namespace {
 
@@ -56,6 +57,10 @@ constexpr CommandRow kCommands[] = {
 }  // namespace
 
 bool RunCommand(CMainState& state, HWND window, WORD id) {
+    if (id >= IDC_DIGIT_0 && id <= IDC_DIGIT_0 + 9) {
+        HandleKeyDown(state, window, static_cast<WPARAM>('0' + (id - IDC_DIGIT_0)));
+        return true;
+    }
     for (const CommandRow& row : kCommands) {
         if (row.wId != id) continue;
         if (row.handler != nullptr) {

@@ -84,6 +84,22 @@ TEST_F(Keys, VolumeKeysAndReturnWorkWhileTheListHasTheFocus) {
     EXPECT_TRUE(WaitForConsole("********3.Screen OFF**********\n"));
 }
 
+TEST_F(Keys, DigitsTuneWhileTheListHasTheFocus) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    radio.Key(VK_DOWN);
+    ASSERT_TRUE(WaitFor([&] { return FocusOf(radio) == L"SysListView32"; }));
+    for (const WPARAM digit : {'9', '8', '5'}) PostMessageW(radio.ListView(), WM_KEYDOWN, digit, 1);
+    EXPECT_TRUE(WaitForCall("SetChannel 9850 -> 0"));
+}
+
+TEST_F(Keys, DigitsOfADesktopsNumberPadTuneToo) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    for (const WPARAM digit : {VK_NUMPAD8, VK_NUMPAD7, VK_NUMPAD6}) radio.Key(digit);
+    EXPECT_TRUE(WaitForCall("SetChannel 8760 -> 0"));
+}
+
 TEST_F(Keys, WithTheDisplayOffDigitsAndArrowsAreIgnoredAndReturnTurnsItOn) {
     Radio radio(handset);
     radio.WaitUntilShown();

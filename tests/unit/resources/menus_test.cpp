@@ -5,6 +5,7 @@
 #include <commctrl.h>
 
 #include <cstring>
+#include <map>
 #include <set>
 #include <vector>
 
@@ -112,22 +113,35 @@ TEST(Menus, TheDoneBarClosesADialogAsReturnDoes) {
     EXPECT_EQ(GetMenuItemID(menu.Get(), 0), static_cast<UINT>(IDOK));
 }
 
-TEST(Menus, NoShortcutTakesADigitAnArrowOrReturnAway) {
-    const std::vector<ACCEL> keys = Accelerators();
-    ASSERT_FALSE(keys.empty());
-    for (const ACCEL& key : keys) {
-        EXPECT_NE(key.fVirt & FCONTROL, 0) << key.cmd;
+bool IsDigit(const ACCEL& key) { return (key.fVirt & FCONTROL) == 0; }
+
+TEST(Menus, EachDigitOfThePhoneAndOfANumberPadIsADigitCommand) {
+    std::map<WORD, int> digits;
+    for (const ACCEL& key : Accelerators()) {
+        if (IsDigit(key)) digits[key.key] = key.cmd - IDC_DIGIT_0;
+    }
+    ASSERT_EQ(digits.size(), 20u);
+    for (WORD digit = 0; digit < 10; ++digit) {
+        EXPECT_EQ(digits['0' + digit], digit);
+        EXPECT_EQ(digits[static_cast<WORD>(VK_NUMPAD0 + digit)], digit);
+    }
+}
+
+TEST(Menus, EveryOtherShortcutIsALetterWithCtrlSoThatArrowsAndReturnStayKeys) {
+    for (const ACCEL& key : Accelerators()) {
+        if (IsDigit(key)) continue;
         EXPECT_GE(key.key, 'A') << key.cmd;
         EXPECT_LE(key.key, 'Z') << key.cmd;
     }
 }
 
-TEST(Menus, EveryShortcutIsACommandOfTheMainMenuAndNoKeyIsUsedTwice) {
+TEST(Menus, EveryLetterIsACommandOfTheMainMenuAndNoKeyIsUsedTwice) {
     const Menu menu(IDM_MAIN);
     const std::set<UINT> commands = Commands(menu.Get());
     std::set<WORD> used;
     for (const ACCEL& key : Accelerators()) {
-        EXPECT_TRUE(commands.count(key.cmd)) << key.cmd;
+        EXPECT_TRUE(IsDigit(key) || commands.count(key.cmd)) << key.cmd;
         EXPECT_TRUE(used.insert(key.key).second) << key.key;
     }
 }
+
