@@ -8,12 +8,15 @@
 #include "shell/main_state.h"
 #include "shell/messages.h"
 #include "shell/popup_menu.h"
-#include "shell/sleep_timer.h"
+#include "shell/settings_dialog.h"
 #include "tuner/auto_scan.h"
+#include "shell/sleep_timer.h"
 
 namespace {
 
 constexpr DWORD kFileClosing_ms = 1000;
+
+void Settings(CMainState&, HWND window) { ShowSettings(window); }
 
 void Information(CMainState&, HWND window) { ShowInformation(window); }
 
@@ -42,7 +45,7 @@ struct CommandRow {
 constexpr CommandRow kCommands[] = {
     {IDC_AUTOSCAN,      StartAutoScan, L"automatic scan"},
     {IDC_CHANNEL_LISTS, ShowGroupDialog, L"channel lists"},
-    {IDC_SETTINGS,      nullptr,     L"settings"},
+    {IDC_SETTINGS,      Settings,    L"settings"},
     {IDC_INFORMATION,   Information, L"information"},
     {IDC_SLEEP_OFF,     SleepOff,    L"sleep timer off"},
     {IDC_SLEEP_15,      Sleep15,     L"sleep timer, 15 min"},
