@@ -1,12 +1,14 @@
 #include "shell/creation.h"
 
 #include "channels/channel_list_window.h"
+#include "recording/pre_record.h"
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
 #include "shell/main_state.h"
 #include "shell/menu_bar.h"
 #include "shell/monitor_thread.h"
 #include "shell/power_thread.h"
+#include "shell/owned.h"
 #include "tuner/device.h"
 #include "tuner/phone_state.h"
 
@@ -14,6 +16,11 @@ namespace {
 
 // Auto-reset, not signalled: tells one worker thread to end.
 HANDLE CreateStopEvent() { return CreateEventW(nullptr, FALSE, FALSE, nullptr); }
+
+void StartBookedRecording(const CMainState& state, HWND window) {
+    if (state.m_request.uDuration_min == 0) return;
+    const OwnedHandle thread(CreateThread(nullptr, 0, PreRecordThread, window, 0, nullptr));
+}
 
 // Each thread runs only with the event that ends it.
 void StartWorkerThreads(CMainState& state, HWND window) {
@@ -42,5 +49,6 @@ BOOL OnCreate(HWND window, const CREATESTRUCTW& create) {
     WatchPhoneState(*state, window);
     StartWorkerThreads(*state, window);
     CreateChannelList(*state, window);
+    StartBookedRecording(*state, window);
     return TRUE;
 }

@@ -8,8 +8,11 @@
 #include <regext.h>
 
 #include "channels/channel_db.h"
+#include "recording/record_name.h"
 #include "schedule/command_line.h"
 #include "skin/skin.h"
+
+class CaptureRecorder;
 
 class CMainState {
   public:
@@ -38,6 +41,9 @@ class CMainState {
     // Recording (recording/).
     BOOL m_bRecording = FALSE;     // keys are ignored while it is set
     HANDLE m_hStopRecordEvent;     // auto-reset, made with this object
+    CaptureRecorder* m_pRecorder = nullptr;  // null when nothing is recorded
+    RecordPath m_szRecordPath = L"";         // full name of the file being written
+    DWORD m_dwRecordings = 0;                // made since the start
 
     // Worker threads and what stops them (both events auto-reset, made by the creation handler).
     HANDLE m_hMutex = nullptr;     // "MyMutex", from the start of an automatic scan on

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "recording/recording_control.h"
 #include "shell/app_block.h"
 #include "shell/main_state.h"
 #include "shell/messages.h"
@@ -22,6 +23,11 @@ void Join(HANDLE thread) {
         MSG message;
         PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
     }
+}
+
+// Closed while recording, by the headset or the sleep timer: the file is ended properly, and nobody is asked.
+void EndRecording(CMainState& state, HWND window) {
+    if (state.m_pRecorder != nullptr) stop_record(state, window, TRUE);
 }
 
 // Kept: the scan thread never clears the handle that it closed, so after any scan this runs on a stale
@@ -75,6 +81,7 @@ void DeleteListObjects(CMainState& state) {
 }  // namespace
 
 void ShutDown(CMainState& state, HWND window) {
+    EndRecording(state, window);
     EndInterruptedScan(state, window);
     UnwatchPhoneState(state);
     EndPowerThread(state);

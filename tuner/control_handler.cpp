@@ -1,6 +1,7 @@
 // What the buttons, toggles and the slider of the main screen do: the main state's control handler.
 #include <cstdint>
 
+#include "recording/recording_control.h"
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
 #include "shell/main_state.h"
@@ -114,10 +115,19 @@ void ListAFs(const ControlEvent& event) {
 
 void InformOnRDS(const ControlEvent& event) { ShowRDSInformation(event.window); }
 
+// lParam of a click that nobody is to be asked about.
+constexpr DWORD kSilentClick = 0xFFFFFFFF;
+
+void ToggleRecording(const ControlEvent& event) {
+    StartOrStopRecording(event.state, event.window, static_cast<DWORD>(event.lParam) == kSilentClick);
+}
+
+void StopRecording(const ControlEvent& event) {
+    stop_record(event.state, event.window, FALSE);
+}
+
 constexpr int kAnyControl = -1;
 
-// A row without a handler is a control whose work the radio cannot do yet: the click is traced and nothing is
-// done.
 struct ControlRow {
     UINT uMessage;
     int nId;
@@ -131,10 +141,10 @@ constexpr ControlRow kControls[] = {
     {WM_SKIN_REPEAT, SKIN_SEEK_UP,         SeekUp},
     {WM_SKIN_REPEAT, SKIN_STEP_DOWN,       StepDown},
     {WM_SKIN_REPEAT, SKIN_STEP_UP,         StepUp},
-    {WM_SKIN_CLICK,  SKIN_RECORD,          nullptr},          // start or stop of a recording
+    {WM_SKIN_CLICK,  SKIN_RECORD,          ToggleRecording},
     {WM_SKIN_CLICK,  SKIN_OUTPUT,          SelectOutput},
     {WM_SKIN_CLICK,  SKIN_MUTE,            ApplyMuteToggle},
-    {WM_SKIN_CLICK,  SKIN_STOP_RECORD,     nullptr},          // stop of a recording
+    {WM_SKIN_CLICK,  SKIN_STOP_RECORD,     StopRecording},
     {WM_SKIN_CLICK,  SKIN_AF_LIST,         ListAFs},
     {WM_SKIN_CLICK,  SKIN_RDS_INFORMATION, InformOnRDS},
 };
@@ -154,10 +164,6 @@ LRESULT CMainState::OnControl(HWND window, UINT message, WPARAM wParam, LPARAM l
     const int id = LOWORD(wParam);
     const ControlRow* row = FindControl(message, id);
     if (row == nullptr) return 0;
-    if (row->handler == nullptr) {
-        NKDbgPrintfW(L"FM: control %d has no handler\n", id);
-        return 0;
-    }
     if (g_app.pFMDevice != nullptr) row->handler({*this, window, id, lParam});
     return 0;
 }

@@ -2,12 +2,12 @@
 
 #include <cwchar>
 
+#include "recording/recording_control.h"
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
 #include "shell/main_state.h"
 #include "shell/messages.h"
 #include "shell/owned.h"
-#include "skin/skin_access.h"
 #include "tuner/audio.h"
 
 namespace {
@@ -23,7 +23,6 @@ constexpr DWORD kNumberSize = 100;  // bytes
 
 constexpr DWORD kUnmutePulse_ms = 100;
 constexpr DWORD kBluetoothPause_ms = 1000;
-constexpr DWORD kAfterStopRequest_ms = 100;
 
 struct CallerNumber {
     WCHAR sz[kNumberSize / sizeof(WCHAR) + 1];
@@ -47,24 +46,20 @@ void MuteForCall(CMainState& state) {
     MuteOnOff(TRUE);
 }
 
-void StopRecording(CMainState& state, HWND window) {
-    if (!state.m_bRecording) return;
-    SetButtonFrame(state.m_skin, SKIN_RECORD, 0);
-    InvalidateRect(window, nullptr, FALSE);
-    PostMessageW(window, WM_SKIN_CLICK, SKIN_RECORD, 0);
-    Sleep(kAfterStopRequest_ms);
+void StopRecording(CMainState& state) {
+    if (state.m_bRecording) RequestStopRecording(state);
 }
 
-void OnIncomingCall(CMainState& state, HWND window) {
+void OnIncomingCall(CMainState& state, HWND) {
     NKDbgPrintfW(L"FM: 1.dwRegKeyMask & SN_PHONEINCOMINGCALL_BITMASK\r\n");
     if (!state.m_bMutedByCall) {
         MuteForCall(state);
-        StopRecording(state, window);
+        StopRecording(state);
     }
     state.m_bMutedByCall = TRUE;
 }
 
-void OnOutgoingCall(CMainState& state, HWND window) {
+void OnOutgoingCall(CMainState& state, HWND) {
     NKDbgPrintfW(L"FM: 2.SN_PHONECALLCALLING_BITMASK & dwRegKeyMask\r\n");
     CallerNumber number = {};
     if (!ReadCallerNumber(number)) {
@@ -75,7 +70,7 @@ void OnOutgoingCall(CMainState& state, HWND window) {
     }
     NKDbgPrintfW(L"FM: ### Caller Number %s\r\n", number.sz);
     if (!state.m_bMutedByCall) MuteForCall(state);
-    StopRecording(state, window);
+    StopRecording(state);
     state.m_bMutedByCall = TRUE;
 }
 

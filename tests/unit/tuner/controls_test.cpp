@@ -213,14 +213,6 @@ TEST_F(Controls, ATapOnTheRealSelectorSwitchesTheLoudspeakerOnAndASecondOneOff) 
 // --- The rest
 // ------------------------------------------------------------------------------------------------
 
-TEST_F(Controls, ControlsWhoseWorkIsNotThereYetSaySoAndPretendNothing) {
-    for (const int id : {SKIN_RECORD, SKIN_STOP_RECORD}) {
-        const std::string trace = test::TraceOf([&] { Click(id); });
-        EXPECT_EQ(trace, "FM: control " + std::to_string(id) + " has no handler\n");
-    }
-    EXPECT_THAT(device.Calls(), IsEmpty());
-}
-
 TEST_F(Controls, AnUnknownControlOrMessageGives0AndDoesNothing) {
     EXPECT_EQ(state->OnControl(window, WM_SKIN_CLICK, 12345, 0), 0);
     EXPECT_EQ(state->OnControl(window, WM_SKIN_REPEAT, SKIN_MUTE, 0), 0);

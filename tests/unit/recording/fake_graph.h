@@ -1,0 +1,66 @@
+// A capture graph that writes down what is asked of it and answers as the test wants. Its classes take the
+// place of the real ones in this process: CoCreateInstance finds them first.
+#pragma once
+
+#include <windows.h>
+
+#include <dshow.h>
+
+#include <condition_variable>
+#include <deque>
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace test {
+
+// A format that the capture pin offers.
+struct Capability {
+    DWORD rate_Hz;
+    WORD channels;
+    WORD bits;
+    bool waveFormat = true;  // false: a media type of another kind
+};
+
+class FakeGraph {
+  public:
+    FakeGraph();
+    ~FakeGraph();
+    FakeGraph(const FakeGraph&) = delete;
+    FakeGraph& operator=(const FakeGraph&) = delete;
+
+    // What it answers. Results by call, such as "graph.AddFilter"; the others succeed.
+    std::map<std::string, HRESULT> results;
+    std::vector<Capability> capabilities = {{8000, 1, 16}, {22050, 2, 16}, {44100, 2, 16}};
+    int capabilitySize = 52;
+    LONGLONG position = 0;
+    // Events that Stop brings about; without one the event loop goes on waiting.
+    std::vector<LONG> eventsOfStop = {257};
+
+    // Everything so far, with arguments. Waiting for an event is left out.
+    std::vector<std::string> Calls() const;
+    std::vector<std::string> CallsOf(const std::string& object) const;
+    void ForgetCalls();
+    // References that the application still holds, by object; those without are left out.
+    std::map<std::string, long> References() const;
+    // Media types that were handed out and not freed.
+    long OpenMediaTypes() const;
+    void Raise(LONG event);
+
+    // For the objects.
+    HRESULT Note(const std::string& call, const std::string& arguments = "");
+    void Hold(const std::string& object, long change);
+    HRESULT NextEvent(LONG* code);
+    AM_MEDIA_TYPE* NewMediaType(const Capability& capability);
+
+  private:
+    mutable std::mutex m_mutex;
+    std::condition_variable m_raised;
+    std::deque<LONG> m_events;
+    std::vector<std::string> m_calls;
+    std::map<std::string, long> m_references;
+    std::vector<DWORD> m_registered;
+};
+
+}  // namespace test

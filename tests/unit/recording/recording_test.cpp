@@ -1,0 +1,160 @@
+#include "tests/unit/recording/recording_test.h"
+
+#include <regext.h>
+
+#include <algorithm>
+#include <mutex>
+
+#include "skin/skin_access.h"
+#include "skin/skin_rows.h"
+#include "skin/skin_window.h"
+#include "tests/unit/recording/tick_count.h"
+
+namespace test {
+namespace {
+
+std::mutex g_mutex;  // guards g_shownTexts
+std::vector<std::pair<int, std::wstring>> g_shownTexts;
+
+LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    CMainState* state = MainStateOf(window);
+    if (state == nullptr) return DefWindowProcW(window, message, wParam, lParam);
+    if (message >= WM_SKIN_SLIDER && message <= WM_SKIN_CLICK) {
+        return state->OnControl(window, message, wParam, lParam);
+    }
+    if (message == WM_PAINT) return SkinWindowProc(state->m_skin, window, message, wParam, lParam);
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+HWND CreateTestWindow(CMainState& state) {
+    static const ATOM kClass = [] {
+        WNDCLASSW windowClass = {};
+        windowClass.lpfnWndProc = WindowProc;
+        windowClass.hInstance = GetModuleHandleW(nullptr);
+        windowClass.lpszClassName = L"KoraRecordingTest";
+        return RegisterClassW(&windowClass);
+    }();
+    const HWND window =
+        CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, MAKEINTATOM(kClass), L"", WS_POPUP, 0, 0, 240,
+                        320, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    ShowWindow(window, SW_SHOWNOACTIVATE);
+    SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG_PTR>(&state));
+    state.m_skin.hWnd = window;
+    state.m_hListView = CreateWindowExW(0, L"SysListView32", L"", WS_CHILD | WS_VISIBLE, 0, 105, 240, 65,
+                                        window, nullptr, GetModuleHandleW(nullptr), nullptr);
+    return window;
+}
+
+// The tables live as long as the program: what a test left in them goes back to the start.
+SkinTables FreshTables() {
+    static const SkinTables kTables = MainScreenTables();
+    static const std::vector<SkinButton> kButtons(kTables.pButtons, kTables.pButtons + kTables.nButtons);
+    std::copy(kButtons.begin(), kButtons.end(), kTables.pButtons);
+    return kTables;
+}
+
+}  // namespace
+
+RecordingTest::RecordingTest() {
+    SetState(L"KORA_SCREENWIDTH", L"240");
+    SetState(L"KORA_SCREENHEIGHT", L"320");
+    SetFreeSpace(L"50000000");
+    CreateDirectoryW(OnHost(L"\\Storage Card").c_str(), nullptr);
+    CreateDirectoryW(OnHost(L"\\Windows").c_str(), nullptr);
+    g_app = {};
+    g_app.hInstance = GetModuleHandleW(nullptr);
+    g_app.pFMDevice = &device;
+    device.channel = 9850;
+    state = new CMainState(g_app.hInstance, FreshTables());
+    g_app.pMainState = state;
+    g_app.hLeftSoftKeyMenu = CreatePopupMenu();
+    g_app.hRightSoftKeyMenu = CreatePopupMenu();
+    AppendMenuW(g_app.hLeftSoftKeyMenu, MF_STRING, IDC_AUTOSCAN, L"scan");
+    window = CreateTestWindow(*state);
+    const std::lock_guard<std::mutex> lock(g_mutex);
+    g_shownTexts.clear();
+}
+
+RecordingTest::~RecordingTest() {
+    boxes.whileShown = nullptr;
+    boxes.answer = IDOK;
+    if (state->m_pRecorder != nullptr) stop_record(*state, window, TRUE);
+    g_tickOffset = 0;
+    DestroyMenu(g_app.hLeftSoftKeyMenu);
+    DestroyMenu(g_app.hRightSoftKeyMenu);
+    DestroyWindow(window);
+    // Neither the state nor its event is deleted: a thread of the recording may still be on its way out.
+    g_app = {};
+}
+
+std::string RecordingTest::Click(int frame, LPARAM lParam) {
+    SetButtonFrame(state->m_skin, SKIN_RECORD, frame);
+    return TraceOf([&] {
+        SendMessageW(window, WM_SKIN_CLICK, static_cast<WPARAM>(SKIN_RECORD | kResultButton), lParam);
+    });
+}
+
+std::string RecordingTest::PressRecord(LPARAM lParam) {
+    return Click(2, lParam);
+}
+std::string RecordingTest::ReleaseRecord(LPARAM lParam) {
+    return Click(0, lParam);
+}
+
+void RecordingTest::DefineName(const std::wstring& name) {
+    WriteSetting(kSaveFileType, 1);
+    RegistrySetString(HKEY_CLASSES_ROOT, kSettingsKey, kDefineFileName, name.c_str());
+}
+
+bool RecordingTest::IsDisabled(int button) const {
+    return (FindButton(state->m_skin, button)->dwLook & kLookDisabled) != 0;
+}
+
+int RecordingTest::RecordButton() const {
+    int frame = -1;
+    GetButtonFrame(state->m_skin, SKIN_RECORD, &frame);
+    return frame;
+}
+
+bool RecordingTest::ScanIsGrey() const {
+    MENUITEMINFOW item = {};
+    item.cbSize = sizeof item;
+    item.fMask = MIIM_STATE;
+    GetMenuItemInfoW(g_app.hLeftSoftKeyMenu, IDC_AUTOSCAN, FALSE, &item);
+    return (item.fState & MFS_GRAYED) != 0;
+}
+
+bool RecordingTest::ListIsShown() const {
+    return IsWindowVisible(state->m_hListView);
+}
+
+void RecordingTest::StoreChannel(const WCHAR* name, DWORD channel) {
+    WriteSelectedGroup(L"Mine");
+    PropRecord record = {};
+    wcscpy(record.szCountryName, L"Mine");
+    wcscpy(record.szPropRecord_ChannelName, name);
+    record.dwPropRecord_ChannelValue = channel;
+    ASSERT_NE(state->m_ChannelDB.CEDB_InsertRecord(record), 0u);
+}
+
+std::wstring RecordingTest::LastShown(int field) {
+    const std::lock_guard<std::mutex> lock(g_mutex);
+    const auto found = std::find_if(g_shownTexts.rbegin(), g_shownTexts.rend(),
+                                    [&](const auto& shown) { return shown.first == field; });
+    return found == g_shownTexts.rend() ? L"(never shown)" : found->second;
+}
+
+}  // namespace test
+
+// The text fields' painting goes through here.
+void RealDrawSkinText(CSkin& skin, int field,
+                      const WCHAR* text) __asm__("__real__Z12DrawSkinTextR5CSkiniPKw");
+void NotedDrawSkinText(CSkin& skin, int field,
+                       const WCHAR* text) __asm__("__wrap__Z12DrawSkinTextR5CSkiniPKw");
+void NotedDrawSkinText(CSkin& skin, int field, const WCHAR* text) {
+    {
+        const std::lock_guard<std::mutex> lock(test::g_mutex);
+        test::g_shownTexts.push_back({field, text});
+    }
+    RealDrawSkinText(skin, field, text);
+}
