@@ -154,6 +154,16 @@ void HandsetUnderTest::DeleteRegistryKey(const std::wstring& key) const {
     RegDeleteTreeW(HKEY_CURRENT_USER, (m_stateKey + L"\\Registry\\" + key).c_str());
 }
 
+std::optional<std::uint32_t> HandsetUnderTest::RegistryNumber(const std::wstring& key,
+                                                              const wchar_t* value) const {
+    DWORD data = 0, size = sizeof data;
+    if (RegGetValueW(HKEY_CURRENT_USER, (m_stateKey + L"\\Registry\\" + key).c_str(), value, RRF_RT_REG_DWORD,
+                     nullptr, &data, &size) != ERROR_SUCCESS) {
+        return std::nullopt;
+    }
+    return data;
+}
+
 std::wstring HandsetUnderTest::RegistryText(const std::wstring& key, const wchar_t* value) const {
     wchar_t text[300] = L"";
     DWORD size = sizeof text;

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,8 @@ class HandsetUnderTest {
     void DeleteRegistryKey(const std::wstring& key) const;
     // A text of the device's registry; empty when it is missing.
     std::wstring RegistryText(const std::wstring& key, const wchar_t* value) const;
+    // A number of it; nothing when it is missing.
+    std::optional<std::uint32_t> RegistryNumber(const std::wstring& key, const wchar_t* value) const;
     void PlugHeadset(bool in) const;
 
     // Lines of the tuner log so far, and what was written to the debug output and to the console.
