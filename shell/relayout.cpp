@@ -174,5 +174,7 @@ int RelayoutDialog(HINSTANCE module, HWND dialog, UINT templateId) {
     if (dialogTemplate == nullptr) return 0;
     MoveControls(dialogTemplate, dialog);
     ForEachItem(dialogTemplate, dialog, [module](const TemplateItem& item) { Refresh(module, item); });
+    // A frame around other controls is transparent: moving it leaves its old lines behind.
+    RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     return 1;
 }

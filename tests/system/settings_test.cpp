@@ -128,6 +128,20 @@ TEST_F(Settings, TurningTheDeviceWhileTheDialogIsOpenMovesItsControls) {
     // From below the formats to their right.
     EXPECT_TRUE(WaitFor([&] { return std::stoi(ControlPlace(dialog, IDC_SAVE_DEFAULT)) > 120; }))
         << ControlPlace(dialog, IDC_SAVE_DEFAULT);
+    // Nothing of the other layout's frames is left between the last format and the foot of its frame.
+    RECT format = {}, frame = {};
+    GetWindowRect(GetDlgItem(dialog, IDC_RECORD_WAV_STEREO), &format);
+    GetWindowRect(GetDlgItem(dialog, IDC_LABEL), &frame);
+    MapWindowPoints(nullptr, radio.Window(), reinterpret_cast<POINT*>(&format), 2);
+    MapWindowPoints(nullptr, radio.Window(), reinterpret_cast<POINT*>(&frame), 2);
+    ASSERT_GT(frame.bottom, format.bottom + 6);
+    EXPECT_TRUE(WaitFor([&] {
+        const COLORREF ground = radio.Pixel(60, format.bottom + 2);
+        for (LONG y = format.bottom + 3; y < frame.bottom - 4; ++y) {
+            if (radio.Pixel(60, y) != ground) return false;
+        }
+        return true;
+    }));
     Turn(L"portrait");
     EXPECT_TRUE(WaitFor([&] { return ControlPlace(dialog, IDC_SAVE_DEFAULT) == upright; }));
 }
