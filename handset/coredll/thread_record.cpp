@@ -183,8 +183,22 @@ std::shared_ptr<ThreadRecord> ThreadRecordOf(DWORD threadId) {
     return record;
 }
 
+// A program's own work at the end of a thread may make platform calls after the thread's record was given back, and so
+// leave another one behind. Under g_recordsLock.
+static void ForgetEndedThreads() {
+    for (auto at = Records().begin(); at != Records().end();) {
+        const HANDLE thread = OpenThread(SYNCHRONIZE, FALSE, at->first);
+        const bool ended = thread == nullptr ? GetLastError() == ERROR_INVALID_PARAMETER
+                                             : WaitForSingleObject(thread, 0) == WAIT_OBJECT_0;
+        if (thread != nullptr) CloseHandle(thread);
+        at = ended ? Records().erase(at) : std::next(at);
+    }
+}
+
 void RegisterThread(DWORD threadId, std::shared_ptr<ThreadRecord> record) {
+    const KeptLastError kept;
     const std::lock_guard<std::mutex> lock(g_recordsLock);
+    ForgetEndedThreads();
     Records()[threadId] = std::move(record);
 }
 

@@ -42,6 +42,8 @@ int main(int count, char** arguments) {
     Add(table, bench::MeasureProgram(L"bench_list_fill.exe"));
     std::fprintf(stderr, "monitor ...\n");
     Add(table, bench::MeasureProgram(L"bench_monitor_round.exe"));
+    std::fprintf(stderr, "recording ...\n");
+    Add(table, bench::MeasureRecording(handset));
     std::fprintf(stderr, "%u s at rest ...\n", rest);
     Add(table, bench::MeasureRest(programs, rest));
     bench::Print(table);

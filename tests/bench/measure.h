@@ -6,6 +6,10 @@
 
 #include "tests/bench/table.h"
 
+namespace test {
+class HandsetUnderTest;
+}
+
 namespace bench {
 
 // Where the programs are.
@@ -20,5 +24,8 @@ std::vector<Row> MeasureStart(const Programs& programs);
 std::vector<Row> MeasureProgram(const std::wstring& program);
 // Processor time over `seconds` at rest, and private memory after the start.
 std::vector<Row> MeasureRest(const Programs& programs, unsigned seconds);
+// Processor time of an hour recorded to each format, beside the hour played and the encoder library; and how soon a
+// recording begins.
+std::vector<Row> MeasureRecording(test::HandsetUnderTest& handset);
 
 }  // namespace bench

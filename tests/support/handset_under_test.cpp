@@ -6,6 +6,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "tests/support/wait.h"
+
 namespace test {
 namespace {
 
@@ -97,7 +99,12 @@ HandsetUnderTest::HandsetUnderTest() {
     m_home = (std::filesystem::temp_directory_path() / (L"kora-test-" + mark)).wstring();
     m_root = m_home + L"\\device";
     m_stateKey = L"Software\\Kora Test " + mark;
-    std::filesystem::remove_all(m_home);
+    // A radio that was ended a moment ago may still hold its files.
+    EXPECT_TRUE(WaitFor([this] {
+        std::error_code error;
+        std::filesystem::remove_all(m_home, error);
+        return !error;
+    }));
     std::filesystem::create_directories(m_root);
     RegDeleteTreeW(HKEY_CURRENT_USER, m_stateKey.c_str());
     SetEnvironmentVariableW(L"KORA_STATEKEY", m_stateKey.c_str());

@@ -1,9 +1,8 @@
 #include "tests/support/object_counts.h"
 
 #include <tlhelp32.h>
-#include <winternl.h>
 
-#include <vector>
+#include "tests/support/process_counts.h"
 
 namespace test {
 namespace {
@@ -47,43 +46,10 @@ DWORD AskGdiCount(const Radio& radio) {
     return count;
 }
 
-// The system's table of open handles, as ntdll gives it.
-struct OpenHandle {
-    void* object;
-    ULONG_PTR process;
-    ULONG_PTR handle;
-    ULONG access;
-    USHORT creator, type;
-    ULONG attributes, reserved;
-};
-struct OpenHandles {
-    ULONG_PTR count, reserved;
-    OpenHandle row[1];
-};
-constexpr auto kOpenHandles = static_cast<SYSTEM_INFORMATION_CLASS>(64);
-constexpr LONG kTooShort = static_cast<LONG>(0xC0000004);
-
-DWORD CountHandles(DWORD process) {
-    using Query = LONG(NTAPI*)(SYSTEM_INFORMATION_CLASS, void*, ULONG, ULONG*);
-    const auto query = reinterpret_cast<Query>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
-    std::vector<BYTE> bytes(1 << 16);
-    LONG status;
-    while ((status = query(kOpenHandles, bytes.data(), static_cast<ULONG>(bytes.size()), nullptr)) ==
-           kTooShort) {
-        bytes.resize(bytes.size() * 2);
-    }
-    if (status != 0) return kUnknown;
-    const auto& table = *reinterpret_cast<const OpenHandles*>(bytes.data());
-    DWORD count = 0;
-    for (ULONG_PTR i = 0; i < table.count; ++i) count += table.row[i].process == process ? 1 : 0;
-    return count;
-}
-
 }  // namespace
 
 ObjectCounts CountObjects(const Radio& radio) {
-    return {CountHandles(radio.ProcessId()), AskGdiCount(radio)};
+    return {static_cast<DWORD>(HandlesOf(radio.ProcessId())), AskGdiCount(radio)};
 }
 
 }  // namespace test

@@ -19,4 +19,5 @@ kora_test(test_coredll APP
         coredll/thread_test.cpp
         coredll/timer_test.cpp
         coredll/trace_test.cpp
+        ${CMAKE_SOURCE_DIR}/tests/support/process_counts.cpp
     LIBS COREDLL)

@@ -5,6 +5,7 @@
 #include <atomic>
 
 #include "handset_fixture.h"
+#include "tests/support/process_counts.h"
 
 namespace {
 
@@ -42,6 +43,33 @@ class Threads : public testing::Test {
   protected:
     void SetUp() override { g_step = 0; }
 };
+
+// What a program does at the end of a thread, as the C++ runtime does with its own locks.
+void WINAPI CallAtTheEnd(void*) {
+    Sleep(0);
+}
+
+TEST_F(Threads, APlatformCallAtTheVeryEndOfAThreadLeavesNoHandlesBehind) {
+    Sleep(0);
+    // Called after the one with which COREDLL gives its own record of the thread back.
+    const DWORD slot = FlsAlloc(CallAtTheEnd);
+    const auto run = [slot] {
+        const HANDLE thread = CreateThread(
+            nullptr, 0,
+            [](LPVOID taken) -> DWORD {
+                FlsSetValue(*static_cast<const DWORD*>(taken), taken);
+                return 0;
+            },
+            const_cast<DWORD*>(&slot), 0, nullptr);
+        WaitForSingleObject(thread, INFINITE);
+        CloseHandle(thread);
+    };
+    for (int warm = 0; warm < 3; ++warm) run();
+    const std::size_t before = test::HandlesOf(GetCurrentProcessId());
+    for (int round = 0; round < 20; ++round) run();
+    EXPECT_LE(test::HandlesOf(GetCurrentProcessId()), before + 4);
+    FlsFree(slot);
+}
 
 }  // namespace
 

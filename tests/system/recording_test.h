@@ -1,0 +1,57 @@
+// What the system tests of recording share: a radio whose record button is pressed, and the files that come
+// of it.
+#pragma once
+
+#include "resources/resource_ids.h"
+#include "tests/support/host_tool.h"
+#include "tests/system/radio_test.h"
+
+namespace test {
+
+inline constexpr WCHAR kSettings[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
+
+class RecordingTest : public RadioTest {
+  protected:
+    // Handset seconds per real second of the radios that are started from now on.
+    static void SetClockRate(int rate) {
+        SetEnvironmentVariableW(L"KORA_CLOCKRATE", std::to_wstring(rate).c_str());
+    }
+    void TearDown() override { SetEnvironmentVariableW(L"KORA_CLOCKRATE", nullptr); }
+
+    // The stylus on the record button of the upright screen.
+    static void TapRecord(const Radio& radio) { radio.Tap(28, 251); }
+
+    // A recording that has shown its time for `seconds` of the handset's clock.
+    void RecordFor(Radio& radio, int seconds, const std::wstring& file) {
+        TapRecord(radio);
+        ASSERT_TRUE(WaitForTrace("[FM_EnCoder]iIndex : 2\n"));
+        ASSERT_TRUE(WaitFor([&] { return Exists(file); }));
+        const int checks = Count(Lines(handset.Trace()), "FM: disk space");
+        ASSERT_TRUE(WaitFor(
+            [&] { return Count(Lines(handset.Trace()), "FM: disk space") >= checks + 2 * seconds; }, 120000));
+    }
+    // Stops with the button and answers the closing box.
+    void StopAndAnswer(Radio& radio) {
+        TapRecord(radio);
+        const HWND box = radio.WaitForBox(L"FM");
+        ASSERT_NE(box, nullptr);
+        Radio::Answer(box, IDOK);
+        ASSERT_TRUE(WaitFor([&] { return radio.Box(L"FM") == nullptr; }));
+    }
+
+    bool Exists(const std::wstring& file) const {
+        return GetFileAttributesW(handset.DevicePath(file).c_str()) != INVALID_FILE_ATTRIBUTES;
+    }
+    std::uint64_t SizeOf(const std::wstring& file) const {
+        WIN32_FILE_ATTRIBUTE_DATA data = {};
+        GetFileAttributesExW(handset.DevicePath(file).c_str(), GetFileExInfoStandard, &data);
+        return (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
+    }
+    void DefineName(const std::wstring& name) const {
+        handset.SetRegistry(kSettings, L"SaveFileType", 1u);
+        handset.SetRegistry(kSettings, L"DefineFileName", name);
+    }
+    void SetFormat(std::uint32_t type) const { handset.SetRegistry(kSettings, L"RecordAudioType", type); }
+};
+
+}  // namespace test
