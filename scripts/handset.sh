@@ -31,10 +31,19 @@ handset_stage() {
     fi
 }
 
+# The service that starts booked programs, without a window; it and what it starts write to the same logs.
+service_start() {
+    setsid "$KORA_WINE" "$KORA_BIN/handset.exe" service >>"$KORA_HOME/console.log" 2>>"$KORA_HOME/trace.log" </dev/null &
+}
+
 kora_start() {
     handset_ready
+    # Appended to, so that programs that write at the same time do not write over one another.
+    : >"$KORA_HOME/console.log"
+    : >"$KORA_HOME/trace.log"
+    service_start
     # The device takes one command line, not words: they are joined by blanks, as a scheduled start gives it.
-    handset_exe start "$*" >"$KORA_HOME/console.log" 2>"$KORA_HOME/trace.log" ||
+    handset_exe start "$*" >>"$KORA_HOME/console.log" 2>>"$KORA_HOME/trace.log" ||
         fail "the radio did not start; $KORA_HOME/trace.log says more"
 }
 
@@ -42,7 +51,13 @@ kora_stop() {
     handset_stage
     handset_exe stop >"$KORA_HOME/stop.log" 2>&1 || fail "the radio did not stop:
 $(cat "$KORA_HOME/stop.log")"
-    display_stop
+    handset_exe service stop --unless-booked >"$KORA_HOME/stop.log" 2>&1 || fail "the service did not stop:
+$(cat "$KORA_HOME/stop.log")"
+    if grep -q 'goes on' "$KORA_HOME/stop.log"; then
+        step "recordings are booked: the service goes on; \`./kora handset service stop\` ends it"
+    else
+        display_stop
+    fi
 }
 
 kora_stop_quietly() { [ -x "$KORA_WINE" ] && [ -d "$WINEPREFIX" ] && wineserver_run -k 2>/dev/null; display_stop; return 0; }

@@ -5,6 +5,7 @@
 
 #include "handset/aygshell/display_fit.h"
 #include "handset/aygshell/menu_bar_window.h"
+#include "handset/aygshell/picker_time.h"
 #include "handset/coredll/platform_call.h"
 #include "handset/include/aygshell.h"
 
@@ -67,6 +68,7 @@ extern "C" BOOL WINAPI SHInitDialog(PSHINITDLGINFO info) {
         !SetWindowSubclass(info->hDlg, handset::DialogSubclassProc, handset::kSubclassId, 0)) {
         return FALSE;
     }
+    handset::SetPickersToHandsetTime(info->hDlg);
     if (handset::IsFullScreen(flags)) handset::RemoveFrame(info->hDlg);
     handset::PlaceDialog(info->hDlg, flags);
     // The empty bar keeps the place of the one that the dialog usually makes next.

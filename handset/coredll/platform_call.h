@@ -24,6 +24,9 @@ DWORD WINAPI HandsetRealTimeout(DWORD handset_ms);
 // Handset seconds per real second, 1 to 3600.
 DWORD WINAPI HandsetClockRate(void);
 
+// The handset's local date and time, for a DLL whose own GetLocalTime is the host's.
+void WINAPI HandsetLocalTime(SYSTEMTIME* time);
+
 // The rectangle of the handset's display on the host's screen; (0, 0) and the screen's size when no panel
 // runs.
 void WINAPI HandsetDisplayRect(RECT* rect);

@@ -4,7 +4,9 @@
 
 #include "handset/coredll/call_guard.h"
 #include "handset/coredll/platform_call.h"
+#include "handset/state/booking_lock.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/handset_time.h"
 
 namespace {
 
@@ -38,6 +40,7 @@ FILETIME HandsetNow() {
 }
 
 BOOL SetHandsetNow(const FILETIME& time) {
+    const handset::BookingLock lock;
     if (handset::SetStateQword(L"ClockBaseReal", RealNow()) &&
         handset::SetStateQword(L"ClockBaseHandset", Ticks(time))) {
         return TRUE;
@@ -56,9 +59,7 @@ COREDLL_EXPORT void WINAPI DeviceGetSystemTime(SYSTEMTIME* time) {
 
 COREDLL_EXPORT void WINAPI DeviceGetLocalTime(SYSTEMTIME* time) {
     const coredll::CallGuard guard;
-    const FILETIME now = HandsetNow();
-    FILETIME local;
-    FileTimeToLocalFileTime(&now, &local);
+    const FILETIME local = FileTime(handset::LocalFromUniversal(Ticks(HandsetNow())));
     FileTimeToSystemTime(&local, time);
 }
 
@@ -71,7 +72,6 @@ COREDLL_EXPORT BOOL WINAPI DeviceSetSystemTime(const SYSTEMTIME* time) {
 COREDLL_EXPORT BOOL WINAPI DeviceSetLocalTime(const SYSTEMTIME* time) {
     const coredll::CallGuard guard;
     FILETIME local;
-    FILETIME universal;
-    return SystemTimeToFileTime(time, &local) && LocalFileTimeToFileTime(&local, &universal) &&
-           SetHandsetNow(universal);
+    return SystemTimeToFileTime(time, &local) &&
+           SetHandsetNow(FileTime(handset::UniversalFromLocal(Ticks(local))));
 }

@@ -73,6 +73,22 @@ BOOL WINAPI SHHandleWMActivate(HWND window, WPARAM wParam, LPARAM lParam, SHACTI
 // Called on WM_SETTINGCHANGE: fits the window to the screen again.
 BOOL WINAPI SHHandleWMSettingChange(HWND window, WPARAM wParam, LPARAM lParam, SHACTIVATEINFO* info);
 
+// --- Programs at a time ----------------------------------------------------------------------------------
+
+#define RUNAPP_ONCE 0
+#define RUNAPP_EVERY_DAY 1
+#define RUNAPP_EVERY_WEEK 2
+
+// Has the system start `application` (a path of the device) with `commandLine` at a local time, and again every
+// day or every week at that time of day until StopAppAtTimeEx. The booking's name, at least 20 characters long
+// and never given twice, goes to `name`, which has room for `count` characters; it is empty on failure.
+// S_OK; E_INVALIDARG for a null argument (the command line may be null), a time that does not exist, an unknown
+// repetition; HRESULT_FROM_WIN32(ERROR_INSUFFICIENT_BUFFER); E_FAIL when it cannot be kept. Any thread.
+HRESULT WINAPI RunAppAtTimeEx(LPCWSTR application, LPCWSTR commandLine, SYSTEMTIME* time, DWORD repeat,
+                              LPWSTR name, DWORD count);
+// S_OK; E_INVALIDARG for a null name; E_FAIL for one that is not booked.
+HRESULT WINAPI StopAppAtTimeEx(LPCWSTR name);
+
 // --- Images ----------------------------------------------------------------------------------------------
 
 // Loads a bitmap resource (BMP) of a module by number. The caller deletes it. NULL when it is not there.

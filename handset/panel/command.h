@@ -37,6 +37,7 @@ CommandGroup BandCommands();
 CommandGroup TelephoneCommands();
 CommandGroup RegistryCommands();
 CommandGroup RadioCommands();
+CommandGroup ScheduleCommands();
 CommandGroup PanelCommands();
 
 // Every group in the order of the help.

@@ -4,6 +4,7 @@
 #include <cwchar>
 #include <functional>
 
+#include "handset/panel/booking_service.h"
 #include "handset/panel/command.h"
 #include "handset/panel/encoding.h"
 #include "handset/panel/handset_clock.h"
@@ -40,16 +41,7 @@ int Install(const Arguments& arguments, Console& console) {
 }
 
 std::wstring ClockText() {
-    const std::uint64_t time = HandsetTimeAt(CurrentClock(), RealTimeNow());
-    const FILETIME utc = {static_cast<DWORD>(time), static_cast<DWORD>(time >> 32)};
-    FILETIME local = {};
-    SYSTEMTIME s = {};
-    FileTimeToLocalFileTime(&utc, &local);
-    FileTimeToSystemTime(&local, &s);
-    wchar_t text[64];
-    swprintf(text, std::size(text), L"%04u-%02u-%02u %02u:%02u:%02u", s.wYear, s.wMonth, s.wDay, s.wHour,
-             s.wMinute, s.wSecond);
-    return text;
+    return handset::LocalTimeText(LocalNow());
 }
 
 std::wstring Hex(std::uint32_t bits) {
@@ -105,6 +97,7 @@ int Status(const Arguments& arguments, Console& console) {
         {L"Bluetooth",         [] { return Hex(BluetoothBits()); }},
         {L"Signal",            SignalText},
         {L"Clock",             [] { return ClockText() + L", rate " + std::to_wstring(CurrentClock().rate); }},
+        {L"Service",           [] { return std::wstring(ServiceRuns() ? L"running" : L"not running"); }},
         {L"Free, device",      [] { return FreeSpaceText(L"ObjectStoreFree"); }},
         {L"Free, card",        [] { return FreeSpaceText(L"StorageCardFree"); }},
         {L"Faults",            [] { return OrNone(handset::StateString(L"Fault", L"")); }},
@@ -121,8 +114,15 @@ int Status(const Arguments& arguments, Console& console) {
     return kDone;
 }
 
+constexpr std::size_t kToTheMinute = 16;  // characters of "2026-11-23 10:00"
+
 int Clock(const Arguments& arguments, Console& console) {
-    if (arguments.size() > 1) return BadArguments(console, L"clock", L"one rate at most");
+    const std::wstring joined = arguments.size() == 2 ? arguments[0] + L" " + arguments[1] : L"";
+    if (const auto time = handset::ReadLocalTime(joined.size() == kToTheMinute ? joined + L":00" : joined)) {
+        return Written(console, L"clock", SetClockTime(*time));
+    }
+    if (arguments.size() > 1)
+        return BadArguments(console, L"clock", L"one rate at most, or a date and a time");
     if (arguments.empty()) {
         console.Line(ClockText() + L", " + std::to_wstring(CurrentClock().rate) +
                      L" handset seconds per real second");
@@ -149,11 +149,12 @@ const Command kCommands[] = {
      L"recordings, channel lists) is kept. The radio must not run.\n"},
     {L"status", Status, L"", L"shows the whole state of the handset", L"handset status",
      L"Prints one line for each switch and setting, as the radio would find it now.\n"},
-    {L"clock", Clock, L"[RATE | reset]", L"shows the handset's clock or sets its rate", L"handset clock 60",
+    {L"clock", Clock, L"[RATE | DATE TIME | reset]", L"shows the handset's clock or sets it", L"handset clock 60",
      L"RATE is 1 to 3600 handset seconds per real second; 60 lets an hour pass in a minute. The time goes "
      L"on\n"
      L"from where it is. Programs that run already keep their rate until they are started again. \"reset\"\n"
-     L"goes back to real time at the rate 1. Without an argument the time and the rate are printed.\n"},
+     L"goes back to real time at the rate 1. Without an argument the time and the rate are printed.\n"
+     L"DATE TIME sets the local time, as in \"clock 2026-11-23 09:58\"; running programs see it at once.\n"},
 };
 
 }  // namespace

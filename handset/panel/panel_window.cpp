@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "handset/panel/booking_service.h"
 #include "handset/panel/radio_process.h"
 #include "handset/panel/radio_windows.h"
 #include "handset/panel/switches.h"
@@ -214,6 +215,7 @@ int RunPanel(bool withRadio) {
     if (!window.Open(GetModuleHandleW(nullptr))) return 1;
     // Without a word when it does not start: the panel then shows that the radio is off.
     if (withRadio && !RadioProcess()) LaunchRadio(L"");
+    const BackgroundService service(StandardConsole());
     window.Run();
     return 0;
 }

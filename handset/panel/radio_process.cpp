@@ -15,6 +15,7 @@ namespace panel {
 namespace {
 
 constexpr wchar_t kProgramName[] = L"UI.exe";
+constexpr wchar_t kRadioPath[] = L"\\Windows\\UI.exe";
 
 bool RunsProgram(DWORD processId, const std::wstring& program) {
     const OwnedHandle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId));
@@ -33,7 +34,7 @@ bool RunsProgram(DWORD processId, const std::wstring& program) {
 }  // namespace
 
 std::wstring RadioProgram() {
-    return handset::HostPath(L"\\Windows\\UI.exe");
+    return handset::HostPath(kRadioPath);
 }
 
 std::optional<DWORD> RadioProcess() {
@@ -55,11 +56,20 @@ std::optional<DWORD> RadioProcess() {
 }
 
 RadioStart LaunchRadio(const std::wstring& commandLine, RadioConsole console) {
+    RadioStart start = LaunchProgram(kRadioPath, commandLine, console);
+    const bool installed = !handset::DeviceRoot().empty() &&
+                           GetFileAttributesW(RadioProgram().c_str()) != INVALID_FILE_ATTRIBUTES;
+    if (!start.process && !installed) start.fault += L"; \"handset install\" sets the handset up";
+    return start;
+}
+
+RadioStart LaunchProgram(const std::wstring& devicePath, const std::wstring& commandLine,
+                         RadioConsole console) {
     RadioStart start;
-    const std::wstring program = RadioProgram();
-    if (handset::DeviceRoot().empty() || GetFileAttributesW(program.c_str()) == INVALID_FILE_ATTRIBUTES) {
-        start.fault = L"there is no " + (handset::DeviceRoot().empty() ? L"\\Windows\\UI.exe" : program) +
-                      L"; \"handset install\" sets the handset up";
+    const std::wstring program = handset::HostPath(devicePath.c_str());
+    if (handset::DeviceRoot().empty() || devicePath.empty() || devicePath[0] != L'\\' ||
+        GetFileAttributesW(program.c_str()) == INVALID_FILE_ATTRIBUTES) {
+        start.fault = L"there is no " + (handset::DeviceRoot().empty() ? devicePath : program);
         return start;
     }
     handset::WakePhone();

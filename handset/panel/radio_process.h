@@ -26,6 +26,10 @@ enum class RadioConsole { kOutput, kErrorOutput };
 // standard handles are handed on. Returns at once.
 RadioStart LaunchRadio(const std::wstring& commandLine, RadioConsole console = RadioConsole::kOutput);
 
+// The same for any program of the device, by its path there.
+RadioStart LaunchProgram(const std::wstring& devicePath, const std::wstring& commandLine,
+                         RadioConsole console = RadioConsole::kOutput);
+
 // Asks the radio to close, as its main window's close button would (WM_CLOSE to every window that it shows
 // when it has no main window). Returns at once; false when none runs.
 bool AskRadioToClose();

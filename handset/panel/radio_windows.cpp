@@ -50,13 +50,21 @@ bool IsExtended(WORD virtualKey) {
     return virtualKey >= VK_PRIOR && virtualKey <= VK_DOWN;
 }
 
-// The innermost enabled window at a screen point.
+// A text of a dialog lets the stylus through to the dialog.
+bool LetsThrough(HWND window, POINT point) {
+    DWORD_PTR part = HTCLIENT;
+    SendMessageTimeoutW(window, WM_NCHITTEST, 0, MAKELPARAM(point.x, point.y), SMTO_ABORTIFHUNG,
+                        kAskTimeout_ms, &part);
+    return static_cast<LRESULT>(part) == HTTRANSPARENT;
+}
+
+// The innermost enabled window at a screen point that takes the stylus.
 HWND InnermostAt(HWND window, POINT point) {
     for (;;) {
         POINT inside = point;
         ScreenToClient(window, &inside);
         const HWND child = ChildWindowFromPointEx(window, inside, CWP_SKIPINVISIBLE | CWP_SKIPDISABLED);
-        if (child == nullptr || child == window) return window;
+        if (child == nullptr || child == window || LetsThrough(child, point)) return window;
         window = child;
     }
 }

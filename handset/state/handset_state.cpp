@@ -67,6 +67,13 @@ std::wstring StateKeyPath() {
     return FromEnvironment(L"StateKey").value_or(kDefaultStateKey);
 }
 
+std::wstring StateObjectName(const wchar_t* name) {
+    std::wstring text = StateKeyPath() + L"/" + name;
+    // The only character that such a name may not hold.
+    for (wchar_t& c : text) c = c == L'\\' ? L'/' : c;
+    return L"Local\\" + text;
+}
+
 std::uint32_t StateDword(const wchar_t* name, std::uint32_t fallback) {
     return static_cast<std::uint32_t>(Number(name).value_or(fallback));
 }

@@ -15,6 +15,9 @@ namespace handset {
 // KORA_STATEKEY names, so that several handsets can stand side by side.
 std::wstring StateKeyPath();
 
+// The name of a kernel object (mutex, event) that the programs of this handset share.
+std::wstring StateObjectName(const wchar_t* name);
+
 // A value of the state, read at the moment of the call. Any thread. `name` is the value's name, such as
 // L"ScreenWidth"; its environment variable is KORA_SCREENWIDTH. Numbers may be decimal or 0x….
 std::uint32_t StateDword(const wchar_t* name, std::uint32_t fallback);

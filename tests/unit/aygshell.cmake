@@ -7,6 +7,7 @@ set_source_files_properties(aygshell/resources.rc PROPERTIES
 kora_test(test_aygshell
     SOURCES
         aygshell/activation_test.cpp
+        aygshell/app_at_time_test.cpp
         aygshell/dialog_test.cpp
         aygshell/image_test.cpp
         aygshell/menu_bar_keys_test.cpp

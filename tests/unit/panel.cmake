@@ -6,6 +6,7 @@ target_link_options(panel_stand_in PRIVATE -municode -mwindows)
 kora_test(test_panel
     SOURCES
         panel/band_test.cpp
+        panel/booked_handset.cpp
         panel/canvas_test.cpp
         panel/clock_test.cpp
         panel/command_line_test.cpp
@@ -15,6 +16,8 @@ kora_test(test_panel
         panel/panel_window_test.cpp
         panel/radio_test.cpp
         panel/registry_test.cpp
+        panel/schedule_test.cpp
+        panel/service_test.cpp
         panel/sound_test.cpp
         panel/switches_test.cpp
         panel/tuner_log_test.cpp

@@ -174,3 +174,21 @@ TEST_F(WallClock, RefusesADayThatDoesNotExist) {
     EXPECT_FALSE(SetSystemTime(&set));
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
 }
+
+TEST_F(WallClock, FollowsTheTimeZonesRulesForTheDateThatItShows) {
+    const wchar_t zone[] = L"W. Europe Standard Time";
+    RegSetKeyValueW(HKEY_CURRENT_USER, stateKey().c_str(), L"TimeZone", REG_SZ, zone, sizeof zone);
+    for (const auto& [month, ahead] : {std::pair<WORD, WORD>{1, 1}, {7, 2}}) {
+        SYSTEMTIME set{};
+        set.wYear = 2027;
+        set.wMonth = month;
+        set.wDay = 15;
+        set.wHour = 12;
+        ASSERT_TRUE(SetLocalTime(&set));
+        SYSTEMTIME local, universal;
+        GetLocalTime(&local);
+        GetSystemTime(&universal);
+        EXPECT_EQ(local.wHour, 12) << month;
+        EXPECT_EQ(universal.wHour, 12 - ahead) << month;
+    }
+}

@@ -1,0 +1,140 @@
+// Waiting for the next time, and starting programs.
+#include "handset/panel/booking_service.h"
+
+#include <algorithm>
+
+#include "handset/panel/handset_clock.h"
+#include "handset/panel/radio_process.h"
+#include "handset/panel/switches.h"
+#include "handset/state/booking_lock.h"
+#include "handset/state/handset_state.h"
+
+namespace panel {
+namespace {
+
+// The host's clock may be set without a word, so the handset's is looked at this often at least.
+constexpr DWORD kLongestWait_ms = 1000;
+constexpr wchar_t kRunsName[] = L"ServiceRuns";
+
+// Signals when something under a key of the state changes.
+class KeyWatch {
+  public:
+    KeyWatch(const std::wstring& path, bool subtree) : event_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
+        RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0, KEY_NOTIFY, nullptr, &key_, nullptr);
+        subtree_ = subtree;
+        Arm();
+    }
+    ~KeyWatch() {
+        if (key_ != nullptr) RegCloseKey(key_);
+    }
+    KeyWatch(const KeyWatch&) = delete;
+    KeyWatch& operator=(const KeyWatch&) = delete;
+
+    // Call it before reading what is watched.
+    void Arm() {
+        constexpr DWORD kWhat = REG_NOTIFY_CHANGE_NAME | REG_NOTIFY_CHANGE_LAST_SET;
+        if (key_ != nullptr) RegNotifyChangeKeyValue(key_, subtree_, kWhat, event_.get(), TRUE);
+    }
+    [[nodiscard]] HANDLE event() const { return event_.get(); }
+
+  private:
+    OwnedHandle event_;
+    HKEY key_ = nullptr;
+    bool subtree_ = false;
+};
+
+// A handset that is switched off starts nothing; what is due then is made up for when it is on again.
+bool IsSwitchedOn() {
+    static constexpr const wchar_t* kOff[] = {L"off", L"shutdown", L"critical", L"boot", L"reset", L"reboot"};
+    const std::wstring state = PowerState();
+    return std::none_of(std::begin(kOff), std::end(kOff),
+                        [&state](const wchar_t* name) { return _wcsicmp(state.c_str(), name) == 0; });
+}
+
+// A suspended handset wakes with its display off.
+void Wake() {
+    if (_wcsicmp(PowerState().c_str(), L"suspend") == 0) SetPowerState(L"unattended");
+}
+
+}  // namespace
+
+void BookingService::Say(const handset::AppBooking& booking, const std::wstring& outcome) {
+    console_.Line(handset::LocalTimeText(LocalNow()) + L"  " + booking.name + L"  " + booking.program + L" " +
+                  booking.commandLine + L"  " + outcome);
+}
+
+void BookingService::Serve(const std::wstring& name) {
+    std::optional<handset::AppBooking> booking;
+    {
+        // Another service may have served it since, or the user deleted it; and the clock is not set
+        // meanwhile.
+        const handset::BookingLock lock;
+        if (!lock) return;
+        booking = ReadBooking(name);
+        const auto due = booking ? handset::DueTime(*booking, LocalNow()) : std::nullopt;
+        if (!due || !MarkStarted(name, *due)) return;
+    }
+    Wake();
+    const RadioStart started = LaunchProgram(booking->program, booking->commandLine);
+    Say(*booking, started.process ? L"started, process " + std::to_wstring(started.processId)
+                                  : L"not started: " + started.fault);
+}
+
+void BookingService::ServeDue() {
+    if (!IsSwitchedOn()) return;
+    const handset::LocalSeconds now = LocalNow();
+    std::vector<std::pair<handset::LocalSeconds, std::wstring>> due;
+    for (const handset::AppBooking& booking : list_.bookings) {
+        if (const auto time = handset::DueTime(booking, now)) due.emplace_back(*time, booking.name);
+    }
+    std::sort(due.begin(), due.end());
+    for (const auto& row : due) Serve(row.second);
+    if (!due.empty()) list_ = ReadBookings();
+}
+
+DWORD BookingService::RealTimeToNext_ms() const {
+    const handset::LocalSeconds now = LocalNow();
+    DWORD wait_ms = kLongestWait_ms;
+    for (const handset::AppBooking& booking : list_.bookings) {
+        const auto next = handset::NextTime(booking, now);
+        if (next && *next > now) wait_ms = std::min<DWORD>(wait_ms, RealTimeUntil_ms(*next, kLongestWait_ms));
+    }
+    return wait_ms;
+}
+
+void BookingService::Run(HANDLE stop) {
+    // Named, so that others see that a service runs; it goes with the process.
+    const OwnedHandle sign(CreateEventW(nullptr, TRUE, FALSE, handset::StateObjectName(kRunsName).c_str()));
+    KeyWatch bookings(BookingsHostKey(), true);
+    KeyWatch state(handset::StateKeyPath(), false);
+    const HANDLE events[] = {stop, bookings.event(), state.event()};
+    DWORD woken = WAIT_OBJECT_0 + 1;
+    while (woken != WAIT_OBJECT_0) {
+        if (woken == WAIT_OBJECT_0 + 1) {
+            bookings.Arm();
+            list_ = ReadBookings();
+        }
+        if (woken == WAIT_OBJECT_0 + 2) state.Arm();
+        FixClockBase();
+        ServeDue();
+        woken =
+            WaitForMultipleObjects(static_cast<DWORD>(std::size(events)), events, FALSE, RealTimeToNext_ms());
+    }
+}
+
+BackgroundService::BackgroundService(Console& console)
+    : stop_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
+      service_(console),
+      thread_([this] { service_.Run(stop_.get()); }) {}
+
+BackgroundService::~BackgroundService() {
+    SetEvent(stop_.get());
+    thread_.join();
+}
+
+bool ServiceRuns() {
+    return static_cast<bool>(
+        OwnedHandle(OpenEventW(SYNCHRONIZE, FALSE, handset::StateObjectName(kRunsName).c_str())));
+}
+
+}  // namespace panel

@@ -1,0 +1,53 @@
+// The handset's service: starts booked programs at their time, on the handset's clock.
+#pragma once
+
+#include <windows.h>
+
+#include <thread>
+
+#include "handset/panel/booking_store.h"
+#include "handset/panel/console.h"
+#include "handset/panel/owned_handle.h"
+
+namespace panel {
+
+// Any number of services may serve one handset, in one process or several: each time of a booking is served
+// by one of them, once. A time is marked as served before its program is started, so that a service that is
+// killed in between costs a start and never makes a second one.
+class BookingService {
+  public:
+    explicit BookingService(Console& console) : console_(console) {}
+
+    // Serves until `stop` is signalled.
+    void Run(HANDLE stop);
+
+    // Starts what is due now.
+    void ServeDue();
+
+  private:
+    void Serve(const std::wstring& name);
+    void Say(const handset::AppBooking& booking, const std::wstring& outcome);
+    [[nodiscard]] DWORD RealTimeToNext_ms() const;
+
+    Console& console_;
+    BookingList list_;
+};
+
+// A service on a thread of its own, for as long as the object lives.
+class BackgroundService {
+  public:
+    explicit BackgroundService(Console& console);
+    ~BackgroundService();
+    BackgroundService(const BackgroundService&) = delete;
+    BackgroundService& operator=(const BackgroundService&) = delete;
+
+  private:
+    OwnedHandle stop_;
+    BookingService service_;
+    std::thread thread_;
+};
+
+// Whether any service serves this handset.
+bool ServiceRuns();
+
+}  // namespace panel

@@ -1,0 +1,141 @@
+#include "handset/state/app_booking.h"
+
+#include <cwchar>
+#include <iterator>
+
+namespace handset {
+namespace {
+
+constexpr LocalSeconds kMinute_s = 60;
+constexpr LocalSeconds kHour_s = 60 * kMinute_s;
+constexpr LocalSeconds kDay_s = 24 * kHour_s;
+
+constexpr LocalSeconds Period(Repeat repeat) {
+    return repeat == Repeat::kEveryWeek ? 7 * kDay_s : kDay_s;
+}
+
+// The last time of the booking up to `now`.
+std::optional<LocalSeconds> LatestTime(const AppBooking& booking, LocalSeconds now) {
+    if (now < booking.start) return std::nullopt;
+    if (booking.repeat == Repeat::kOnce) return booking.start;
+    const LocalSeconds period = Period(booking.repeat);
+    return booking.start + (now - booking.start) / period * period;
+}
+
+bool IsServed(const AppBooking& booking, LocalSeconds time) {
+    return booking.started && *booking.started == time;
+}
+
+struct Date {
+    int year, month, day;
+};
+
+constexpr bool IsLeapYear(int year) {
+    return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+}
+
+constexpr int DaysOfMonth(int year, int month) {
+    constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    return month == 2 && IsLeapYear(year) ? 29 : kDays[month - 1];
+}
+
+// Days from 1 January 1601 to 1 January of a year.
+constexpr std::int64_t DaysBeforeYear(int year) {
+    const std::int64_t y = year - 1601;
+    return y * 365 + y / 4 - y / 100 + y / 400;
+}
+static_assert(DaysBeforeYear(2001) == 146097, "400 years of the Gregorian calendar");
+
+constexpr int kFirstYear = 1601;
+constexpr int kLastYear = 9999;
+
+std::int64_t DaysOf(const Date& date) {
+    std::int64_t days = DaysBeforeYear(date.year) + date.day - 1;
+    for (int month = 1; month < date.month; ++month) days += DaysOfMonth(date.year, month);
+    return days;
+}
+
+Date DateOf(std::int64_t days) {
+    int year = kFirstYear + static_cast<int>(days / 366);
+    while (DaysBeforeYear(year + 1) <= days) ++year;
+    std::int64_t left = days - DaysBeforeYear(year);
+    int month = 1;
+    for (; left >= DaysOfMonth(year, month); ++month) left -= DaysOfMonth(year, month);
+    return {year, month, static_cast<int>(left) + 1};
+}
+
+// Reads a number of exactly `digits` digits and what follows it; false when they are not there.
+bool TakeNumber(const wchar_t*& text, int digits, wchar_t end, int* number) {
+    *number = 0;
+    for (int i = 0; i < digits; ++i, ++text) {
+        if (*text < L'0' || *text > L'9') return false;
+        *number = *number * 10 + (*text - L'0');
+    }
+    return *text++ == end;
+}
+
+}  // namespace
+
+std::optional<Repeat> RepeatOf(std::uint32_t number) {
+    if (number > static_cast<std::uint32_t>(Repeat::kEveryWeek)) return std::nullopt;
+    return static_cast<Repeat>(number);
+}
+
+std::optional<LocalSeconds> DueTime(const AppBooking& booking, LocalSeconds now) {
+    const auto time = LatestTime(booking, now);
+    if (!time || IsServed(booking, *time) || (now - *time) / kMinute_s > kLatestStart_min)
+        return std::nullopt;
+    return time;
+}
+
+std::optional<LocalSeconds> NextTime(const AppBooking& booking, LocalSeconds now) {
+    if (const auto due = DueTime(booking, now)) return due;
+    const auto latest = LatestTime(booking, now);
+    if (booking.repeat == Repeat::kOnce) {
+        if (latest || IsServed(booking, booking.start)) return std::nullopt;
+        return booking.start;
+    }
+    const LocalSeconds period = Period(booking.repeat);
+    const LocalSeconds next = latest ? *latest + period : booking.start;
+    return IsServed(booking, next) ? next + period : next;
+}
+
+std::wstring LocalTimeText(LocalSeconds time) {
+    const Date date = DateOf(time / kDay_s);
+    const LocalSeconds inDay = time % kDay_s;
+    wchar_t text[64];
+    std::swprintf(text, std::size(text), L"%04d-%02d-%02d %02d:%02d:%02d", date.year, date.month, date.day,
+                  static_cast<int>(inDay / kHour_s), static_cast<int>(inDay % kHour_s / kMinute_s),
+                  static_cast<int>(inDay % kMinute_s));
+    return text;
+}
+
+std::optional<LocalSeconds> ReadLocalTime(const std::wstring& text) {
+    const wchar_t* rest = text.c_str();
+    Date date = {};
+    int hour = 0, minute = 0, second = 0;
+    if (!TakeNumber(rest, 4, L'-', &date.year) || !TakeNumber(rest, 2, L'-', &date.month) ||
+        !TakeNumber(rest, 2, L' ', &date.day) || !TakeNumber(rest, 2, L':', &hour) ||
+        !TakeNumber(rest, 2, L':', &minute) || !TakeNumber(rest, 2, L'\0', &second) ||
+        rest != text.c_str() + text.size() + 1) {
+        return std::nullopt;
+    }
+    const bool exists = date.year >= kFirstYear && date.year <= kLastYear && date.month >= 1 &&
+                        date.month <= 12 && date.day >= 1 && date.day <= DaysOfMonth(date.year, date.month) &&
+                        hour < 24 && minute < 60 && second < 60;
+    if (!exists) return std::nullopt;
+    return DaysOf(date) * kDay_s + hour * kHour_s + minute * kMinute_s + second;
+}
+
+int DayOfWeek(LocalSeconds time) {
+    // 1 January 1601 was a Monday.
+    return static_cast<int>((time / kDay_s + 1) % 7);
+}
+
+std::wstring BookingName(std::uint32_t number) {
+    wchar_t text[64];
+    std::swprintf(text, std::size(text), L"RunAppAtTime-%010u", static_cast<unsigned>(number));
+    return text;
+}
+
+}  // namespace handset

@@ -1,0 +1,65 @@
+#include "handset/state/handset_time.h"
+
+#include <optional>
+#include <string>
+
+#include "handset/state/handset_state.h"
+
+namespace handset {
+namespace {
+
+constexpr wchar_t kZonesKey[] = L"Software\\Microsoft\\Windows NT\\CurrentVersion\\Time Zones\\";
+
+// The value "TZI" of a zone's key.
+struct ZoneRules {
+    LONG bias, standardBias, daylightBias;
+    SYSTEMTIME standardDate, daylightDate;
+};
+
+// The zone that the handset has been given; nothing when it lives in the host's or there is none of that
+// name.
+std::optional<TIME_ZONE_INFORMATION> OwnZone() {
+    const std::wstring name = StateString(L"TimeZone", L"");
+    if (name.empty()) return std::nullopt;
+    ZoneRules rules = {};
+    DWORD size = sizeof rules;
+    if (RegGetValueW(HKEY_LOCAL_MACHINE, (kZonesKey + name).c_str(), L"TZI", RRF_RT_REG_BINARY, nullptr,
+                     &rules, &size) != ERROR_SUCCESS ||
+        size != sizeof rules) {
+        return std::nullopt;
+    }
+    TIME_ZONE_INFORMATION zone = {};
+    zone.Bias = rules.bias;
+    zone.StandardBias = rules.standardBias;
+    zone.DaylightBias = rules.daylightBias;
+    zone.StandardDate = rules.standardDate;
+    zone.DaylightDate = rules.daylightDate;
+    return zone;
+}
+
+using Conversion = BOOL(WINAPI*)(const TIME_ZONE_INFORMATION*, const SYSTEMTIME*, SYSTEMTIME*);
+
+std::uint64_t Converted(Conversion convert, std::uint64_t time) {
+    const FILETIME file = {static_cast<DWORD>(time), static_cast<DWORD>(time >> 32)};
+    SYSTEMTIME from = {};
+    SYSTEMTIME to = {};
+    FILETIME result = {};
+    const auto zone = OwnZone();
+    if (!FileTimeToSystemTime(&file, &from) || !convert(zone ? &*zone : nullptr, &from, &to) ||
+        !SystemTimeToFileTime(&to, &result)) {
+        return time;
+    }
+    return static_cast<std::uint64_t>(result.dwHighDateTime) << 32 | result.dwLowDateTime;
+}
+
+}  // namespace
+
+std::uint64_t LocalFromUniversal(std::uint64_t universal) {
+    return Converted(SystemTimeToTzSpecificLocalTime, universal);
+}
+
+std::uint64_t UniversalFromLocal(std::uint64_t local) {
+    return Converted(TzSpecificLocalTimeToSystemTime, local);
+}
+
+}  // namespace handset
