@@ -2,6 +2,7 @@
 
 #include <strsafe.h>
 
+#include "channels/frequency_edit.h"
 #include "channels/frequency_input.h"
 #include "resources/resource_ids.h"
 #include "shell/dialogs.h"
@@ -14,19 +15,9 @@ namespace {
 constexpr WPARAM kFrequencyLength = 5;
 constexpr int kFrequencyCapacity = 32;
 
-WNDPROC g_editProcedure = nullptr;
-
-// Refuses what cannot belong to a frequency.
-LRESULT CALLBACK FrequencyEditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_CHAR) {
-        WCHAR text[kFrequencyCapacity] = L"";
-        GetWindowTextW(edit, text, kFrequencyCapacity);
-        if (!IsFrequencyCharacter(static_cast<WCHAR>(wParam), wcschr(text, L'.') != nullptr)) return 0;
-    }
-    return CallWindowProcW(g_editProcedure, edit, message, wParam, lParam);
+ChannelEdit* EditOf(HWND dialog) {
+    return reinterpret_cast<ChannelEdit*>(GetWindowLongW(dialog, DWL_USER));
 }
-
-ChannelEdit* EditOf(HWND dialog) { return reinterpret_cast<ChannelEdit*>(GetWindowLongW(dialog, DWL_USER)); }
 
 INT_PTR OnInitDialog(HWND dialog, LPARAM parameter) {
     SetWindowLongW(dialog, DWL_USER, parameter);
@@ -41,8 +32,7 @@ INT_PTR OnInitDialog(HWND dialog, LPARAM parameter) {
                         PlainFrequencyText(edit.record.dwPropRecord_ChannelValue).sz);
         SetDlgItemTextW(dialog, IDC_CHANNEL_GUIDE, edit.record.szPropRecord_ChannelPGuide);
     }
-    g_editProcedure = reinterpret_cast<WNDPROC>(SetWindowLongW(
-        GetDlgItem(dialog, IDC_CHANNEL_FREQUENCY), GWL_WNDPROC, reinterpret_cast<LONG_PTR>(&FrequencyEditProc)));
+    SubclassFrequencyEdit(GetDlgItem(dialog, IDC_CHANNEL_FREQUENCY));
     return TRUE;
 }
 
@@ -79,7 +69,9 @@ void Accept(HWND dialog, WORD command) {
     EndDialog(dialog, command);
 }
 
-void Cancel(HWND dialog, WORD command) { EndDialog(dialog, command); }
+void Cancel(HWND dialog, WORD command) {
+    EndDialog(dialog, command);
+}
 
 struct CommandRow {
     WORD wId;

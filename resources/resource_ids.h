@@ -45,6 +45,8 @@
 #define IDS_SOFTKEY_DONE 62
 #define IDS_SOFTKEY_MENU 63
 #define IDS_SOFTKEY_CHANNELS 64
+// Column heads of the schedule's list.
+#define IDS_SCHEDULE_COLUMN 70        // … 73: channel, day, start, end
 
 // --- Icons and bitmaps -----------------------------------------------------------------------------------
 #define IDI_APP 101

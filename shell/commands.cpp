@@ -2,6 +2,7 @@
 
 #include "channels/group_dialog.h"
 #include "resources/resource_ids.h"
+#include "schedule/schedule_dialog.h"
 #include "shell/app_block.h"
 #include "shell/information_dialog.h"
 #include "shell/keys.h"
@@ -16,9 +17,13 @@ namespace {
 
 constexpr DWORD kFileClosing_ms = 1000;
 
-void Settings(CMainState&, HWND window) { ShowSettings(window); }
+void Settings(CMainState&, HWND window) {
+    ShowSettings(window);
+}
 
-void Information(CMainState&, HWND window) { ShowInformation(window); }
+void Information(CMainState&, HWND window) {
+    ShowInformation(window);
+}
 
 void SleepOff(CMainState&, HWND window) { SetSleepTimer(0, IDC_SLEEP_OFF, window); }
 void Sleep15(CMainState&, HWND window) { SetSleepTimer(15 * 60, IDC_SLEEP_15, window); }
@@ -51,7 +56,7 @@ constexpr CommandRow kCommands[] = {
     {IDC_SLEEP_15,      Sleep15,     L"sleep timer, 15 min"},
     {IDC_SLEEP_30,      Sleep30,     L"sleep timer, 30 min"},
     {IDC_SLEEP_60,      Sleep60,     L"sleep timer, 60 min"},
-    {IDC_SCHEDULE,      nullptr,     L"scheduled recording"},
+    {IDC_SCHEDULE,      ShowScheduleDialog, L"scheduled recording"},
     {IDC_ADD_CURRENT,   AddCurrentChannel, L"add current channel"},
     {static_cast<WORD>(IDC_EXIT), Exit, L"exit"},
 };

@@ -24,7 +24,8 @@ const Text kTexts[] = {
     {36, 259, 0}, {37, 259, 0}, {38,  99, 0}, {39,  63, 0}, {40,  63, 0}, {42,  15, 0}, {43,  15, 0},
     {44,  15, 0}, {45,  15, 0}, {46,  15, 0}, {47,  15, 0}, {48,  15, 0}, {49, 259, 1}, {50, 259, 0},
     {IDS_SOFTKEY_OK, 12, 0}, {IDS_SOFTKEY_CANCEL, 12, 0}, {IDS_SOFTKEY_DONE, 12, 0},
-    {IDS_SOFTKEY_MENU, 12, 0}, {IDS_SOFTKEY_CHANNELS, 12, 0},
+    {IDS_SOFTKEY_MENU, 12, 0}, {IDS_SOFTKEY_CHANNELS, 12, 0}, {IDS_SCHEDULE_COLUMN, 15, 0},
+    {IDS_SCHEDULE_COLUMN + 1, 15, 0}, {IDS_SCHEDULE_COLUMN + 2, 15, 0}, {IDS_SCHEDULE_COLUMN + 3, 15, 0},
 };
 // clang-format on
 

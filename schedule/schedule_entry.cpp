@@ -1,0 +1,68 @@
+#include "schedule/schedule_entry.h"
+
+#include <regext.h>
+#include <strsafe.h>
+
+#include "shell/owned.h"
+
+namespace {
+
+struct KeyPath {
+    KeyPath(const WCHAR* path, const WCHAR* name) {
+        StringCchPrintfW(sz, ARRAYSIZE(sz), name == nullptr ? L"%s" : L"%s\\%s", path, name);
+    }
+    WCHAR sz[MAX_PATH] = L"";
+};
+
+// The stored texts in the order in which they are written.
+struct TextRow {
+    const WCHAR* pszValue;
+    WCHAR (ScheduleEntry::*pText)[kBookingTextCapacity];
+};
+
+// clang-format off
+constexpr TextRow kTexts[] = {
+    {L"Channel",   &ScheduleEntry::szChannel},
+    {L"StartTime", &ScheduleEntry::szStartTime},
+    {L"EndTime",   &ScheduleEntry::szEndTime},
+    {L"Week",      &ScheduleEntry::szWeek},
+};
+// clang-format on
+
+}  // namespace
+
+HRESULT CreateScheduleKey(HKEY root, const WCHAR* path, const WCHAR* name) {
+    if (root == nullptr || path == nullptr) return E_INVALIDARG;
+    OwnedKey key;
+    const LONG error = RegCreateKeyExW(root, KeyPath(path, name).sz, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                                       key.put(), nullptr);
+    return error == ERROR_SUCCESS ? S_OK : E_FAIL;
+}
+
+HRESULT EnumScheduleKey(HKEY root, const WCHAR* path, DWORD index, WCHAR* name, DWORD* length) {
+    if (root == nullptr || path == nullptr || name == nullptr || length == nullptr) return E_INVALIDARG;
+    OwnedKey key;
+    if (RegOpenKeyExW(root, path, 0, KEY_READ, key.put()) != ERROR_SUCCESS) return E_FAIL;
+    const LONG error = RegEnumKeyExW(key.get(), index, name, length, nullptr, nullptr, nullptr, nullptr);
+    return error == ERROR_SUCCESS ? S_OK : E_FAIL;
+}
+
+void WriteScheduleEntry(HKEY root, const WCHAR* path, const ScheduleEntry& entry) {
+    CreateScheduleKey(root, path, entry.szName);
+    const KeyPath key(path, entry.szName);
+    for (const TextRow& row : kTexts) RegistrySetString(root, key.sz, row.pszValue, entry.*row.pText);
+}
+
+ScheduleEntry ReadScheduleEntry(HKEY root, const WCHAR* path, const WCHAR* name) {
+    ScheduleEntry entry = {};
+    StringCchCopyW(entry.szName, ARRAYSIZE(entry.szName), name);
+    const KeyPath key(path, name);
+    for (const TextRow& row : kTexts) {
+        RegistryGetString(root, key.sz, row.pszValue, entry.*row.pText, kBookingTextCapacity);
+    }
+    return entry;
+}
+
+bool DeleteScheduleKey(HKEY root, const WCHAR* path, const WCHAR* name) {
+    return RegDeleteKeyW(root, KeyPath(path, name).sz) == ERROR_SUCCESS;
+}

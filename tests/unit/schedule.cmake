@@ -1,0 +1,15 @@
+# The schedule on the real resources: its entries in a registry of the test's own, and its dialog, worked from
+# another thread as a hand does.
+kora_test(test_schedule APP
+    SOURCES
+        aygshell/test_handset.cpp
+        schedule/add_test.cpp
+        schedule/bad_entries_test.cpp
+        schedule/delete_test.cpp
+        schedule/dialog_test.cpp
+        schedule/entry_test.cpp
+        schedule/open_schedule.cpp
+        schedule/schedule_test.cpp
+    LIBS app_channels app_resources app_recording app_schedule app_shell app_skin app_tuner strmiids)
+# The deletion of an entry's key goes through the tests, which may refuse it as a registry does.
+target_link_options(test_schedule PRIVATE -Wl,--wrap=_Z17DeleteScheduleKeyP6HKEY__PKwS2_)

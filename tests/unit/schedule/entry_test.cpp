@@ -1,0 +1,89 @@
+// Entries in the registry: created, written text by text, walked and read.
+#include <windows.h>
+
+#include <regext.h>
+
+#include "tests/unit/schedule/schedule_test.h"
+
+namespace {
+
+using Entries = test::ScheduleTest;
+using test::Texts;
+
+constexpr wchar_t kPath[] = L"\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
+constexpr wchar_t kName[] = L"RunAppAtTime-0000000001";
+
+ScheduleEntry Entry() {
+    return {L"RunAppAtTime-0000000001", L"87.5", L"Mon", L"10 : 00", L"11 : 00"};
+}
+
+TEST_F(Entries, LieBelowTheRadiosSettings) {
+    EXPECT_STREQ(kSettingsKey, kPath);
+}
+
+TEST_F(Entries, AKeyIsCreatedWithOrWithoutAName) {
+    EXPECT_EQ(CreateScheduleKey(HKEY_CLASSES_ROOT, kPath, nullptr), 0);
+    EXPECT_TRUE(EntryNames().empty());
+    EXPECT_EQ(CreateScheduleKey(HKEY_CLASSES_ROOT, kPath, kName), 0);
+    EXPECT_EQ(EntryNames(), std::vector<std::wstring>{kName});
+}
+
+TEST_F(Entries, ANullArgumentIsRefusedAndAnImpossibleKeyFails) {
+    wchar_t name[kEntryNameCapacity] = L"";
+    DWORD length = kEntryNameCapacity;
+    const auto invalid = static_cast<HRESULT>(0x80070057);
+    EXPECT_EQ(CreateScheduleKey(nullptr, kPath, kName), invalid);
+    EXPECT_EQ(CreateScheduleKey(HKEY_CLASSES_ROOT, nullptr, kName), invalid);
+    EXPECT_EQ(EnumScheduleKey(nullptr, kPath, 0, name, &length), invalid);
+    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, nullptr, 0, name, &length), invalid);
+    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, kPath, 0, nullptr, &length), invalid);
+    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, kPath, 0, name, nullptr), invalid);
+    const auto noKey = reinterpret_cast<HKEY>(static_cast<UINT_PTR>(0x12344));
+    EXPECT_EQ(CreateScheduleKey(noKey, kPath, kName), static_cast<HRESULT>(0x80004005));
+}
+
+TEST_F(Entries, AreWalkedByIndexUntilThereAreNoMore) {
+    wchar_t name[kEntryNameCapacity] = L"";
+    DWORD length = kEntryNameCapacity;
+    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, kPath, 0, name, &length), static_cast<HRESULT>(0x80004005));
+    CreateScheduleKey(HKEY_CLASSES_ROOT, kPath, L"first");
+    CreateScheduleKey(HKEY_CLASSES_ROOT, kPath, L"second");
+    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, kPath, 1, name, &length), 0);
+    EXPECT_STREQ(name, L"second");
+    EXPECT_EQ(length, 6u);
+    length = kEntryNameCapacity;
+    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, kPath, 2, name, &length), static_cast<HRESULT>(0x80004005));
+}
+
+TEST_F(Entries, AreWrittenAsFourTextsAndReadAgain) {
+    WriteScheduleEntry(HKEY_CLASSES_ROOT, kPath, Entry());
+    EXPECT_EQ(EntryTexts(kName), (Texts{L"87.5", L"Mon", L"10 : 00", L"11 : 00"}));
+    const ScheduleEntry read = ReadScheduleEntry(HKEY_CLASSES_ROOT, kPath, kName);
+    EXPECT_STREQ(read.szName, kName);
+    EXPECT_STREQ(read.szChannel, L"87.5");
+    EXPECT_STREQ(read.szWeek, L"Mon");
+    EXPECT_STREQ(read.szStartTime, L"10 : 00");
+    EXPECT_STREQ(read.szEndTime, L"11 : 00");
+}
+
+TEST_F(Entries, ATextThatIsMissingTooLongOrANumberIsEmpty) {
+    CreateScheduleKey(HKEY_CLASSES_ROOT, kPath, kName);
+    const std::wstring key = kPath + (L"\\" + std::wstring(kName));
+    RegistrySetString(HKEY_CLASSES_ROOT, key.c_str(), L"Channel", L"a text of 16 let");
+    RegistrySetDWORD(HKEY_CLASSES_ROOT, key.c_str(), L"Week", 1);
+    RegistrySetString(HKEY_CLASSES_ROOT, key.c_str(), L"StartTime", L"a text of 15 le");
+    const ScheduleEntry read = ReadScheduleEntry(HKEY_CLASSES_ROOT, kPath, kName);
+    EXPECT_STREQ(read.szChannel, L"");
+    EXPECT_STREQ(read.szWeek, L"");
+    EXPECT_STREQ(read.szStartTime, L"a text of 15 le");
+    EXPECT_STREQ(read.szEndTime, L"");
+}
+
+TEST_F(Entries, ADeletedOneIsGone) {
+    WriteScheduleEntry(HKEY_CLASSES_ROOT, kPath, Entry());
+    EXPECT_TRUE(DeleteScheduleKey(HKEY_CLASSES_ROOT, kPath, kName));
+    EXPECT_FALSE(DeleteScheduleKey(HKEY_CLASSES_ROOT, kPath, kName));
+    EXPECT_TRUE(EntryNames().empty());
+}
+
+}  // namespace
