@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdint>
 #include <random>
@@ -124,4 +125,41 @@ TEST(CommandOptions, WhatIsNotNamedKeepsItsValue) {
     EXPECT_EQ(outcome.request.uRecord, 1U);
     EXPECT_EQ(outcome.request.uChannel, 9850U);
     EXPECT_EQ(outcome.request.uDuration_min, 5U);
+}
+
+TEST(CommandOptions, EveryOrderAndOmissionGivesWhatIsNamed) {
+    const std::vector<std::wstring> options = {L"-Rec", L"-Channel 9850", L"-Duration 60"};
+    int lines = 0;
+    for (unsigned chosen = 0; chosen < 8; ++chosen) {
+        std::vector<std::size_t> order;
+        for (std::size_t option = 0; option < options.size(); ++option) {
+            if ((chosen & 1U << option) != 0) order.push_back(option);
+        }
+        do {
+            std::wstring line;
+            for (const std::size_t option : order) line += (line.empty() ? L"" : L" ") + options[option];
+            const Outcome outcome = Read(line);
+            EXPECT_EQ(outcome.request.uRecord, (chosen & 1) != 0 ? 1U : 0U);
+            EXPECT_EQ(outcome.request.uChannel, (chosen & 2) != 0 ? 9850U : 0U);
+            EXPECT_EQ(outcome.request.uDuration_min, (chosen & 4) != 0 ? 60U : 0U);
+            ++lines;
+        } while (std::next_permutation(order.begin(), order.end()));
+    }
+    EXPECT_EQ(lines, 1 + 3 + 6 + 6);
+}
+
+TEST(CommandOptions, NoOtherLetterCaseIsRecognised) {
+    const std::vector<std::wstring> options = {L"-Rec", L"-Channel", L"-Duration"};
+    for (const std::wstring& option : options) {
+        // One letter at a time in the other case.
+        for (std::size_t at = 1; at < option.size(); ++at) {
+            std::wstring other = option;
+            other[at] = static_cast<wchar_t>(other[at] ^ 0x20);
+            const Outcome outcome = Read(other + L" 7");
+            EXPECT_EQ(outcome.request.uRecord, 0U);
+            EXPECT_EQ(outcome.request.uChannel, 0U);
+            EXPECT_EQ(outcome.request.uDuration_min, 0U);
+            EXPECT_TRUE(outcome.values.empty());
+        }
+    }
 }
