@@ -85,11 +85,14 @@ class ScheduledRecording : public test::RadioTest {
         StepMinute(GetDlgItem(dialog, IDC_SCHEDULE_END), 2);
         EXPECT_EQ(TextOf(GetDlgItem(dialog, IDC_SCHEDULE_START)), L"09 : 58");
         EXPECT_EQ(TextOf(GetDlgItem(dialog, IDC_SCHEDULE_END)), L"09 : 59");
+        int taps = Traced("Check Result ");
         for (const int day : furtherDays) {
             RECT place = {};
             GetWindowRect(GetDlgItem(dialog, IDC_SCHEDULE_SUNDAY + day), &place);
-            MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
-            Press(dialog, (place.left + place.right) / 2, (place.top + place.bottom) / 2);
+            // The display begins at the corner of the screen.
+            Handset(L"tap " + std::to_wstring((place.left + place.right) / 2) + L" " +
+                    std::to_wstring((place.top + place.bottom) / 2));
+            EXPECT_TRUE(WaitForTraces("Check Result ", ++taps)) << day;
         }
         SendMessageW(GetDlgItem(dialog, IDC_SCHEDULE_ADD), BM_CLICK, 0, 0);
     }
