@@ -8,12 +8,15 @@
 #include "handset/panel/switches.h"
 #include "handset/state/booking_lock.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/power_manager.h"
 
 namespace panel {
 namespace {
 
 // The host's clock may be set without a word, so the handset's is looked at this often at least.
 constexpr DWORD kLongestWait_ms = 1000;
+constexpr DWORD kKeptAwake_ms = 15000;
+constexpr DWORD kResetPeriod_ms = 300;
 constexpr wchar_t kRunsName[] = L"ServiceRuns";
 
 // Signals when something under a key of the state changes.
@@ -51,12 +54,21 @@ bool IsSwitchedOn() {
                         [&state](const wchar_t* name) { return _wcsicmp(state.c_str(), name) == 0; });
 }
 
-// A suspended handset wakes with its display off.
-void Wake() {
-    if (_wcsicmp(PowerState().c_str(), L"suspend") == 0) SetPowerState(L"unattended");
+}  // namespace
+
+// With its display off.
+void BookingService::Wake() {
+    if (_wcsicmp(PowerState().c_str(), L"suspend") != 0) return;
+    SetPowerState(L"unattended");
+    awakeUntil_ms_ = GetTickCount64() + kKeptAwake_ms;
 }
 
-}  // namespace
+void BookingService::KeepAwake() {
+    const ULONGLONG now = GetTickCount64();
+    if (now >= awakeUntil_ms_ || now - lastReset_ms_ < kResetPeriod_ms) return;
+    handset::ResetIdleTimer();
+    lastReset_ms_ = now;
+}
 
 void BookingService::Say(const handset::AppBooking& booking, const std::wstring& outcome) {
     console_.Line(handset::LocalTimeText(LocalNow()) + L"  " + booking.name + L"  " + booking.program + L" " +
@@ -94,7 +106,7 @@ void BookingService::ServeDue() {
 
 DWORD BookingService::RealTimeToNext_ms() const {
     const handset::LocalSeconds now = LocalNow();
-    DWORD wait_ms = kLongestWait_ms;
+    DWORD wait_ms = GetTickCount64() < awakeUntil_ms_ ? kResetPeriod_ms : kLongestWait_ms;
     for (const handset::AppBooking& booking : list_.bookings) {
         const auto next = handset::NextTime(booking, now);
         if (next && *next > now) wait_ms = std::min<DWORD>(wait_ms, RealTimeUntil_ms(*next, kLongestWait_ms));
@@ -117,6 +129,7 @@ void BookingService::Run(HANDLE stop) {
         if (woken == WAIT_OBJECT_0 + 2) state.Arm();
         FixClockBase();
         ServeDue();
+        KeepAwake();
         woken =
             WaitForMultipleObjects(static_cast<DWORD>(std::size(events)), events, FALSE, RealTimeToNext_ms());
     }

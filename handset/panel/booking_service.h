@@ -26,11 +26,15 @@ class BookingService {
 
   private:
     void Serve(const std::wstring& name);
+    void Wake();
+    // Until what it was woken for has had time to come up, a woken handset is kept from suspending again.
+    void KeepAwake();
     void Say(const handset::AppBooking& booking, const std::wstring& outcome);
     [[nodiscard]] DWORD RealTimeToNext_ms() const;
 
     Console& console_;
     BookingList list_;
+    ULONGLONG awakeUntil_ms_ = 0, lastReset_ms_ = 0;  // of the host's clock
 };
 
 // A service on a thread of its own, for as long as the object lives.
