@@ -10,8 +10,8 @@
 #include "shell/messages.h"
 #include "shell/popup_menu.h"
 #include "shell/settings_dialog.h"
-#include "tuner/auto_scan.h"
 #include "shell/sleep_timer.h"
+#include "tuner/auto_scan.h"
 
 namespace {
 

@@ -15,19 +15,20 @@ DWORD& InstructionPointer(CONTEXT& context) {
 }
 #endif
 
-// Runs after the handlers of debuggers and of the program's own guards.
+LPTOP_LEVEL_EXCEPTION_FILTER g_previous = nullptr;
+
+// For what no guard of the program has taken.
 LONG WINAPI GoOnAfterBreak(EXCEPTION_POINTERS* exception) {
     if (exception->ExceptionRecord->ExceptionCode != static_cast<DWORD>(EXCEPTION_BREAKPOINT)) {
-        return EXCEPTION_CONTINUE_SEARCH;
+        return g_previous != nullptr ? g_previous(exception) : EXCEPTION_CONTINUE_SEARCH;
     }
     auto& next = InstructionPointer(*exception->ContextRecord);
     if (*reinterpret_cast<const BYTE*>(next) == kBreakInstruction) ++next;
     return EXCEPTION_CONTINUE_EXECUTION;
 }
 
-struct BreakHandler {
-    void* handler = AddVectoredExceptionHandler(FALSE, GoOnAfterBreak);
-    ~BreakHandler() { RemoveVectoredExceptionHandler(handler); }
-} const g_handler;
+struct BreakFilter {
+    BreakFilter() { g_previous = SetUnhandledExceptionFilter(GoOnAfterBreak); }
+} const g_filter;
 
 }  // namespace

@@ -9,4 +9,4 @@ kora_test(test_channels APP
         channels/records_test.cpp
         channels/volume_test.cpp
         ../support/stored_channels.cpp
-    LIBS app_channels app_schedule app_shell app_skin app_tuner)
+    LIBS ${KORA_APPLICATION})

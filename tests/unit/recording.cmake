@@ -11,7 +11,7 @@ kora_test(test_recording APP
         recording/start_recording_test.cpp
         recording/stop_recording_test.cpp
         recording/tick_count.cpp
-    LIBS app_channels app_recording app_resources app_schedule app_shell app_skin app_tuner strmiids)
+    LIBS ${KORA_APPLICATION} app_resources)
 target_link_options(test_recording PRIVATE 
     -Wl,--wrap=__imp_GetTickCount -Wl,--wrap=__imp_MessageBoxW -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw)
 # Some of it waits for seconds of the handset's clock.

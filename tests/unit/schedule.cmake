@@ -10,6 +10,6 @@ kora_test(test_schedule APP
         schedule/entry_test.cpp
         schedule/open_schedule.cpp
         schedule/schedule_test.cpp
-    LIBS app_channels app_resources app_schedule app_shell app_skin app_tuner)
+    LIBS ${KORA_APPLICATION} app_resources)
 # The deletion of an entry's key goes through the tests, which may refuse it as a registry does.
 target_link_options(test_schedule PRIVATE -Wl,--wrap=_Z17DeleteScheduleKeyP6HKEY__PKwS2_)

@@ -10,4 +10,4 @@ kora_test(test_settings APP
         settings/settings_dialog_test.cpp
         settings/settings_test.cpp
         $<TARGET_OBJECTS:test_settings_resources>
-    LIBS app_channels app_resources app_recording app_schedule app_shell app_skin app_tuner strmiids)
+    LIBS ${KORA_APPLICATION} app_resources)

@@ -15,4 +15,4 @@ kora_test(test_shell APP
         shell/shell_test.cpp
         shell/shut_down_test.cpp
         shell/sleep_timer_test.cpp
-    LIBS app_shell app_channels app_recording app_schedule app_skin app_tuner strmiids)
+    LIBS ${KORA_APPLICATION})

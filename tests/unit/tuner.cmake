@@ -18,6 +18,6 @@ kora_test(test_tuner APP
         tuner/volume_keys_test.cpp
         tuner/weak_signal_test.cpp
         ${CMAKE_SOURCE_DIR}/tests/native/tuner/frequency_test.cpp
-    LIBS app_channels app_recording app_resources app_schedule app_shell app_skin app_tuner strmiids)
+    LIBS ${KORA_APPLICATION} app_resources)
 # The text fields' painting and the reading of settings go through the tests, which note them and pass them on.
 target_link_options(test_tuner PRIVATE -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw,--wrap=RegistryGetDWORD)
