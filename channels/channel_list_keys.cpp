@@ -55,6 +55,8 @@ void FindEdges(HWND list) {
 
 LRESULT CALLBACK ListProc(HWND list, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_KEYDOWN && BelongsToMainWindow(wParam)) return HandToMainWindow(list, wParam, lParam);
+    // An accelerator's command goes to the window with the focus; the commands are the main window's.
+    if (message == WM_COMMAND && lParam == 0) return SendMessageW(GetParent(list), message, wParam, lParam);
     if (message == WM_KEYUP && (wParam == VK_UP || wParam == VK_DOWN)) FindEdges(list);
     return CallWindowProcW(g_listProcedure, list, message, wParam, lParam);
 }

@@ -28,6 +28,11 @@ std::uint32_t ChannelOfRow(CMainState& state, int row) {
 
 void CALLBACK SelectionTimerProc(HWND window, UINT, UINT_PTR, DWORD) {
     CMainState& state = *MainStateOf(window);
+    if (!IsWindowVisible(state.m_hListView)) {
+        // A scan has hidden the list and has the tuner to itself: a selection of before is not tuned into it.
+        KillTimer(window, TIMER_LIST_SELECTION);
+        return;
+    }
     const WaitCursor wait;
     g_app.pFMDevice->SetChannel(state.m_uSelectedChannel);
     RefreshFrequencyDisplay(state);

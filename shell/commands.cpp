@@ -39,26 +39,24 @@ void Exit(CMainState&, HWND window) {
     SendMessageW(window, WM_CLOSE, 0, 0);
 }
 
-// A row without a handler is a command that the radio does not have yet; its menu item is grey.
 struct CommandRow {
     WORD wId;
     void (*handler)(CMainState&, HWND);
-    const WCHAR* pszName;
 };
 
 // clang-format off
 constexpr CommandRow kCommands[] = {
-    {IDC_AUTOSCAN,      StartAutoScan, L"automatic scan"},
-    {IDC_CHANNEL_LISTS, ShowGroupDialog, L"channel lists"},
-    {IDC_SETTINGS,      Settings,    L"settings"},
-    {IDC_INFORMATION,   Information, L"information"},
-    {IDC_SLEEP_OFF,     SleepOff,    L"sleep timer off"},
-    {IDC_SLEEP_15,      Sleep15,     L"sleep timer, 15 min"},
-    {IDC_SLEEP_30,      Sleep30,     L"sleep timer, 30 min"},
-    {IDC_SLEEP_60,      Sleep60,     L"sleep timer, 60 min"},
-    {IDC_SCHEDULE,      ShowScheduleDialog, L"scheduled recording"},
-    {IDC_ADD_CURRENT,   AddCurrentChannel, L"add current channel"},
-    {static_cast<WORD>(IDC_EXIT), Exit, L"exit"},
+    {IDC_AUTOSCAN,      StartAutoScan},
+    {IDC_CHANNEL_LISTS, ShowGroupDialog},
+    {IDC_SETTINGS,      Settings},
+    {IDC_INFORMATION,   Information},
+    {IDC_SLEEP_OFF,     SleepOff},
+    {IDC_SLEEP_15,      Sleep15},
+    {IDC_SLEEP_30,      Sleep30},
+    {IDC_SLEEP_60,      Sleep60},
+    {IDC_SCHEDULE,      ShowScheduleDialog},
+    {IDC_ADD_CURRENT,   AddCurrentChannel},
+    {static_cast<WORD>(IDC_EXIT), Exit},
 };
 // clang-format on
 
@@ -71,18 +69,8 @@ bool RunCommand(CMainState& state, HWND window, WORD id) {
     }
     for (const CommandRow& row : kCommands) {
         if (row.wId != id) continue;
-        if (row.handler != nullptr) {
-            row.handler(state, window);
-        } else {
-            NKDbgPrintfW(L"FM: command %d (%s) has no handler\n", id, row.pszName);
-        }
+        row.handler(state, window);
         return true;
     }
     return false;
-}
-
-void GreyMissingCommands(HMENU menu) {
-    for (const CommandRow& row : kCommands) {
-        if (row.handler == nullptr) EnableMenuItem(menu, row.wId, MF_BYCOMMAND | MF_GRAYED);
-    }
 }

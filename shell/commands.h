@@ -7,6 +7,3 @@ class CMainState;
 
 // Runs the command with this id; false for an id that is not in the table.
 bool RunCommand(CMainState& state, HWND window, WORD id);
-
-// Greys the items of a menu whose commands the radio does not have yet.
-void GreyMissingCommands(HMENU menu);

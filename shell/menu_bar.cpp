@@ -5,7 +5,6 @@
 
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
-#include "shell/commands.h"
 #include "shell/main_state.h"
 #include "shell/settings_key.h"
 
@@ -35,7 +34,6 @@ HWND CreateMainMenuBar(HWND window) {
 }
 
 void EnableMenuItems(CMainState& state, HMENU menu) {
-    GreyMissingCommands(menu);
     std::uint32_t channel = 0;
     if (g_app.pFMDevice != nullptr) g_app.pFMDevice->GetChannel(&channel);
     WCHAR group[kGroupNameCapacity] = L"";

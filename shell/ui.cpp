@@ -108,36 +108,33 @@ LRESULT OnAFSwitched(CMainState&, HWND hwnd, UINT, WPARAM, LPARAM) {
     return 0;
 }
 
-// A row without a handler belongs to something that the radio does not have yet: the message is traced and
-// nothing is done.
 struct MessageRow {
     UINT uFirst, uLast;
     Handler handler;
-    const WCHAR* pszName;
 };
 
 // clang-format off
 constexpr MessageRow kMessages[] = {
-    {WM_DESTROY,           WM_DESTROY,           OnDestroy,       L"shut-down"},
-    {WM_SIZE,              WM_SIZE,              OnSize,          L"layout"},
-    {WM_ACTIVATE,          WM_ACTIVATE,          OnActivate,      L"activation"},
-    {WM_PAINT,             WM_PAINT,             OnPaint,         L"painting"},
-    {WM_SETTINGCHANGE,     WM_SETTINGCHANGE,     OnSettingChange, L"settings of the device"},
-    {WM_NOTIFY,            WM_NOTIFY,            OnNotify,        L"channel list"},
-    {WM_CONTEXTMENU,       WM_CONTEXTMENU,       OnContextMenu,   L"channel popup menu"},
-    {WM_KEYDOWN,           WM_KEYDOWN,           OnKeyDown,       L"keys"},
-    {WM_KEYUP,             WM_KEYUP,             Swallow,         L"keys"},
-    {WM_COMMAND,           WM_COMMAND,           OnCommand,       L"menu commands"},
-    {WM_TIMER,             WM_TIMER,             ToSkin,          L"repeat of a held button"},
-    {WM_INITMENUPOPUP,     WM_INITMENUPOPUP,     OnInitMenuPopup, L"menu enabling"},
-    {WM_MOUSEMOVE,         WM_LBUTTONUP,         ToSkin,          L"stylus"},
-    {WM_AUTOSCAN_FINISHED, WM_AUTOSCAN_FINISHED, OnScanFinished,  L"end of a scan"},
-    {WM_SKIN_SLIDER,       WM_SKIN_CLICK,        OnControl,       L"controls"},
-    {WM_SKIN_SETPOS,       WM_SKIN_GETPOS,       ToSkin,          L"slider position"},
-    {WM_HEADSET_CHANGED,   WM_HEADSET_CHANGED,   OnHeadset,       L"headset"},
-    {WM_BLUETOOTH_CHANGED, WM_BLUETOOTH_CHANGED, OnBluetooth,     L"Bluetooth state"},
-    {WM_PHONE_CHANGED,     WM_PHONE_CHANGED,     OnPhone,         L"telephone calls"},
-    {WM_AF_SWITCHED,       WM_AF_SWITCHED,       OnAFSwitched,    L"alternative frequency"},
+    {WM_DESTROY,           WM_DESTROY,           OnDestroy},
+    {WM_SIZE,              WM_SIZE,              OnSize},
+    {WM_ACTIVATE,          WM_ACTIVATE,          OnActivate},
+    {WM_PAINT,             WM_PAINT,             OnPaint},
+    {WM_SETTINGCHANGE,     WM_SETTINGCHANGE,     OnSettingChange},
+    {WM_NOTIFY,            WM_NOTIFY,            OnNotify},
+    {WM_CONTEXTMENU,       WM_CONTEXTMENU,       OnContextMenu},
+    {WM_KEYDOWN,           WM_KEYDOWN,           OnKeyDown},
+    {WM_KEYUP,             WM_KEYUP,             Swallow},
+    {WM_COMMAND,           WM_COMMAND,           OnCommand},
+    {WM_TIMER,             WM_TIMER,             ToSkin},
+    {WM_INITMENUPOPUP,     WM_INITMENUPOPUP,     OnInitMenuPopup},
+    {WM_MOUSEMOVE,         WM_LBUTTONUP,         ToSkin},
+    {WM_AUTOSCAN_FINISHED, WM_AUTOSCAN_FINISHED, OnScanFinished},
+    {WM_SKIN_SLIDER,       WM_SKIN_CLICK,        OnControl},
+    {WM_SKIN_SETPOS,       WM_SKIN_GETPOS,       ToSkin},
+    {WM_HEADSET_CHANGED,   WM_HEADSET_CHANGED,   OnHeadset},
+    {WM_BLUETOOTH_CHANGED, WM_BLUETOOTH_CHANGED, OnBluetooth},
+    {WM_PHONE_CHANGED,     WM_PHONE_CHANGED,     OnPhone},
+    {WM_AF_SWITCHED,       WM_AF_SWITCHED,       OnAFSwitched},
 };
 // clang-format on
 
@@ -157,9 +154,5 @@ LRESULT CALLBACK WndProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) 
     const MessageRow* row = FindMessage(message);
     CMainState* state = MainStateOf(hwnd);
     if (row == nullptr || state == nullptr) return DefWindowProcW(hwnd, message, wParam, lParam);
-    if (row->handler == nullptr) {
-        NKDbgPrintfW(L"FM: message 0x%x (%s) has no handler\n", message, row->pszName);
-        return 0;
-    }
     return row->handler(*state, hwnd, message, wParam, lParam);
 }

@@ -228,6 +228,20 @@ TEST_F(AutoScan, ASecondScanAfterTheFirstWorks) {
     EXPECT_EQ(Count(handset.Trace(), "FM: End Auto Scan Channels.\n"), 2);
 }
 
+TEST_F(AutoScan, ASelectionThatWasRestingWhenTheScanBeganIsNotTunedIntoIt) {
+    handset.WriteBand(Band(20));
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    PostMessageW(radio.ListView(), WM_KEYDOWN, VK_DOWN, 1);
+    ASSERT_TRUE(WaitFor([&] { return test::SelectedRow(radio.ListView()) == 0; }));
+    const std::size_t before = handset.TunerCalls().size();
+    Begin(radio);
+    End(radio);
+    EXPECT_EQ(RowCount(radio.ListView()), 20);
+    const auto calls = TunerCommands(before);
+    EXPECT_EQ(CountCalls(calls, "SetChannel"), CountCalls(calls, "SetChannel 8750 -> 0"));
+}
+
 TEST_F(AutoScan, ClosingAfterAScanMeetsTheStaleMutexAndEnds) {
     Radio radio(handset);
     radio.WaitUntilShown();

@@ -154,12 +154,4 @@ TEST_F(Notices, TheInformationDialogOpensOverTheScreenAndEndsWithOk) {
     EXPECT_TRUE(radio.Runs());
 }
 
-TEST_F(Notices, ACommandThatTheRadioDoesNotHaveIsTracedAndDoesNothing) {
-    Radio radio(handset);
-    radio.WaitUntilShown();
-    radio.Command(IDC_SCHEDULE);
-    EXPECT_TRUE(WaitForTrace("FM: command 32793 (scheduled recording) has no handler\n"));
-    EXPECT_EQ(radio.Box(nullptr), nullptr);
-}
-
 }  // namespace
