@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <cstddef>
+
 class CMainState;
 
 // A name of the user's own may be 260 characters long, and the extension's letters come behind it. The device

@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <cstddef>
+
 #include "schedule/booking_rule.h"
 
 // Name of an entry, terminator included; what the platform gives is at least kShortestEntryName long. Other

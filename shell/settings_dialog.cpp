@@ -92,9 +92,8 @@ void ChooseDefinedPlace(HWND dialog, int) {
 void BrowseForFile(HWND dialog, int) {
     WCHAR path[MAX_PATH] = L"";
     OPENFILENAMEW request = {};
-    // The record as the device knows it, without what later desktops have added.
+    // The record as the device knows it (76 bytes there), without what later desktops have added.
     request.lStructSize = OPENFILENAME_SIZE_VERSION_400W;
-    static_assert(sizeof(void*) != 4 || OPENFILENAME_SIZE_VERSION_400W == 76);
     request.hwndOwner = dialog;
     request.lpstrFile = path;
     request.nMaxFile = ARRAYSIZE(path);

@@ -302,7 +302,7 @@ TEST_F(RecordingFiles, APulledCardEndsTheWritingTheRadioPlaysOnAndTheFilePlaysOn
 }
 
 TEST_F(RecordingFiles, AKilledRadioLeavesAFileThatPlaysUpToTheLastSecond) {
-    // A few of the hundred moments that were tried by hand; each at another time of the recording.
+    // Moments spread over the fragments of a recording.
     for (const int moment_ms : {700, 1300, 2100, 2900}) {
         for (const Format& format : {kFormats[0], kFormats[2]}) {
             SetFormat(format.setting);
@@ -335,6 +335,8 @@ TEST_F(RecordingFiles, ManyRecordingsInARowLeaveNoThreadBehindAndTheSameFewHandl
     // What stays with a recording: the seeking interface's graph with its filters and, under Wine, one event
     // for every graph that is made; and a database for each look-up of a name in a group without channels.
     constexpr std::size_t kHandlesKept = 8;
+    // Threads and files that end a moment after the last recording.
+    constexpr std::size_t kHandlesEnding = 6;
     constexpr double kMemoryKept_MB = 0.35;
     Radio radio(handset, L"-Rec -Channel 9850");
     radio.WaitUntilShown();
@@ -354,7 +356,7 @@ TEST_F(RecordingFiles, ManyRecordingsInARowLeaveNoThreadBehindAndTheSameFewHandl
     }
     EXPECT_TRUE(WaitFor([&] { return test::ThreadsOf(radio.ProcessId()) <= threads[kWarm]; }));
     constexpr std::size_t kCounted = kRecordings - 1 - kWarm;
-    EXPECT_LE(handles.back() - handles[kWarm], kCounted * kHandlesKept);
+    EXPECT_LE(handles.back() - handles[kWarm], kCounted * kHandlesKept + kHandlesEnding);
     EXPECT_LE(memory_MB.back() - memory_MB[kWarm], kCounted * kMemoryKept_MB);
     RecordProperty("handles_a_recording", std::to_string((handles.back() - handles[kWarm]) / kCounted));
     RecordProperty("kB_a_recording", std::to_string((memory_MB.back() - memory_MB[kWarm]) * 1024 / kCounted));

@@ -11,12 +11,12 @@ namespace {
 
 constexpr DWORD kKnownInfoFlags = CEDB_VALIDCREATE | CEDB_VALIDMODTIME | CEDB_NOCOMPRESS;
 
-bool ToSortOrder(const SORTORDERSPECEX& spec, cedb::SortOrder* order) {
-    if (spec.wVersion != SORTORDERSPECEX_VERSION || spec.wNumProps > CEDB_MAXSORTPROP) return false;
-    order->unique = (spec.wKeyFlags & CEDB_SORT_UNIQUE) != 0;
+bool ToSortOrder(const SORTORDERSPECEX& sort, cedb::SortOrder* order) {
+    if (sort.wVersion != SORTORDERSPECEX_VERSION || sort.wNumProps > CEDB_MAXSORTPROP) return false;
+    order->unique = (sort.wKeyFlags & CEDB_SORT_UNIQUE) != 0;
     order->columns.clear();
-    for (WORD i = 0; i < spec.wNumProps; ++i) {
-        order->columns.push_back({static_cast<cedb::PropertyId>(spec.rgPropID[i]), spec.rgdwFlags[i]});
+    for (WORD i = 0; i < sort.wNumProps; ++i) {
+        order->columns.push_back({static_cast<cedb::PropertyId>(sort.rgPropID[i]), sort.rgdwFlags[i]});
     }
     return true;
 }
@@ -42,11 +42,11 @@ bool ToInfo(const CEDBASEINFOEX& source, cedb::DatabaseInfo* info) {
 }
 
 // Which of the database's sort orders is asked for. False when it has no such order.
-bool ChooseSort(const cedb::DatabaseInfo& info, const SORTORDERSPECEX* spec,
+bool ChooseSort(const cedb::DatabaseInfo& info, const SORTORDERSPECEX* asked,
                 std::optional<std::size_t>* sort) {
     cedb::SortOrder wanted;
-    if (spec == nullptr) return true;
-    if (!ToSortOrder(*spec, &wanted)) return false;
+    if (asked == nullptr) return true;
+    if (!ToSortOrder(*asked, &wanted)) return false;
     if (wanted.columns.empty()) return true;
     const auto found =
         std::find_if(info.orders.begin(), info.orders.end(),

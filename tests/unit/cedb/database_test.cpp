@@ -42,8 +42,8 @@ TEST_F(OpenTest, ANameThatExistsInAnyLetterCaseIsDuplicate) {
 
 TEST_F(OpenTest, DescriptionsOfPropertiesAreNotSupported) {
     CEDBASEINFOEX info = ChannelInfo();
-    CEPROPSPEC spec{};
-    EXPECT_EQ(CeCreateDatabaseWithProps(&volume_, &info, 1, &spec), 0U);
+    CEPROPSPEC description{};
+    EXPECT_EQ(CeCreateDatabaseWithProps(&volume_, &info, 1, &description), 0U);
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_NOT_SUPPORTED));
 }
 
