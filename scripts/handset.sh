@@ -12,6 +12,22 @@ handset_ready() {
 $(cat "$KORA_HOME/handset-install.log")"
 }
 
+# The first time, the channel lists are filled with the preset favourites, as a phone does when it is new. The radio
+# says so in a box, which Return answers.
+favourites_once() {
+    [ -e "$KORA_HOME/device/KORA.vol" ] && return 0
+    step "filling the channel lists with the preset favourites (once)"
+    local log=$KORA_HOME/favourites.log
+    handset_exe start Kora.vol >"$log" 2>&1 || fail "the channel lists could not be filled; $log says more"
+    for _ in {1..20}; do
+        handset_exe key return >>"$log" 2>&1 || true  # the box may not be there yet
+        handset_exe status >"$KORA_HOME/status.log" 2>&1 || true
+        grep -q '^Radio *running' "$KORA_HOME/status.log" || return 0
+        sleep 0.3
+    done
+    fail "the channel lists could not be filled; $log says more"
+}
+
 # Just large enough for the phone and its switches.
 KORA_DESKTOP=${KORA_DESKTOP:-760x700}
 
@@ -38,6 +54,7 @@ service_start() {
 
 kora_start() {
     handset_ready
+    [ "$*" = Kora.vol ] || favourites_once
     # Appended to, so that programs that write at the same time do not write over one another.
     : >"$KORA_HOME/console.log"
     : >"$KORA_HOME/trace.log"

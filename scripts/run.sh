@@ -34,6 +34,7 @@ kora_run() {
     packages_need "${KORA_BUILD_PACKAGES[@]}"
     local had_display=${DISPLAY:-}
     handset_ready
+    favourites_once
     if [ -z "$had_display" ]; then
         packages_need "${KORA_DISPLAY_PACKAGES[@]}"
         run_tour
