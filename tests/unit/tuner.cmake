@@ -4,6 +4,7 @@ kora_test(test_tuner APP
         tuner/af_dialog_test.cpp
         tuner/af_switch_test.cpp
         tuner/audio_test.cpp
+        tuner/auto_scan_test.cpp
         tuner/bluetooth_test.cpp
         tuner/command_line_test.cpp
         tuner/controls_test.cpp
@@ -20,4 +21,4 @@ kora_test(test_tuner APP
         ${CMAKE_SOURCE_DIR}/tests/native/tuner/frequency_test.cpp
     LIBS ${KORA_APPLICATION} app_resources)
 # The text fields' painting and the reading of settings go through the tests, which note them and pass them on.
-target_link_options(test_tuner PRIVATE -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw,--wrap=RegistryGetDWORD)
+target_link_options(test_tuner PRIVATE -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw,--wrap=_Z16DrawScanProgressR5CSkini,--wrap=RegistryGetDWORD)
