@@ -46,9 +46,11 @@ TEST_F(Soak, AfterManyRoundsOfRandomEventsTheRadioHoldsNoMoreThanBefore) {
     const ObjectCounts after = CountObjects(radio);
     EXPECT_GT(before.gdiObjects, 0u);
     EXPECT_GT(before.handles, 0u);
-    EXPECT_LE(after.gdiObjects, before.gdiObjects + 6) << "drawing objects";
-    EXPECT_LE(after.handles, before.handles + 6) << "handles";
-    EXPECT_LE(usage.Private_MB(), memoryBefore + 1.0) << "megabytes";
+    // A thousand rounds that each kept something would hold a thousand more. Threads that are just ending,
+    // and the heap's own steps, are a few dozen and a megabyte or two at any moment.
+    EXPECT_LE(after.gdiObjects, before.gdiObjects + 20) << "drawing objects";
+    EXPECT_LE(after.handles, before.handles + 40) << "handles";
+    EXPECT_LE(usage.Private_MB(), memoryBefore + 3.0) << "megabytes";
 
     PostMessageW(radio.Window(), WM_CLOSE, 0, 0);
     EXPECT_TRUE(radio.WaitUntilGone());
