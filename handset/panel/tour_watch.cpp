@@ -111,7 +111,6 @@ std::wstring TourWatch::TunedTo() const {
         if (station.channel != *channel) continue;
         line += L", " + (station.name.empty() ? L"a station without a name" : Wide(station.name));
     }
-    if (const auto signal = LastNumberOf("GetSignal")) line += L", signal " + std::to_wstring(*signal);
     return line;
 }
 
