@@ -83,7 +83,7 @@ DWORD RunProgram(const std::wstring& name, const std::wstring& arguments, std::s
     DWORD code = ~0u;
     if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
                        &process)) {
-        WaitForSingleObject(process.hProcess, 60000);
+        WaitForSingleObject(process.hProcess, 180000);
         GetExitCodeProcess(process.hProcess, &code);
         CloseHandle(process.hThread);
         CloseHandle(process.hProcess);
