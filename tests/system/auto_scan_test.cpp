@@ -41,13 +41,10 @@ class AutoScan : public test::ThreeChannelsOnRadio {
         Radio::Answer(box, IDOK);
         ++m_scans;
         ASSERT_TRUE(
-            WaitFor([&] { return Count(handset.Console(), "WM_AUTOSCAN_FINISHED 2\n") == m_scans; }));
+            WaitFor([&] { return Occurrences(handset.Console(), "WM_AUTOSCAN_FINISHED 2\n") == m_scans; }));
         EXPECT_TRUE(IsWindowEnabled(radio.Window()));
     }
-    static int CountCalls(const std::vector<std::string>& calls, const std::string& start) {
-        return RadioTest::Count(calls, start);
-    }
-    static int Count(const std::string& text, const std::string& part) {
+    static int Occurrences(const std::string& text, const std::string& part) {
         int count = 0;
         for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
         return count;
@@ -107,8 +104,8 @@ TEST_F(AutoScan, AScanOfLessThanTenSecondsIsMadeThreeTimesFromAnEmptyGroup) {
     radio.WaitUntilShown();
     Begin(radio);
     End(radio);
-    EXPECT_EQ(Count(handset.Trace(), "FM: Auto Scan Elapsed = "), 3);
-    EXPECT_EQ(CountCalls(handset.TunerCalls(), "SetChannel 8750 -> 0"), 3);
+    EXPECT_EQ(Occurrences(handset.Trace(), "FM: Auto Scan Elapsed = "), 3);
+    EXPECT_EQ(Count(handset.TunerCalls(), "SetChannel 8750 -> 0"), 3);
     EXPECT_EQ(Stored().size(), 4u);
 }
 
@@ -120,7 +117,7 @@ TEST_F(AutoScan, AScanOfMoreThanTenSecondsIsMadeOnce) {
     radio.WaitUntilShown();
     Begin(radio);
     End(radio);
-    EXPECT_EQ(Count(handset.Trace(), "FM: Auto Scan Elapsed = "), 1);
+    EXPECT_EQ(Occurrences(handset.Trace(), "FM: Auto Scan Elapsed = "), 1);
     EXPECT_EQ(RowCount(radio.ListView()), 20);
 }
 
@@ -181,7 +178,7 @@ TEST_F(AutoScan, CancelLeavesTheStoredChannelsAndGivesEverythingBack) {
     EXPECT_EQ(RowCount(radio.ListView()), 3);
     EXPECT_EQ(Stored(), stored);
     EXPECT_EQ(TunerCommands().back(), "SetMute 0 -> 0");
-    EXPECT_EQ(CountCalls(handset.TunerCalls(), "SeekNext"), 0);
+    EXPECT_EQ(Count(handset.TunerCalls(), "SeekNext"), 0);
 }
 
 TEST_F(AutoScan, WithoutASelectedGroupTheScanTriesThreeTimesAndStoresNothing) {
@@ -190,8 +187,8 @@ TEST_F(AutoScan, WithoutASelectedGroupTheScanTriesThreeTimesAndStoresNothing) {
     radio.WaitUntilShown();
     Begin(radio);
     End(radio);
-    EXPECT_EQ(Count(handset.Trace(), "FM: *** Unable to get REGKEY_CURRENT_COUNTRY!\n"), 3);
-    EXPECT_EQ(CountCalls(handset.TunerCalls(), "SeekNext"), 0);
+    EXPECT_EQ(Occurrences(handset.Trace(), "FM: *** Unable to get REGKEY_CURRENT_COUNTRY!\n"), 3);
+    EXPECT_EQ(Count(handset.TunerCalls(), "SeekNext"), 0);
     EXPECT_EQ(Stored().size(), 4u);
 }
 
@@ -212,7 +209,7 @@ TEST_F(AutoScan, AScanIsRefusedWhileAnotherHoldsTheMutex) {
     ASSERT_TRUE(WaitForConsole("WM_AUTOSCAN_FINISHED 2\n"));
     CloseHandle(other);
     EXPECT_EQ(radio.Box(nullptr), nullptr);
-    EXPECT_EQ(CountCalls(handset.TunerCalls(), "SeekNext"), 0);
+    EXPECT_EQ(Count(handset.TunerCalls(), "SeekNext"), 0);
     EXPECT_TRUE(IsWindowEnabled(radio.Window()));
     EXPECT_EQ(RowCount(radio.ListView()), 3);
 }
@@ -225,7 +222,7 @@ TEST_F(AutoScan, ASecondScanAfterTheFirstWorks) {
         End(radio);
     }
     EXPECT_EQ(RowCount(radio.ListView()), 3);
-    EXPECT_EQ(Count(handset.Trace(), "FM: End Auto Scan Channels.\n"), 2);
+    EXPECT_EQ(Occurrences(handset.Trace(), "FM: End Auto Scan Channels.\n"), 2);
 }
 
 TEST_F(AutoScan, ASelectionThatWasRestingWhenTheScanBeganIsNotTunedIntoIt) {
@@ -239,7 +236,7 @@ TEST_F(AutoScan, ASelectionThatWasRestingWhenTheScanBeganIsNotTunedIntoIt) {
     End(radio);
     EXPECT_EQ(RowCount(radio.ListView()), 20);
     const auto calls = TunerCommands(before);
-    EXPECT_EQ(CountCalls(calls, "SetChannel"), CountCalls(calls, "SetChannel 8750 -> 0"));
+    EXPECT_EQ(Count(calls, "SetChannel"), Count(calls, "SetChannel 8750 -> 0"));
 }
 
 TEST_F(AutoScan, ClosingAfterAScanMeetsTheStaleMutexAndEnds) {

@@ -2,19 +2,16 @@
 
 #include "resources/resource_ids.h"
 #include "shell/settings_key.h"
+#include "tests/support/own_device.h"
 #include "tests/unit/shell/shell_test.h"
 
 namespace {
 
-// A handset of the test's own: an empty device root and a state key that goes with it.
 class MenuEnabling : public test::ShellTest {
   protected:
+    const test::OwnDevice ownDevice{L"Software\\Kora Menu Test"};
+
     MenuEnabling() {
-        WCHAR folder[MAX_PATH] = L"";
-        ::GetEnvironmentVariableW(L"TEMP", folder, MAX_PATH);
-        SetEnvironmentVariableW(L"KORA_DEVICEROOT", folder);
-        SetEnvironmentVariableW(L"KORA_STATEKEY", L"Software\\Kora Menu Test");
-        DeleteFileW(L"\\KORA.vol");
         WriteSelectedGroup(L"Mine");
         PropRecord record = {};
         wcscpy(record.szCountryName, L"Mine");
@@ -23,12 +20,7 @@ class MenuEnabling : public test::ShellTest {
         EXPECT_NE(state->m_ChannelDB.CEDB_InsertRecord(record), 0u);
         AppendMenuW(menu, MF_STRING, IDC_ADD_CURRENT, L"add");
     }
-    ~MenuEnabling() override {
-        DestroyMenu(menu);
-        DeleteFileW(L"\\KORA.vol");
-        SetEnvironmentVariableW(L"KORA_DEVICEROOT", nullptr);
-        SetEnvironmentVariableW(L"KORA_STATEKEY", nullptr);
-    }
+    ~MenuEnabling() override { DestroyMenu(menu); }
     bool AddIsGrey() {
         EnableMenuItems(*state, menu);
         MENUITEMINFOW item = {};

@@ -5,6 +5,7 @@
 
 #include <map>
 
+#include "tests/support/own_device.h"
 #include "tests/unit/shell/shell_test.h"
 
 namespace {
@@ -39,19 +40,9 @@ void CALLBACK LookAndLeave(HWND window, UINT, UINT_PTR, DWORD) {
 
 class PopupMenu : public test::ShellTest {
   protected:
-    PopupMenu() {
-        WCHAR folder[MAX_PATH] = L"";
-        ::GetEnvironmentVariableW(L"TEMP", folder, MAX_PATH);
-        SetEnvironmentVariableW(L"KORA_DEVICEROOT", folder);
-        SetEnvironmentVariableW(L"KORA_STATEKEY", L"Software\\Kora Popup Test");
-        DeleteFileW(L"\\KORA.vol");
-        ShowWindow(window, SW_SHOW);
-    }
-    ~PopupMenu() override {
-        DeleteFileW(L"\\KORA.vol");
-        SetEnvironmentVariableW(L"KORA_DEVICEROOT", nullptr);
-        SetEnvironmentVariableW(L"KORA_STATEKEY", nullptr);
-    }
+    const test::OwnDevice ownDevice{L"Software\\Kora Popup Test"};
+
+    PopupMenu() { ShowWindow(window, SW_SHOW); }
 
     CEOID Store(const wchar_t* name, DWORD value, const wchar_t* guide) {
         PropRecord record = {};

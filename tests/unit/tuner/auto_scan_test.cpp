@@ -3,6 +3,7 @@
 
 #include "shell/settings_key.h"
 #include "skin/skin_paint.h"
+#include "tests/support/own_device.h"
 #include "tests/unit/tuner/tuner_test.h"
 
 static std::vector<int> g_levels;
@@ -36,12 +37,9 @@ void AnswerBoxes() {
 
 class AutoScanScreen : public TunerTest {
   protected:
+    const test::OwnDevice ownDevice{L"Software\\Kora Scan Test"};
+
     AutoScanScreen() {
-        WCHAR folder[MAX_PATH] = L"";
-        ::GetEnvironmentVariableW(L"TEMP", folder, MAX_PATH);
-        SetEnvironmentVariableW(L"KORA_DEVICEROOT", folder);
-        SetEnvironmentVariableW(L"KORA_STATEKEY", L"Software\\Kora Scan Test");
-        DeleteFileW(L"\\KORA.vol");
         WriteSelectedGroup(L"Mine");
         g_finished = false;
         g_levels.clear();
@@ -50,11 +48,6 @@ class AutoScanScreen : public TunerTest {
         // Three short walks, each ended by a wrap.
         for (int walk = 0; walk < 3; ++walk)
             device.stations.insert(device.stations.end(), {8760, 9850, 10790, 8760});
-    }
-    ~AutoScanScreen() override {
-        DeleteFileW(L"\\KORA.vol");
-        SetEnvironmentVariableW(L"KORA_DEVICEROOT", nullptr);
-        SetEnvironmentVariableW(L"KORA_STATEKEY", nullptr);
     }
     void Scan() {
         StartAutoScan(*state, window);
@@ -78,22 +71,10 @@ TEST_F(AutoScanScreen, TheStationsLabelsAreClearedAndEachStationFoundIsShown) {
     ForgetShown();
     Scan();
     const std::vector<ShownText> walk = {
-        {218, L"0%"},
-        {TEXT_STEREO, L""},
-        {TEXT_PROGRAM_TYPE, L""},
-        {TEXT_PROGRAM_TEXT, L""},
-        {TEXT_RADIO_TEXT, L""},
-        {TEXT_RDS, L""},
-        {TEXT_SERVICE_NAME, L""},
-        {222, L"Searching..."},
-        {211, L"87.6 MHz"},
-        {218, L"0%"},
-        {222, L"Searching..."},
-        {211, L"98.5 MHz"},
-        {218, L"50%"},
-        {222, L"Searching..."},
-        {211, L"107.9 MHz"},
-        {218, L"90%"},
+        {218, L"0%"},           {TEXT_STEREO, L""},     {TEXT_PROGRAM_TYPE, L""}, {TEXT_PROGRAM_TEXT, L""},
+        {TEXT_RADIO_TEXT, L""}, {TEXT_RDS, L""},        {TEXT_SERVICE_NAME, L""}, {222, L"Searching..."},
+        {211, L"87.6 MHz"},     {218, L"0%"},           {222, L"Searching..."},   {211, L"98.5 MHz"},
+        {218, L"50%"},          {222, L"Searching..."}, {211, L"107.9 MHz"},      {218, L"90%"},
         {218, L"100%"},
     };
     std::vector<ShownText> expected = {{222, L""}};  // cleared by the command
