@@ -1,5 +1,7 @@
 # ./kora test: builds and runs every test. Sourced by kora.
 
+. "$KORA_ROOT/scripts/lanes.sh"
+
 # run_tests PRESET FILTER: every program whose name matches, or the tests of all programs whose name does. What each
 # program counted is left as XML in KORA_HOME/results.
 run_tests() {
@@ -10,10 +12,7 @@ run_tests() {
         program=$filter
         unset GTEST_FILTER
     fi
-    # The programs of the handset share one screen, so only the portable ones run side by side.
-    local jobs=1
-    [ "$preset" = native ] && jobs=2
-    ctest --test-dir "$KORA_ROOT/build/$preset" --output-on-failure -j "$jobs" -R "$program"
+    ctest --test-dir "$KORA_ROOT/build/$preset" --output-on-failure -j 2 -R "$program"
 }
 
 # count_tests ATTRIBUTE: summed over the results.
@@ -27,23 +26,16 @@ kora_test() {
     local filter=${1:-.} failed=0
     # The tests have a handset and a display of their own: windows of a running radio would get in their way.
     export KORA_HOME=$KORA_HOME/test
-    export WINEPREFIX=$KORA_HOME/prefix
     rm -rf "$KORA_HOME/results"
     mkdir -p "$KORA_HOME/results"
     build_preset release all
     build_preset device32 all
     build_preset native all
-    unset DISPLAY
-    trap 'wineserver_run -k 2>/dev/null || true; display_stop' EXIT
-    display_virtual 1024x768
-    wine_prefix
-    wine_virtual_desktop 1024x768
+    trap lanes_close EXIT
+    step "making two handsets for the tests"
+    lanes_open 2
     # A machine without loudspeakers would have its sound library complain in every trace.
     export KORA_HOSTSOUND=0
-    # One server for the whole run: a cold start costs seconds, a warm one a tenth. One that still lingers would
-    # refuse it.
-    wineserver_run --wait || true
-    wineserver_run -p
 
     step "tests of the portable code (AddressSanitizer, UBSan)"
     GTEST_OUTPUT=xml:$KORA_HOME/results/ run_tests native "$filter" || failed=1

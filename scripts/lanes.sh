@@ -1,0 +1,56 @@
+# Lanes: handsets of the tests' own that work side by side, each with a folder, a Wine prefix and a display.
+# Sourced after wine.sh and display.sh.
+
+# lane_use NUMBER: this shell works in that lane from here on.
+lane_use() {
+    export KORA_HOME=$KORA_LANES_HOME/lane-$1 DISPLAY=
+    export WINEPREFIX=$KORA_HOME/prefix
+    if [ -f "$KORA_HOME/display" ]; then export DISPLAY=:$(cut -d' ' -f1 "$KORA_HOME/display"); fi
+}
+
+# lanes_open COUNT: makes them ready, below KORA_HOME.
+lanes_open() {
+    export KORA_LANES=$1 KORA_LANES_HOME=$KORA_HOME
+    local lane
+    for ((lane = 1; lane <= KORA_LANES; lane++)); do
+        (
+            lane_use "$lane"
+            mkdir -p "$KORA_HOME"
+            display_virtual 1024x768
+            wine_prefix
+            wine_virtual_desktop 1024x768
+            # One server for the whole run: a cold start costs seconds, a warm one a tenth. One that a broken-off run
+            # left behind would refuse it.
+            wineserver_run -k 2>/dev/null || true
+            wineserver_run --wait || true
+            wineserver_run -p
+        )
+    done
+}
+
+lanes_close() {
+    local lane
+    for ((lane = 1; lane <= ${KORA_LANES:-0}; lane++)); do
+        (
+            lane_use "$lane"
+            wineserver_run -k 2>/dev/null || true
+            display_stop
+        )
+    done
+}
+
+# lane_take: waits for a lane that nobody works in and goes there. It is free again when descriptor 9 is closed: a
+# Wine service that a program leaves behind must not inherit it.
+lane_take() {
+    local lane
+    while :; do
+        for ((lane = 1; lane <= KORA_LANES; lane++)); do
+            exec 9>"$KORA_LANES_HOME/lane-$lane.lock"
+            if flock -n 9; then
+                lane_use "$lane"
+                return 0
+            fi
+        done
+        sleep 0.1
+    done
+}
