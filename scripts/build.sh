@@ -20,6 +20,16 @@ build_preset() {
     cmake --build "$KORA_ROOT/build/$preset" --target "$@" || fail "the build failed; the compiler's words are above"
 }
 
+# What is run from this tree: up to date, or at least there.
+programs_ready() {
+    packages_need "${KORA_BUILD_PACKAGES[@]}"
+    build_preset release UI handset
+}
+programs_present() {
+    packages_need "${KORA_BUILD_PACKAGES[@]}"
+    [ -f "$KORA_BIN/handset.exe" ] || build_preset release UI handset
+}
+
 kora_build() {
     packages_need "${KORA_BUILD_PACKAGES[@]}" "${KORA_TEST_PACKAGES[@]}"
     build_preset release all

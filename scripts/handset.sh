@@ -4,28 +4,19 @@ handset_exe() { wine_start "$KORA_BIN/handset.exe" "$@"; }
 
 # The programs of the handset, built and laid on the device.
 handset_ready() {
-    packages_need "${KORA_BUILD_PACKAGES[@]}"
-    build_preset release UI handset
+    programs_ready
     handset_stage
     handset_exe install "$(windows_path "$KORA_HOME/device")" >"$KORA_HOME/handset-install.log" 2>&1 ||
         fail "the handset could not be set up:
 $(cat "$KORA_HOME/handset-install.log")"
 }
 
-# The first time, the channel lists are filled with the preset favourites, as a phone does when it is new. The radio
-# says so in a box, which Return answers.
+# The first time, the channel lists are filled with the preset favourites, as a phone does when it is new.
 favourites_once() {
     [ -e "$KORA_HOME/device/KORA.vol" ] && return 0
     step "filling the channel lists with the preset favourites (once)"
     local log=$KORA_HOME/favourites.log
-    handset_exe start Kora.vol >"$log" 2>&1 || fail "the channel lists could not be filled; $log says more"
-    for _ in {1..20}; do
-        handset_exe key return >>"$log" 2>&1 || true  # the box may not be there yet
-        handset_exe status >"$KORA_HOME/status.log" 2>&1 || true
-        grep -q '^Radio *running' "$KORA_HOME/status.log" || return 0
-        sleep 0.3
-    done
-    fail "the channel lists could not be filled; $log says more"
+    handset_exe favourites >"$log" 2>&1 || fail "the channel lists could not be filled; $log says more"
 }
 
 # Just large enough for the phone and its switches.
@@ -80,8 +71,7 @@ $(cat "$KORA_HOME/stop.log")"
 kora_stop_quietly() { [ -x "$KORA_WINE" ] && [ -d "$WINEPREFIX" ] && wineserver_run -k 2>/dev/null; display_stop; return 0; }
 
 kora_handset() {
-    packages_need "${KORA_BUILD_PACKAGES[@]}"
-    [ -f "$KORA_BIN/handset.exe" ] || build_preset release UI handset
+    programs_present
     handset_stage
     local status=0
     # Through files: a Wine service started by the call would hold a pipe open for ever.

@@ -1,8 +1,11 @@
 # What has to be on the machine. Sourced.
 
 KORA_BUILD_PACKAGES=(cmake ninja-build googletest g++-mingw-w64-x86-64-posix librsvg2-bin imagemagick wine64 dpkg-dev tcl make gcc libc6-dev)
-KORA_DISPLAY_PACKAGES=(xvfb x11-utils)
-KORA_TEST_PACKAGES=(clang libclang-rt-dev g++-mingw-w64-i686-posix ffmpeg)
+KORA_DISPLAY_PACKAGES=(xvfb x11-utils imagemagick)
+# An installed radio needs these alone; x11-utils shows the messages of a start without a terminal.
+KORA_RUN_PACKAGES=(wine64 x11-utils)
+KORA_PACKAGE_PACKAGES=(zip)
+KORA_TEST_PACKAGES=(clang libclang-rt-dev g++-mingw-w64-i686-posix ffmpeg desktop-file-utils zip unzip)
 
 # packages_need NAME…: installs those that are missing, as root or through sudo, and says so.
 packages_need() {

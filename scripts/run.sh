@@ -31,7 +31,6 @@ run_tour() {
 }
 
 kora_run() {
-    packages_need "${KORA_BUILD_PACKAGES[@]}"
     local had_display=${DISPLAY:-}
     handset_ready
     favourites_once

@@ -2,8 +2,8 @@
 
 KORA_WINE=/usr/lib/wine/wine64
 export WINEPREFIX=${KORA_WINEPREFIX:-$KORA_HOME/prefix}
-# No add-on downloads, no debugger that waits for a person after a crash.
-export WINEDLLOVERRIDES='mscoree,mshtml,winedbg.exe='
+# No add-on downloads, no debugger that waits for a person after a crash, no entries in the desktop's menus.
+export WINEDLLOVERRIDES='mscoree,mshtml,winedbg.exe,winemenubuilder.exe='
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEARCH=win64
 

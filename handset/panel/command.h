@@ -39,6 +39,7 @@ CommandGroup RegistryCommands();
 CommandGroup RadioCommands();
 CommandGroup ScheduleCommands();
 CommandGroup PanelCommands();
+CommandGroup RemovalCommands();
 
 // Every group in the order of the help.
 std::vector<CommandGroup> CommandGroups();

@@ -8,6 +8,7 @@
 #include "handset/panel/radio_windows.h"
 #include "handset/panel/switches.h"
 #include "handset/panel/tour.h"
+#include "handset/state/handset_state.h"
 
 namespace panel {
 namespace {
@@ -15,6 +16,7 @@ namespace {
 constexpr DWORD kStartTimeout_ms = 60000;
 constexpr DWORD kStopTimeout_ms = 30000;
 constexpr DWORD kPollPeriod_ms = 20;
+constexpr DWORD kReturnPeriod_ms = 200;
 constexpr DWORD kTapHold_ms = 150;  // one tick of a button that repeats while it is held
 constexpr DWORD kLongestHold_ms = 60000;
 
@@ -39,6 +41,24 @@ int Start(const Arguments& arguments, Console& console) {
         if (!WindowsOfProcess(radio.processId).empty()) return kDone;
     }
     return Failure(console, L"start", L"the radio showed no window in 60 s");
+}
+
+// The program asks nothing, but says in a box what it did; Return takes the box away.
+int Favourites(const Arguments& arguments, Console& console) {
+    if (!arguments.empty()) return BadArguments(console, L"favourites", L"no arguments are wanted");
+    if (GetFileAttributesW(handset::HostPath(L"\\KORA.vol").c_str()) != INVALID_FILE_ATTRIBUTES) return kDone;
+    const RadioStart radio = LaunchRadio(L"Kora.vol");
+    if (!radio.process) return Failure(console, L"favourites", radio.fault);
+    const ULONGLONG deadline = GetTickCount64() + kStartTimeout_ms;
+    while (WaitForSingleObject(radio.process.get(), kReturnPeriod_ms) != WAIT_OBJECT_0) {
+        if (GetTickCount64() >= deadline) {
+            return Failure(console, L"favourites", L"the channel lists were not filled in 60 s");
+        }
+        if (WindowsOfProcess(radio.processId).empty()) continue;
+        SendKey(VK_RETURN, true);
+        SendKey(VK_RETURN, false);
+    }
+    return kDone;
 }
 
 int Stop(const Arguments& arguments, Console& console) {
@@ -124,6 +144,8 @@ const Command kCommands[] = {
      L"are, and hands environment, output and error output on. Returns when the radio shows a window, or "
      L"with\n"
      L"its exit code when it has ended before that.\n"},
+    {L"favourites", Favourites, L"", L"fills the channel lists of a new phone", L"handset favourites",
+     L"With the preset favourites, unless the phone has channel lists already.\n"},
     {L"stop", Stop, L"", L"closes the radio and waits until it is gone", L"handset stop",
      L"As its close button would. Exit code 0 also when no radio runs, 1 when it is still there after 30 "
      L"s.\n"},

@@ -11,6 +11,7 @@
 #include "handset/panel/host_folder.h"
 #include "handset/panel/install.h"
 #include "handset/panel/radio_process.h"
+#include "handset/panel/removal.h"
 #include "handset/panel/station_name.h"
 #include "handset/panel/switches.h"
 #include "handset/panel/telephone.h"
@@ -34,6 +35,7 @@ int Install(const Arguments& arguments, Console& console) {
     if (!SettleDeviceRoot(arguments)) {
         return Failure(console, L"install", L"the user's registry refused the device root");
     }
+    ClaimDeviceRoot();
     const InstallReport report = InstallHandset(ProgramFolder());
     console.Line(L"device root " + handset::DeviceRoot());
     for (const std::wstring& line : report.done) console.Line(L"  " + line);

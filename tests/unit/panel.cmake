@@ -16,6 +16,7 @@ kora_test(test_panel
         panel/panel_window_test.cpp
         panel/radio_test.cpp
         panel/registry_test.cpp
+        panel/removal_test.cpp
         panel/schedule_test.cpp
         panel/service_test.cpp
         panel/sound_test.cpp

@@ -1,0 +1,57 @@
+# Words of the installation tests: one check a line, counted, and left as XML where the other tests leave theirs.
+# Sourced with SUITE set; expects to run from CTest, with a display.
+KORA_TREE=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+KORA_WINE=/usr/lib/wine/wine64
+CHECKS=0 FAILURES=0
+
+# Chosen by the names of tests: these are not single ones.
+case ${GTEST_FILTER:-*} in '*' | *"$SUITE"*) ;; *) exit 0 ;; esac
+
+# check SENTENCE COMMAND…: the command's words are shown when it fails.
+check() {
+    local sentence=$1 said status=0
+    shift
+    said=$WORK/said
+    "$@" >"$said" 2>&1 </dev/null || status=$?
+    CHECKS=$((CHECKS + 1))
+    if [ $status -eq 0 ]; then
+        printf '[       OK ] %s.%s\n' "$SUITE" "$sentence"
+        return
+    fi
+    FAILURES=$((FAILURES + 1))
+    cat "$said"
+    printf '[  FAILED  ] %s.%s\n' "$SUITE" "$sentence"
+}
+
+# wait_for SECONDS COMMAND…: until it succeeds.
+wait_for() {
+    local deadline=$((SECONDS + $1))
+    shift
+    until "$@" >/dev/null 2>&1; do
+        [ $SECONDS -lt $deadline ] || { echo "in vain: $*"; return 1; }
+        sleep 0.1
+    done
+}
+
+same() { [ "$1" = "$2" ] || { diff <(printf '%s\n' "$1") <(printf '%s\n' "$2"); return 1; }; }
+
+# A user's surroundings, without anything of ours.
+as_user() { env -i HOME="$USER_HOME" PATH="$PATH" DISPLAY="$DISPLAY" LANG=C.UTF-8 KORA_HOSTSOUND=0 "$@"; }
+
+# The programs and what installs them, as a tree of its own that can be taken away.
+copy_tree() {
+    mkdir -p "$1/build/release/bin" "$1/resources"
+    cp -r "$KORA_TREE/kora" "$KORA_TREE/scripts" "$KORA_TREE/packaging" "$1/"
+    cp -r "$KORA_TREE/resources/art" "$1/resources/"
+    cp "$KORA_PROGRAMS"/*.dll "$KORA_PROGRAMS"/UI.exe "$KORA_PROGRAMS"/handset.exe "$KORA_PROGRAMS"/band.ini "$1/build/release/bin/"
+}
+
+finish() {
+    local out=${GTEST_OUTPUT:-}
+    out=${out#xml:}
+    # The programs under Wine are given a Windows path; here it is the machine's own.
+    out=${out#Z:} out=${out//\\//}
+    [ -z "$out" ] || printf '<testsuites tests="%d" failures="%d" errors="0">\n</testsuites>\n' $CHECKS $FAILURES >"$out$SUITE.xml"
+    printf '%d checks, %d failed\n' $CHECKS $FAILURES
+    exit $((FAILURES > 0))
+}
