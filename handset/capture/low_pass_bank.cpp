@@ -9,7 +9,6 @@ namespace {
 
 constexpr double kPi = 3.14159265358979323846;
 constexpr double kStopBand_dB = 75;
-constexpr double kPassBand = 0.9;  // of the new half rate
 
 // The modified Bessel function of the first kind, order 0.
 double BesselI0(double x) {
@@ -34,16 +33,15 @@ double Sinc(double x) {
 
 }  // namespace
 
-CLowPassBank::CLowPassBank(std::uint32_t from_Hz, std::uint32_t to_Hz) {
+CLowPassBank::CLowPassBank(std::uint32_t from_Hz, std::uint32_t to_Hz, double pass_Hz, double stop_Hz) {
     const std::uint32_t common = std::gcd(from_Hz, to_Hz);
     phases_ = to_Hz / common;
     step_ = from_Hz / common;
-    const double half = to_Hz / 2.0;
-    taps_ = TapsFor(from_Hz, half * (1 - kPassBand));
+    taps_ = TapsFor(from_Hz, stop_Hz - pass_Hz);
     factors_.resize(phases_ * taps_);
 
     const double beta = 0.1102 * (kStopBand_dB - 8.7);
-    const double edge = half * (1 + kPassBand) / 2 / from_Hz;  // in periods an input
+    const double edge = (pass_Hz + stop_Hz) / 2 / from_Hz;  // in periods an input
     const double middle = static_cast<double>(taps_) / 2;
     for (std::uint32_t phase = 0; phase < phases_; ++phase) {
         float* const factors = factors_.data() + phase * taps_;

@@ -7,11 +7,10 @@
 
 namespace capture {
 
-// From rate `from_Hz` to the lower rate `to_Hz`: flat up to 0.9 of the new half rate, at least 70 dB down
-// from the new half rate on, so that nothing above it is heard folded back.
+// From rate `from_Hz` to the lower rate `to_Hz`: flat up to `pass_Hz`, at least 70 dB down from `stop_Hz` on.
 class CLowPassBank {
   public:
-    CLowPassBank(std::uint32_t from_Hz, std::uint32_t to_Hz);
+    CLowPassBank(std::uint32_t from_Hz, std::uint32_t to_Hz, double pass_Hz, double stop_Hz);
 
     // Output n stands at input n × Step() / Phases().
     std::uint32_t Phases() const { return phases_; }

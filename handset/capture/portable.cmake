@@ -6,6 +6,7 @@ set(CAPTURE_PORTABLE_SOURCES
     ${CMAKE_CURRENT_LIST_DIR}/low_pass_bank.cpp
     ${CMAKE_CURRENT_LIST_DIR}/mp4_boxes.cpp
     ${CMAKE_CURRENT_LIST_DIR}/mp4_movie.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/rate_steps.cpp
     ${CMAKE_CURRENT_LIST_DIR}/resampler.cpp
     ${CMAKE_CURRENT_LIST_DIR}/sound_converter.cpp
     ${CMAKE_CURRENT_LIST_DIR}/stream_control.cpp

@@ -45,11 +45,17 @@ void CResampler::Reset() {
 void CResampler::Process(const float* input, std::size_t count, std::vector<float>* output) {
     window_.insert(window_.end(), input, input + count);
     const std::size_t taps = bank_->Taps();
+    const std::uint32_t phases = bank_->Phases();
+    const std::uint32_t whole = bank_->Step() / phases;
+    const std::uint32_t part = bank_->Step() % phases;
+    output->reserve(output->size() + count * phases / bank_->Step() + 1);
     while (next_ < window_.size()) {
         output->push_back(Product(bank_->Phase(phase_), window_.data() + next_ + 1 - taps, taps));
-        phase_ += bank_->Step();
-        next_ += phase_ / bank_->Phases();
-        phase_ %= bank_->Phases();
+        next_ += whole;
+        phase_ += part;
+        if (phase_ < phases) continue;
+        phase_ -= phases;
+        ++next_;
     }
     // next_ may lie beyond the end by less than a step.
     const std::size_t used = std::min(next_ + 1 - taps, window_.size());

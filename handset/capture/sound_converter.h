@@ -6,11 +6,10 @@
 #include <cstdint>
 #include <vector>
 
+#include "handset/capture/rate_steps.h"
 #include "handset/capture/resampler.h"
 
 namespace capture {
-
-inline constexpr std::uint32_t kSourceRate_Hz = 44100;
 
 class CSoundConverter {
   public:
@@ -22,13 +21,19 @@ class CSoundConverter {
     void Process(const std::int16_t* frames, std::size_t count, std::vector<std::int16_t>* output);
 
   private:
-    void ProcessSide(std::size_t side, const std::int16_t* frames, std::size_t count);
+    struct Side {
+        std::vector<CResampler> steps;  // none at the source's own rate
+        std::vector<float> output;      // that is not yet given out
+    };
+    void ProcessSide(Side* side, std::size_t number, const std::int16_t* frames, std::size_t count);
+    std::size_t Due(std::size_t inputs);
 
     const std::uint32_t rate_Hz_;
     const std::size_t channels_;
-    std::vector<CResampler> resamplers_;  // one a channel; none at the source's own rate
-    std::vector<float> input_;
-    std::vector<float> sides_[2];
+    std::vector<Side> sides_;
+    std::uint64_t inputs_ = 0;
+    std::uint64_t outputs_ = 0;
+    std::vector<float> sound_[2];  // of one step and the next
 };
 
 }  // namespace capture

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "handset/fmdevice/oscillator.h"
 #include "handset/fmdevice/sound_format.h"
 #include "handset/fmdevice/voice.h"
 
@@ -20,20 +21,21 @@ class CSilence : public IGenerator {
 
 class CTones : public IGenerator {
   public:
-    explicit CTones(const std::array<int, 2>& tones_Hz) : tones_Hz_(tones_Hz) {}
+    explicit CTones(const std::array<int, 2>& tones_Hz)
+        : left_(kTwoPi * tones_Hz[0] / kSampleRate_Hz), right_(kTwoPi * tones_Hz[1] / kSampleRate_Hz) {}
 
     void Render(float* frames, std::size_t count) override {
-        for (std::size_t i = 0; i < count * kChannels; ++i) {
-            double& phase = phases_[i % kChannels];
-            frames[i] = kToneAmplitude * static_cast<float>(std::sin(kTwoPi * phase));
-            phase += static_cast<double>(tones_Hz_[i % kChannels]) / kSampleRate_Hz;
-            phase -= std::floor(phase);
+        for (std::size_t i = 0; i < count; ++i) {
+            frames[kChannels * i] = kToneAmplitude * static_cast<float>(left_.Sine());
+            frames[kChannels * i + 1] = kToneAmplitude * static_cast<float>(right_.Sine());
+            left_.Next();
+            right_.Next();
         }
     }
 
   private:
-    std::array<int, 2> tones_Hz_;
-    std::array<double, 2> phases_{};
+    COscillator left_;
+    COscillator right_;
 };
 
 // Noise through a low pass at some 150 Hz, which the hiss of a weak signal does not sound like.
@@ -60,23 +62,40 @@ class CMelody : public IGenerator {
     explicit CMelody(std::vector<int> notes) : notes_(std::move(notes)) {}
 
     void Render(float* frames, std::size_t count) override {
-        constexpr std::size_t kNoteFrames = kSampleRate_Hz / 4;
+        // The attack of 5 ms keeps the note from clicking.
+        constexpr double kAttack_frames = 0.005 * kSampleRate_Hz;
         for (std::size_t i = 0; i < count; ++i) {
-            const int note = notes_[at_ / kNoteFrames];
-            const double age = static_cast<double>(at_ % kNoteFrames) / kSampleRate_Hz;
-            const double frequency = note == kRest ? 0 : 16.3516 * std::pow(2.0, note / 12.0);
-            // The attack of 5 ms keeps the note from clicking.
-            const double envelope = std::min(1.0, age / 0.005) * std::exp(-5.0 * age);
-            const double phase = kTwoPi * frequency * age;
-            const double sample = 0.4 * envelope * (std::sin(phase) + 0.4 * std::sin(2 * phase));
+            if (age_ == 0) Pluck(notes_[note_]);
+            const double envelope = std::min(1.0, static_cast<double>(age_) / kAttack_frames) * loudness_;
+            // The octave above is sin(2x) = 2 sin(x) cos(x).
+            const double sample = envelope * wave_.Sine() * (1 + 0.8 * wave_.Cosine());
             frames[kChannels * i] = frames[kChannels * i + 1] = static_cast<float>(sample);
-            at_ = (at_ + 1) % (notes_.size() * kNoteFrames);
+            Age();
         }
     }
 
   private:
+    static constexpr std::size_t kNoteFrames = kSampleRate_Hz / 4;
+
+    void Pluck(int note) {
+        const double frequency_Hz = note == kRest ? 0 : 16.3516 * std::pow(2.0, note / 12.0);
+        wave_ = COscillator(kTwoPi * frequency_Hz / kSampleRate_Hz);
+        loudness_ = 0.4;
+    }
+    void Age() {
+        wave_.Next();
+        loudness_ *= fading_;
+        if (++age_ < kNoteFrames) return;
+        age_ = 0;
+        note_ = (note_ + 1) % notes_.size();
+    }
+
+    const double fading_ = std::exp(-5.0 / kSampleRate_Hz);
     std::vector<int> notes_;
-    std::size_t at_ = 0;
+    std::size_t note_ = 0;
+    std::size_t age_ = 0;  // frames since it was plucked
+    COscillator wave_;
+    double loudness_ = 0;
 };
 
 class CFileSound : public IGenerator {

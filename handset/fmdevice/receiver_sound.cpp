@@ -36,12 +36,13 @@ void AddReception(int level, bool stereo, CNoise* noise, float* frames, std::siz
 }
 
 void ToSamples(const float* frames, std::size_t count, float gainBefore, float gain, std::int16_t* samples) {
+    const float step = (gain - gainBefore) / static_cast<float>(count);
     for (std::size_t i = 0; i < count; ++i) {
-        const float now =
-            gainBefore + (gain - gainBefore) * static_cast<float>(i + 1) / static_cast<float>(count);
+        const float now = gainBefore + step * static_cast<float>(i + 1);
         for (std::size_t side = 0; side < kChannels; ++side) {
-            const float sample = std::clamp(now * frames[kChannels * i + side], -1.0F, 1.0F);
-            samples[kChannels * i + side] = static_cast<std::int16_t>(std::lround(sample * 32767.0F));
+            const float sample = std::clamp(now * frames[kChannels * i + side], -1.0F, 1.0F) * 32767.0F;
+            // The nearest, halves away from 0, as lround; which is a call.
+            samples[kChannels * i + side] = static_cast<std::int16_t>(sample + std::copysign(0.5F, sample));
         }
     }
 }

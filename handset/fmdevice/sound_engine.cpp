@@ -71,7 +71,7 @@ std::uint32_t CSoundEngine::OpenTap(std::uint64_t* position) {
         working_ = true;
         *position = ring_.End();
         tap = ++lastTap_;
-        taps_[tap] = *position;
+        taps_[tap] = {*position, kNothingAwaited};
     }
     wake_.notify_all();
     return tap;
@@ -83,14 +83,19 @@ std::uint32_t CSoundEngine::ReadTap(std::uint32_t tap, std::uint64_t* position, 
     const auto wanted = std::min<std::uint32_t>(frames, kSoundTapCapacity_frames / 2);
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeout_ms);
     const auto there = [&] {
-        return taps_.count(tap) == 0 || ring_.End() >= std::max(*position, ring_.Begin()) + wanted;
+        const auto waiting = taps_.find(tap);
+        if (waiting == taps_.end()) return true;
+        const std::uint64_t end = std::max(*position, ring_.Begin()) + wanted;
+        waiting->second.awaited = end;
+        return ring_.End() >= end;
     };
     arrived_.wait_until(lock, deadline, there);
     const auto reader = taps_.find(tap);
     if (reader == taps_.end()) return 0;
+    const bool awaitedRoom = !RoomForBlock();
     const auto count = static_cast<std::uint32_t>(ring_.Read(position, samples, frames));
-    reader->second = *position + count;
-    wake_.notify_all();
+    reader->second = {*position + count, kNothingAwaited};
+    if (awaitedRoom) wake_.notify_all();
     return count;
 }
 
@@ -116,8 +121,14 @@ bool CSoundEngine::WorkWanted() const {
 bool CSoundEngine::RoomForBlock() const {
     if (rate_ == 1) return true;
     return std::all_of(taps_.begin(), taps_.end(), [this](const auto& tap) {
-        return ring_.End() + kBlockFrames <= tap.second + ring_.Capacity();
+        return ring_.End() + kBlockFrames <= tap.second.reached + ring_.Capacity();
     });
+}
+
+// A reader that is woken for every block spends more on that than on the sound.
+bool CSoundEngine::SomebodyAwaits(std::uint64_t position) const {
+    return std::any_of(taps_.begin(), taps_.end(),
+                       [position](const auto& tap) { return tap.second.awaited <= position; });
 }
 
 void CSoundEngine::TakeScenes(std::uint64_t upTo) {
@@ -173,8 +184,9 @@ void CSoundEngine::MakeBlock(std::unique_lock<std::mutex>* lock) {
     lock->lock();
     ring_.Append(samples.data(), kBlockFrames);
     const bool play = SpeakerWanted(*scene);
+    const bool awaited = SomebodyAwaits(ring_.End());
     lock->unlock();
-    arrived_.notify_all();
+    if (awaited) arrived_.notify_all();
     const bool failed = play && !speaker_.Open();
     if (!play) speaker_.Close();
     OutputBlock(*scene, samples.data());

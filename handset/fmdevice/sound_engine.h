@@ -55,6 +55,7 @@ class CSoundEngine {
     bool SpeakerWanted(const SoundScene& scene) const;
     bool WorkWanted() const;
     bool RoomForBlock() const;
+    bool SomebodyAwaits(std::uint64_t position) const;
     void TakeScenes(std::uint64_t upTo);
     void CatchUp(std::uint64_t now);
     // On the sound thread, without the lock.
@@ -65,7 +66,7 @@ class CSoundEngine {
     // The receiver's lock may be held outside it, never the other way round.
     std::mutex lock_;
     std::condition_variable wake_;     // to the sound thread: something to look at
-    std::condition_variable arrived_;  // to the readers: a block more, or a tap closed
+    std::condition_variable arrived_;  // to the readers: what one of them awaits, or a tap closed
     std::mutex threadLock_;            // guards users_ and thread_; outside lock_
     int users_ = 0;
     std::thread thread_;
@@ -78,7 +79,12 @@ class CSoundEngine {
     std::shared_ptr<const SoundScene> scene_;  // of the block in hand; none: the receiver is off
     std::deque<LaterScene> later_;             // of blocks that are still to be made
     CSoundRing ring_;
-    std::map<std::uint32_t, std::uint64_t> taps_;  // the position that each reader has come to
+    struct Tap {
+        std::uint64_t reached;  // the position that the reader has come to
+        std::uint64_t awaited;  // what it waits for, or kNothingAwaited
+    };
+    static constexpr std::uint64_t kNothingAwaited = UINT64_MAX;
+    std::map<std::uint32_t, Tap> taps_;
     std::uint32_t lastTap_ = 0;
     std::uint64_t speakerRetry_ms_ = 0;  // real time before which the loudspeaker is not tried again
     const std::uint32_t rate_;
