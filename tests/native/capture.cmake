@@ -14,7 +14,8 @@ add_executable(test_capture_portable
     capture/resampler_test.cpp
     capture/stream_control_test.cpp
     capture/tone.cpp
-    capture/wav_writer_test.cpp)
+    capture/wav_writer_test.cpp
+    ../support/sound_file.cpp)
 target_link_libraries(test_capture_portable PRIVATE capture_portable GTest::gmock_main)
 add_test(NAME test_capture_portable COMMAND test_capture_portable)
 set_tests_properties(test_capture_portable PROPERTIES TIMEOUT 300)

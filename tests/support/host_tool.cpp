@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "tests/support/handset_under_test.h"
 #include "tests/support/wait.h"
 
@@ -37,22 +35,25 @@ std::string TemporaryFile() {
     return Narrow(path);
 }
 
-std::string ValueOf(const std::string& lines, const std::string& key) {
-    std::istringstream stream(lines);
-    for (std::string line; std::getline(stream, line);) {
-        if (line.rfind(key + "=", 0) == 0) return line.substr(key.size() + 1);
-    }
-    return "";
+using UnixName = char*(CDECL*)(const WCHAR*);
+
+UnixName FindUnixName() {
+    return reinterpret_cast<UnixName>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "wine_get_unix_file_name")));
 }
 
 }  // namespace
 
+bool HostToolsAvailable() {
+    return FindUnixName() != nullptr;
+}
+
 std::string HostPath(const std::wstring& file) {
-    using UnixName = char*(CDECL*)(const WCHAR*);
-    const auto unixName = reinterpret_cast<UnixName>(reinterpret_cast<void*>(
-        GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "wine_get_unix_file_name")));
-    const char* path = unixName == nullptr ? nullptr : unixName(file.c_str());
-    return path == nullptr ? "" : "'" + std::string(path) + "'";
+    const UnixName unixName = FindUnixName();
+    char* const path = unixName == nullptr ? nullptr : unixName(file.c_str());
+    const std::string quoted = path == nullptr ? "" : "'" + std::string(path) + "'";
+    HeapFree(GetProcessHeap(), 0, path);
+    return quoted;
 }
 
 // Wine starts the machine's programs, but gives no handle to wait for: the end is told by a file that
@@ -79,19 +80,25 @@ std::string RunOnHost(const std::string& command) {
 
 SoundFile ProbeSound(const std::wstring& file) {
     const std::string path = HostPath(file);
-    const std::string said = RunOnHost(
-        "ffprobe -v error -show_entries format=format_name,duration:stream=codec_name,sample_rate,channels "
-        "-of default=noprint_wrappers=1 " +
-        path);
-    SoundFile sound;
-    sound.container = ValueOf(said, "format_name");
-    sound.container = sound.container.substr(0, sound.container.find(','));
-    sound.codec = ValueOf(said, "codec_name");
-    sound.rate_Hz = std::atoi(ValueOf(said, "sample_rate").c_str());
-    sound.channels = std::atoi(ValueOf(said, "channels").c_str());
-    sound.length_s = std::atof(ValueOf(said, "duration").c_str());
-    sound.complaints = RunOnHost("ffmpeg -v error -i " + path + " -f null -");
+    // One line for both: a start of the machine's shell takes longer than they do.
+    const std::string mark = "complaints:\n";
+    const std::string said =
+        RunOnHost(kProbeCommand + path + "; echo complaints:; ffmpeg -v error -i " + path + " -f null -");
+    const std::size_t end = said.find(mark);
+    SoundFile sound = ReadProbe(said.substr(0, end));
+    if (end != std::string::npos) sound.complaints = said.substr(end + mark.size());
     return sound;
+}
+
+std::vector<std::int16_t> DecodeSound(const std::wstring& file, Channels channels) {
+    // There before it is named: only what exists has a path of the machine.
+    const std::wstring raw = file + L".raw";
+    WriteWholeFile(raw, "");
+    RunOnHost("ffmpeg -v quiet -y -i " + HostPath(file) + " -f s16le " +
+              (channels == Channels::kMean ? "-ac 1 " : "") + HostPath(raw));
+    const std::string bytes = ReadWholeFile(raw);
+    DeleteFileW(raw.c_str());
+    return SamplesOf(bytes);
 }
 
 }  // namespace test

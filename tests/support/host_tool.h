@@ -3,8 +3,14 @@
 #pragma once
 
 #include <string>
+#include <vector>
+
+#include "tests/support/sound_file.h"
 
 namespace test {
+
+// True when there are such programs here.
+bool HostToolsAvailable();
 
 // What a shell command of the machine writes to its output, once it has ended; the test fails when it does
 // not end.
@@ -13,15 +19,11 @@ std::string RunOnHost(const std::string& command);
 // The machine's own path of a file, quoted for its shell. Empty where there is no such machine.
 std::string HostPath(const std::wstring& file);
 
-// What ffprobe says of a sound file. All empty for one that it cannot read.
-struct SoundFile {
-    std::string container;  // first of its names, such as "mov" or "wav"
-    std::string codec;
-    int rate_Hz = 0;
-    int channels = 0;
-    double length_s = 0;
-    std::string complaints;  // of ffmpeg, which decodes it whole
-};
+// What ffprobe says of a sound file, and what ffmpeg complains of when it decodes it whole. All empty for one
+// that they cannot read.
 SoundFile ProbeSound(const std::wstring& file);
+// What ffmpeg decodes from it, at its own rate: all channels, or their mean.
+enum class Channels { kAll, kMean };
+std::vector<std::int16_t> DecodeSound(const std::wstring& file, Channels channels = Channels::kAll);
 
 }  // namespace test

@@ -9,10 +9,26 @@ kora_test(test_capture
         capture/file_sink_test.cpp
         capture/filter_test.cpp
         capture/fixture.cpp
-        capture/host_tool.cpp
         capture/recorded_sound.cpp
         capture/recording_rig.cpp
         capture/recording_test.cpp
         capture/stream_control_test.cpp
-    LIBS kora_panel kora_state fmdevice strmiids uuid ole32 kernel32 advapi32 COREDLL)
+        ../support/handset_under_test.cpp
+        ../support/host_tool.cpp
+        ../support/sound_file.cpp
+    LIBS kora_panel kora_amrnb kora_state fmdevice strmiids uuid ole32 kernel32 advapi32 COREDLL)
 add_dependencies(test_capture capture)
+
+# Recordings of minutes, on a clock that makes seconds of them.
+kora_test(test_long_recording
+    SOURCES
+        capture/fixture.cpp
+        capture/long_recording_test.cpp
+        capture/recorded_sound.cpp
+        capture/recording_rig.cpp
+        ../support/handset_under_test.cpp
+        ../support/host_tool.cpp
+        ../support/sound_file.cpp
+    LIBS kora_panel kora_state fmdevice strmiids uuid ole32 kernel32 advapi32 COREDLL)
+add_dependencies(test_long_recording capture)
+set_tests_properties(test_long_recording PROPERTIES ENVIRONMENT KORA_CLOCKRATE=30)

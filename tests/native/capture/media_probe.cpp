@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -46,29 +45,11 @@ std::string Output(const std::string& command) {
     return output;
 }
 
-// The value of a line "name=value".
-std::string Value(const std::string& text, const std::string& name) {
-    const std::size_t begin = ("\n" + text).find("\n" + name + "=");
-    if (begin == std::string::npos) return "";
-    const std::size_t value = begin + name.size() + 1;
-    return text.substr(value, text.find('\n', value) - value);
-}
-
 }  // namespace
 
-MediaFacts Probe(const std::vector<std::uint8_t>& bytes) {
+SoundFile Probe(const std::vector<std::uint8_t>& bytes) {
     const CTemporaryFile file(bytes);
-    const std::string text = Output(
-        "ffprobe -v error -of default=nw=1 -show_entries "
-        "stream=codec_name,sample_rate,channels:format=format_name,duration " +
-        file.Name() + " 2>/dev/null");
-    MediaFacts facts;
-    facts.container = Value(text, "format_name");
-    facts.codec = Value(text, "codec_name");
-    facts.rate_Hz = std::atoi(Value(text, "sample_rate").c_str());
-    facts.channels = std::atoi(Value(text, "channels").c_str());
-    facts.duration_s = std::atof(Value(text, "duration").c_str());
-    return facts;
+    return ReadProbe(Output(kProbeCommand + file.Name() + " 2>/dev/null"));
 }
 
 std::vector<std::int16_t> Decode(const std::vector<std::uint8_t>& bytes, std::string* complaints) {
@@ -77,9 +58,7 @@ std::vector<std::int16_t> Decode(const std::vector<std::uint8_t>& bytes, std::st
     const std::string sound =
         Output("ffmpeg -v error -i " + file.Name() + " -f s16le - 2>" + errors.Name() + " </dev/null");
     *complaints = errors.Content();
-    std::vector<std::int16_t> samples(sound.size() / 2);
-    std::memcpy(samples.data(), sound.data(), samples.size() * 2);
-    return samples;
+    return SamplesOf(sound);
 }
 
 }  // namespace test

@@ -42,12 +42,12 @@ TEST(WavWriter, EveryShapeIsOpenedAndDecoded) {
         CWavWriter writer(shape);
         const std::vector<std::uint8_t> sound(shape.rate_Hz * shape.FrameBytes(), 1);
         ASSERT_TRUE(writer.Begin(&file) && writer.Write(sound.data(), sound.size()) && writer.Finish());
-        const test::MediaFacts facts = test::Probe(file.bytes);
+        const test::SoundFile facts = test::Probe(file.bytes);
         EXPECT_EQ(facts.container, "wav");
         EXPECT_EQ(facts.codec, shape.bits == 8 ? "pcm_u8" : "pcm_s16le");
         EXPECT_EQ(facts.rate_Hz, static_cast<int>(shape.rate_Hz));
         EXPECT_EQ(facts.channels, shape.channels);
-        EXPECT_DOUBLE_EQ(facts.duration_s, 1);
+        EXPECT_DOUBLE_EQ(facts.length_s, 1);
     }
 }
 

@@ -2,8 +2,8 @@
 #include "handset/capture/class_ids.h"
 #include "handset/capture/graph_events.h"
 #include "handset/state/handset_state.h"
+#include "tests/support/host_tool.h"
 #include "tests/support/wait.h"
-#include "tests/unit/capture/host_tool.h"
 #include "tests/unit/capture/recorded_sound.h"
 #include "tests/unit/capture/recording_rig.h"
 
@@ -60,10 +60,10 @@ TEST_F(CutOff, AWavFilePlaysUpToLessThanASecondBeforeTheProcessWasKilled) {
     if (!test::HostToolsAvailable()) GTEST_SKIP() << "ffprobe is looked for around Wine only";
     for (const int ms : {150, 730, 1310, 2070}) {
         KillAfter(ms, Host(kWav));
-        const test::MediaFacts facts = test::Probe(Host(kWav));
-        EXPECT_EQ(facts.codec, "pcm_s16le");
-        EXPECT_GT(facts.duration_s, ms / 1000.0 - 1);
-        EXPECT_LT(facts.duration_s, ms / 1000.0 + 0.5);
+        const test::SoundFile sound = test::ProbeSound(Host(kWav));
+        EXPECT_EQ(sound.codec, "pcm_s16le");
+        EXPECT_GT(sound.length_s, ms / 1000.0 - 1);
+        EXPECT_LT(sound.length_s, ms / 1000.0 + 0.5);
     }
 }
 
@@ -71,10 +71,10 @@ TEST_F(CutOff, AnAmrFilePlaysUpToLessThanASecondBeforeTheProcessWasKilled) {
     if (!test::HostToolsAvailable()) GTEST_SKIP() << "ffprobe is looked for around Wine only";
     for (const int ms : {150, 730, 1310, 2070}) {
         KillAfter(ms, Host(kAmr));
-        EXPECT_EQ(test::Probe(Host(kAmr)).codec, "amr_nb");
-        std::string complaints;
-        const double seconds = static_cast<double>(test::Decode(Host(kAmr), &complaints).size()) / 8000;
-        EXPECT_EQ(complaints, "");
+        const test::SoundFile sound = test::ProbeSound(Host(kAmr));
+        EXPECT_EQ(sound.codec, "amr_nb");
+        EXPECT_EQ(sound.complaints, "");
+        const double seconds = static_cast<double>(test::DecodeSound(Host(kAmr)).size()) / 8000;
         EXPECT_GT(seconds, ms / 1000.0 - 1);
         EXPECT_LT(seconds, ms / 1000.0 + 0.5);
     }
@@ -100,9 +100,8 @@ TEST_F(CutOff, AFullDiskEndsTheFileWithWhatThereIsAndTellsTheGraph) {
         handset::DeleteStateValue(L"ObjectStoreFree");
         EXPECT_TRUE(amr || test::ReadWav(test::Bytes(Host(path))).whole);
         if (!test::HostToolsAvailable()) continue;
-        std::string complaints;
-        EXPECT_GT(test::Decode(Host(path), &complaints).size(), 4000u);
-        EXPECT_EQ(complaints, "");
+        EXPECT_GT(test::DecodeSound(Host(path)).size(), 4000u);
+        EXPECT_EQ(test::ProbeSound(Host(path)).complaints, "");
     }
 }
 

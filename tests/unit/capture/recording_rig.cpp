@@ -116,8 +116,22 @@ HRESULT CRecordingRig::Start() {
     started_ms = HandsetMilliseconds();
     RETURN_IF_FAILED(
         builder->ControlStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Audio, capture.Get(), &start, &stop, 0, 0));
+    RETURN_IF_FAILED(AskForStart());
     loop_ = std::thread([this] { CollectEvents(); });
     return run;
+}
+
+// A start in the past is one at the moment of the asking; the pin knows when that was.
+HRESULT CRecordingRig::AskForStart() {
+    void* found = nullptr;
+    RETURN_IF_FAILED(
+        builder->FindInterface(&PIN_CATEGORY_CAPTURE, nullptr, capture.Get(), IID_IAMStreamControl, &found));
+    CRef<IAMStreamControl> pin;
+    *pin.Put() = static_cast<IAMStreamControl*>(found);
+    AM_STREAM_INFO info{};
+    RETURN_IF_FAILED(pin->GetInfo(&info));
+    startedAt = info.tStart;
+    return S_OK;
 }
 
 HRESULT CRecordingRig::Stop() {
@@ -125,8 +139,11 @@ HRESULT CRecordingRig::Stop() {
     REFERENCE_TIME stop = 0;
     const HRESULT asked = seeking->GetCurrentPosition(&stop);
     stopped_ms = HandsetMilliseconds();
+    stoppedAt = stop;
     const HRESULT controlled =
         builder->ControlStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Audio, capture.Get(), &start, &stop, 1, 2);
+    // A millisecond more for what the clock rounds off; the graph itself may have stopped by now.
+    stoppedBy = stop + static_cast<REFERENCE_TIME>(HandsetMilliseconds() - stopped_ms + 1) * 10'000;
     const HRESULT stopped = StopGraph();
     RETURN_IF_FAILED(asked);
     RETURN_IF_FAILED(controlled);
@@ -186,7 +203,8 @@ bool CRecordingRig::SawEvent(long code) {
 
 void LetPass(std::uint64_t handset_ms) {
     const std::uint64_t end = HandsetMilliseconds() + handset_ms;
-    WaitFor([end] { return HandsetMilliseconds() >= end; });
+    const auto real_ms = static_cast<DWORD>(handset_ms / HandsetClockRate());
+    WaitFor([end] { return HandsetMilliseconds() >= end; }, real_ms + kDeadline_ms);
 }
 
 }  // namespace test

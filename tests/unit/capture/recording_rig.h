@@ -57,12 +57,20 @@ class CRecordingRig {
     CRef<IBaseFilter> encoder;
     CRef<IBaseFilter> sink;
     CRef<IAMStreamConfig> config;
-    // The handset's time in milliseconds when the stream was let go and when it was stopped.
+    // The stream times at which the stream was let go, for which its stop was asked, and by which it had
+    // come: what was in the file before it was asked stays there.
+    REFERENCE_TIME startedAt = 0;
+    REFERENCE_TIME stoppedAt = 0;
+    REFERENCE_TIME stoppedBy = 0;
+    double Seconds() const { return static_cast<double>(stoppedAt - startedAt) / 1e7; }
+    double MostSeconds() const { return static_cast<double>(stoppedBy - startedAt) / 1e7; }
+    // The handset's time in milliseconds of both.
     std::uint64_t started_ms = 0;
     std::uint64_t stopped_ms = 0;
 
   private:
     HRESULT Choose(const AskedFormat& format);
+    HRESULT AskForStart();
     HRESULT SetFile(const IID& iid, const std::wstring& path, const GUID& major, const GUID& subtype);
     void CollectEvents();
 

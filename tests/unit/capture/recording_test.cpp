@@ -4,10 +4,13 @@
 #include <cmath>
 #include <thread>
 
+#include <interf_enc.h>
+
 #include "handset/fmdevice/sound_tap.h"
 #include "handset/panel/encoding.h"
+#include "tests/support/handset_under_test.h"
+#include "tests/support/host_tool.h"
 #include "tests/support/wait.h"
-#include "tests/unit/capture/host_tool.h"
 #include "tests/unit/capture/recorded_sound.h"
 #include "tests/unit/capture/recording_rig.h"
 
@@ -18,6 +21,7 @@ using test::CRecordingRig;
 
 constexpr wchar_t kWav[] = L"\\take.wav";
 constexpr wchar_t kAmr[] = L"\\take.amr";
+constexpr wchar_t kPlain[] = L"\\plain.amr";
 
 class Recording : public test::CaptureTest {
   protected:
@@ -36,7 +40,15 @@ constexpr AskedFormat kTable[] = {
     {8000, 1, 16}, {11025, 1, 16}, {22050, 1, 16}, {44100, 1, 16}, {8000, 1, 0},
 };
 
-TEST_F(Recording, EveryFormatGivesTheToneAndTheTime) {
+void ExpectWav(const test::SoundFile& file, const AskedFormat& format) {
+    EXPECT_EQ(file.container, "wav");
+    EXPECT_EQ(file.codec, "pcm_s16le");
+    EXPECT_EQ(file.rate_Hz, static_cast<int>(format.rate_Hz));
+    EXPECT_EQ(file.channels, format.channels);
+    EXPECT_EQ(file.complaints, "");
+}
+
+TEST_F(Recording, EveryFormatGivesTheToneAndTheTimeToItsLastSampleAndOtherProgramsOpenIt) {
     PlayTone();
     for (const AskedFormat& format : kTable) {
         SCOPED_TRACE(testing::Message() << format.rate_Hz << " Hz, " << format.channels << " channels");
@@ -51,56 +63,93 @@ TEST_F(Recording, EveryFormatGivesTheToneAndTheTime) {
         EXPECT_EQ(sound.rate_Hz, format.rate_Hz);
         EXPECT_EQ(sound.channels, format.channels);
         EXPECT_EQ(sound.bits, 16);
+        EXPECT_GE(sound.Seconds(), rig.Seconds() - 1.5 / format.rate_Hz);
+        EXPECT_LE(sound.Seconds(), rig.MostSeconds() + 1.5 / format.rate_Hz);
         EXPECT_NEAR(sound.Seconds(), seconds, 0.04);
         EXPECT_NEAR(sound.Pitch_Hz(), test::kTone_Hz, 0.5);
         EXPECT_NEAR(sound.Tone(test::kTone_Hz), test::kTonePeak, 0.02);
         EXPECT_TRUE(rig.Release());
+        if (test::HostToolsAvailable()) ExpectWav(test::ProbeSound(Host(kWav)), format);
     }
 }
 
-TEST_F(Recording, OtherProgramsOpenEveryFormat) {
-    if (!test::HostToolsAvailable()) GTEST_SKIP() << "ffprobe is looked for around Wine only";
-    PlayTone();
-    for (const AskedFormat& format : kTable) {
-        SCOPED_TRACE(testing::Message() << format.rate_Hz << " Hz, " << format.channels << " channels");
-        CRecordingRig rig;
-        ASSERT_EQ(rig.Build(format), S_OK);
-        ASSERT_EQ(rig.AttachWav(kWav), S_OK);
-        const double seconds = Record(&rig, 300);
-        const test::MediaFacts facts = test::Probe(Host(kWav));
-        EXPECT_EQ(facts.container, "wav");
-        EXPECT_EQ(facts.codec, "pcm_s16le");
-        EXPECT_EQ(facts.rate_Hz, static_cast<int>(format.rate_Hz));
-        EXPECT_EQ(facts.channels, format.channels);
-        EXPECT_NEAR(facts.duration_s, seconds, 0.04);
-    }
+// The tone's power over that of everything else in the middle of the sound, over whole periods.
+double SignalToNoise_dB(const std::vector<std::int16_t>& samples) {
+    constexpr std::size_t kEdge = test::kSpeech.rate_Hz / 4;
+    constexpr std::size_t kElevenPeriods = 200;
+    test::RecordedSound sound;
+    sound.rate_Hz = test::kSpeech.rate_Hz;
+    sound.channels = 1;
+    if (samples.size() < 3 * kEdge) return 0;
+    const std::size_t middle = (samples.size() - 2 * kEdge) / kElevenPeriods * kElevenPeriods;
+    const auto from = samples.begin() + kEdge;
+    sound.samples.assign(from, from + static_cast<std::ptrdiff_t>(middle));
+    const double tone = sound.Tone(test::kTone_Hz) / std::sqrt(2.0);
+    const double whole = sound.Loudness();
+    return 10 * std::log10(tone * tone / std::max(whole * whole - tone * tone, 1e-12));
 }
 
-TEST_F(Recording, AnAmrFileIsOpenedAndGivesTheToneBack) {
+// The same sound through the encoder library and nothing else, in its plainest file.
+std::vector<std::int16_t> ThroughTheLibrary(std::vector<std::int16_t> samples, const std::wstring& file) {
+    constexpr std::size_t kFrame = 160;
+    void* const encoder = Encoder_Interface_init(0);
+    std::string bytes = "#!AMR\n";
+    for (std::size_t at = 0; at + kFrame <= samples.size(); at += kFrame) {
+        unsigned char frame[64];
+        const int size = Encoder_Interface_Encode(encoder, MR122, &samples[at], frame, 0);
+        bytes.append(reinterpret_cast<const char*>(frame), static_cast<std::size_t>(size));
+    }
+    Encoder_Interface_exit(encoder);
+    test::WriteWholeFile(file, bytes);
+    return test::DecodeSound(file);
+}
+
+TEST_F(Recording, AnAmrFileIsOpenedAndGivesTheToneBackAsWellAsTheEncoderCan) {
     if (!test::HostToolsAvailable()) GTEST_SKIP() << "ffprobe is looked for around Wine only";
     PlayTone();
+    CRecordingRig plain;
+    ASSERT_EQ(plain.Build(test::kSpeech), S_OK);
+    ASSERT_EQ(plain.AttachWav(kWav), S_OK);
     CRecordingRig rig;
     ASSERT_EQ(rig.Build(test::kSpeech), S_OK);
     ASSERT_EQ(rig.AttachAmr(kAmr), S_OK);
-    const double seconds = Record(&rig, 1500);
+    // Both hear the same radio.
+    ASSERT_EQ(plain.Start(), S_OK);
+    Record(&rig, 2000);
+    ASSERT_EQ(plain.Stop(), S_OK);
     EXPECT_TRUE(rig.Ended());
     EXPECT_TRUE(rig.SawEvent(EC_STREAM_CONTROL_STOPPED));
     EXPECT_TRUE(rig.Release());
-    const test::MediaFacts facts = test::Probe(Host(kAmr));
-    EXPECT_EQ(facts.container, "mov,mp4,m4a,3gp,3g2,mj2");
-    EXPECT_EQ(facts.codec, "amr_nb");
-    EXPECT_EQ(facts.rate_Hz, 8000);
-    EXPECT_EQ(facts.channels, 1);
-    EXPECT_NEAR(facts.duration_s, seconds, 0.02 + 0.02);
-    std::string complaints;
+    const test::SoundFile file = test::ProbeSound(Host(kAmr));
+    EXPECT_EQ(file.container, "mov");
+    EXPECT_EQ(file.codec, "amr_nb");
+    EXPECT_EQ(file.rate_Hz, 8000);
+    EXPECT_EQ(file.channels, 1);
+    EXPECT_EQ(file.complaints, "");
+    // A frame that the stop cuts off is not there.
+    EXPECT_GE(file.length_s, rig.Seconds() - 0.0201);
+    EXPECT_LE(file.length_s, rig.MostSeconds() + 0.0001);
+
     test::RecordedSound sound;
-    sound.samples = test::Decode(Host(kAmr), &complaints);
+    sound.samples = test::DecodeSound(Host(kAmr));
     sound.rate_Hz = 8000;
     sound.channels = 1;
-    EXPECT_EQ(complaints, "");
-    EXPECT_NEAR(sound.Seconds(), facts.duration_s, 0.001);
+    EXPECT_NEAR(sound.Seconds(), file.length_s, 0.001);
     EXPECT_NEAR(sound.Pitch_Hz(), test::kTone_Hz, 0.5);
     EXPECT_NEAR(20 * std::log10(sound.Tone(test::kTone_Hz) / test::kTonePeak), 0, 2);
+
+    // How well depends on where in the tone the frames begin.
+    const auto plainSound = test::ReadWav(test::Bytes(Host(kWav))).samples;
+    EXPECT_GT(SignalToNoise_dB(plainSound), 60) << "what went into the library";
+    double worst_dB = 1000;
+    for (const std::ptrdiff_t first : {0, 40, 80, 120}) {
+        const auto decoded = ThroughTheLibrary({plainSound.begin() + first, plainSound.end()}, Host(kPlain));
+        worst_dB = std::min(worst_dB, SignalToNoise_dB(decoded));
+    }
+    EXPECT_GT(worst_dB, 10);
+    EXPECT_GT(SignalToNoise_dB(sound.samples), worst_dB - 1);
+    RecordProperty("recorded_dB", std::to_string(SignalToNoise_dB(sound.samples)));
+    RecordProperty("library_dB", std::to_string(worst_dB));
 }
 
 // A second listener on the radio's sound, beside the recording.
