@@ -88,6 +88,7 @@ TEST_F(RecordingScreen, ExitStopsTheRecordingFirstAndWaitsASecond) {
 }
 
 TEST_F(RecordingScreen, ClosedByTheHeadsetTheRadioEndsItsRecordingSilently) {
+    SetClockRate(4);
     Radio radio(handset);
     StartRecording(radio);
     handset.PlugHeadset(false);
@@ -112,6 +113,7 @@ TEST_F(RecordingScreen, WithTooLittleSpaceTheBoxComesAndNothingStarts) {
 }
 
 TEST_F(RecordingScreen, AnIncomingCallEndsTheRecordingAndItIsNotTakenUpAgain) {
+    SetClockRate(4);
     Radio radio(handset);
     StartRecording(radio);
     handset.SetRegistry(L"HKLM\\System\\State\\Phone", L"Status", 0x00010000u);
@@ -144,7 +146,7 @@ TEST_F(RecordingScreen, ABookedRecordingStartsRunsItsMinuteAndClosesTheRadioWith
 }
 
 TEST_F(RecordingScreen, ABookedRecordingThatIsStoppedByHandLeavesTheRadioOpen) {
-    SetClockRate(20);
+    SetClockRate(40);
     Radio radio(handset, L"-Rec -Channel 9850 -Duration 1");
     radio.WaitUntilShown();
     ASSERT_TRUE(WaitForTrace("[FM_EnCoder]iIndex : 2\n"));
@@ -152,7 +154,7 @@ TEST_F(RecordingScreen, ABookedRecordingThatIsStoppedByHandLeavesTheRadioOpen) {
     ASSERT_TRUE(WaitFor([&] { return Count(Lines(handset.Trace()), "FM: disk space") >= 6; }));
     StopAndAnswer(radio);
     const ULONGLONG stopped = GetTickCount64();
-    ASSERT_TRUE(WaitFor([&] { return (GetTickCount64() - stopped) * 20 > 80000; }));
+    ASSERT_TRUE(WaitFor([&] { return (GetTickCount64() - stopped) * 40 > 80000; }));
     EXPECT_TRUE(radio.Runs());
     EXPECT_THAT(handset.Trace(), Not(HasSubstr("** Pre-Record Time Out **")));
 }
@@ -168,6 +170,7 @@ TEST_F(RecordingScreen, WithoutADurationNothingIsRecorded) {
 }
 
 TEST_F(RecordingScreen, AStopInTheFirstFiveSecondsOfABookedStartStopsNothing) {
+    SetClockRate(2);
     Radio radio(handset, L"-Rec -Channel 9850 -Duration 1");
     radio.WaitUntilShown();
     radio.Send(0x8003, SKIN_STOP_RECORD, 0);
@@ -177,7 +180,7 @@ TEST_F(RecordingScreen, AStopInTheFirstFiveSecondsOfABookedStartStopsNothing) {
 }
 
 TEST_F(RecordingScreen, ABookedRecordingThatCannotStartStillClosesTheRadioAfterItsMinute) {
-    SetClockRate(20);
+    SetClockRate(40);
     SetEnvironmentVariableW(L"KORA_OBJECTSTOREFREE", L"10");
     Radio radio(handset, L"-Rec -Channel 9850 -Duration 1");
     SetEnvironmentVariableW(L"KORA_OBJECTSTOREFREE", nullptr);

@@ -10,8 +10,17 @@ namespace test {
 
 inline constexpr WCHAR kSettings[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
 
+// Files with automatic names go there.
+inline std::wstring Music(const wchar_t* name) {
+    return L"\\My Documents\\My Music\\" + std::wstring(name);
+}
+
 class RecordingTest : public RadioTest {
   protected:
+    // One station, at 98.5 MHz, that plays a tone of 440 Hz.
+    void PlayTone() const {
+        handset.WriteBand("[band]\nwrap=1\n[9850]\nlevel=100\nstereo=1\nps=KORA ONE\nprogramme=tone:440\n");
+    }
     // Handset seconds per real second of the radios that are started from now on.
     static void SetClockRate(int rate) {
         SetEnvironmentVariableW(L"KORA_CLOCKRATE", std::to_wstring(rate).c_str());
