@@ -12,5 +12,5 @@ set_target_properties(UI PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}
 add_dependencies(UI device_libraries)
 target_link_options(UI PRIVATE -municode -nodefaultlibs -static)
 target_link_libraries(UI PRIVATE -Wl,--start-group ${KORA_DEVICE_LIBRARIES}
-    -lstrmiids -luuid -lstdc++ -lmingw32 -lgcc -lgcc_eh -lmoldname -lmingwex -lmsvcrt -lpthread
+    -lstrmiids -luuid $<$<BOOL:${KORA_COVERAGE}>:-lgcov> -lstdc++ -lmingw32 -lgcc -lgcc_eh -lmoldname -lmingwex -lmsvcrt -lpthread
     ${KORA_LIB_KERNEL32} -Wl,--end-group)

@@ -21,21 +21,25 @@ count_tests() {
     find "$KORA_HOME/results" -name "*.xml" ! -name "*_[0-9]*.xml" -exec cat {} + | sed -n "s/^<testsuites .* *$1=\"\([0-9]*\)\".*/\1/p" | awk '{ n += $1 } END { print n + 0 }'
 }
 
-kora_test() {
-    packages_need "${KORA_BUILD_PACKAGES[@]}" "${KORA_DISPLAY_PACKAGES[@]}" "${KORA_TEST_PACKAGES[@]}"
-    local filter=${1:-.} failed=0
-    # The tests have a handset and a display of their own: windows of a running radio would get in their way.
+# A handset and a display of the tests' own: windows of a running radio would get in their way.
+tests_prepare() {
     export KORA_HOME=$KORA_HOME/test
     rm -rf "$KORA_HOME/results"
     mkdir -p "$KORA_HOME/results"
-    build_preset release all
-    build_preset device32 all
-    build_preset native all
     trap lanes_close EXIT
     step "making two handsets for the tests"
     lanes_open 2
     # A machine without loudspeakers would have its sound library complain in every trace.
     export KORA_HOSTSOUND=0
+}
+
+kora_test() {
+    packages_need "${KORA_BUILD_PACKAGES[@]}" "${KORA_DISPLAY_PACKAGES[@]}" "${KORA_TEST_PACKAGES[@]}"
+    local filter=${1:-.} failed=0
+    build_preset release all
+    build_preset device32 all
+    build_preset native all
+    tests_prepare
 
     step "tests of the portable code (AddressSanitizer, UBSan)"
     GTEST_OUTPUT=xml:$KORA_HOME/results/ run_tests native "$filter" || failed=1
