@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int kGroupColumnWidth = LVSCW_AUTOSIZE_USEHEADER;
+constexpr int kFrequencyColumnWidth = LVSCW_AUTOSIZE_USEHEADER;
 
 struct ListedChannel {
     const WCHAR* pszGroup = nullptr;
@@ -85,7 +85,7 @@ int CChannelDB::DumPDB(const WCHAR* group) {
         const ListedChannel channel(reader);
         if (channel.pszGroup == nullptr || wcscmp(channel.pszGroup, group) != 0) continue;
         ShowRow(row, oid, channel.pszName, channel.dwValue);
-        int width = kGroupColumnWidth;
+        int width = kFrequencyColumnWidth;
         m_channelList.Send(LVM_SETCOLUMNWIDTH, 1, reinterpret_cast<LPARAM>(&width));
         ++row;
     }
