@@ -3,7 +3,7 @@
 kora_bench() {
     handset_ready
     build_preset release kora_bench
-    step "measuring (about two minutes; a soak of 100 hours takes as long as the machine needs for its rounds)"
+    step "measuring (about four minutes; a soak of 100 hours takes as long as the machine needs for its rounds)"
     local status=0
     wine_start "$KORA_BIN/kora_bench.exe" "$@" >"$KORA_HOME/bench.txt" 2>"$KORA_HOME/bench.log" || status=$?
     cat "$KORA_HOME/bench.txt"

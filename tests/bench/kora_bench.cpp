@@ -1,5 +1,6 @@
 // Runs the measurements and prints the table. An argument shortens the time at rest: kora_bench 10.
-// kora_bench --soak [HOURS] lets the radio live for so many handset hours instead.
+// kora_bench --soak [HOURS] lets the radio live for so many handset hours instead; kora_bench --recording
+// measures recording alone.
 #include <windows.h>
 
 #include <cstdio>
@@ -27,12 +28,17 @@ int main(int count, char** arguments) {
         const double hours = count > 2 ? std::atof(arguments[2]) : kSoak_h;
         return bench::RunSoak(hours, static_cast<long>(hours * kRoundsAnHour));
     }
+    const bool recordingAlone = count > 1 && std::strcmp(arguments[1], "--recording") == 0;
     const unsigned rest = count > 1 ? static_cast<unsigned>(std::atoi(arguments[1])) : kRest_s;
     // A handset of its own, so that a radio in use is neither measured nor disturbed.
     test::HandsetUnderTest handset;
     const bench::Programs programs = {handset.DevicePath(L"\\Windows\\UI.exe"),
                                       test::BuildFolder() + L"\\bare_window.exe"};
     std::vector<bench::Row> table;
+    if (recordingAlone) {
+        bench::Print(bench::MeasureRecording(handset));
+        return 0;
+    }
     std::fprintf(stderr, "start ...\n");
     Add(table, bench::MeasureStart(programs));
     std::fprintf(stderr, "repaint ...\n");

@@ -24,8 +24,8 @@ std::vector<Row> MeasureStart(const Programs& programs);
 std::vector<Row> MeasureProgram(const std::wstring& program);
 // Processor time over `seconds` at rest, and private memory after the start.
 std::vector<Row> MeasureRest(const Programs& programs, unsigned seconds);
-// Processor time of an hour recorded to each format, beside the hour played and the encoder library; and how soon a
-// recording begins.
+// Processor time of an hour recorded to each format, beside the hour played and the encoder library; and how
+// soon a recording begins.
 std::vector<Row> MeasureRecording(test::HandsetUnderTest& handset);
 
 }  // namespace bench

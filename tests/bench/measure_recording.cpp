@@ -1,8 +1,11 @@
-// What recording costs, and how soon it begins.
+// What recording costs: an hour to each format, and a minute early and late in a long one.
 #include <windows.h>
 
-#include <cmath>
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -11,106 +14,159 @@
 #include "tests/bench/measure.h"
 #include "tests/bench/process_usage.h"
 #include "tests/bench/program_run.h"
-#include "tests/support/radio.h"
+#include "tests/bench/record_button.h"
 #include "tests/support/wait.h"
 
 namespace bench {
 namespace {
 
-constexpr WCHAR kSettings[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
 constexpr int kClockRate = 30;
+constexpr int kLongClockRate = 60;
 constexpr DWORD kSpan_ms = 8000;  // of real time: four minutes of the handset's
 constexpr double kHours = kSpan_ms / 1000.0 * kClockRate / 3600;
+constexpr WCHAR kFile[] = L"\\Measured.";
 
-void TapRecord(const test::Radio& radio) {
-    radio.Tap(28, 251);
-}
+enum class Format : std::uint32_t { kAmr, kWav8, kWav22 };
 
-void StopRecording(test::Radio& radio) {
-    TapRecord(radio);
-    const HWND box = radio.WaitForBox(L"FM");
-    test::Radio::Answer(box, IDOK);
-    test::WaitFor([&] { return radio.Box(L"FM") == nullptr; });
-}
+// A radio on a fast clock that records from its construction to its destruction; or plays, without a format.
+class RecordingRadio {
+  public:
+    RecordingRadio(test::HandsetUnderTest& handset, int clockRate, const Format* format)
+        : m_rate(handset, clockRate, format),
+          m_radio(handset, L"-Rec -Channel 9850"),
+          m_records(format != nullptr) {
+        m_radio.WaitUntilShown();
+        if (m_records) TapRecord(m_radio);
+        const bool begun = test::WaitFor([&] { return !m_records || !IsWindowVisible(m_radio.ListView()); });
+        m_usage = std::make_unique<ProcessUsage>(m_radio.Process(), handset.DevicePath(kRadio));
+        if (!begun || !m_radio.Runs()) throw std::runtime_error("the radio does not record");
+    }
+    ~RecordingRadio() {
+        if (m_records) StopRecording(m_radio);
+    }
+    const ProcessUsage& Usage() const { return *m_usage; }
 
-// Seconds of processor time for an hour; `format` < 0: played, not recorded.
-double HourOf(test::HandsetUnderTest& handset, int format) {
-    handset.SetRegistry(kSettings, L"RecordAudioType", static_cast<std::uint32_t>(format < 0 ? 0 : format));
-    SetEnvironmentVariableW(L"KORA_CLOCKRATE", std::to_wstring(kClockRate).c_str());
-    test::Radio radio(handset, L"-Rec -Channel 9850");
-    SetEnvironmentVariableW(L"KORA_CLOCKRATE", nullptr);
-    radio.WaitUntilShown();
-    const ProcessUsage usage(radio.Process(), handset.DevicePath(L"\\Windows\\UI.exe"));
-    if (format >= 0) TapRecord(radio);
-    test::WaitFor([&] { return format < 0 || !IsWindowVisible(radio.ListView()); });
-    const double before = usage.Cpu_ms();
+  private:
+    static constexpr WCHAR kRadio[] = L"\\Windows\\UI.exe";
+    // What the radio is started with.
+    struct Rate {
+        Rate(test::HandsetUnderTest& handset, int clockRate, const Format* format) {
+            handset.SetRegistry(kSettings, L"RecordAudioType",
+                                format != nullptr ? static_cast<std::uint32_t>(*format) : 0u);
+            DefineName(handset, kFile);
+            for (const wchar_t* extension : {L"amr", L"wav"})
+                DeleteFileW(handset.DevicePath(std::wstring(kFile) + extension).c_str());
+            SetEnvironmentVariableW(L"KORA_CLOCKRATE", std::to_wstring(clockRate).c_str());
+        }
+        ~Rate() { SetEnvironmentVariableW(L"KORA_CLOCKRATE", nullptr); }
+    };
+
+    Rate m_rate;
+    test::Radio m_radio;
+    const bool m_records;
+    std::unique_ptr<ProcessUsage> m_usage;
+};
+
+// Seconds of processor time for an hour; no format: played, not recorded.
+double HourOf(test::HandsetUnderTest& handset, const Format* format) {
+    const RecordingRadio radio(handset, kClockRate, format);
+    const double before = radio.Usage().Cpu_ms();
     Sleep(kSpan_ms);
-    const double used_ms = usage.Cpu_ms() - before;
-    if (format >= 0) StopRecording(radio);
+    const double used_ms = radio.Usage().Cpu_ms() - before;
+    if (used_ms <= 0) throw std::runtime_error("the radio is gone");
     return used_ms / 1000 / kHours;
 }
 
-// The same hour through the encoder library alone.
-double EncoderHour_s() {
-    constexpr int kFrame = 160, kFramesASecond = 50, kSeconds = 60;
-    std::vector<std::int16_t> tone(kFrame * kFramesASecond);
-    for (std::size_t at = 0; at < tone.size(); ++at) {
-        tone[at] = static_cast<std::int16_t>(
-            8000 * std::sin(2 * 3.14159265358979 * 440 * static_cast<double>(at) / 8000));
-    }
-    void* encoder = Encoder_Interface_init(0);
-    unsigned char frame[64];
-    const double before = Now_ms();
-    for (int at = 0; at < kSeconds * kFramesASecond; ++at) {
-        Encoder_Interface_Encode(encoder, MR122,
-                                 &tone[static_cast<std::size_t>(at % kFramesASecond * kFrame)], frame, 0);
-    }
-    const double used_ms = Now_ms() - before;
-    Encoder_Interface_exit(encoder);
-    return used_ms / 1000 * 3600 / kSeconds;
+double HourOf(test::HandsetUnderTest& handset, Format format) {
+    return HourOf(handset, &format);
 }
 
-// From the press to the first sample: how much shorter the file is than the time between the two presses.
-double ButtonToFirstSample_ms(test::HandsetUnderTest& handset) {
-    constexpr double kBytesA_ms = 22050 * 4 / 1000.0;
-    constexpr DWORD kRecorded_ms = 1500;
-    handset.SetRegistry(kSettings, L"RecordAudioType", 2u);
-    handset.SetRegistry(kSettings, L"SaveFileType", 1u);
-    handset.SetRegistry(kSettings, L"DefineFileName", std::wstring(L"\\Latency."));
-    const std::wstring file = handset.DevicePath(L"\\Latency.wav");
-    std::vector<double> latencies;
-    test::Radio radio(handset, L"-Rec -Channel 9850");
-    radio.WaitUntilShown();
-    for (int round = 0; round < 5; ++round) {
-        DeleteFileW(file.c_str());
-        const double start = Now_ms();
-        TapRecord(radio);
-        test::WaitFor([&] { return Now_ms() - start >= kRecorded_ms; });
-        const double pressed_ms = Now_ms() - start;
-        StopRecording(radio);
-        const double bytes = static_cast<double>(test::ReadWholeFile(file).size()) - 44;
-        latencies.push_back(pressed_ms - bytes / kBytesA_ms);
+double ThreadCpu_ms() {
+    FILETIME created, exited, kernel, user;
+    GetThreadTimes(GetCurrentThread(), &created, &exited, &kernel, &user);
+    const auto value = [](const FILETIME& time) {
+        return static_cast<double>(static_cast<ULONGLONG>(time.dwHighDateTime) << 32 | time.dwLowDateTime);
+    };
+    return (value(kernel) + value(user)) / 1e4;
+}
+
+// An hour of the sound that was recorded last, at 8 kHz, through the encoder library alone.
+double EncoderHour_s(const test::HandsetUnderTest& handset) {
+    constexpr std::size_t kHeader = 44, kFrame = 160;
+    const std::string bytes = test::ReadWholeFile(handset.DevicePath(std::wstring(kFile) + L"wav"));
+    if (bytes.size() < kHeader + 8000 * 2) throw std::runtime_error("nothing was recorded");
+    std::vector<std::int16_t> sound((bytes.size() - kHeader) / 2);
+    std::memcpy(sound.data(), bytes.data() + kHeader, sound.size() * 2);
+    void* encoder = Encoder_Interface_init(0);
+    unsigned char frame[64];
+    const double before = ThreadCpu_ms();
+    for (std::size_t at = 0; at + kFrame <= sound.size(); at += kFrame)
+        Encoder_Interface_Encode(encoder, MR122, &sound[at], frame, 0);
+    const double used_ms = ThreadCpu_ms() - before;
+    Encoder_Interface_exit(encoder);
+    return used_ms / 1000 * 3600 / (static_cast<double>(sound.size()) / 8000);
+}
+
+// Whether a recording costs more the longer it is: what a minute of it took, and what the radio held, by the
+// end of its 1st, 10th and 60th minute.
+std::vector<Row> MeasureLength(test::HandsetUnderTest& handset) {
+    constexpr int kMinutes[] = {1, 10, 60};
+    const Format format = Format::kAmr;
+    const RecordingRadio radio(handset, kLongClockRate, &format);
+    const double start = Now_ms();
+    double before_ms = radio.Usage().Cpu_ms();
+    std::vector<Row> rows;
+    int minutesBefore = 0;
+    for (const int minute : kMinutes) {
+        const double end = start + minute * 60000.0 / kLongClockRate;
+        Sleep(static_cast<DWORD>(std::max(end - Now_ms(), 0.0)));
+        const double now_ms = radio.Usage().Cpu_ms();
+        const double each_ms = (now_ms - before_ms) / (minute - minutesBefore);
+        const std::string until = "up to minute " + std::to_string(minute) + " of an AMR recording: ";
+        const double memory_MB = radio.Usage().Private_MB();
+        const double firstMemory_MB = rows.empty() ? memory_MB : rows[1].ours;
+        const double first_ms = rows.empty() ? each_ms : rows[0].ours;
+        rows.push_back({until + "a minute", each_ms, "the first minute", first_ms, "ms", "no growth"});
+        rows.push_back({until + "memory", memory_MB, "after a minute", firstMemory_MB, "MB", "no growth"});
+        before_ms = now_ms;
+        minutesBefore = minute;
     }
-    handset.SetRegistry(kSettings, L"SaveFileType", 0u);
-    return Median(latencies);
+    return rows;
+}
+
+Row TimesRealTime(const char* format, double hour_s, double played_s) {
+    return {std::string("an hour to ") + format + ", times real time",
+            3600 / hour_s,
+            "the hour played, not recorded",
+            3600 / played_s,
+            "x",
+            ""};
 }
 
 }  // namespace
 
 std::vector<Row> MeasureRecording(test::HandsetUnderTest& handset) {
-    const double played = HourOf(handset, -1);
-    const double amr = HourOf(handset, 0);
-    const double encoder = EncoderHour_s();
+    const double played = HourOf(handset, nullptr);
+    const double amr = HourOf(handset, Format::kAmr);
+    const double wav22 = HourOf(handset, Format::kWav22);
+    const double wav8 = HourOf(handset, Format::kWav8);
+    const double encoder = EncoderHour_s(handset);
     const char* const peer = "the hour played, not recorded";
-    return {
+    std::vector<Row> rows = {
         {"an hour recorded to AMR, processor time", amr, peer, played, "s", ""},
-        {"an hour recorded to WAV at 8 kHz", HourOf(handset, 1), peer, played, "s", ""},
-        {"an hour recorded to WAV at 22 kHz", HourOf(handset, 2), peer, played, "s", ""},
-        {"the recording's own share of the AMR hour", amr - played, "encoder library alone", encoder, "s",
-         "within 10 % of the encoder"},
-        {"an hour to AMR, times real time", 3600 / amr, peer, 3600 / played, "x", ""},
-        {"record button to first sample", ButtonToFirstSample_ms(handset), "", 0, "ms", ""},
+        {"an hour recorded to WAV at 8 kHz", wav8, peer, played, "s", ""},
+        {"an hour recorded to WAV at 22 kHz", wav22, peer, played, "s", ""},
+        {"the recording's own share of the AMR hour", amr - played, "encoder library, the same sound",
+         encoder, "s", "within 10 % of the encoder"},
+        {"what AMR costs more than WAV at 8 kHz", amr - wav8, "encoder library, the same sound", encoder, "s",
+         ""},
+        TimesRealTime("AMR", amr, played),
+        TimesRealTime("WAV at 8 kHz", wav8, played),
+        TimesRealTime("WAV at 22 kHz", wav22, played),
     };
+    for (const Row& row : MeasureLength(handset)) rows.push_back(row);
+    rows.push_back(MeasureRecordStart(handset));
+    return rows;
 }
 
 }  // namespace bench

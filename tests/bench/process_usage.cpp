@@ -47,19 +47,29 @@ void EachNumberedFolder(const std::wstring& folder, Visit visit) {
     FindClose(search);
 }
 
-// The Linux process whose command line begins with the program's path. The newest wins: its number is the
-// highest.
+// When a process began, in ticks since the machine did: the 22nd field of its state. The second one, its
+// name, stands in brackets and may hold anything.
+double BeganAt(const std::wstring& folder) {
+    const std::string state = ReadProc(folder + L"\\stat");
+    std::istringstream fields(state.substr(std::min(state.rfind(')') + 1, state.size())));
+    std::string field;
+    for (int number = 3; number <= 22; ++number) fields >> field;
+    return std::atof(field.c_str());
+}
+
+// The Linux process whose command line begins with the program's path; the youngest, for one that was ended a
+// moment ago may still be there. Numbers of processes come again and tell nothing.
 std::wstring FindProcFolder(const std::wstring& path) {
     const std::string wanted = Utf8(path);
     std::wstring best;
-    long bestNumber = 0;
+    double bestBegan = -1;
     EachNumberedFolder(L"Z:\\proc", [&](const std::wstring& folder) {
         const std::string line = ReadProc(folder + L"\\cmdline");
-        const long number = std::wcstol(folder.substr(folder.rfind(L'\\') + 1).c_str(), nullptr, 10);
         if (line.find(wanted) == std::string::npos || line.find("wine64") != std::string::npos) return;
-        if (number < bestNumber) return;
+        const double began = BeganAt(folder);
+        if (began < bestBegan) return;
         best = folder;
-        bestNumber = number;
+        bestBegan = began;
     });
     return best;
 }
