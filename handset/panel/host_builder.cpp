@@ -10,25 +10,28 @@ namespace panel {
 namespace {
 
 // The device has its builder under the identifier of the desktop's first one.
-bool Lacks() {
+bool AskHost() {
     void* made = nullptr;
-    if (FAILED(CoCreateInstance(CLSID_CaptureGraphBuilder, nullptr, CLSCTX_INPROC_SERVER,
-                                IID_ICaptureGraphBuilder2, &made)))
-        return true;
+    const HRESULT created = CoCreateInstance(CLSID_CaptureGraphBuilder, nullptr, CLSCTX_INPROC_SERVER,
+                                             IID_ICaptureGraphBuilder2, &made);
+    if (FAILED(created)) return LacksStreamControl(created, created);
     auto* const builder = static_cast<ICaptureGraphBuilder2*>(made);
-    // Without a graph there is nothing to control; one that can do it says so in another way.
-    const HRESULT result = builder->ControlStream(nullptr, nullptr, nullptr, nullptr, nullptr, 0, 0);
+    const HRESULT controlled = builder->ControlStream(nullptr, nullptr, nullptr, nullptr, nullptr, 0, 0);
     builder->Release();
-    return result == E_NOTIMPL;
+    return LacksStreamControl(created, controlled);
 }
 
 }  // namespace
 
 bool HostLacksStreamControl() {
     const HRESULT entered = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-    const bool lacks = Lacks();
+    const bool lacks = AskHost();
     if (SUCCEEDED(entered)) CoUninitialize();
     return lacks;
+}
+
+bool LacksStreamControl(HRESULT created, HRESULT controlled) {
+    return FAILED(created) || controlled == E_NOTIMPL;
 }
 
 }  // namespace panel

@@ -1,6 +1,8 @@
 // capture.dll as a COM server: its classes, their interfaces, and what keeps it loaded.
 #include "handset/capture/class_ids.h"
 #include "handset/include/audiowrapper.h"
+#include "handset/panel/host_builder.h"
+#include "handset/panel/manifest.h"
 #include "tests/unit/capture/fixture.h"
 
 namespace {
@@ -42,6 +44,26 @@ class Classes : public test::CaptureTest {};
 
 TEST_F(Classes, AreFoundThroughTheManifest) {
     for (const CLSID& classId : kClasses) EXPECT_TRUE(static_cast<bool>(test::Create(classId)));
+}
+
+// What the radio gets: the host's builder where that controls streams, as the desktop's does, and the
+// handset's otherwise, as under Wine.
+TEST(GraphBuilderOfTheHost, IsLeftAloneWhereItControlsStreams) {
+    for (const HRESULT answer : {S_OK, E_UNEXPECTED, E_POINTER, E_INVALIDARG, E_FAIL})
+        EXPECT_FALSE(panel::LacksStreamControl(S_OK, answer)) << answer;
+    EXPECT_TRUE(panel::LacksStreamControl(S_OK, E_NOTIMPL));
+    EXPECT_TRUE(panel::LacksStreamControl(REGDB_E_CLASSNOTREG, REGDB_E_CLASSNOTREG));
+    EXPECT_TRUE(panel::LacksStreamControl(E_NOINTERFACE, E_NOINTERFACE));
+}
+
+TEST(GraphBuilderOfTheHost, IsNamedInTheManifestOnlyWhereTheHandsetsTakesItsPlace) {
+    const std::string manifest = panel::ManifestText({L"capture.dll", L"fmdevice.dll"});
+    const bool named = manifest.find("{bf87b6e0-8c27-11d0-b3f0-00aa003761c5}") != std::string::npos;
+    EXPECT_EQ(named, panel::HostLacksStreamControl());
+    for (const char* filter :
+         {"{e30629d2-27e5-11ce-875d-00608cb78066}", "{a3abfe59-c33f-4e34-a0c4-cec0ce25ec9e}",
+          "{94297043-bd82-4dfd-b0de-8177739c6d20}", "{6a59220b-a696-4b79-ad80-e3c239a9d788}"})
+        EXPECT_NE(manifest.find(filter), std::string::npos) << filter;
 }
 
 TEST_F(Classes, AnObjectThatIsReleasedIsGone) {
