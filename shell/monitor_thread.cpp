@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "recording/storage_card.h"
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
 #include "shell/exception_guard.h"
@@ -16,7 +17,6 @@
 namespace {
 
 constexpr DWORD kMonitorPeriod_ms = 700;
-constexpr WCHAR kCardFolder[] = L"\\Storage Card";
 
 std::int32_t ReadAndShowSignal(CMainState& state) {
     std::int32_t level = 0;
@@ -37,7 +37,7 @@ void ShowStereo(CMainState& state) {
 // A recording under the user's own name is taken to lie on the card.
 void StopRecordingWithoutCard(HWND window) {
     if (!g_app.bRecordingActive || ReadSetting(kSaveFileType) == 0) return;
-    if (GetFileAttributesW(kCardFolder) != INVALID_FILE_ATTRIBUTES) return;
+    if (GetFileAttributesW(kStorageCard) != INVALID_FILE_ATTRIBUTES) return;
     NKDbgPrintfW(L"FM: *** SD Card Removed while Recording, Stop Recording!\n");
     SendMessageW(window, WM_SKIN_CLICK, SKIN_STOP_RECORD, 0);
 }

@@ -11,6 +11,7 @@ kora_test(test_recording APP
         recording/start_recording_test.cpp
         recording/stop_recording_test.cpp
         recording/tick_count.cpp
+        ${CMAKE_SOURCE_DIR}/tests/support/skin_window.cpp
     LIBS ${KORA_APPLICATION} app_resources)
 target_link_options(test_recording PRIVATE 
     -Wl,--wrap=__imp_GetTickCount -Wl,--wrap=__imp_MessageBoxW -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw)

@@ -19,6 +19,7 @@ kora_test(test_tuner APP
         tuner/volume_keys_test.cpp
         tuner/weak_signal_test.cpp
         ${CMAKE_SOURCE_DIR}/tests/native/tuner/frequency_test.cpp
+        ${CMAKE_SOURCE_DIR}/tests/support/skin_window.cpp
     LIBS ${KORA_APPLICATION} app_resources)
 # The text fields' painting and the reading of settings go through the tests, which note them and pass them on.
 target_link_options(test_tuner PRIVATE -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw,--wrap=_Z16DrawScanProgressR5CSkini,--wrap=RegistryGetDWORD)

@@ -4,11 +4,8 @@
 
 #include <commctrl.h>
 
-
 namespace test {
 namespace {
-
-constexpr wchar_t kStateKey[] = L"Software\\Kora Channels Test";
 
 LPWSTR Mutable(const wchar_t* text) {
     return const_cast<LPWSTR>(text);
@@ -63,24 +60,12 @@ LRESULT RecordedList::Send(void* list, UINT message, WPARAM wParam, LPARAM lPara
 }
 
 ChannelsTest::ChannelsTest() {
-    wchar_t folder[MAX_PATH] = L"";
-    ::GetEnvironmentVariableW(L"TEMP", folder, MAX_PATH);
-    static int number = 0;
-    m_root = std::wstring(folder) + L"\\channels-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
-             std::to_wstring(++number);
-    ::CreateDirectoryW(m_root.c_str(), nullptr);
-    SetEnvironmentVariableW(L"KORA_DEVICEROOT", m_root.c_str());
-    SetEnvironmentVariableW(L"KORA_STATEKEY", kStateKey);
     db.SetListSender(&channelList, RecordedList::Send);
     db.SetGroupSender(&groupList, RecordedList::Send);
 }
 
 ChannelsTest::~ChannelsTest() {
     EXPECT_FALSE(VolumeIsMounted()) << "the test leaves the volume mounted";
-    DeleteFileW(L"\\KORA.vol");
-    SetEnvironmentVariableW(L"KORA_DEVICEROOT", nullptr);
-    SetEnvironmentVariableW(L"KORA_STATEKEY", nullptr);
-    ::RemoveDirectoryW(m_root.c_str());
 }
 
 CEOID ChannelsTest::PutProperties(const wchar_t* database, std::vector<CEPROPVAL> properties) {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "channels/channel_db.h"
+#include "tests/support/own_device.h"
 #include "tests/support/stored_channels.h"
 #include "tests/support/trace_capture.h"
 
@@ -41,6 +42,9 @@ class RecordedList {
 };
 
 class ChannelsTest : public testing::Test {
+  private:
+    const OwnDevice m_device{L"Software\\Kora Channels Test"};  // gone last
+
   protected:
     ChannelsTest();
     ~ChannelsTest() override;
@@ -61,9 +65,6 @@ class ChannelsTest : public testing::Test {
     CChannelDB db;
     RecordedList channelList;
     RecordedList groupList;
-
-  private:
-    std::wstring m_root;
 };
 
 }  // namespace test

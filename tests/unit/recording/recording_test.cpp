@@ -8,6 +8,7 @@
 #include "skin/skin_access.h"
 #include "skin/skin_rows.h"
 #include "skin/skin_window.h"
+#include "tests/support/skin_window.h"
 #include "tests/unit/recording/tick_count.h"
 
 namespace test {
@@ -15,43 +16,6 @@ namespace {
 
 std::mutex g_mutex;  // guards g_shownTexts
 std::vector<std::pair<int, std::wstring>> g_shownTexts;
-
-LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    CMainState* state = MainStateOf(window);
-    if (state == nullptr) return DefWindowProcW(window, message, wParam, lParam);
-    if (message >= WM_SKIN_SLIDER && message <= WM_SKIN_CLICK) {
-        return state->OnControl(window, message, wParam, lParam);
-    }
-    if (message == WM_PAINT) return SkinWindowProc(state->m_skin, window, message, wParam, lParam);
-    return DefWindowProcW(window, message, wParam, lParam);
-}
-
-HWND CreateTestWindow(CMainState& state) {
-    static const ATOM kClass = [] {
-        WNDCLASSW windowClass = {};
-        windowClass.lpfnWndProc = WindowProc;
-        windowClass.hInstance = GetModuleHandleW(nullptr);
-        windowClass.lpszClassName = L"KoraRecordingTest";
-        return RegisterClassW(&windowClass);
-    }();
-    const HWND window =
-        CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, MAKEINTATOM(kClass), L"", WS_POPUP, 0, 0, 240,
-                        320, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
-    ShowWindow(window, SW_SHOWNOACTIVATE);
-    SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG_PTR>(&state));
-    state.m_skin.hWnd = window;
-    state.m_hListView = CreateWindowExW(0, L"SysListView32", L"", WS_CHILD | WS_VISIBLE, 0, 105, 240, 65,
-                                        window, nullptr, GetModuleHandleW(nullptr), nullptr);
-    return window;
-}
-
-// The tables live as long as the program: what a test left in them goes back to the start.
-SkinTables FreshTables() {
-    static const SkinTables kTables = MainScreenTables();
-    static const std::vector<SkinButton> kButtons(kTables.pButtons, kTables.pButtons + kTables.nButtons);
-    std::copy(kButtons.begin(), kButtons.end(), kTables.pButtons);
-    return kTables;
-}
 
 }  // namespace
 
@@ -65,12 +29,14 @@ RecordingTest::RecordingTest() {
     g_app.hInstance = GetModuleHandleW(nullptr);
     g_app.pFMDevice = &device;
     device.channel = 9850;
-    state = new CMainState(g_app.hInstance, FreshTables());
+    state = new CMainState(g_app.hInstance, FreshSkinTables());
     g_app.pMainState = state;
     g_app.hLeftSoftKeyMenu = CreatePopupMenu();
     g_app.hRightSoftKeyMenu = CreatePopupMenu();
     AppendMenuW(g_app.hLeftSoftKeyMenu, MF_STRING, IDC_AUTOSCAN, L"scan");
-    window = CreateTestWindow(*state);
+    window = CreateSkinWindow(*state);
+    state->m_hListView = CreateWindowExW(0, L"SysListView32", L"", WS_CHILD | WS_VISIBLE, 0, 105, 240, 65,
+                                         window, nullptr, GetModuleHandleW(nullptr), nullptr);
     const std::lock_guard<std::mutex> lock(g_mutex);
     g_shownTexts.clear();
 }

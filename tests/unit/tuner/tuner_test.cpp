@@ -5,57 +5,14 @@
 
 #include "skin/screen.h"
 #include "skin/skin_access.h"
-#include "skin/skin_tables.h"
 #include "skin/skin_window.h"
+#include "tests/support/skin_window.h"
 #include "tests/unit/tuner/monitor_test.h"
 #include "tuner/digit_entry.h"
 
 namespace {
 
 std::vector<ShownText> g_shown;
-
-// The tests' share of what the main window procedure does.
-LRESULT CALLBACK TestWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    CMainState* state = MainStateOf(window);
-    if (state == nullptr) return DefWindowProcW(window, message, wParam, lParam);
-    if (message >= WM_SKIN_SLIDER && message <= WM_SKIN_CLICK) {
-        return state->OnControl(window, message, wParam, lParam);
-    }
-    const bool stylus = message >= WM_MOUSEMOVE && message <= WM_LBUTTONUP;
-    if (stylus || message == WM_SKIN_SETPOS || message == WM_SKIN_GETPOS || message == WM_PAINT ||
-        message == WM_TIMER) {
-        return SkinWindowProc(state->m_skin, window, message, wParam, lParam);
-    }
-    return DefWindowProcW(window, message, wParam, lParam);
-}
-
-HWND CreateTestWindow(CMainState& state) {
-    static const ATOM kClass = [] {
-        WNDCLASSW windowClass = {};
-        windowClass.lpfnWndProc = TestWindowProc;
-        windowClass.hInstance = GetModuleHandleW(nullptr);
-        windowClass.lpszClassName = L"KoraTunerTest";
-        return RegisterClassW(&windowClass);
-    }();
-    // A window that is never active is taken down at once, with or without a window manager.
-    const HWND window =
-        CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, MAKEINTATOM(kClass), L"tuner test", WS_POPUP, 0,
-                        0, 240, 320, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
-    ShowWindow(window, SW_SHOWNOACTIVATE);
-    SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG_PTR>(&state));
-    state.m_skin.hWnd = window;
-    return window;
-}
-
-// The tables live as long as the program: what a test left in them goes back to the start.
-SkinTables FreshTables() {
-    static const SkinTables kTables = MainScreenTables();
-    static const std::vector<SkinButton> kButtons(kTables.pButtons, kTables.pButtons + kTables.nButtons);
-    static const std::vector<SkinSlider> kSliders(kTables.pSliders, kTables.pSliders + kTables.nSliders);
-    std::copy(kButtons.begin(), kButtons.end(), kTables.pButtons);
-    std::copy(kSliders.begin(), kSliders.end(), kTables.pSliders);
-    return kTables;
-}
 
 }  // namespace
 
@@ -70,7 +27,8 @@ void NotedDrawSkinText(CSkin& skin, int field, const WCHAR* text) {
 
 static int g_registryReads = 0;
 HRESULT RealGetDWORD(HKEY root, LPCWSTR key, LPCWSTR value, DWORD* data) __asm__("__real_RegistryGetDWORD");
-HRESULT CountedGetDWORD(HKEY root, LPCWSTR key, LPCWSTR value, DWORD* data) __asm__("__wrap_RegistryGetDWORD");
+HRESULT CountedGetDWORD(HKEY root, LPCWSTR key, LPCWSTR value,
+                        DWORD* data) __asm__("__wrap_RegistryGetDWORD");
 HRESULT CountedGetDWORD(HKEY root, LPCWSTR key, LPCWSTR value, DWORD* data) {
     ++g_registryReads;
     return RealGetDWORD(root, key, value, data);
@@ -89,9 +47,9 @@ TunerTest::TunerTest() {
     g_app = {};
     g_app.hInstance = GetModuleHandleW(nullptr);
     g_app.pFMDevice = &device;
-    state = std::make_unique<CMainState>(g_app.hInstance, FreshTables());
+    state = std::make_unique<CMainState>(g_app.hInstance, test::FreshSkinTables());
     g_app.pMainState = state.get();
-    window = CreateTestWindow(*state);
+    window = test::CreateSkinWindow(*state);
     EXPECT_NE(window, nullptr) << "no window: is there a display?";
     ForgetShown();
 }
