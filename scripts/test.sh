@@ -21,6 +21,21 @@ count_tests() {
     find "$KORA_HOME/results" -name "*.xml" ! -name "*_[0-9]*.xml" -exec cat {} + | sed -n "s/^<testsuites .* *$1=\"\([0-9]*\)\".*/\1/p" | awk '{ n += $1 } END { print n + 0 }'
 }
 
+# Suite.Test of every test of this run, by the results; of one with parameters as its source names it.
+tests_that_ran() {
+    find "$KORA_HOME/results" -name "*.xml" -exec cat {} + |
+        sed -n 's/.*<testcase name="\([A-Za-z0-9_]*\).* status="run".* classname="\([^"]*\)".*/\2.\1/p' |
+        sed 's/^[^.]*\///'
+}
+
+# promises_ran: after a whole run every test that docs/promises.md counts on is one that ran.
+promises_ran() {
+    local missing
+    missing=$(comm -23 <(sed -n 's/.*| \(`[^|]*`\) |$/\1/p' "$KORA_ROOT/docs/promises.md" |
+        grep -o '[A-Za-z0-9_]*\.[A-Za-z0-9_]*' | sort -u) <(tests_that_ran | sort -u))
+    [ -z "$missing" ] || fail "docs/promises.md counts on tests that did not run: $missing"
+}
+
 # A handset and a display of the tests' own: windows of a running radio would get in their way.
 tests_prepare() {
     export KORA_HOME=$KORA_HOME/test
@@ -52,4 +67,5 @@ kora_test() {
     printf '%d passed, %d failed\n' $((all - bad)) "$bad"
     [ "$all" -gt 0 ] || fail "no test has a name that matches \"$filter\""
     [ $failed -eq 0 ] || fail "some tests failed; their words are above"
+    [ "$filter" != . ] || promises_ran
 }

@@ -113,6 +113,8 @@ TEST_F(GroupDialog, ANewGroupIsProposedWithTheNextNumberAndAddedAtTheEnd) {
     GiveName(radio, dialog, IDC_GROUP_NEW, L"Group 4", L"Aunt's house");
     EXPECT_TRUE(WaitFor([&] { return Listed(dialog).size() == 4; }));
     EXPECT_EQ(Listed(dialog).back(), L"Aunt's house");
+    // Its identifier is meant for the row behind it, which is not there.
+    EXPECT_EQ(SendMessageW(GetDlgItem(dialog, IDC_GROUP_LIST), LB_GETITEMDATA, 3, 0), 0);
     EXPECT_THAT(Stored(), Contains("G Aunt's house"));
 }
 
@@ -152,6 +154,20 @@ TEST_F(GroupDialog, ARenamedGroupMovesToTheEndAndItsFormerNeighbourIsPicked) {
     // The rename runs to the end of the database, by the order of the group names.
     EXPECT_THAT(Stored(), Contains("C Abroad|Delta|10000|"));
     EXPECT_THAT(Stored(), Contains("C Home|Alpha|8760|"));
+}
+
+TEST_F(GroupDialog, TheOnlyGroupStaysPickedWhenItIsRenamed) {
+    ForgetPresets();
+    SetPresets(L"G1", L"Home", {{L"Alpha", 8760, L""}});
+    Select(L"Home");
+    BuildVolume();
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    const HWND dialog = Open(radio);
+    GiveName(radio, dialog, IDC_GROUP_RENAME, L"Home", L"Hearth");
+    EXPECT_TRUE(WaitFor([&] { return Listed(dialog).back() == L"Hearth"; }));
+    EXPECT_THAT(Listed(dialog), ElementsAre(L"Hearth"));
+    EXPECT_TRUE(WaitFor([&] { return Picked(dialog) == 0; }));
 }
 
 TEST_F(GroupDialog, RenamingToAnEmptyNameIsRefused) {

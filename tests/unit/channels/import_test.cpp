@@ -1,4 +1,8 @@
 // The preset favourites in the registry become groups and channels.
+#include <thread>
+
+#include "tests/support/modal_dialog.h"
+#include "tests/support/wait.h"
 #include "tests/unit/channels/channels_test.h"
 
 namespace {
@@ -218,6 +222,30 @@ TEST_F(FavouritesImport, AWriteThatFailsEndsTheStepAndNamesTheError) {
     EXPECT_THAT(trace, testing::Not(HasSubstr("DBPlr wrote total")));
     SetEnvironmentVariableW(L"KORA_FAULT", nullptr);
     EXPECT_THAT(Groups(), ElementsAre(L"made before"));
+}
+
+// The disk fills up once the volume is there: its groups are too many to be written by then.
+TEST_F(FavouritesImport, ABuildThatFailsLeavesTheVolumeMounted) {
+    for (int i = 0; i < 300; ++i) SetText(L"G" + std::to_wstring(1000 + i), L"Name", L"Mine");
+    std::thread disk([] {
+        test::WaitFor([] { return GetFileAttributesW(L"\\KORA.vol") != INVALID_FILE_ATTRIBUTES; });
+        SetEnvironmentVariableW(L"KORA_FAULT", L"database-write");
+    });
+    WCHAR caption[40] = L"";
+    const auto build = [this] {
+        db.CEDB_BuildFromRegistry();
+        return 0;
+    };
+    const auto answer = [&](HWND box) {
+        GetWindowTextW(box, caption, 40);
+        PostMessageW(box, WM_COMMAND, IDOK, 0);
+    };
+    TraceOf([&] { test::ModalDialog::Run(build, answer); });
+    disk.join();
+    SetEnvironmentVariableW(L"KORA_FAULT", nullptr);
+    EXPECT_STREQ(caption, L"Error");
+    EXPECT_TRUE(VolumeIsMounted());
+    EXPECT_TRUE(db.CEDB_Close());
 }
 
 }  // namespace

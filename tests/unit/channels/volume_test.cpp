@@ -1,4 +1,5 @@
 // The volume and its two databases: created on demand, opened by a sort order, and what the trace says.
+#include "shell/owned.h"
 #include "tests/unit/channels/channels_test.h"
 
 namespace {
@@ -79,6 +80,25 @@ TEST_F(ChannelVolume, ASeekInADatabaseThatIsMissingFails) {
     EXPECT_EQ(db.CEDB_FindChannelName(L"Mine", 9850, name), 0);
     EXPECT_STREQ(name, L"as it was");
     EXPECT_TRUE(db.CEDB_Close());
+}
+
+TEST_F(ChannelVolume, AFailedDeletionLeavesTheVolumeMounted) {
+    TraceOf([&] { db.CEDB_FindGroup(L"Mine"); });  // makes the volume
+    SetEnvironmentVariableW(L"KORA_FAULT", L"database-write");
+    TraceOf([&] { EXPECT_FALSE(db.CEDB_DeleteRecord(1)); });
+    SetEnvironmentVariableW(L"KORA_FAULT", nullptr);
+    EXPECT_TRUE(VolumeIsMounted());
+    EXPECT_TRUE(db.CEDB_Close());
+}
+
+// What is closed still counts as open: the step goes on and its write fails.
+TEST_F(ChannelVolume, ClosedHandlesKeepTheirStaleValues) {
+    TraceOf([&] { EXPECT_NE(db.CEDB_AddGroup(L"Mine"), 0u); });
+    RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Quillon\\Kora\\My Favorite\\A", 0, nullptr, 0, KEY_ALL_ACCESS,
+                    nullptr, OwnedKey().put(), nullptr);
+    EXPECT_THAT(TraceOf([&] { EXPECT_EQ(db.CEDB_ImportGroups(), 0); }),
+                testing::StartsWith("CeWriteRecordProps failed error ["));
+    RegDeleteKeyW(HKEY_CURRENT_USER, L"Software\\Quillon");
 }
 
 TEST_F(ChannelVolume, AFrequencyIsStoredAsANumber) {

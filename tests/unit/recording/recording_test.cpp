@@ -9,6 +9,7 @@
 #include "skin/skin_rows.h"
 #include "skin/skin_window.h"
 #include "tests/support/skin_window.h"
+#include "tests/unit/recording/opened_events.h"
 #include "tests/unit/recording/tick_count.h"
 
 namespace test {
@@ -46,6 +47,7 @@ RecordingTest::~RecordingTest() {
     boxes.answer = IDOK;
     if (state->m_pRecorder != nullptr) stop_record(*state, window, TRUE);
     g_tickOffset = 0;
+    CloseOpenedEvents();
     DestroyMenu(g_app.hLeftSoftKeyMenu);
     DestroyMenu(g_app.hRightSoftKeyMenu);
     DestroyWindow(window);

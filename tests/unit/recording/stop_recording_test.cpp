@@ -3,6 +3,7 @@
 
 #include <tlhelp32.h>
 
+#include "tests/unit/recording/opened_events.h"
 #include "tests/unit/recording/recording_test.h"
 #include "tests/unit/recording/tick_count.h"
 
@@ -85,6 +86,15 @@ TEST_F(StopRecording, ABookedRecordingsWaitIsEnded) {
     PressRecord();
     Stop(FALSE);
     EXPECT_EQ(WaitForSingleObject(preRecord, 0), static_cast<DWORD>(WAIT_OBJECT_0));
+    CloseHandle(preRecord);
+}
+
+TEST_F(StopRecording, TheHandleOfABookedRecordingsEventStaysOpen) {
+    const HANDLE preRecord = CreateEventW(nullptr, FALSE, FALSE, L"Stop_PreRecord");
+    PressRecord();
+    Stop(TRUE);
+    ASSERT_EQ(test::OpenedEvents().size(), 1u);
+    EXPECT_TRUE(SetEvent(test::OpenedEvents()[0]));
     CloseHandle(preRecord);
 }
 

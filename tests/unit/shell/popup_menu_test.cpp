@@ -4,9 +4,23 @@
 #include <commctrl.h>
 
 #include <map>
+#include <string>
+#include <vector>
 
 #include "tests/support/own_device.h"
 #include "tests/unit/shell/shell_test.h"
+
+static std::wstring g_opened;
+
+extern "C" {
+// The linker sends the program's calls of ShellExecuteEx here.
+static BOOL WINAPI NoteOpened(SHELLEXECUTEINFOW* info) {
+    g_opened = std::wstring(info->lpVerb) + L" " + info->lpFile + L" " + info->lpParameters + L", " +
+               std::to_wstring(info->nShow);
+    return TRUE;
+}
+BOOL(WINAPI* g_notedShellExecute)(SHELLEXECUTEINFOW*) __asm__("__wrap___imp_ShellExecuteEx") = NoteOpened;
+}
 
 namespace {
 
@@ -18,6 +32,7 @@ struct Item {
     bool enabled;
 };
 std::map<UINT, Item> g_items;
+std::vector<WPARAM> g_keys;  // what is pressed once the menu was seen
 
 void CALLBACK LookAndLeave(HWND window, UINT, UINT_PTR, DWORD) {
     const HWND popup = FindWindowW(L"#32768", nullptr);
@@ -35,7 +50,7 @@ void CALLBACK LookAndLeave(HWND window, UINT, UINT_PTR, DWORD) {
         }
     }
     KillTimer(window, kLook);
-    PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 1);
+    for (const WPARAM key : g_keys) PostMessageW(window, WM_KEYDOWN, key, 1);
 }
 
 class PopupMenu : public test::ShellTest {
@@ -62,8 +77,9 @@ class PopupMenu : public test::ShellTest {
         item.state = itemState;
         SendMessageW(state->m_hListView, LVM_SETITEMSTATE, 0, reinterpret_cast<LPARAM>(&item));
     }
-    void Open() {
+    void Open(const std::vector<WPARAM>& keys = {VK_ESCAPE}) {
         g_items.clear();
+        g_keys = keys;
         SetTimer(window, kLook, 50, LookAndLeave);
         ShowChannelPopup(*state, window, 100, 100);
         ASSERT_EQ(g_items.size(), 4u);
@@ -97,6 +113,13 @@ TEST_F(PopupMenu, TheGuideCanBeOpenedWhenTheChannelHasOne) {
     AddRow(Store(L"One", 9850, L"http://one"), LVIS_SELECTED | LVIS_FOCUSED);
     Open();
     EXPECT_TRUE(g_items[505].enabled);
+}
+
+TEST_F(PopupMenu, TheGuideIsOpenedInTheBrowser) {
+    AddRow(Store(L"One", 9850, L"http://one"), LVIS_SELECTED | LVIS_FOCUSED);
+    g_opened.clear();
+    Open({VK_UP, VK_RETURN});
+    EXPECT_EQ(g_opened, L"Open iexplore.exe http://one, 5");
 }
 
 TEST_F(PopupMenu, TheGuideIsGreyForAChannelWithout) {

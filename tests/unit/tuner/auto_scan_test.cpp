@@ -82,6 +82,13 @@ TEST_F(AutoScanScreen, TheStationsLabelsAreClearedAndEachStationFoundIsShown) {
     EXPECT_THAT(Shown(), ElementsAreArray(expected));
 }
 
+TEST_F(AutoScanScreen, ATunerThatRefusesTheBottomOfTheBandIsTracedAndTheWalkGoesOn) {
+    device.results["SetChannel"] = E_FAIL;
+    const std::string trace = test::TraceOf([this] { Scan(); });
+    EXPECT_THAT(trace, testing::HasSubstr("FM: *** CFMDevice_SetChannel Error.\nFM: Scanning Channel: 8750\n"));
+    EXPECT_EQ(LastShown(211), L"107.9 MHz");
+}
+
 TEST(ScannedNames, ALeadingZeroIsABlank) {
     WCHAR name[40] = L"";
     FormatScannedName(L"Channel", 1, name, 40);

@@ -1,6 +1,7 @@
 // The dialog that says which RDS services the station sends.
 #include "tuner/rds_dialog.h"
 
+#include "shell/settings_key.h"
 #include "tests/support/device_settings.h"
 #include "tests/support/modal_dialog.h"
 #include "tests/unit/tuner/tuner_test.h"
@@ -61,6 +62,21 @@ TEST_F(RDSDialog, ItNamesTheFrequencyAndAChannelThatIsNotStored) {
     });
     EXPECT_EQ(frequency, L"FM 102.3 MHz");
     EXPECT_EQ(name, L"Unknown");
+}
+
+TEST_F(RDSDialog, ItNamesAChannelOfTheSelectedGroup) {
+    DeleteFileW(L"\\KORA.vol");
+    WriteSelectedGroup(L"Mine");
+    PropRecord record = {};
+    wcscpy(record.szCountryName, L"Mine");
+    wcscpy(record.szPropRecord_ChannelName, L"One");
+    record.dwPropRecord_ChannelValue = 9850;
+    ASSERT_NE(state->m_ChannelDB.CEDB_InsertRecord(record), 0u);
+    device.channel = 9850;
+    std::wstring name;
+    Open([&](HWND dialog) { name = ControlText(dialog, IDC_RDS_CHANNEL_NAME); });
+    EXPECT_EQ(name, L"One");
+    DeleteFileW(L"\\KORA.vol");
 }
 
 TEST_F(RDSDialog, OKEndsItWith1AndNothingElseDoes) {

@@ -1,0 +1,22 @@
+// The rows of a table of promises in a Markdown file, and the names in them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace test {
+
+// One row below a header whose last column is "Held by".
+struct Promise {
+    int nLine;                        // from 1, in the file
+    std::string section;              // the heading above it
+    std::vector<std::string> cells;   // without the last one
+    std::vector<std::string> heldBy;  // "Suite.Test", as written between backticks
+};
+
+std::vector<Promise> ReadPromises(const std::string& markdown);
+
+// What stands between backticks in a cell.
+std::vector<std::string> Quoted(const std::string& cell);
+
+}  // namespace test

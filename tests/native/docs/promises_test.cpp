@@ -1,0 +1,156 @@
+// The table of what the radio promises: every row is held by tests that exist, and nothing that the
+// application traces or keeps is without a row.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "tests/native/docs/promise_table.h"
+#include "tests/native/docs/source_text.h"
+
+namespace {
+
+using test::Promise;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+const std::filesystem::path kRoot = KORA_SOURCE_DIR;
+const std::set<std::string> kApplication = {"shell",    "tuner", "channels", "recording",
+                                            "schedule", "skin",  "resources"};
+
+using Names = std::set<std::string>;
+using Complaints = std::vector<std::string>;
+
+std::string Place(const Promise& promise) {
+    return "line " + std::to_string(promise.nLine) + " (" + promise.section + ")";
+}
+
+// What is wrong with the rows, given the tests that there are.
+Complaints RowsWithoutTests(const std::vector<Promise>& promises, const Names& tests) {
+    Complaints complaints;
+    for (const Promise& promise : promises) {
+        if (promise.heldBy.empty()) complaints.push_back(Place(promise) + " names no test");
+        for (const std::string& name : promise.heldBy) {
+            if (tests.count(name) == 0) complaints.push_back(Place(promise) + ": there is no test " + name);
+        }
+    }
+    return complaints;
+}
+
+// What the first cells of a section quote, each as often as it does.
+std::multiset<std::string> FirstQuoted(const std::vector<Promise>& promises, const std::string& section) {
+    std::multiset<std::string> quoted;
+    for (const Promise& promise : promises) {
+        if (promise.section != section || promise.cells.empty()) continue;
+        for (const std::string& text : test::Quoted(promise.cells.front())) quoted.insert(text);
+    }
+    return quoted;
+}
+
+template <typename Left, typename Right>
+Complaints In(const Left& those, const Right& notIn) {
+    Complaints left;
+    std::set_difference(those.begin(), those.end(), notIn.begin(), notIn.end(), std::back_inserter(left));
+    return left;
+}
+
+std::vector<Promise> Promises() {
+    return test::ReadPromises(test::ReadSource(kRoot / "docs" / "promises.md"));
+}
+
+// Whether the lists of sources name the file; one that nobody builds holds nothing.
+bool IsListed(const std::string& lists, const std::filesystem::path& file) {
+    const std::string name = file.filename().string();
+    return lists.find("/" + name) != std::string::npos || lists.find(" " + name) != std::string::npos;
+}
+
+Names AllTests() {
+    std::string lists;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(kRoot / "tests")) {
+        const std::string name = entry.path().filename().string();
+        if (entry.path().extension() == ".cmake" || name == "CMakeLists.txt")
+            lists += test::ReadSource(entry.path());
+    }
+    Names tests;
+    for (const auto& file : test::CppFiles(kRoot, {"tests"})) {
+        if (IsListed(lists, file)) tests.merge(test::TestsOf(test::ReadSource(file)));
+    }
+    return tests;
+}
+
+TEST(Promises, EachIsHeldByTestsThatExist) {
+    const std::vector<Promise> promises = Promises();
+    EXPECT_GT(promises.size(), 300u);
+    EXPECT_THAT(RowsWithoutTests(promises, AllTests()), IsEmpty());
+}
+
+TEST(Promises, EveryLineThatTheApplicationTracesHasItsRow) {
+    Names traced;
+    for (const auto& file : test::CppFiles(kRoot, kApplication))
+        traced.merge(test::TracedBy(test::ReadSource(file)));
+    EXPECT_GT(traced.size(), 100u);
+    const auto listed = FirstQuoted(Promises(), "Trace lines");
+    EXPECT_THAT(In(traced, listed), IsEmpty()) << "traced, without a row";
+    EXPECT_THAT(In(listed, traced), IsEmpty()) << "in the table, but nothing traces it";
+}
+
+TEST(Promises, EveryOddityThatIsKeptHasItsRow) {
+    std::multiset<std::string> kept;
+    for (const auto& file : test::CppFiles(kRoot, kApplication)) {
+        const std::string name = std::filesystem::relative(file, kRoot).generic_string();
+        for (int i = test::KeptIn(test::ReadSource(file)); i > 0; --i) kept.insert(name);
+    }
+    EXPECT_GT(kept.size(), 40u);
+    EXPECT_EQ(FirstQuoted(Promises(), "Kept as it stands"), kept);
+}
+
+// --- The reading itself -----------------------------------------------------------------------------------
+
+constexpr char kTable[] =
+    "## Start\n\nwords | between\n\n"
+    "| Promise | Held by |\n|---|---|\n"
+    "| It starts | `StartUp.Works`, `StartUp.WorksAgain` |\n"
+    "| It ends | |\n"
+    "\n## Trace lines\n\n| Line | Held by |\n|---|---|\n| ` ** x **\\r\\n` | `Other.Gone` |\n";
+
+TEST(PromiseTable, GivesEachRowWithItsSectionAndTests) {
+    const std::vector<Promise> promises = test::ReadPromises(kTable);
+    ASSERT_EQ(promises.size(), 3u);
+    EXPECT_EQ(promises[0].section, "Start");
+    EXPECT_EQ(promises[0].nLine, 7);
+    EXPECT_THAT(promises[0].cells, ElementsAre("It starts"));
+    EXPECT_THAT(promises[0].heldBy, ElementsAre("StartUp.Works", "StartUp.WorksAgain"));
+    EXPECT_THAT(promises[1].heldBy, IsEmpty());
+    EXPECT_THAT(FirstQuoted(promises, "Trace lines"), ElementsAre(" ** x **\\r\\n"));
+}
+
+TEST(PromiseTable, ARowWithoutATestAndOneWithATestThatIsNotThereAreFound) {
+    EXPECT_THAT(
+        RowsWithoutTests(test::ReadPromises(kTable), {"StartUp.Works"}),
+        ElementsAre("line 7 (Start): there is no test StartUp.WorksAgain", "line 8 (Start) names no test",
+                    "line 14 (Trace lines): there is no test Other.Gone"));
+}
+
+TEST(TestSources, TestsInCommentsAndTextsAndDisabledOnesAreNone) {
+    const Names tests = test::TestsOf(
+        "TEST(One, Works) {}\nTEST_F( Two ,\n Works) { f(1'000'000, 'x', '\"'); }\nTEST_P(Three, Works) {}\n"
+        "// TEST(Four, Works) {}\n/* TEST(Five, Works)\n*/ const char* text = \"TEST(Six, \\\" Works)\";\n"
+        "TEST(Seven, DISABLED_Works) {}\nMYTEST(Eight, Works) {}\n"
+        "const char* raw = R\"x(\" TEST(Nine, Works) \")x\"; TEST(Ten, Works) {}\n");
+    EXPECT_THAT(tests, UnorderedElementsAre("One.Works", "Two.Works", "Three.Works", "Ten.Works"));
+}
+
+TEST(AppSources, TracedTextsAreFoundAsTheyAreSpelled) {
+    const Names lines = test::TracedBy(
+        "NKDbgPrintfW(L\"FM: %d \\n\", 1); std::printf(\"dots....\"); // NKDbgPrintfW(L\"not this\")\n"
+        "NKDbgPrintfW(x ? L\"yes\" : L\"no\"); const WCHAR* row = L\"end\\r\\n\"; f(L\"other\");\n"
+        "std::swprintf(text, 9, L\"%d.%d\", 1); NKDbgPrintfW(\n    L\"below\");\n");
+    EXPECT_THAT(lines, UnorderedElementsAre("FM: %d \\n", "dots....", "yes", "no", "end\\r\\n", "below"));
+}
+
+TEST(AppSources, KeptCommentsAreCounted) {
+    EXPECT_EQ(test::KeptIn("// Kept: this\nint i;  // Kept: that\n// kept\n"), 2);
+}
+
+}  // namespace

@@ -1,0 +1,30 @@
+// What the sources of the repository say, as far as the table of promises has to agree with it.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <set>
+#include <string>
+
+namespace test {
+
+std::string ReadSource(const std::filesystem::path& file);
+// Every C++ file below the folders, in the order of their paths.
+std::set<std::filesystem::path> CppFiles(const std::filesystem::path& root,
+                                         const std::set<std::string>& folders);
+
+// Comments turned into blanks; with `texts` also what stands between quotation marks.
+std::string WithoutComments(const std::string& source, bool texts = false);
+
+// "Suite.Test" of every GoogleTest macro of a source file; not those in comments and texts, nor disabled
+// ones.
+std::set<std::string> TestsOf(const std::string& source);
+
+// The lines that a source file traces, as it spells them: what it hands to the debug output or the console,
+// and every other text with the end of a line in it.
+std::set<std::string> TracedBy(const std::string& source);
+
+// How many comments begin with "Kept:".
+int KeptIn(const std::string& source);
+
+}  // namespace test
