@@ -35,7 +35,7 @@ BOOL Choose(OPENFILENAMEW* request, BOOL(WINAPI* dialog)(OPENFILENAMEW*)) {
     host.nMaxFile = kLongestPath;
     if (!dialog(&host)) return FALSE;
 
-    const std::wstring chosen = choice.c_str();
+    const std::wstring chosen = choice.substr(0, choice.find(L'\0'));
     const std::wstring device = coredll::DevicePathOfHost(chosen);
     if (device.empty() || device.size() >= request->nMaxFile) return FALSE;
     std::wmemcpy(request->lpstrFile, device.c_str(), device.size() + 1);

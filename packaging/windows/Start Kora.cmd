@@ -12,7 +12,7 @@ if errorlevel 1 (
     goto failed
 )
 del "%TEMP%\kora-start.log"
-"%HANDSET%" favourites
+"%HANDSET%" favourites > nul
 if errorlevel 1 goto failed
 start "Kora" /min "%HANDSET%" panel --with-radio
 exit /b 0

@@ -7,6 +7,12 @@ CHECKS=0 FAILURES=0
 # Chosen by the names of tests: these are not single ones.
 case ${GTEST_FILTER:-*} in '*' | *"$SUITE"*) ;; *) exit 0 ;; esac
 
+# A display of the tests' own, which nobody else uses meanwhile.
+if [ -n "${KORA_LANES:-}" ]; then
+    . "$KORA_TREE/scripts/lanes.sh"
+    lane_take
+fi
+
 # check SENTENCE COMMAND…: the command's words are shown when it fails.
 check() {
     local sentence=$1 said status=0

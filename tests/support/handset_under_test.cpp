@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <regex>
 #include <sstream>
 
 #include "tests/support/wait.h"
@@ -116,7 +118,21 @@ HandsetUnderTest::HandsetUnderTest() {
     ResetBand();
 }
 
+// In a checked run Wine says aloud what it finds wrong in any program of the handset, and that fails the test.
+void HandsetUnderTest::LookForComplaints() const {
+    const char* pattern = std::getenv("KORA_COMPLAINT");
+    if (pattern == nullptr) return;
+    const std::regex complaint(pattern, std::regex::extended);
+    for (const std::string& line : Lines(Trace())) {
+        if (std::regex_search(line, complaint)) {
+            ADD_FAILURE() << line;
+            return;
+        }
+    }
+}
+
 HandsetUnderTest::~HandsetUnderTest() {
+    LookForComplaints();
     RegDeleteTreeW(HKEY_CURRENT_USER, m_stateKey.c_str());
     std::error_code ignored;
     std::filesystem::remove_all(m_home, ignored);

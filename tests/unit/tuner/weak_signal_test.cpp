@@ -28,7 +28,7 @@ TEST_F(WeakSignal, ALevelOfExactly15Mutes) {
     Level(15);
     EXPECT_EQ(TraceOfRound(), "FM: === Mute (for low signal)\r\n");
     EXPECT_THAT(VolumeCalls(), ElementsAre("GetVolume", "SetVolume 0"));
-    EXPECT_EQ(LastShown(TEXT_LOW_SIGNAL), L"Weak signal");
+    EXPECT_EQ(LastShown(TEXT_LOW_SIGNAL), L"Weak        ");
     EXPECT_EQ(g_app.bLowSignalMute, 1);
     EXPECT_EQ(g_app.dwSavedVolume, 70u);
 }

@@ -1,0 +1,29 @@
+# ./kora lint: static analysis of the sources and of these scripts. Sourced by kora.
+
+KORA_LINT_PACKAGES=(cppcheck shellcheck)
+
+lint_sources() {
+    # What was analysed before is looked at again only when it has changed.
+    mkdir -p "$KORA_ROOT/build/lint"
+    (cd "$KORA_ROOT" && cppcheck -q -j "$(nproc)" --cppcheck-build-dir=build/lint --error-exitcode=1 --std=c++17 --platform=win64 \
+        --enable=warning,performance,portability --inline-suppr --suppressions-list=.cppcheck-suppressions --suppress=missingInclude \
+        --library=windows -I. -Ihandset/include -D_WIN32 -DUNICODE -D_UNICODE \
+        shell tuner channels recording schedule skin handset)
+}
+
+# Names are shared among files that are sourced; paths to them are not constant.
+lint_scripts() {
+    (cd "$KORA_ROOT" && shellcheck -s bash -S warning -e SC1090,SC1091,SC2034,SC2154 \
+        kora .ci/run scripts/*.sh scripts/wine-run packaging/linux/kora tests/install/*.sh)
+}
+
+kora_lint() {
+    local failed=0
+    packages_need "${KORA_LINT_PACKAGES[@]}"
+    step "static analysis of the sources (half a minute; less when little has changed)"
+    lint_sources || failed=1
+    step "static analysis of the scripts"
+    lint_scripts || failed=1
+    [ $failed -eq 0 ] || fail "something was found; it is named above"
+    printf 'nothing found\n'
+}

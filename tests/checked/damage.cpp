@@ -1,0 +1,59 @@
+// Does wrong on purpose, so that a checked run can show that it would notice.
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+// Where the compiler does not see through it.
+volatile std::size_t g_size = 20;
+
+// One byte behind a block of the heap.
+int OverrunHeap() {
+    auto* block = static_cast<volatile char*>(std::malloc(g_size));
+    block[g_size] = 1;
+    std::free(const_cast<char*>(block));
+    return 0;
+}
+
+// What is freed is written to, and the heap looked at again.
+int WriteToFreedBlock() {
+    auto* volatile block = static_cast<char*>(std::malloc(g_size));
+    auto* freed = static_cast<volatile char*>(block);
+    std::free(block);
+    freed[g_size - 1] = 1;
+    std::free(std::malloc(g_size));
+    return 0;
+}
+
+int OverflowSigned() {
+    volatile int large = INT_MAX;
+    return large + 1 == 0;
+}
+
+int ShiftTooFar() {
+    volatile int bits = 40;
+    return 1 << bits;
+}
+
+struct Damage {
+    const char* name;
+    int (*run)();
+};
+constexpr Damage kDamages[] = {
+    {"overrun", OverrunHeap},
+    {"freed", WriteToFreedBlock},
+    {"overflow", OverflowSigned},
+    {"shift", ShiftTooFar},
+};
+
+}  // namespace
+
+int main(int count, char** words) {
+    for (const Damage& damage : kDamages) {
+        if (count == 2 && std::strcmp(words[1], damage.name) == 0) return damage.run();
+    }
+    std::puts("usage: damage overrun|freed|overflow|shift");
+    return 2;
+}
