@@ -102,11 +102,13 @@ void PlaceOnDisplay(HWND box) {
     HandsetDisplayRect(&display);
     const LONG width = display.right - display.left;
     const LONG height = display.bottom - display.top;
+    // The device's boxes are left by their buttons alone.
+    SetWindowLongPtrW(box, GWL_STYLE, GetWindowLongPtrW(box, GWL_STYLE) & ~static_cast<LONG_PTR>(WS_SYSMENU));
     SIZE size = SizeOf(box);
     if (size.cx > width) size = Narrow(box, width);
     size.cy = std::min(size.cy, height);
     SetWindowPos(box, nullptr, display.left + (width - size.cx) / 2, display.top + (height - size.cy) / 2,
-                 size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+                 size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
 }
 
 // The first dialog that this thread initialises is the box; by then the host has laid it out, and nobody has

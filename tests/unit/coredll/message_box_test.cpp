@@ -14,6 +14,7 @@ struct Seen {
     bool found = false;
     RECT box{};
     RECT buttons{};  // around all of them
+    bool closeBox = false;
     int answer;
 };
 
@@ -37,6 +38,7 @@ DWORD WINAPI Onlooker(void* data) {
     });
     if (!seen->found) return 0;
     GetWindowRect(box, &seen->box);
+    seen->closeBox = (GetWindowLongPtrW(box, GWL_STYLE) & WS_SYSMENU) != 0;
     EnumChildWindows(box, AddButton, reinterpret_cast<LPARAM>(&seen->buttons));
     PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(seen->answer), 0);
     return 0;
@@ -95,6 +97,12 @@ TEST_F(MessageBoxes, AShortOneStandsInTheMiddleOfTheDisplay) {
     ExpectInside(0, 0, 240, 320);
     EXPECT_NEAR(seen_.box.left, 240 - seen_.box.right, 1);
     EXPECT_NEAR(seen_.box.top, 320 - seen_.box.bottom, 1);
+}
+
+TEST_F(MessageBoxes, HaveNoCloseBoxAsOnTheDevice) {
+    Show(L"Scanned.", MB_OK, IDOK);
+    ASSERT_TRUE(seen_.found);
+    EXPECT_FALSE(seen_.closeBox);
 }
 
 TEST_F(MessageBoxes, ALongOneIsBrokenIntoLinesThatFit) {
