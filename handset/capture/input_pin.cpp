@@ -6,8 +6,8 @@
 namespace capture {
 namespace {
 
-using Guard = std::lock_guard<std::recursive_mutex>;
-using StreamGuard = std::lock_guard<std::mutex>;
+using Guard = std::lock_guard<CRecursiveLock>;
+using StreamGuard = std::lock_guard<CLock>;
 
 }  // namespace
 

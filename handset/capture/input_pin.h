@@ -1,8 +1,7 @@
 // A pin that takes samples and hands them to its filter, one thread at a time.
 #pragma once
 
-#include <mutex>
-
+#include "handset/capture/locks.h"
 #include "handset/capture/pin.h"
 
 namespace capture {
@@ -42,7 +41,7 @@ class CInputPin : public CPin, public IMemInputPin {
     HRESULT STDMETHODCALLTYPE ReceiveCanBlock() override;
 
     // Held while a sample is worked on. A filter takes it in OnStop, after its own lock.
-    std::mutex& StreamLock() { return streamLock_; }
+    CLock& StreamLock() { return streamLock_; }
 
   protected:
     CInputPin(CFilter* filter, IStreamSink* sink, const wchar_t* name)
@@ -53,7 +52,7 @@ class CInputPin : public CPin, public IMemInputPin {
     HRESULT CheckStreaming() const;
 
     IStreamSink& sink_;
-    std::mutex streamLock_;
+    CLock streamLock_;
     CRef<IMemAllocator> allocator_;
 };
 

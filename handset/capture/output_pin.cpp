@@ -9,7 +9,7 @@
 namespace capture {
 namespace {
 
-using Guard = std::lock_guard<std::recursive_mutex>;
+using Guard = std::lock_guard<CRecursiveLock>;
 
 // What the connected pin itself would like.
 std::vector<CMediaType> TypesOf(IPin* pin) {

@@ -9,7 +9,7 @@
 namespace capture {
 namespace {
 
-using Guard = std::lock_guard<std::recursive_mutex>;
+using Guard = std::lock_guard<CRecursiveLock>;
 
 struct PinTraits {
     using Interface = IEnumPins;

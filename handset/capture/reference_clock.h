@@ -3,9 +3,9 @@
 
 #include <map>
 #include <memory>
-#include <mutex>
 
 #include "handset/capture/direct_show.h"
+#include "handset/capture/locks.h"
 
 namespace capture {
 
@@ -38,7 +38,7 @@ class CHandsetClock final : public IReferenceClock {
     void ForgetRung();
 
     IUnknown& owner_;
-    std::mutex lock_;  // guards alarms_ and lastCookie_
+    CLock lock_;  // guards alarms_ and lastCookie_
     std::map<DWORD_PTR, std::unique_ptr<Alarm>> alarms_;
     DWORD_PTR lastCookie_ = 0;
 };

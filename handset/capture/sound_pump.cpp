@@ -2,7 +2,6 @@
 #include "handset/capture/sound_pump.h"
 
 #include <algorithm>
-#include <chrono>
 
 #include "handset/capture/reference_clock.h"
 #include "handset/coredll/platform_call.h"
@@ -15,7 +14,7 @@ namespace {
 constexpr std::uint32_t kRead_frames = kSourceRate_Hz / 2;
 constexpr std::uint32_t kRead_ms = 40;
 // A stop waits as long as the stream goes on.
-constexpr auto kNoProgress = std::chrono::seconds(2);
+constexpr DWORD kNoProgress_ms = 2000;
 
 // A graph's idea of now may be ahead by what its filters took to start: real time.
 constexpr REFERENCE_TIME kAboutToCome = 100 * 10'000;
@@ -37,7 +36,7 @@ HRESULT CSoundPump::Open(const WaveShape& shape) {
 }
 
 void CSoundPump::Run(REFERENCE_TIME start) {
-    const std::lock_guard<std::mutex> guard(lock_);
+    const std::lock_guard<CLock> guard(lock_);
     ranFrom_ = HandsetTime();
     zero_ = std::min(start, ranFrom_);
     next_ = FrameOfTime(ranFrom_ - zero_, shape_.rate_Hz);
@@ -47,10 +46,10 @@ void CSoundPump::Run(REFERENCE_TIME start) {
 
 void CSoundPump::Halt() {
     {
-        const std::lock_guard<std::mutex> guard(lock_);
+        const std::lock_guard<CLock> guard(lock_);
         running_ = false;
     }
-    changed_.notify_all();
+    changed_.NotifyAll();
 }
 
 void CSoundPump::Close() {
@@ -61,7 +60,7 @@ void CSoundPump::Close() {
 }
 
 void CSoundPump::RequestStart(const REFERENCE_TIME* time, DWORD cookie) {
-    const std::lock_guard<std::mutex> guard(lock_);
+    const std::lock_guard<CLock> guard(lock_);
     if (time == nullptr && !running_) {
         control_.SetFlowing(true);
     } else if (time != nullptr && *time == MAXLONGLONG) {
@@ -76,7 +75,7 @@ void CSoundPump::RequestStart(const REFERENCE_TIME* time, DWORD cookie) {
 }
 
 void CSoundPump::RequestStop(const REFERENCE_TIME* time, DWORD cookie) {
-    std::unique_lock<std::mutex> lock(lock_);
+    std::unique_lock<CLock> lock(lock_);
     if (time == nullptr && !running_) {
         control_.SetFlowing(false);
     } else if (time != nullptr && *time == MAXLONGLONG) {
@@ -90,7 +89,7 @@ void CSoundPump::RequestStop(const REFERENCE_TIME* time, DWORD cookie) {
 }
 
 CStreamControl CSoundPump::Control() {
-    const std::lock_guard<std::mutex> guard(lock_);
+    const std::lock_guard<CLock> guard(lock_);
     return control_;
 }
 
@@ -98,11 +97,11 @@ REFERENCE_TIME CSoundPump::StreamTime() const {
     return HandsetTime() - zero_;
 }
 
-void CSoundPump::AwaitStop(std::unique_lock<std::mutex>* lock) {
+void CSoundPump::AwaitStop(std::unique_lock<CLock>* lock) {
     const std::uint32_t run = run_;
     while (running_ && run_ == run && control_.Stop()) {
         const std::int64_t reached = next_;
-        if (changed_.wait_for(*lock, kNoProgress) == std::cv_status::timeout && next_ == reached) return;
+        if (!changed_.WaitFor(lock, kNoProgress_ms) && next_ == reached) return;
     }
 }
 
@@ -134,7 +133,7 @@ void CSoundPump::Take(std::uint64_t position, const std::int16_t* frames, std::s
 
 // False when the frames are not for this run. Of the first frames those from before the run are left out.
 bool CSoundPump::BeginRun(std::uint64_t* position, const std::int16_t** frames, std::size_t* count) {
-    std::unique_lock<std::mutex> lock(lock_);
+    std::unique_lock<CLock> lock(lock_);
     if (!running_) return false;
     if (workedRun_ == run_) return true;
     const std::uint64_t from = PositionAt(ranFrom_);
@@ -159,7 +158,7 @@ void CSoundPump::Pass(const std::int16_t* samples, std::size_t frames) {
         CStreamControl::Step step;
         std::int64_t frame = 0;
         {
-            const std::lock_guard<std::mutex> guard(lock_);
+            const std::lock_guard<CLock> guard(lock_);
             if (!running_ || workedRun_ != run_) return;
             frame = next_;
             step = control_.Next(frame, frames, shape_.rate_Hz);
@@ -169,10 +168,10 @@ void CSoundPump::Pass(const std::int16_t* samples, std::size_t frames) {
         if (step.frames > 0 && !step.flowing) discontinuity_ = true;
         Tell(step);
         {
-            const std::lock_guard<std::mutex> guard(lock_);
+            const std::lock_guard<CLock> guard(lock_);
             if (workedRun_ == run_) next_ += static_cast<std::int64_t>(part);
         }
-        changed_.notify_all();
+        changed_.NotifyAll();
         samples += part * shape_.channels;
         frames -= part;
     }
