@@ -42,7 +42,7 @@ wait_for() {
 same() { [ "$1" = "$2" ] || { diff <(printf '%s\n' "$1") <(printf '%s\n' "$2"); return 1; }; }
 
 # A user's surroundings, without anything of ours.
-as_user() { env -i HOME="$USER_HOME" PATH="$PATH" DISPLAY="$DISPLAY" LANG=C.UTF-8 KORA_HOSTSOUND=0 "$@"; }
+as_user() { env -i HOME="$USER_HOME" PATH="$PATH" DISPLAY="$DISPLAY" LANG=C.UTF-8 KORA_HOSTSOUND=0 "$@" 9>&-; }
 
 # The programs and what installs them, as a tree of its own that can be taken away.
 copy_tree() {

@@ -9,8 +9,9 @@
 
 namespace {
 
-// The compiler must not see that nothing is there.
-int* volatile g_nowhere = nullptr;
+// In the first page, where nothing ever is. The compiler must not see that; and a build that traps null
+// pointers by itself is to meet the fault all the same.
+int* volatile g_nowhere = reinterpret_cast<int*>(16);
 
 void ReadNowhere() {
     *g_nowhere = *g_nowhere + 1;

@@ -123,7 +123,7 @@ class MonitorThreadFaults : public MonitorThread {
 
 TEST_F(MonitorThreadFaults, AnAccessViolationInsideARoundIsTracedOnceAndPollingGoesOn) {
     RunWithFault([] {
-        static int* volatile nowhere = nullptr;
+        static int* volatile nowhere = reinterpret_cast<int*>(16);  // where nothing ever is
         *nowhere = 1;
     });
 }
