@@ -16,7 +16,9 @@ build_preset() {
     local preset=$1
     shift
     cmake_preset "$preset"
-    step "building ($preset)"
+    local note=
+    [ -d "$KORA_ROOT/build/$preset/bin" ] || note=": the first time takes some minutes"
+    step "building ($preset)$note"
     cmake --build "$KORA_ROOT/build/$preset" --target "$@" || fail "the build failed; the compiler's words are above"
 }
 

@@ -20,7 +20,7 @@ packages_need() {
         command -v sudo >/dev/null || fail "these packages are missing and neither root nor sudo is at hand: ${missing[*]}"
         root=(sudo)
     fi
-    step "installing ${missing[*]}"
+    step "installing ${missing[*]} (this may take a minute or two)"
     mkdir -p "$KORA_HOME"
     local log=$KORA_HOME/install.log
     { "${root[@]}" apt-get update -q &&
