@@ -12,14 +12,12 @@
 
 static std::wstring g_opened;
 
-extern "C" {
 // The linker sends the program's calls of ShellExecuteEx here.
-static BOOL WINAPI NoteOpened(SHELLEXECUTEINFOW* info) {
+BOOL WINAPI NoteOpened(SHELLEXECUTEINFOW* info) __asm__("__wrap_ShellExecuteEx");
+BOOL WINAPI NoteOpened(SHELLEXECUTEINFOW* info) {
     g_opened = std::wstring(info->lpVerb) + L" " + info->lpFile + L" " + info->lpParameters + L", " +
                std::to_wstring(info->nShow);
     return TRUE;
-}
-BOOL(WINAPI* g_notedShellExecute)(SHELLEXECUTEINFOW*) __asm__("__wrap___imp_ShellExecuteEx") = NoteOpened;
 }
 
 namespace {
