@@ -5,19 +5,12 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "handset/aygshell/owned.h"
+#include "handset/state/stored_value.h"
 
 namespace handset {
 
-struct RegistryValue {
-    DWORD type = REG_NONE;
-    std::vector<BYTE> data;
-
-    bool operator==(const RegistryValue& other) const { return type == other.type && data == other.data; }
-    bool operator!=(const RegistryValue& other) const { return !(*this == other); }
-};
+using RegistryValue = StoredValue;
 
 // The stored value; nothing when the key or the value is not there. A null or empty key is the root itself.
 std::optional<RegistryValue> ReadRegistryValue(HKEY root, const wchar_t* key, const wchar_t* name);

@@ -4,17 +4,20 @@
 #include <string>
 #include <vector>
 
+#include "handset/aygshell/owned.h"
 #include "handset/aygshell/registry_value.h"
 #include "handset/coredll/platform_call.h"
 #include "handset/include/regext.h"
+#include "handset/state/handset_state.h"
 
 namespace handset {
 
-std::optional<RegistryValue> ReadRegistryValue(HKEY root, const wchar_t* key, const wchar_t* name) {
+namespace {
+
+// A key that the application has opened itself.
+std::optional<RegistryValue> ReadOfOpenKey(HKEY root, const wchar_t* key, const wchar_t* name) {
     HKEY opened = nullptr;
-    if (RegOpenKeyExW(root, key == nullptr ? L"" : key, 0, KEY_READ, &opened) != ERROR_SUCCESS) {
-        return std::nullopt;
-    }
+    if (RegOpenKeyExW(root, key, 0, KEY_READ, &opened) != ERROR_SUCCESS) return std::nullopt;
     const OwnedKey owned(opened);
     RegistryValue value;
     // The value may grow between the question for its size and the reading.
@@ -27,6 +30,17 @@ std::optional<RegistryValue> ReadRegistryValue(HKEY root, const wchar_t* key, co
         value.data.resize(size);
         if (complete) return value;
     }
+}
+
+}  // namespace
+
+std::optional<RegistryValue> ReadRegistryValue(HKEY root, const wchar_t* key, const wchar_t* name) {
+    std::wstring path = DeviceRegistryRootPath(root);
+    if (key == nullptr) key = L"";
+    if (path.empty()) return ReadOfOpenKey(root, key, name);
+    while (*key == L'\\') ++key;
+    if (*key != L'\0') path.append(L"\\").append(key);
+    return ReadStoredValue(path, name);
 }
 
 std::optional<DWORD> AsDword(const RegistryValue& value) {

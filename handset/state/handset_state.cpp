@@ -1,9 +1,9 @@
 #include "handset/state/handset_state.h"
 
-#include <algorithm>
 #include <cwchar>
 #include <cwctype>
-#include <vector>
+
+#include "handset/state/stored_value.h"
 
 namespace handset {
 namespace {
@@ -22,37 +22,19 @@ std::optional<std::wstring> FromEnvironment(const wchar_t* name) {
     return value;
 }
 
-// The raw bytes of a registry value, with its type.
-std::optional<std::vector<BYTE>> FromRegistry(const wchar_t* name, DWORD* type) {
-    const std::wstring key = StateKeyPath();
-    // Nearly every value fits at the first try.
-    std::vector<BYTE> data(256);
-    for (;;) {
-        auto size = static_cast<DWORD>(data.size());
-        const LSTATUS status =
-            RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name, RRF_RT_ANY, type, data.data(), &size);
-        if (status == ERROR_MORE_DATA) {
-            data.resize(std::max<std::size_t>(size, 2 * data.size()));
-            continue;
-        }
-        if (status != ERROR_SUCCESS) return std::nullopt;
-        data.resize(size);
-        return data;
-    }
+std::wstring TextOf(const StoredValue& value) {
+    const std::wstring text(reinterpret_cast<const wchar_t*>(value.data.data()),
+                            value.data.size() / sizeof(wchar_t));
+    return text.substr(0, text.find(L'\0'));
 }
 
 std::optional<std::uint64_t> Number(const wchar_t* name) {
     if (const auto text = FromEnvironment(name)) return std::wcstoull(text->c_str(), nullptr, 0);
-    DWORD type = 0;
-    const auto data = FromRegistry(name, &type);
-    if (!data) return std::nullopt;
-    if (type == REG_SZ) {
-        const std::wstring text(reinterpret_cast<const wchar_t*>(data->data()),
-                                data->size() / sizeof(wchar_t));
-        return std::wcstoull(text.c_str(), nullptr, 0);
-    }
+    const auto stored = ReadStoredValue(StateKeyPath(), name);
+    if (!stored) return std::nullopt;
+    if (stored->type == REG_SZ) return std::wcstoull(TextOf(*stored).c_str(), nullptr, 0);
     std::uint64_t value = 0;
-    for (std::size_t i = data->size(); i-- > 0;) value = value << 8 | (*data)[i];
+    for (std::size_t i = stored->data.size(); i-- > 0;) value = value << 8 | stored->data[i];
     return value;
 }
 
@@ -84,11 +66,8 @@ std::optional<std::uint64_t> StateQword(const wchar_t* name) {
 
 std::wstring StateString(const wchar_t* name, const std::wstring& fallback) {
     if (const auto text = FromEnvironment(name)) return *text;
-    DWORD type = 0;
-    const auto data = FromRegistry(name, &type);
-    if (!data || type != REG_SZ) return fallback;
-    std::wstring text(reinterpret_cast<const wchar_t*>(data->data()), data->size() / sizeof(wchar_t));
-    return text.substr(0, text.find(L'\0'));
+    const auto stored = ReadStoredValue(StateKeyPath(), name);
+    return stored && stored->type == REG_SZ ? TextOf(*stored) : fallback;
 }
 
 bool SetStateDword(const wchar_t* name, std::uint32_t value) {

@@ -105,17 +105,18 @@ TEST_F(Owners, AResetClosesTheOldHandleAndTakesTheNewOne) {
     EXPECT_EQ(owner.get(), Fake(7));
 }
 
+// By its name, not by the handle's number, which another thread of the process may have been given meanwhile.
 TEST_F(Owners, AnEventsHandleIsClosed) {
-    HANDLE event = nullptr;
+    constexpr WCHAR kName[] = L"KoraOwnedEvent";
     {
-        const OwnedHandle owner(CreateEventW(nullptr, FALSE, FALSE, nullptr));
-        event = owner.get();
-        DWORD flags = 0;
-        ASSERT_TRUE(GetHandleInformation(event, &flags));
+        const OwnedHandle owner(CreateEventW(nullptr, FALSE, FALSE, kName));
+        const OwnedHandle second(CreateEventW(nullptr, FALSE, FALSE, kName));
+        ASSERT_EQ(GetLastError(), static_cast<DWORD>(ERROR_ALREADY_EXISTS));
         SetLastError(kSomeError);
     }
-    DWORD flags = 0;
-    EXPECT_FALSE(GetHandleInformation(event, &flags));
+    EXPECT_EQ(GetLastError(), kSomeError);
+    const OwnedHandle again(CreateEventW(nullptr, FALSE, FALSE, kName));
+    EXPECT_EQ(GetLastError(), 0u);
     SetLastError(kSomeError);
 }
 
