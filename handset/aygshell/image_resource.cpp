@@ -9,6 +9,7 @@ extern "C" HBITMAP WINAPI SHLoadImageResource(HINSTANCE module, UINT id) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return nullptr;
     }
+    // In the display's own format: a copy to the screen then needs no conversion of each pixel.
     return static_cast<HBITMAP>(
-        LoadImageW(module, MAKEINTRESOURCEW(id), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
+        LoadImageW(module, MAKEINTRESOURCEW(id), IMAGE_BITMAP, 0, 0, LR_DEFAULTCOLOR));
 }

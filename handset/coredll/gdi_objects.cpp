@@ -19,25 +19,31 @@ std::unordered_set<HANDLE>& LiveObjects() {
 
 }  // namespace
 
+// Exported, so that another program can read it without a thread of its own in this one.
+extern "C" {
+__attribute__((used)) volatile DWORD HandsetGdiObjects = 0;
+}
+
 namespace coredll {
 
 HANDLE GdiMade(HANDLE object) {
     if (object == nullptr) return object;
     const std::lock_guard<std::mutex> lock(g_lock);
     LiveObjects().insert(object);
+    HandsetGdiObjects = static_cast<DWORD>(LiveObjects().size());
     return object;
 }
 
 void GdiGone(HANDLE object) {
     const std::lock_guard<std::mutex> lock(g_lock);
     LiveObjects().erase(object);
+    HandsetGdiObjects = static_cast<DWORD>(LiveObjects().size());
 }
 
 }  // namespace coredll
 
 COREDLL_EXPORT DWORD WINAPI HandsetGdiObjectCount(void) {
-    const std::lock_guard<std::mutex> lock(g_lock);
-    return static_cast<DWORD>(LiveObjects().size());
+    return HandsetGdiObjects;
 }
 
 COREDLL_EXPORT void WINAPI HandsetGdiObjectMade(HANDLE object) {
@@ -53,7 +59,6 @@ COREDLL_EXPORT void WINAPI HandsetGdiObjectMade(HANDLE object) {
 
 // clang-format off
 MAKES(HBITMAP, CreateBitmap, (int width, int height, UINT planes, UINT bits, const void* data), (width, height, planes, bits, data))
-MAKES(HBITMAP, CreateCompatibleBitmap, (HDC dc, int width, int height), (dc, width, height))
 MAKES(HBITMAP, CreateDIBSection, (HDC dc, const BITMAPINFO* info, UINT usage, void** bits, HANDLE section, DWORD offset), (dc, info, usage, bits, section, offset))
 MAKES(HBITMAP, LoadBitmapW, (HINSTANCE module, const wchar_t* name), (module, name))
 MAKES(HBRUSH, CreateDIBPatternBrushPt, (const void* packed, UINT usage), (packed, usage))
@@ -72,6 +77,23 @@ MAKES(HRGN, CreateRectRgn, (int left, int top, int right, int bottom), (left, to
 MAKES(HRGN, CreateRectRgnIndirect, (const RECT* rect), (rect))
 MAKES(HRGN, ExtCreateRegion, (const XFORM* transform, DWORD size, const RGNDATA* data), (transform, size, data))
 // clang-format on
+
+// For a window: the display's 32 bits a pixel, in memory of the bitmap's own. Wine asks its server for the
+// display's format again at every use of any other bitmap, which takes longer than the drawing.
+COREDLL_EXPORT HBITMAP WINAPI DeviceCreateCompatibleBitmap(HDC dc, int width, int height) {
+    const CallGuard guard;
+    if (GetObjectType(dc) != OBJ_DC || width <= 0 || height <= 0) {
+        return coredll::Made(CreateCompatibleBitmap(dc, width, height));
+    }
+    BITMAPINFO info = {};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    void* bits = nullptr;
+    return coredll::Made(CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+}
 
 COREDLL_EXPORT HANDLE WINAPI DeviceLoadImageW(HINSTANCE module, const wchar_t* name, UINT type, int width,
                                               int height, UINT flags) {

@@ -13,7 +13,7 @@ struct ObjectCounts {
     DWORD gdiObjects;
 };
 
-// The first count costs the radio the memory of a thread.
+// Counted from outside: the radio is not disturbed.
 ObjectCounts CountObjects(const Radio& radio);
 
 }  // namespace test

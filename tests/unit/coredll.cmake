@@ -21,5 +21,6 @@ kora_test(test_coredll APP
         coredll/thread_test.cpp
         coredll/timer_test.cpp
         coredll/trace_test.cpp
+        coredll/transparent_image_test.cpp
         ${CMAKE_SOURCE_DIR}/tests/support/process_counts.cpp
     LIBS COREDLL)
