@@ -31,7 +31,7 @@ std::int32_t ReadAndShowSignal(CMainState& state) {
 
 void ShowStereo(CMainState& state) {
     const bool stereo = g_app.pFMDevice->GetStereo() == 0;
-    DrawSkinText(state.m_skin, TEXT_STEREO, stereo ? L"Stereo" : L"");
+    ShowSkinText(state.m_skin, TEXT_STEREO, stereo ? L"Stereo" : L"");
 }
 
 // A recording under the user's own name is taken to lie on the card.

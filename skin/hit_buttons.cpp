@@ -78,10 +78,11 @@ bool IsStylusMessage(UINT message) {
 int HitTestButtons(CSkin& skin, int x, int y, UINT message, int* index) {
     *index = 0;
     if (skin.pButtons == nullptr) return kNoHit;
+    const SkinScreen screen = CurrentScreen();
     for (; *index < skin.nButtons; ++*index) {
         SkinButton& button = skin.pButtons[*index];
         if ((button.dwLook & kLookDisabled) != 0) continue;
-        if (Contains(PlaceOf(button).rect, x, y)) {
+        if (Contains(PlaceOf(button, screen).rect, x, y)) {
             Touch(skin, button, message);
             return button.nId;
         }

@@ -11,11 +11,11 @@ struct Axis {
     int point, start, thumb, farthest;
 };
 
-Axis AxisOf(const SkinSlider& slider, int x, int y) {
-    const SkinSliderPlace& place = PlaceOf(slider);
+Axis AxisOf(const SkinSlider& slider, const SkinScreen& screen, int x, int y) {
+    const SkinSliderPlace& place = PlaceOf(slider, screen);
     if (slider.nOrientation == kSliderHorizontal)
-        return {x, place.track.x, place.cxThumb, FarthestPos(slider)};
-    return {y, place.track.y, place.cyThumb, FarthestPos(slider)};
+        return {x, place.track.x, place.cxThumb, FarthestPos(slider, screen)};
+    return {y, place.track.y, place.cyThumb, FarthestPos(slider, screen)};
 }
 
 // The position that puts the thumb's middle under the point, as far as the track reaches.
@@ -23,8 +23,7 @@ int PosFromPoint(const Axis& axis) {
     return std::clamp(axis.point - axis.thumb / 2 - axis.start, 0, axis.farthest);
 }
 
-bool InTrack(const SkinSlider& slider, int x, int y) {
-    const SkinRect& track = PlaceOf(slider).track;
+bool InTrack(const SkinRect& track, int x, int y) {
     const RECT bounds = {track.x, track.y, track.x + track.cx, track.y + track.cy};
     return PtInRect(&bounds, POINT{x, y}) != FALSE;
 }
@@ -54,11 +53,12 @@ bool TouchOutside(SkinSlider& slider, const Axis& axis, UINT message) {
 int HitTestSlider(CSkin& skin, int x, int y, UINT message, int* index) {
     *index = 0;
     if (skin.pSliders == nullptr) return kNoHit;
+    const SkinScreen screen = CurrentScreen();
     for (; *index < skin.nSliders; ++*index) {
         SkinSlider& slider = skin.pSliders[*index];
-        const Axis axis = AxisOf(slider, x, y);
-        const bool hit =
-            InTrack(slider, x, y) ? TouchInside(slider, axis, message) : TouchOutside(slider, axis, message);
+        const Axis axis = AxisOf(slider, screen, x, y);
+        const bool inside = InTrack(PlaceOf(slider, screen).track, x, y);
+        const bool hit = inside ? TouchInside(slider, axis, message) : TouchOutside(slider, axis, message);
         if (hit) return slider.nId;
     }
     return kNoHit;

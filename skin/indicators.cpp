@@ -4,9 +4,9 @@
 
 #include "resources/resource_ids.h"
 #include "shell/owned.h"
-#include "skin/background.h"
+#include "skin/bitmap_source.h"
 #include "skin/offscreen.h"
-#include "skin/screen.h"
+#include "skin/shown_texts.h"
 #include "skin/skin_load.h"
 #include "skin/skin_paint.h"
 
@@ -31,15 +31,17 @@ void DrawScanProgress(CSkin& skin, int level) {
     if (level < 0 || level >= kLevels) return;
     DrawSkinText(skin, TEXT_SCAN_PERCENT, kPercent[level]);
 
-    const SkinRect& place = IsPortraitScreen() ? kProgressPortrait : kProgressLandscape;
     const WindowDC window(skin.hWnd);
+    const BitmapSource source(skin, window.get());
+    const SkinRect& place = source.Screen().bPortrait ? kProgressPortrait : kProgressLandscape;
     const OffscreenImage image(window.get(), place.cx, place.cy);
     const OwnedBitmap bar = LoadSkinImage(skin.hInstance, static_cast<UINT>(IDB_SCAN_PROGRESS + level));
     if (!image || !bar) return;
-    CopyBackground(skin, place, image.dc(), 0, 0);
+    source.CopyBackground(place, image.dc(), 0, 0);
     TransparentImage(image.dc(), 0, 0, place.cx, place.cy, bar.get(), 0, 0, place.cx, place.cy,
                      kTransparentColour);
     image.CopyTo(window.get(), place.x, place.y);
+    MarkPaintedOver(skin, source.Screen(), place);
 }
 
 void DrawSignal(CSkin& skin, int value) {
@@ -49,11 +51,13 @@ void DrawSignal(CSkin& skin, int value) {
     const OwnedBitmap bars = LoadSkinImage(skin.hInstance, static_cast<UINT>(IDB_SIGNAL + grade));
     if (!bars) return;
     const WindowDC window(skin.hWnd);
-    if (!IsWideScreen()) {
-        CopyBitmap(bars.get(), 0, 0, window.get(), kSignalNarrow);
-        return;
+    const BitmapSource source(skin, window.get());
+    const SkinRect& to = source.Screen().bWide ? kSignalWide : kSignalNarrow;
+    if (source.Screen().bWide) {
+        TransparentImage(window.get(), to.x, to.y, to.cx, to.cy, bars.get(), 0, 0, to.cx, to.cy,
+                         kTransparentColour);
+    } else {
+        source.Copy(bars.get(), 0, 0, window.get(), to);
     }
-    const SkinRect& to = kSignalWide;
-    TransparentImage(window.get(), to.x, to.y, to.cx, to.cy, bars.get(), 0, 0, to.cx, to.cy,
-                     kTransparentColour);
+    MarkPaintedOver(skin, source.Screen(), to);
 }

@@ -1,12 +1,17 @@
-// The two screen tests.
+// The screen tests.
 #include "skin/screen.h"
 
 #include <windows.h>
 
 #include "skin/skin_tables.h"
 
+SkinScreen CurrentScreen() {
+    const int cx = GetSystemMetrics(SM_CXSCREEN), cy = GetSystemMetrics(SM_CYSCREEN);
+    return {cx, cy, cx<cy, cx> kNarrowScreenWidth};
+}
+
 bool IsPortraitScreen() {
-    return GetSystemMetrics(SM_CXSCREEN) < GetSystemMetrics(SM_CYSCREEN);
+    return CurrentScreen().bPortrait;
 }
 
 bool IsWideScreen() {

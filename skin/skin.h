@@ -1,9 +1,26 @@
 // The skin as the main state holds it: the tables, and the window on which they are painted.
 #pragma once
 
+#include <atomic>
+#include <cstdint>
+#include <string>
+
 #include "skin/skin_tables.h"
 
+// What is known of one text field (skin/shown_texts.h).
+struct SkinShownText {
+    std::atomic<std::uint32_t> nPaints{0};  // of its pixels, by any thread
+    // Of the thread that shows texts: what it painted last, and the count after that paint.
+    bool bKnown = false;
+    std::uint32_t nShownAt = 0;
+    HWND hWnd = nullptr;
+    std::wstring text;
+};
+// At least the rows of the text table.
+inline constexpr int kMostShownTexts = 16;
+
 struct CSkin : SkinTables {
-    HINSTANCE hInstance = nullptr;  // module of the bitmaps
-    HWND hWnd = nullptr;            // stored by SkinWindowProc
+    HINSTANCE hInstance = nullptr;              // module of the bitmaps
+    HWND hWnd = nullptr;                        // stored by SkinWindowProc
+    SkinShownText shownTexts[kMostShownTexts];  // by row of the text table
 };

@@ -21,7 +21,7 @@ void EnableButton(CSkin& skin, int id, int disable) {
         // Kept: "enable" turns the bit over, so a button that is enabled already becomes disabled.
         button->dwLook ^= kLookDisabled;
     }
-    const SkinRect& place = PlaceOf(*button).rect;
+    const SkinRect& place = PlaceOf(*button, CurrentScreen()).rect;
     const RECT rect = {place.x, place.y, place.x + place.cx, place.y + place.cy};
     InvalidateRect(skin.hWnd, &rect, TRUE);
 }
@@ -49,7 +49,7 @@ int GetSliderPos(const CSkin& skin, int id) {
 
 int GetSliderMax(const CSkin& skin, int id) {
     const SkinSlider* slider = FindSlider(skin, id);
-    return slider == nullptr ? 0 : FarthestPos(*slider);
+    return slider == nullptr ? 0 : FarthestPos(*slider, CurrentScreen());
 }
 
 int SetSliderPos(CSkin& skin, int id, int pos) {

@@ -4,18 +4,21 @@
 //
 // DrawSkinText, DrawScanProgress and DrawSignal may be called from any thread, several at a time: they only
 // read the tables, paint on pictures of their own and copy these to skin.hWnd in one step; the background
-// that all share is copied without a lock (skin/background.h). The others change rows and belong to the
+// that all share is copied without a lock (skin/bitmap_source.h). The others change rows and belong to the
 // thread of the window.
 #pragma once
 
 #include "skin/skin.h"
 
 // Copies the orientation's background to the whole screen.
-void DrawBackground(const CSkin& skin, HDC hdc);
+void DrawBackground(CSkin& skin, HDC hdc);
 
 // Paints one text field anew, over the background. `text` is not null; "" clears the field. Nothing happens
 // while the window is minimised.
 void DrawSkinText(CSkin& skin, int fieldId, const WCHAR* text);
+// The same, unless the field shows that text already: ShowSkinText painted it last, and nothing was painted
+// over it since. Each field by one thread at a time, the monitor's.
+void ShowSkinText(CSkin& skin, int fieldId, const WCHAR* text);
 
 // Paint every row (`all` = TRUE) or the one with that id.
 void DrawSlider(CSkin& skin, HDC hdc, BOOL all, int id);

@@ -1,8 +1,6 @@
 // Linear searches over the skin's tables.
 #include "skin/skin_rows.h"
 
-#include "skin/screen.h"
-
 namespace {
 
 template <typename Row>
@@ -28,26 +26,14 @@ const SkinText* FindText(const CSkin& skin, int id) {
     return FindRow(skin.pTexts, skin.nTexts, &SkinText::nId, id);
 }
 
-HBITMAP BitmapOf(const CSkin& skin, int index) {
+HBITMAP BitmapOf(const CSkin& skin, const SkinScreen& screen, int index) {
     const SkinBitmap* row = FindRow(skin.pBitmaps, skin.nBitmaps, &SkinBitmap::nIndex, index);
     if (row == nullptr) return nullptr;
-    return IsPortraitScreen() ? row->hPortrait : row->hLandscape;
+    return screen.bPortrait ? row->hPortrait : row->hLandscape;
 }
 
-const SkinButtonPlace& PlaceOf(const SkinButton& button) {
-    return IsPortraitScreen() ? button.portrait : button.landscape;
-}
-
-const SkinSliderPlace& PlaceOf(const SkinSlider& slider) {
-    return IsPortraitScreen() ? slider.portrait : slider.landscape;
-}
-
-const SkinRect& PlaceOf(const SkinText& text) {
-    return IsPortraitScreen() ? text.portrait : text.landscape;
-}
-
-int FarthestPos(const SkinSlider& slider) {
-    const SkinSliderPlace& place = PlaceOf(slider);
+int FarthestPos(const SkinSlider& slider, const SkinScreen& screen) {
+    const SkinSliderPlace& place = PlaceOf(slider, screen);
     if (slider.nOrientation == kSliderHorizontal) return place.track.cx - place.cxThumb;
     return place.track.cy - place.cyThumb;
 }

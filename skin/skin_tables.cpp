@@ -1,5 +1,5 @@
 // The tables of the radio's main screen.
-#include "skin/skin_tables.h"
+#include "skin/skin.h"
 
 #include "resources/resource_ids.h"
 
@@ -73,7 +73,7 @@ constexpr int RowsOf(Row (&)[count]) {
 }
 
 static_assert(RowsOf(g_bitmaps) == 7 && RowsOf(g_buttons) == 9 && RowsOf(g_sliders) == 1 &&
-              RowsOf(g_texts) == 13);
+              RowsOf(g_texts) == 13 && RowsOf(g_texts) <= kMostShownTexts);
 
 }  // namespace
 

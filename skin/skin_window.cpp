@@ -4,8 +4,8 @@
 #include "shell/messages.h"
 #include "shell/owned.h"
 #include "skin/hit_test.h"
+#include "skin/paint_steps.h"
 #include "skin/skin_access.h"
-#include "skin/skin_paint.h"
 
 namespace {
 
@@ -25,9 +25,10 @@ Stylus StylusOf(LPARAM lParam) {
 LRESULT OnPaint(CSkin& skin, WPARAM, LPARAM) {
     const PaintDC paint(skin.hWnd);
     if (skin.pBitmaps != nullptr && skin.pButtons != nullptr && skin.pSliders != nullptr) {
-        DrawBackground(skin, paint.get());
-        DrawButtons(skin, paint.get(), TRUE, kNoElement);
-        DrawSlider(skin, paint.get(), TRUE, kNoElement);
+        const BitmapSource source(skin, paint.get());
+        PaintBackground(skin, source, paint.get());
+        PaintButtons(skin, source, paint.get(), TRUE, kNoElement);
+        PaintSliders(skin, source, paint.get(), TRUE, kNoElement);
     }
     return 0;
 }
@@ -124,7 +125,8 @@ LRESULT SkinWindowProc(CSkin& skin, HWND window, UINT message, WPARAM wParam, LP
 
 void RepaintElements(CSkin& skin, HWND window, BOOL withBackground, int buttonId, int sliderId) {
     const WindowDC dc(window);
-    if (withBackground) DrawBackground(skin, dc.get());
-    if (buttonId != kNoElement) DrawButtons(skin, dc.get(), FALSE, buttonId);
-    if (sliderId != kNoElement) DrawSlider(skin, dc.get(), FALSE, sliderId);
+    const BitmapSource source(skin, dc.get());
+    if (withBackground) PaintBackground(skin, source, dc.get());
+    if (buttonId != kNoElement) PaintButtons(skin, source, dc.get(), FALSE, buttonId);
+    if (sliderId != kNoElement) PaintSliders(skin, source, dc.get(), FALSE, sliderId);
 }

@@ -1,7 +1,7 @@
 // The slider: its track is part of the background, its thumb moves over it.
 #include "shell/owned.h"
-#include "skin/background.h"
-#include "skin/screen.h"
+#include "skin/paint_steps.h"
+#include "skin/shown_texts.h"
 #include "skin/skin_paint.h"
 #include "skin/skin_rows.h"
 
@@ -20,29 +20,35 @@ void DrawFilledTrack(HDC hdc, const SkinRect& track, int pos) {
     LineTo(hdc, track.x + pos, track.y + kFilledTrackY);
 }
 
-void DrawOneSlider(const CSkin& skin, HDC hdc, const SkinSlider& slider) {
-    const SkinSliderPlace& place = PlaceOf(slider);
+void DrawOneSlider(const BitmapSource& source, HDC hdc, const SkinSlider& slider) {
+    const SkinSliderPlace& place = PlaceOf(slider, source.Screen());
     const SkinRect& track = place.track;
-    RestoreBackground(skin, hdc, track);
+    source.RestoreBackground(hdc, track);
 
     const bool horizontal = slider.nOrientation == kSliderHorizontal;
     const int x = track.x + (horizontal ? slider.nPos : 0);
     const int y = track.y + (horizontal ? 0 : slider.nPos);
     const int xFrame = (slider.dwLook & kLookPressed) != 0 ? place.cxThumb : 0;
-    const HBITMAP thumb = BitmapOf(skin, kBitmapThumb);
+    const HBITMAP thumb = source.BitmapAt(kBitmapThumb);
     if (thumb != nullptr) {
         TransparentImage(hdc, x, y, place.cxThumb, place.cyThumb, thumb, xFrame, 0, place.cxThumb,
                          place.cyThumb, kTransparentColour);
     }
-    if (IsWideScreen()) DrawFilledTrack(hdc, track, slider.nPos);
+    if (source.Screen().bWide) DrawFilledTrack(hdc, track, slider.nPos);
 }
 
 }  // namespace
 
-void DrawSlider(CSkin& skin, HDC hdc, BOOL all, int id) {
+void PaintSliders(CSkin& skin, const BitmapSource& source, HDC hdc, BOOL all, int id) {
     if (skin.pSliders == nullptr) return;
     for (int i = 0; i < skin.nSliders; ++i) {
         const SkinSlider& slider = skin.pSliders[i];
-        if (all || slider.nId == id) DrawOneSlider(skin, hdc, slider);
+        if (!all && slider.nId != id) continue;
+        DrawOneSlider(source, hdc, slider);
+        MarkPaintedOver(skin, source.Screen(), PlaceOf(slider, source.Screen()).track);
     }
+}
+
+void DrawSlider(CSkin& skin, HDC hdc, BOOL all, int id) {
+    PaintSliders(skin, BitmapSource(skin, hdc), hdc, all, id);
 }

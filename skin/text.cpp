@@ -1,7 +1,8 @@
 // The text fields.
 #include "shell/owned.h"
-#include "skin/background.h"
+#include "skin/bitmap_source.h"
 #include "skin/offscreen.h"
+#include "skin/shown_texts.h"
 #include "skin/skin_paint.h"
 #include "skin/skin_rows.h"
 
@@ -16,24 +17,51 @@ OwnedFont FontOf(const SkinText& field) {
     return OwnedFont(CreateFontIndirectW(&font));
 }
 
+using Mark = void (*)(CSkin& skin, const SkinScreen& screen, const SkinText& field);
+
+// `mark` notes the paint once it is done.
+void PaintField(CSkin& skin, const SkinText& field, const WCHAR* text, Mark mark) {
+    RECT client = {};
+    if (!GetClientRect(skin.hWnd, &client) || IsRectEmpty(&client)) return;
+
+    const OwnedFont font = FontOf(field);
+    const WindowDC window(skin.hWnd);
+    const BitmapSource source(skin, window.get());
+    const SkinRect& place = PlaceOf(field, source.Screen());
+    const OffscreenImage image(window.get(), place.cx, place.cy);
+    if (!image) return;
+    source.CopyBackground(place, image.dc(), 0, 0);
+    SetBkMode(image.dc(), TRANSPARENT);
+    SetTextColor(image.dc(), field.crText);
+    const SelectObjectGuard selected(image.dc(), font.get());
+    RECT whole = {0, 0, place.cx, place.cy};
+    DrawTextW(image.dc(), text, -1, &whole, field.uFormat);
+    image.CopyTo(window.get(), place.x, place.y);
+    mark(skin, source.Screen(), field);
+}
+
+void MarkDrawn(CSkin& skin, const SkinScreen& screen, const SkinText& field) {
+    MarkPaintedOver(skin, screen, PlaceOf(field, screen));
+}
+
 }  // namespace
 
 void DrawSkinText(CSkin& skin, int fieldId, const WCHAR* text) {
-    RECT client = {};
-    if (!GetClientRect(skin.hWnd, &client) || IsRectEmpty(&client)) return;
     const SkinText* field = FindText(skin, fieldId);
-    if (field == nullptr) return;
+    if (field != nullptr) PaintField(skin, *field, text, MarkDrawn);
+}
 
-    const SkinRect& place = PlaceOf(*field);
-    const OwnedFont font = FontOf(*field);
-    const WindowDC window(skin.hWnd);
-    const OffscreenImage image(window.get(), place.cx, place.cy);
-    if (!image) return;
-    CopyBackground(skin, place, image.dc(), 0, 0);
-    SetBkMode(image.dc(), TRANSPARENT);
-    SetTextColor(image.dc(), field->crText);
-    const SelectObjectGuard selected(image.dc(), font.get());
-    RECT whole = {0, 0, place.cx, place.cy};
-    DrawTextW(image.dc(), text, -1, &whole, field->uFormat);
-    image.CopyTo(window.get(), place.x, place.y);
+void ShowSkinText(CSkin& skin, int fieldId, const WCHAR* text) {
+    const SkinText* field = FindText(skin, fieldId);
+    if (field == nullptr || field - skin.pTexts >= kMostShownTexts) return;
+    SkinShownText& shown = skin.shownTexts[field - skin.pTexts];
+    if (ShowsText(shown, skin.hWnd, text)) return;
+    const std::uint32_t before = shown.nPaints.load();
+    PaintField(skin, *field, text, MarkFieldShown);
+    // One paint more is this one; with any other in between, or with none, the field is painted again next
+    // time.
+    shown.bKnown = true;
+    shown.nShownAt = before + 1;
+    shown.hWnd = skin.hWnd;
+    shown.text = text;
 }

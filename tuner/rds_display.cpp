@@ -29,9 +29,9 @@ constexpr KindRow kKinds[] = {
 
 void ShowText(CMainState& state, std::int32_t kind, const WCHAR* text) {
     for (const KindRow& row : kKinds) {
-        if (row.nKind == kind) DrawSkinText(state.m_skin, row.nField, text);
+        if (row.nKind == kind) ShowSkinText(state.m_skin, row.nField, text);
     }
-    if (kind == kRdsServiceNameWithAF) DrawSkinText(state.m_skin, TEXT_AF, L"AF");
+    if (kind == kRdsServiceNameWithAF) ShowSkinText(state.m_skin, TEXT_AF, L"AF");
 }
 
 }  // namespace
@@ -40,12 +40,12 @@ void ShowRDS(CMainState& state) {
     WCHAR text[kRdsTextCapacity] = {};
     std::int32_t kind = kNoKind;
     if (g_app.pFMDevice->GetRDSData(text, &kind) != 0) {
-        for (const int field : kRdsFields) DrawSkinText(state.m_skin, field, L"");
+        for (const int field : kRdsFields) ShowSkinText(state.m_skin, field, L"");
         return;
     }
-    DrawSkinText(state.m_skin, TEXT_RDS, L"R.D.S");
+    ShowSkinText(state.m_skin, TEXT_RDS, L"R.D.S");
     ShowText(state, kind, text);
 
     WCHAR type[kRdsTextCapacity] = {};
-    if (g_app.pFMDevice->GetPTYText(type) == 0) DrawSkinText(state.m_skin, TEXT_PROGRAM_TYPE, type);
+    if (g_app.pFMDevice->GetPTYText(type) == 0) ShowSkinText(state.m_skin, TEXT_PROGRAM_TYPE, type);
 }

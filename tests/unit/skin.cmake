@@ -47,6 +47,7 @@ kora_test(test_skin APP
         skin/load_test.cpp
         skin/owned_test.cpp
         skin/picture.cpp
+        skin/shown_texts_test.cpp
         skin/skin_on_screen.cpp
         skin/skin_test.rc
         skin/slider_test.cpp

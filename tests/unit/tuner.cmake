@@ -11,6 +11,7 @@ kora_test(test_tuner APP
         tuner/device_test.cpp
         tuner/digit_keys_test.cpp
         tuner/frequency_display_test.cpp
+        tuner/monitor_paints_test.cpp
         tuner/monitor_round_test.cpp
         tuner/phone_calls_test.cpp
         tuner/rds_dialog_test.cpp
@@ -22,4 +23,4 @@ kora_test(test_tuner APP
         ${CMAKE_SOURCE_DIR}/tests/support/skin_window.cpp
     LIBS ${KORA_APPLICATION} app_resources)
 # The text fields' painting and the reading of settings go through the tests, which note them and pass them on.
-target_link_options(test_tuner PRIVATE -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw,--wrap=_Z16DrawScanProgressR5CSkini,--wrap=RegistryGetDWORD)
+target_link_options(test_tuner PRIVATE -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw,--wrap=_Z12ShowSkinTextR5CSkiniPKw,--wrap=_Z16DrawScanProgressR5CSkini,--wrap=RegistryGetDWORD)

@@ -1,5 +1,5 @@
 // The background.
-#include "skin/background.h"
+#include "skin/bitmap_source.h"
 #include "skin/skin_paint.h"
 #include "tests/unit/skin/skin_on_screen.h"
 
@@ -30,7 +30,7 @@ TEST_P(Background, ItIsPaintedAlsoWhileAnotherThreadHoldsTheImage) {
 
 TEST_P(Background, RestoringARectangleTouchesNothingElse) {
     const SkinRect part = {31, 47, 90, 53};
-    Paint([&](HDC dc) { RestoreBackground(m_skin, dc, part); });
+    Paint([&](HDC dc) { BitmapSource(m_skin, dc).RestoreBackground(dc, part); });
     Picture expected = Blank();
     expected.Copy(Image(0), part.x, part.y, part);
     EXPECT_TRUE(Same(expected, Shown()));

@@ -25,6 +25,15 @@ void NotedDrawSkinText(CSkin& skin, int field, const WCHAR* text) {
     RealDrawSkinText(skin, field, text);
 }
 
+void RealShowSkinText(CSkin& skin, int field,
+                      const WCHAR* text) __asm__("__real__Z12ShowSkinTextR5CSkiniPKw");
+void NotedShowSkinText(CSkin& skin, int field,
+                       const WCHAR* text) __asm__("__wrap__Z12ShowSkinTextR5CSkiniPKw");
+void NotedShowSkinText(CSkin& skin, int field, const WCHAR* text) {
+    g_shown.push_back({field, text});
+    RealShowSkinText(skin, field, text);
+}
+
 static int g_registryReads = 0;
 HRESULT RealGetDWORD(HKEY root, LPCWSTR key, LPCWSTR value, DWORD* data) __asm__("__real_RegistryGetDWORD");
 HRESULT CountedGetDWORD(HKEY root, LPCWSTR key, LPCWSTR value,
