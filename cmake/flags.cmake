@@ -17,6 +17,11 @@ if(WIN32)
     target_compile_definitions(kora_flags INTERFACE UNICODE _UNICODE __USE_MINGW_ANSI_STDIO=0
         WIN32_LEAN_AND_MEAN NOMINMAX)
 
+    # Sections begin on a page of the file, so that the loader maps them and only what is used takes memory; else it
+    # reads a program into memory whole, images and all.
+    set(KORA_LINK_MAPPED -Wl,--file-alignment=4096)
+    target_link_options(kora_flags INTERFACE ${KORA_LINK_MAPPED})
+
     add_library(kora_app_flags INTERFACE)
     target_link_libraries(kora_app_flags INTERFACE kora_flags)
     # SYSTEM would put the folder behind the compiler's own; the device's windows.h must come first.

@@ -6,6 +6,7 @@
 namespace fm {
 
 void CSoundRing::Append(const std::int16_t* samples, std::size_t frames) {
+    samples_.resize(capacity_ * kChannels);
     while (frames > 0) {
         const std::size_t place = end_ % Capacity();
         const std::size_t run = std::min(frames, Capacity() - place);

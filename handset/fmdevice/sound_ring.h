@@ -11,9 +11,9 @@ namespace fm {
 
 class CSoundRing {
   public:
-    explicit CSoundRing(std::size_t capacityFrames) : samples_(capacityFrames * kChannels) {}
+    explicit CSoundRing(std::size_t capacityFrames) : capacity_(capacityFrames) {}
 
-    std::size_t Capacity() const { return samples_.size() / kChannels; }
+    std::size_t Capacity() const { return capacity_; }
     // The frames that are there: Begin() ≤ position < End().
     std::uint64_t Begin() const { return begin_; }
     std::uint64_t End() const { return end_; }
@@ -26,7 +26,8 @@ class CSoundRing {
     std::size_t Read(std::uint64_t* position, std::int16_t* samples, std::size_t frames) const;
 
   private:
-    std::vector<std::int16_t> samples_;
+    std::size_t capacity_;
+    std::vector<std::int16_t> samples_;  // made for the first sound: a silent receiver needs none
     std::uint64_t begin_ = 0;
     std::uint64_t end_ = 0;
 };
