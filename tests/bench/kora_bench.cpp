@@ -46,6 +46,7 @@ int main(int count, char** arguments) {
     std::fprintf(stderr, "channels ...\n");
     Add(table, bench::MeasureProgram(L"bench_cedb.exe"));
     Add(table, bench::MeasureProgram(L"bench_list_fill.exe"));
+    Add(table, bench::MeasureProgram(L"bench_bookings.exe"));
     std::fprintf(stderr, "monitor ...\n");
     Add(table, bench::MeasureProgram(L"bench_monitor_round.exe"));
     std::fprintf(stderr, "recording ...\n");

@@ -5,7 +5,9 @@
 namespace bench {
 namespace {
 constexpr int kRounds = 10;
-}
+// The receiver is given this long to settle while the window is created.
+constexpr double kSettling_ms = 200;
+}  // namespace
 
 std::vector<Row> MeasureStart(const Programs& programs) {
     std::vector<double> radio, bare;
@@ -14,8 +16,8 @@ std::vector<Row> MeasureStart(const Programs& programs) {
         bare.push_back(ProgramRun(programs.bareWindow, L"KoraBareWindow").PaintedAfter_ms());
         radio.push_back(ProgramRun(programs.radio, L"Kora").PaintedAfter_ms());
     }
-    return {
-        {"start to first full paint", Median(radio), "bare window with a list view", Median(bare), "ms", ""}};
+    return {{"start to first full paint", Median(radio), "bare window and 200 ms of settling",
+             Median(bare) + kSettling_ms, "ms", ""}};
 }
 
 }  // namespace bench

@@ -109,7 +109,9 @@ double ProcessUsage::Cpu_ms() const {
 double ProcessUsage::Private_MB() const {
     if (!m_procFolder.empty()) {
         const std::string rollup = ReadProc(m_procFolder + L"\\smaps_rollup");
-        return Sum_kB(rollup, "Private_") / 1024;
+        // What was written to. Pages of a program's file that are merely mapped are the disk's cache; Windows
+        // does not count them either.
+        return Sum_kB(rollup, "Private_Dirty") / 1024;
     }
     PROCESS_MEMORY_COUNTERS_EX memory = {};
     memory.cb = sizeof memory;

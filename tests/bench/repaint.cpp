@@ -98,6 +98,9 @@ int main() {
     PrintRow("repaint, whole screen", Full(window, true), fullCopy);
     PrintRow("repaint, one label", Each([] { DrawSkinText(g_skin, TEXT_FREQUENCY, L"98.5 MHz"); }),
              Each([window] { CopyPicture(window, 123, 30, 117, 35); }));
+    PrintRow("repaint, a label that is unchanged",
+             Each([] { ShowSkinText(g_skin, TEXT_SERVICE_NAME, L"KORA ONE"); }),
+             Each([window] { CopyPicture(window, 143, 52, 95, 18); }));
     PrintRow("repaint, one button",
              Each([window] { RepaintElements(g_skin, window, FALSE, SKIN_SEEK_UP, -1); }),
              Each([window] { CopyPicture(window, 120, 236, 37, 30); }));
