@@ -65,6 +65,18 @@ bool IsDarkAlone(const PowerState& state) {
     return (state.flags & (kPowerIdle | kPowerUnattended)) == kPowerIdle;
 }
 
+// A program holds the phone awake. The first one is told of the state that it finds as well: that of a phone
+// which was woken for it, or left behind by a program before it. It is the one now that has to reset the idle
+// timer.
+void StayAwake(const PowerBoardAccess& board, bool first) {
+    const PowerState state = CurrentPowerState();
+    if (IsDarkAlone(state)) {
+        Enter(board, Dark(board, kPowerIdle));
+    } else if (first && (state.flags & kPowerUnattended) != 0) {
+        Tell(board, kPowerTransition, state);
+    }
+}
+
 std::uint32_t Timeout_s(const wchar_t* value, std::uint32_t fallback) {
     const std::wstring key = DeviceRegistryRootPath(HKEY_LOCAL_MACHINE) + L"\\" + kTimeoutsKey;
     DWORD seconds = 0;
@@ -151,10 +163,11 @@ bool HoldUnattended(bool hold) {
     const PowerBoardAccess board;
     PowerProgram* const mine = board.Mine();
     if (mine == nullptr) return false;
+    const bool alone = board.Holders() == 0;
     if (hold) ++mine->holds;
     if (!hold && mine->holds > 0) --mine->holds;
     board.ShowHolds();
-    if (hold && IsDarkAlone(CurrentPowerState())) Enter(board, Dark(board, kPowerIdle));
+    if (hold) StayAwake(board, alone);
     return true;
 }
 

@@ -167,6 +167,16 @@ TEST_F(PowerNotices, ADarkPhoneIsUnattendedFromTheRequestOn) {
     EXPECT_EQ(Next(), "none");
 }
 
+TEST_F(PowerNotices, TheFirstProgramThatHoldsAnUnattendedPhoneIsToldOfTheStateThatItFinds) {
+    SetSystemPowerState(L"unattended", 0, 0);
+    EXPECT_EQ(Next(), "1 00400000 unattended");
+    PowerPolicyNotify(PPN_UNATTENDEDMODE, TRUE);
+    PowerPolicyNotify(PPN_UNATTENDEDMODE, TRUE);
+    EXPECT_EQ(Next(), "1 00400000 unattended");
+    EXPECT_EQ(Next(), "none");
+    for (int hold = 0; hold < 2; ++hold) PowerPolicyNotify(PPN_UNATTENDEDMODE, FALSE);
+}
+
 TEST_F(PowerNotices, AFullQueueLosesWhatComesLater) {
     for (int i = 0; i < 3; ++i) {
         SetSystemPowerState(nullptr, POWER_STATE_IDLE, 0);
