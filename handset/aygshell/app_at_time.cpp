@@ -2,6 +2,7 @@
 // service starts them.
 #include <windows.h>
 
+#include <algorithm>
 #include <cwchar>
 #include <iterator>
 #include <optional>
@@ -13,10 +14,13 @@
 #include "handset/include/regext.h"
 #include "handset/state/app_booking.h"
 #include "handset/state/booking_lock.h"
+#include "handset/state/handset_state.h"
 
 namespace {
 
 using handset::BookingLock;
+
+constexpr wchar_t kLastBooking[] = L"LastBooking";
 
 std::wstring KeyOf(const std::wstring& name) {
     return handset::kBookingsKey + (L"\\" + name);
@@ -39,14 +43,17 @@ std::optional<std::wstring> TimeText(const SYSTEMTIME& time) {
     return text;
 }
 
-// A name that was never given, also when the number was lost.
+// A name that was never given, also when the key of the bookings was deleted by hand: a program may still
+// know the names from before, and must not take back another's booking by one of them.
 std::wstring TakeNewName() {
     DWORD number = 0;
     RegistryGetDWORD(HKEY_LOCAL_MACHINE, handset::kBookingsKey, handset::kBookingNumber, &number);
+    number = std::max<DWORD>(number, handset::StateDword(kLastBooking, 0));
     do {
         ++number;
     } while (IsBooked(handset::BookingName(number)));
     RegistrySetDWORD(HKEY_LOCAL_MACHINE, handset::kBookingsKey, handset::kBookingNumber, number);
+    handset::SetStateDword(kLastBooking, number);
     return handset::BookingName(number);
 }
 

@@ -76,6 +76,19 @@ TEST_F(AppAtTime, ALostNumberLeadsToNoNameThatIsInUse) {
     EXPECT_TRUE(IsStored(first) && IsStored(second) && IsStored(third));
 }
 
+TEST_F(AppAtTime, NamesGoOnWhenTheKeyOfTheBookingsIsDeleted) {
+    const std::wstring first = Book();
+    const std::wstring second = Book();
+    ASSERT_EQ(StopAppAtTimeEx(first.c_str()), S_OK);
+    ASSERT_EQ(StopAppAtTimeEx(second.c_str()), S_OK);
+    ASSERT_EQ(RegDeleteKeyW(HKEY_LOCAL_MACHINE, kBookings), ERROR_SUCCESS);
+    const std::wstring third = Book();
+    EXPECT_GT(third, second);
+    // Who still knows the old ones takes back nothing.
+    EXPECT_EQ(StopAppAtTimeEx(first.c_str()), E_FAIL);
+    EXPECT_TRUE(IsStored(third));
+}
+
 TEST_F(AppAtTime, OneThatIsTakenBackIsGoneAndTheOthersStay) {
     const std::wstring first = Book();
     const std::wstring second = Book();
