@@ -44,6 +44,12 @@ HRESULT EnumScheduleKey(HKEY root, const WCHAR* path, DWORD index, WCHAR* name, 
     OwnedKey key;
     if (RegOpenKeyExW(root, path, 0, KEY_READ, key.put()) != ERROR_SUCCESS) return E_FAIL;
     const LONG error = RegEnumKeyExW(key.get(), index, name, length, nullptr, nullptr, nullptr, nullptr);
+    if (error == ERROR_MORE_DATA) {
+        // A name that fits no entry is somebody else's: the walk goes on behind it.
+        name[0] = L'\0';
+        *length = 0;
+        return S_OK;
+    }
     return error == ERROR_SUCCESS ? S_OK : E_FAIL;
 }
 

@@ -55,6 +55,19 @@ TEST_F(Entries, AreWalkedByIndexUntilThereAreNoMore) {
     EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, kPath, 2, name, &length), static_cast<HRESULT>(0x80004005));
 }
 
+TEST_F(Entries, AKeyWhoseNameIsTooLongForOneIsWalkedPastWithoutAName) {
+    CreateScheduleKey(HKEY_CLASSES_ROOT, kPath, std::wstring(200, L'a').c_str());
+    CreateScheduleKey(HKEY_CLASSES_ROOT, kPath, L"second");
+    wchar_t name[kEntryNameCapacity] = L"before";
+    DWORD length = kEntryNameCapacity;
+    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, kPath, 0, name, &length), 0);
+    EXPECT_STREQ(name, L"");
+    EXPECT_EQ(length, 0u);
+    length = kEntryNameCapacity;
+    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, kPath, 1, name, &length), 0);
+    EXPECT_STREQ(name, L"second");
+}
+
 TEST_F(Entries, AreWrittenAsFourTextsAndReadAgain) {
     WriteScheduleEntry(HKEY_CLASSES_ROOT, kPath, Entry());
     EXPECT_EQ(EntryTexts(kName), (Texts{L"87.5", L"Mon", L"10 : 00", L"11 : 00"}));
