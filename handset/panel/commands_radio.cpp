@@ -23,7 +23,8 @@ constexpr DWORD kLongestHold_ms = 60000;
 // Why nobody takes a key or a touch; `otherwise` when there is somebody.
 std::wstring WhyNobody(const wchar_t* otherwise) {
     if (!RadioProcess()) return L"the radio does not run; \"handset start\" starts it";
-    return PhoneSleeps() ? L"the phone sleeps; \"handset power on\" wakes it" : otherwise;
+    if (PhoneSleeps()) return L"the phone sleeps; \"handset power on\" wakes it";
+    return DisplayLit() ? otherwise : L"the display is dark; \"handset power on\" lights it";
 }
 
 int Start(const Arguments& arguments, Console& console) {

@@ -79,6 +79,10 @@ std::wstring OrNone(const std::wstring& text) {
     return text.empty() ? L"none" : text;
 }
 
+std::wstring PowerText() {
+    return PowerState() + (PhoneSleeps() ? L" (asleep)" : L"");
+}
+
 struct StatusRow {
     const wchar_t* name;
     std::function<std::wstring()> text;
@@ -91,7 +95,7 @@ int Status(const Arguments& arguments, Console& console) {
         {L"Radio",             RadioText},
         {L"Headset",           [] { return std::wstring(HeadsetPlugged() ? L"on" : L"off"); }},
         {L"Storage card",      [] { return std::wstring(handset::StorageCardPresent() ? L"in" : L"out"); }},
-        {L"Power",             PowerState},
+        {L"Power",             PowerText},
         {L"Kept awake",        [] { return std::to_wstring(handset::UnattendedHolders()) + L" requests"; }},
         {L"Screen",            [] { const ScreenSize s = CurrentScreen();
                                     return std::to_wstring(s.width) + L"x" + std::to_wstring(s.height); }},
@@ -151,7 +155,8 @@ const Command kCommands[] = {
      L"recordings, channel lists) is kept. The radio must not run.\n"},
     {L"status", Status, L"", L"shows the whole state of the handset", L"handset status",
      L"Prints one line for each switch and setting, as the radio would find it now.\n"},
-    {L"clock", Clock, L"[RATE | DATE TIME | reset]", L"shows the handset's clock or sets it", L"handset clock 60",
+    {L"clock", Clock, L"[RATE | DATE TIME | reset]", L"shows the handset's clock or sets it",
+     L"handset clock 60",
      L"RATE is 1 to 3600 handset seconds per real second; 60 lets an hour pass in a minute. The time goes "
      L"on\n"
      L"from where it is. Programs that run already keep their rate until they are started again. \"reset\"\n"

@@ -8,11 +8,11 @@
 namespace panel {
 
 const std::vector<PhoneKeyRow>& PhoneKeys() {
-    // Windows Mobile gives the telephone's keys the codes of the function keys.
+    // Windows Mobile gives the soft keys and the telephone's keys the codes of the function keys.
     // clang-format off
     static const std::vector<PhoneKeyRow> kRows = {
-        {PhoneKey::kSoftLeft,  L"soft1",  L"",  0},
-        {PhoneKey::kSoftRight, L"soft2",  L"",  0},
+        {PhoneKey::kSoftLeft,  L"soft1",  L"",  VK_F1},
+        {PhoneKey::kSoftRight, L"soft2",  L"",  VK_F2},
         {PhoneKey::kCall,      L"call",   L"",  VK_F3},
         {PhoneKey::kHangUp,    L"end",    L"",  VK_F4},
         {PhoneKey::kUp,        L"up",     L"",  VK_UP},
@@ -51,10 +51,20 @@ std::optional<PhoneKey> KeyNamed(const std::wstring& name) {
     return std::nullopt;
 }
 
+namespace {
+
+bool IsSoftKey(PhoneKey key) {
+    return key == PhoneKey::kSoftLeft || key == PhoneKey::kSoftRight;
+}
+
+bool IsCallKey(PhoneKey key) {
+    return key == PhoneKey::kCall || key == PhoneKey::kHangUp;
+}
+
+}  // namespace
+
 bool PressPhoneKey(PhoneKey key, bool down) {
-    if (key == PhoneKey::kSoftLeft || key == PhoneKey::kSoftRight) {
-        return !down || PressSoftKey(key == PhoneKey::kSoftRight);
-    }
+    if (IsSoftKey(key) && DisplayLit()) return !down || PressSoftKey(key == PhoneKey::kSoftRight);
     const std::uint32_t call = PhoneStatus() & (kPhoneIncoming | kPhoneCalling | kPhoneTalking);
     const bool answers = key == PhoneKey::kCall && (call & kPhoneIncoming) != 0;
     const bool ends = key == PhoneKey::kHangUp && call != 0;
@@ -64,6 +74,8 @@ bool PressPhoneKey(PhoneKey key, bool down) {
         TellPanel();
         return written;
     }
+    // Without a call the telephone's keys are the phone's own, which has nothing else to show for them.
+    if (IsCallKey(key) && !RadioHasAllKeys()) return !PhoneSleeps();
     return SendKey(RowOf(key).virtualKey, down);
 }
 

@@ -139,6 +139,7 @@ POINT DisplayOrigin() {
 }
 
 bool SendKey(WORD virtualKey, bool down) {
+    if (!DisplayLit() && !RadioHasAllKeys()) return false;
     const HWND target = Touched() ? KeyTarget() : nullptr;
     if (target == nullptr) return false;
     LPARAM state = 1 | static_cast<LPARAM>(MapVirtualKeyW(virtualKey, MAPVK_VK_TO_VSC) & 0xFF) << 16;
@@ -148,7 +149,7 @@ bool SendKey(WORD virtualKey, bool down) {
 }
 
 bool PressSoftKey(bool right) {
-    if (!Touched()) return false;
+    if (!DisplayLit() || !Touched()) return false;
     const HWND active = RadioThread().hwndActive;
     const HWND bar =
         active == nullptr ? nullptr : FindWindowExW(active, nullptr, handset::kMenuBarClass, nullptr);
@@ -158,7 +159,7 @@ bool PressSoftKey(bool right) {
 }
 
 bool TouchDisplay(Stylus touch, int x, int y) {
-    if (!Touched()) return false;
+    if (!DisplayLit() || !Touched()) return false;
     const POINT origin = DisplayOrigin();
     const POINT point = {origin.x + x, origin.y + y};
     const HWND window = RadioWindowAt(point);

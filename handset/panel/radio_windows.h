@@ -19,13 +19,15 @@ HWND RadioMainWindow();
 POINT DisplayOrigin();
 
 // Presses or releases a key, as the handset's keyboard does: for the window that has the radio's focus.
-// False when the radio does not run or the phone sleeps.
+// False when the radio does not run or the phone sleeps, and when the display is dark and the radio has not
+// asked for all keys.
 bool SendKey(WORD virtualKey, bool down);
-// Presses a soft key of the window or dialog in front. False when it has no soft keys.
+// Presses a soft key of the window or dialog in front. False when it has no soft keys or the display is dark.
 bool PressSoftKey(bool right);
 
 enum class Stylus { kDown, kMove, kUp };
-// The stylus at a place of the display, in its pixels. False when the radio shows nothing there.
+// The stylus at a place of the display, in its pixels. False when the radio shows nothing there or the
+// display is dark.
 bool TouchDisplay(Stylus touch, int x, int y);
 
 }  // namespace panel

@@ -41,6 +41,12 @@ bool CallIs(const Snapshot& now) {
            (bits != kPhoneCalling || now.numberShown == numbered);
 }
 
+// A dark display looks the same on a phone that sleeps and on one that plays on.
+const wchar_t* PowerNote(const Snapshot& now) {
+    if (now.sleeps) return L"asleep";
+    return now.lit ? L"" : L"awake, dark";
+}
+
 int RowHeight(SwitchKind kind) {
     const int kHeights[] = {kToggleHeight, kButtonHeight, kButtonHeight, kSliderHeight};
     return kHeights[static_cast<int>(kind)];
@@ -131,7 +137,7 @@ const std::vector<SwitchGroup>& SwitchGroups() {
             {L"Storage card", SwitchKind::kToggle, [](const Snapshot& s) { return s.card; },
              [](const Snapshot& s) { InsertCard(!s.card); }},
             {L"Display", SwitchKind::kToggle, [](const Snapshot& s) { return s.lit; },
-             [](const Snapshot&) { PressPower(); }},
+             [](const Snapshot&) { PressPower(); }, PowerNote},
             {L"On its side", SwitchKind::kToggle,
              [](const Snapshot& s) { return s.screenWidth > s.screenHeight; },
              [](const Snapshot& s) { TurnScreen({s.screenHeight, s.screenWidth}); }},

@@ -14,6 +14,7 @@ constexpr Paint kTitle = Rgb(0x8C877D);
 constexpr Paint kLine = Rgb(0xCAC5BC);
 constexpr int kPillWidth = 38;
 constexpr int kPillHeight = 21;
+constexpr int kNoteGap = 8;
 
 Rounded Shape(const Box& box, double radius) {
     return {static_cast<double>(box.x), static_cast<double>(box.y), static_cast<double>(box.w),
@@ -69,6 +70,10 @@ void DrawLabel(HDC dc, const SwitchPlace& place, const PanelView& view) {
     }
     const int y = place.row->kind == SwitchKind::kSlider ? b.y + 10 : b.y + b.h / 2;
     DrawTextMark(dc, {b.x, y, place.row->label, 13, FW_NORMAL, kInk, TextAnchor::kLeft});
+    if (place.row->note != nullptr) {
+        DrawTextMark(dc, {b.Right() - kPillWidth - kNoteGap, y, place.row->note(view.now), 12, FW_NORMAL,
+                          kTitle, TextAnchor::kRight});
+    }
     if (place.row->kind != SwitchKind::kSlider) return;
     wchar_t limit[32] = L"as it is";
     const std::wstring station =

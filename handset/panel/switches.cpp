@@ -55,6 +55,10 @@ bool PhoneSleeps() {
     return (handset::CurrentPowerState().flags & handset::kPowerSuspend) != 0;
 }
 
+bool RadioHasAllKeys() {
+    return handset::StateDword(L"AllKeys", 0) != 0;
+}
+
 std::uint32_t BluetoothBits() {
     return DeviceDword(kHardwareKey, L"Bluetooth", 0);
 }

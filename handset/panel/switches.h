@@ -25,6 +25,10 @@ bool DisplayLit();
 // The phone sleeps: its programs are held, and its keys and its display do nothing.
 bool PhoneSleeps();
 
+// The radio has asked for all keys (AllKeys): it gets those that the phone would keep to itself, and in the
+// dark.
+bool RadioHasAllKeys();
+
 // Bluetooth status bits, 0 to 0x1F; the radio knows 0x1 | 0x8 with 0x4 or 0x10.
 inline constexpr std::uint32_t kAllBluetoothBits = 0x1F;
 std::uint32_t BluetoothBits();

@@ -1,6 +1,8 @@
 // Where the phone's keys and the switches lie, and what is hit where.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "handset/panel/phone_keys.h"
 #include "handset/panel/phone_layout.h"
 #include "handset/panel/switch_column.h"
@@ -133,13 +135,12 @@ TEST(PhoneLayout, ThePanelFitsASmallDesktop) {
     EXPECT_LE(upright.height, 670);
 }
 
-TEST(PhoneKeyTable, EveryKeyHasAVirtualKeyOfItsOwnButTheSoftKeys) {
+TEST(PhoneKeyTable, EveryKeyHasAVirtualKeyOfItsOwn) {
     for (const PhoneKeyRow& row : PhoneKeys()) {
-        const bool soft = row.key == PhoneKey::kSoftLeft || row.key == PhoneKey::kSoftRight;
-        EXPECT_EQ(row.virtualKey == 0, soft) << testing::PrintToString(std::wstring(row.name));
+        EXPECT_NE(row.virtualKey, 0) << testing::PrintToString(std::wstring(row.name));
         EXPECT_EQ(KeyNamed(row.name), row.key);
         for (const PhoneKeyRow& other : PhoneKeys()) {
-            EXPECT_TRUE(soft || &other == &row || other.virtualKey != row.virtualKey);
+            EXPECT_TRUE(&other == &row || other.virtualKey != row.virtualKey);
         }
     }
     EXPECT_FALSE(KeyNamed(L"menu").has_value());
@@ -150,8 +151,9 @@ TEST(PhoneKeyTable, KeysHaveTheCodesOfTheHandsetsKeyboard) {
         const wchar_t* name;
         WORD code;
     };
-    const Row kRows[] = {{L"0", 0x30},    {L"9", 0x39},      {L"left", 0x25}, {L"up", 0x26}, {L"right", 0x27},
-                         {L"down", 0x28}, {L"return", 0x0D}, {L"call", 0x72}, {L"end", 0x73}};
+    const Row kRows[] = {{L"0", 0x30},     {L"9", 0x39},     {L"left", 0x25},   {L"up", 0x26},
+                         {L"right", 0x27}, {L"down", 0x28},  {L"return", 0x0D}, {L"call", 0x72},
+                         {L"end", 0x73},   {L"soft1", 0x70}, {L"soft2", 0x71}};
     for (const Row& row : kRows) EXPECT_EQ(RowOf(*KeyNamed(row.name)).virtualKey, row.code);
 }
 
@@ -164,6 +166,21 @@ TEST(SignalSlider, ReachesFromNothingToNoLimit) {
     EXPECT_EQ(SliderLevelAt(slider, track.x + track.w / 2), 50u);
     EXPECT_FALSE(SliderLevelAt(slider, track.Right()).has_value());
     EXPECT_FALSE(SliderLevelAt(slider, track.Right() + 50).has_value());
+}
+
+TEST(SwitchColumn, TellsAPhoneThatSleepsFromOneWhoseDisplayIsDark) {
+    const auto& rows = SwitchGroups().front().rows;
+    const auto display = std::find_if(
+        rows.begin(), rows.end(), [](const SwitchRow& row) { return row.label == std::wstring(L"Display"); });
+    ASSERT_NE(display, rows.end());
+    Snapshot now = {};
+    now.lit = true;
+    EXPECT_STREQ(display->note(now), L"");
+    now.lit = false;
+    EXPECT_STREQ(display->note(now), L"awake, dark");
+    now.sleeps = true;
+    EXPECT_STREQ(display->note(now), L"asleep");
+    EXPECT_FALSE(now == Snapshot{});
 }
 
 }  // namespace

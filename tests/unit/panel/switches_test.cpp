@@ -165,6 +165,9 @@ TEST_F(Switches, TheStatusShowsWhatWasSwitched) {
         EXPECT_NE(console_.Said().find(line), std::wstring::npos)
             << testing::PrintToString(std::wstring(line));
     }
+    Run({L"power", L"suspend"});
+    EXPECT_EQ(Run({L"status"}), kDone);
+    EXPECT_NE(console_.Said().find(L"Power         suspend (asleep)\n"), std::wstring::npos);
 }
 
 }  // namespace
