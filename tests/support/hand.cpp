@@ -33,6 +33,18 @@ void PickRow(HWND dialog, int id, int row) {
     PostMessageW(list, WM_LBUTTONUP, 0, point);
 }
 
+void StepMinutes(HWND picker, int times) {
+    RECT client = {};
+    GetClientRect(picker, &client);
+    const auto tap = [&](int x) {
+        const LPARAM point = MAKELPARAM(static_cast<WORD>(x), static_cast<WORD>(client.bottom / 2));
+        SendMessageW(picker, WM_LBUTTONDOWN, MK_LBUTTON, point);
+        SendMessageW(picker, WM_LBUTTONUP, 0, point);
+    };
+    for (int x = 30; x < client.right && x < 50; x += 5) tap(x);
+    for (; times > 0; --times) SendMessageW(picker, WM_KEYDOWN, VK_UP, 1);
+}
+
 std::wstring TextOf(HWND dialog, int id) {
     wchar_t text[300] = L"";
     SendMessageW(GetDlgItem(dialog, id), WM_GETTEXT, 300, reinterpret_cast<LPARAM>(text));

@@ -195,6 +195,23 @@ std::wstring HandsetUnderTest::RegistryText(const std::wstring& key, const wchar
     return text;
 }
 
+std::vector<std::wstring> HandsetUnderTest::RegistrySubkeys(const std::wstring& key) const {
+    std::vector<std::wstring> names;
+    HKEY opened = nullptr;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, (m_stateKey + L"\\Registry\\" + key).c_str(), 0, KEY_READ,
+                      &opened) != ERROR_SUCCESS) {
+        return names;
+    }
+    wchar_t name[256] = L"";
+    for (DWORD index = 0, size = 256;
+         RegEnumKeyExW(opened, index, name, &size, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+         ++index, size = 256) {
+        names.push_back(name);
+    }
+    RegCloseKey(opened);
+    return names;
+}
+
 void HandsetUnderTest::PlugHeadset(bool in) const {
     SetRegistry(L"HKLM\\System\\State\\Hardware", L"Headset", in ? 1u : 0u);
 }

@@ -41,6 +41,8 @@ class HandsetUnderTest {
     std::wstring RegistryText(const std::wstring& key, const wchar_t* value) const;
     // A number of it; nothing when it is missing.
     std::optional<std::uint32_t> RegistryNumber(const std::wstring& key, const wchar_t* value) const;
+    // The keys right below one of it.
+    std::vector<std::wstring> RegistrySubkeys(const std::wstring& key) const;
     void PlugHeadset(bool in) const;
 
     // Lines of the tuner log so far, and what was written to the debug output and to the console.

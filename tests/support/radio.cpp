@@ -56,6 +56,12 @@ Radio::Radio(HandsetUnderTest& handset, const std::wstring& arguments) {
     CloseHandle(startup.hStdOutput);
 }
 
+Radio::Radio(HWND window) {
+    m_process.dwThreadId = GetWindowThreadProcessId(window, &m_process.dwProcessId);
+    m_process.hProcess = OpenProcess(PROCESS_ALL_ACCESS, FALSE, m_process.dwProcessId);
+    m_process.hThread = OpenThread(SYNCHRONIZE, FALSE, m_process.dwThreadId);
+}
+
 Radio::~Radio() {
     if (Runs()) {
         TerminateProcess(m_process.hProcess, 99);

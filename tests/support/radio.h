@@ -13,6 +13,8 @@ class Radio {
   public:
     // Starts \Windows\UI.exe with `arguments` as its whole command line.
     explicit Radio(HandsetUnderTest& handset, const std::wstring& arguments = L"");
+    // The radio that somebody else has started, by its main window. One that is gone already does not run.
+    explicit Radio(HWND window);
     // Ends the process if it still runs.
     ~Radio();
     Radio(const Radio&) = delete;

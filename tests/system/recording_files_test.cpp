@@ -1,6 +1,5 @@
 // The files that recordings leave, opened by programs of the machine that know nothing of the radio.
-#include <cmath>
-
+#include "tests/support/heard_tone.h"
 #include "tests/system/recording_test.h"
 
 namespace {
@@ -14,49 +13,9 @@ using test::WaitFor;
 using test::WriteWholeFile;
 using testing::HasSubstr;
 
-// Share of the sound's power that one frequency has, and the frequency of the most.
-struct Tone {
-    double frequency_Hz = 0;
-    double share = 0;
-};
-
 class RecordingFiles : public test::RecordingTest {
   protected:
     void SetUp() override { PlayTone(); }
-
-    static double PowerAt(const std::vector<std::int16_t>& samples, double frequency_Hz, int rate_Hz) {
-        double real = 0, imaginary = 0;
-        const double step = 2 * 3.14159265358979 * frequency_Hz / rate_Hz;
-        for (std::size_t at = 0; at < samples.size(); ++at) {
-            const double angle = step * static_cast<double>(at);
-            real += samples[at] * std::cos(angle);
-            imaginary += samples[at] * std::sin(angle);
-        }
-        const double count = static_cast<double>(samples.size());
-        return 2 * (real * real + imaginary * imaginary) / (count * count);
-    }
-    // The middle second of the sound.
-    static Tone ToneOf(const std::vector<std::int16_t>& all, int rate_Hz) {
-        const std::size_t half = static_cast<std::size_t>(rate_Hz) / 2;
-        if (all.size() < 2 * half) return {};
-        const auto middle = all.begin() + static_cast<std::ptrdiff_t>(all.size() / 2);
-        const std::vector<std::int16_t> samples(middle - static_cast<std::ptrdiff_t>(half),
-                                                middle + static_cast<std::ptrdiff_t>(half));
-        double total = 0;
-        for (const std::int16_t sample : samples) total += static_cast<double>(sample) * sample;
-        total /= static_cast<double>(samples.size());
-        Tone tone;
-        double most = 0;
-        for (double frequency = 400; frequency <= 480; frequency += 1) {
-            const double power = PowerAt(samples, frequency, rate_Hz);
-            if (power > most) {
-                most = power;
-                tone.frequency_Hz = frequency;
-            }
-        }
-        tone.share = total > 0 ? most / total : 0;
-        return tone;
-    }
 };
 
 struct Format {
@@ -107,7 +66,7 @@ TEST_P(RecordedFile, IsOfItsKindAsLongAsItWasRecordedAndSoundsLikeTheProgramme) 
     EXPECT_NEAR(sound.length_s, recorded_s, 0.4);
     const auto samples = test::DecodeSound(handset.DevicePath(file), test::Channels::kMean);
     EXPECT_NEAR(static_cast<double>(samples.size()) / GetParam().rate_Hz, sound.length_s, 0.05);
-    const Tone tone = ToneOf(samples, GetParam().rate_Hz);
+    const test::Tone tone = test::ToneAt(samples, GetParam().rate_Hz, 0.5, {400, 480, 1});
     EXPECT_NEAR(tone.frequency_Hz, 440, 1.5);
     EXPECT_GT(tone.share, GetParam().share);
 }
