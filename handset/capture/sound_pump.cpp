@@ -68,9 +68,11 @@ void CSoundPump::RequestStart(const REFERENCE_TIME* time, DWORD cookie) {
     } else {
         // A start is never in the past: what was heard before it was asked for is not wanted.
         const REFERENCE_TIME now = running_ ? StreamTime() : 0;
-        // One that is due counts as done, however far the pump is behind; another changes nothing.
-        if (running_ && control_.Start() && control_.Start()->time <= now) return;
-        control_.RequestStart(StreamRequest{time != nullptr ? std::max(*time, now) : now, cookie});
+        const REFERENCE_TIME start = time != nullptr ? std::max(*time, now) : now;
+        // A start of what flows by now changes nothing, however far the pump is behind. As a request it would
+        // begin the stream again behind a stop that is asked for with it and is a moment older.
+        if (running_ && start == now && control_.FlowsAt(now)) return;
+        control_.RequestStart(StreamRequest{start, cookie});
     }
 }
 

@@ -29,6 +29,13 @@ void CStreamControl::SetFlowing(bool flowing) {
     (flowing ? start_ : stop_).reset();
 }
 
+bool CStreamControl::FlowsAt(std::int64_t time) const {
+    const bool starts = start_ && start_->time <= time;
+    const bool stops = stop_ && stop_->time <= time;
+    if (starts && stops) return start_->time > stop_->time;
+    return starts || (flowing_ && !stops);
+}
+
 CStreamControl::Step CStreamControl::Next(std::int64_t frame, std::uint64_t most, std::uint32_t rate_Hz) {
     const bool start_first = start_ && (!stop_ || start_->time <= stop_->time);
     std::optional<StreamRequest>& first = start_first ? start_ : stop_;

@@ -23,6 +23,8 @@ class CStreamControl {
     void RequestStart(std::optional<StreamRequest> start) { start_ = start; }
     void RequestStop(std::optional<StreamRequest> stop) { stop_ = stop; }
     bool Flowing() const { return flowing_; }
+    // Whether it flows when everything asked for up to `time` has been applied.
+    bool FlowsAt(std::int64_t time) const;
     const std::optional<StreamRequest>& Start() const { return start_; }
     const std::optional<StreamRequest>& Stop() const { return stop_; }
 

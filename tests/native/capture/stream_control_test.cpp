@@ -102,4 +102,22 @@ TEST(StreamControl, TimesAndFramesMeetAfterAYearToo) {
     }
 }
 
+TEST(StreamControl, KnowsWhetherItFlowsWhenAllThatIsDueIsDone) {
+    CStreamControl control;
+    EXPECT_TRUE(control.FlowsAt(0));
+    control.RequestStop(StreamRequest{5, 0});
+    EXPECT_TRUE(control.FlowsAt(4));
+    EXPECT_FALSE(control.FlowsAt(5));
+    control.RequestStart(StreamRequest{7, 0});
+    EXPECT_FALSE(control.FlowsAt(6));
+    EXPECT_TRUE(control.FlowsAt(7));
+    // A start goes before a stop of the same time.
+    control.RequestStart(StreamRequest{5, 0});
+    EXPECT_FALSE(control.FlowsAt(9));
+    control.SetFlowing(false);
+    control.RequestStart(StreamRequest{5, 0});
+    EXPECT_FALSE(control.FlowsAt(4));
+    EXPECT_TRUE(control.FlowsAt(5));
+}
+
 }  // namespace

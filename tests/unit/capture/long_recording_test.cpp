@@ -81,7 +81,10 @@ TEST_F(LongRecording, HoldsEverySampleThatTheDeviceGaveOnceAndInItsPlace) {
     std::ifstream take = Open(kTake, kWavHeader), heard = Open(kHeard, kWavHeader + begin);
     for (std::uint64_t at = 0; at < size; at += kSecond_bytes) {
         const std::string recorded = Read(&take, kSecond_bytes);
-        ASSERT_EQ(recorded == Read(&heard, recorded.size()), true) << "after " << at << " bytes";
+        const std::string wanted = Read(&heard, recorded.size());
+        const auto differs = std::mismatch(recorded.begin(), recorded.end(), wanted.begin(), wanted.end());
+        ASSERT_EQ(differs.first - recorded.begin(), static_cast<std::ptrdiff_t>(recorded.size()))
+            << "after " << at << " bytes of " << size << "; heard were " << wanted.size();
     }
     RecordProperty("compared_bytes", std::to_string(size));
 }

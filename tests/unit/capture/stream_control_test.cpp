@@ -144,4 +144,22 @@ TEST_F(StreamControl, TheGraphsPositionIsTheHandsetsTimeSinceItRan) {
     rig_.control->Stop();
 }
 
+// As the radio stops: a start long past, and a stop at the position that it asked for a moment before.
+TEST_F(StreamControl, AStartOfAStreamThatFlowsDoesNotUndoAStopThatIsAMomentOld) {
+    ASSERT_EQ(rig_.control->Run(), S_OK);
+    test::LetPass(200);
+    REFERENCE_TIME start = 0;
+    REFERENCE_TIME stop = 0;
+    ASSERT_EQ(rig_.seeking->GetCurrentPosition(&stop), S_OK);
+    test::LetPass(20);
+    ASSERT_EQ(rig_.builder->ControlStream(&PIN_CATEGORY_CAPTURE, &MEDIATYPE_Audio, rig_.capture.Get(), &start,
+                                          &stop, 0, 0),
+              S_OK);
+    EXPECT_EQ(Flags(), static_cast<DWORD>(AM_STREAM_INFO_DISCARDING));
+    const std::size_t size = test::Bytes(Host(kWav)).size();
+    test::LetPass(200);
+    EXPECT_EQ(test::Bytes(Host(kWav)).size(), size);
+    rig_.control->Stop();
+}
+
 }  // namespace
