@@ -83,7 +83,7 @@ TEST_P(ManyRecordings, InARowLeaveNoThreadBehindAndTheSameFewHandlesEach) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Names, ManyRecordings,
-                         testing::Values(Naming{"Automatic", 0, 8}, Naming{"Defined", 1, 5}),
+                         testing::Values(Naming{"Automatic", 0, 6}, Naming{"Defined", 1, 5}),
                          [](const testing::TestParamInfo<Naming>& row) { return row.param.name; });
 
 }  // namespace
