@@ -46,7 +46,8 @@ class Day : public test::RadioTest {
         NewCalls();
     }
     static bool IsClockwork(const std::string& line) {
-        for (const char* start : {"FM: Signal =", "FM: SystemIdleTimerReset", "FM: SleepTimer:"}) {
+        for (const char* start :
+             {"FM: Signal =", "FM: SystemIdleTimerReset", "FM: SleepTimer:", "FM: disk space"}) {
             if (line.rfind(start, 0) == 0) return true;
         }
         return line.empty();
@@ -193,6 +194,37 @@ TEST_F(Day, FromTheFirstStationToThePulledHeadset) {
     ASSERT_NO_FATAL_FAILURE(AnHourInTheDark(radio));
     ASSERT_NO_FATAL_FAILURE(EveningSleepTimer(radio));
     ASSERT_NO_FATAL_FAILURE(HeadsetPulled(radio));
+}
+
+// The call is answered and ends while the radio still says where the recording lies.
+TEST_F(Day, ACallEndsARecordingAndTheRadioComesBackAfterIt) {
+    SetClockRate(10);
+    handset.WriteBand(Band(60));
+    Radio radio(handset, L"-Rec -Channel 9850");
+    radio.WaitUntilShown();
+    radio.Tap(28, 251);
+    ASSERT_TRUE(WaitFor([&] { return Count(test::Lines(handset.Trace()), "FM: disk space") >= 10; }));
+    Forget();
+    Phone(kIncoming);
+    const HWND box = radio.WaitForBox(L"FM");
+    ASSERT_NE(box, nullptr);
+    const std::wstring file = L"\\My Documents\\My Music\\98.5-0000.amr";
+    EXPECT_THAT(Radio::BoxText(box), testing::HasSubstr(file));
+    Phone(kTalking);
+    PassHandsetTime(120);
+    Radio::Answer(box, IDOK);
+    ASSERT_TRUE(WaitFor([&] { return radio.Box(L"FM") == nullptr && IsWindowVisible(radio.ListView()); }));
+    Phone(0);
+    ASSERT_TRUE(WaitForCommands(4));
+    EXPECT_THAT(NewTrace(),
+                ElementsAre("FM: 1.dwRegKeyMask & SN_PHONEINCOMINGCALL_BITMASK",
+                            "FM: Mute Sound................m_BTInUse: 0", "[FM_EnCoder]iIndex : 0",
+                            "FM: stop_record: bByPreRecord = 0", "***WA_INACTIVE***",
+                            "===WA_ACTIVE : 1===", "FM: 3.(dwRegKeyMask & SN_PHONECALLTALKING_BITMASK)",
+                            "FM: UnMute Sound................m_BTInUse: 0"));
+    EXPECT_THAT(NewCalls(),
+                ElementsAre("SetMute 1 -> 0", "SetMute 1 -> 0", "SetMute 0 -> 0", "SetMute 0 -> 0"));
+    EXPECT_TRUE(radio.Runs());
 }
 
 }  // namespace
