@@ -1,7 +1,8 @@
 # ./kora test --heap|--trap [NAME]: the tests of the radio and the handset in surroundings that notice more than a
 # result that is wrong. Sourced by kora after test.sh.
 
-# Wine's checks of a heap: tails, freed blocks, arguments, and all of it at every call (FLG_HEAP_…).
+# Wine's checks of a heap: tails, freed blocks, arguments, and all of it at every call (FLG_HEAP_…). Wine looks at tails
+# and freed blocks only with the last of these, slow as it is.
 KORA_HEAP_FLAGS=0xf0
 KORA_HEAP_SETTING='HKLM\System\CurrentControlSet\Control\Session Manager'
 

@@ -68,7 +68,11 @@ $(cat "$KORA_HOME/stop.log")"
     fi
 }
 
-kora_stop_quietly() { [ -x "$KORA_WINE" ] && [ -d "$WINEPREFIX" ] && wineserver_run -k 2>/dev/null; display_stop; return 0; }
+# Also when nothing runs, which Wine's server calls a failure.
+kora_stop_quietly() {
+    if [ -x "$KORA_WINE" ] && [ -d "$WINEPREFIX" ]; then wineserver_run -k 2>/dev/null || true; fi
+    display_stop
+}
 
 kora_handset() {
     programs_present

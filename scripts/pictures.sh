@@ -165,11 +165,9 @@ pictures_messages() {
     handset_do reg set "$settings" EnableMute dword 0
     radio_off
     handset_do headset off
-    handset_exe start >>"$KORA_HOME/pictures.log" 2>&1 </dev/null &
-    sleep 2
+    radio_on
     picture no-headset 240x110+0+105
     handset_do key return
-    wait $! || true
     handset_do headset on
     join messages weak.png no-headset.png
 }
