@@ -5,7 +5,7 @@
 lane_use() {
     export KORA_HOME=$KORA_LANES_HOME/lane-$1 DISPLAY=
     export WINEPREFIX=$KORA_HOME/prefix
-    if [ -f "$KORA_HOME/display" ]; then export DISPLAY=:$(cut -d' ' -f1 "$KORA_HOME/display"); fi
+    if [ -f "$KORA_HOME/display" ]; then DISPLAY=:$(cut -d' ' -f1 "$KORA_HOME/display"); fi
 }
 
 # lanes_open COUNT: makes them ready, below KORA_HOME.
