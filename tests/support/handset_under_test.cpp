@@ -35,6 +35,16 @@ void SetValue(const std::wstring& path, const wchar_t* value, DWORD type, const 
     RegCloseKey(key);
 }
 
+// False while somebody holds one of its files. The library throws then, whether it is given an error code or not.
+bool RemoveFolder(const std::wstring& folder) {
+    try {
+        std::filesystem::remove_all(folder);
+        return true;
+    } catch (const std::filesystem::filesystem_error&) {
+        return false;
+    }
+}
+
 std::size_t Bytes(const std::wstring& text) {
     return (text.size() + 1) * sizeof(wchar_t);
 }
@@ -102,11 +112,7 @@ HandsetUnderTest::HandsetUnderTest() {
     m_root = m_home + L"\\device";
     m_stateKey = L"Software\\Kora Test " + mark;
     // A radio that was ended a moment ago may still hold its files.
-    EXPECT_TRUE(WaitFor([this] {
-        std::error_code error;
-        std::filesystem::remove_all(m_home, error);
-        return !error;
-    }));
+    EXPECT_TRUE(WaitFor([this] { return RemoveFolder(m_home); }));
     std::filesystem::create_directories(m_root);
     RegDeleteTreeW(HKEY_CURRENT_USER, m_stateKey.c_str());
     SetEnvironmentVariableW(L"KORA_STATEKEY", m_stateKey.c_str());
@@ -134,8 +140,7 @@ void HandsetUnderTest::LookForComplaints() const {
 HandsetUnderTest::~HandsetUnderTest() {
     LookForComplaints();
     RegDeleteTreeW(HKEY_CURRENT_USER, m_stateKey.c_str());
-    std::error_code ignored;
-    std::filesystem::remove_all(m_home, ignored);
+    RemoveFolder(m_home);
     SetEnvironmentVariableW(L"KORA_STATEKEY", nullptr);
     SetEnvironmentVariableW(L"KORA_DEVICEROOT", nullptr);
 }
