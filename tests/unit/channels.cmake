@@ -4,6 +4,7 @@ kora_test(test_channels APP
         channels/channels_test.cpp
         channels/groups_test.cpp
         channels/import_test.cpp
+        channels/list_colours_test.cpp
         channels/list_edges_test.cpp
         channels/lists_test.cpp
         channels/lookup_test.cpp
