@@ -1,12 +1,14 @@
 // Runs the measurements and prints the table. An argument shortens the time at rest: kora_bench 10.
 // kora_bench --soak [HOURS] lets the radio live for so many handset hours instead; kora_bench --recording
-// measures recording alone.
+// measures recording alone; kora_bench --faults [HOURS [SEED]] lets everything go wrong.
 #include <windows.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <random>
 
+#include "tests/bench/faults.h"
 #include "tests/bench/measure.h"
 #include "tests/bench/soak.h"
 #include "tests/support/handset_under_test.h"
@@ -15,6 +17,7 @@ namespace {
 
 constexpr unsigned kRest_s = 60;
 constexpr double kSoak_h = 100;
+constexpr double kFaults_h = 24;
 constexpr long kRoundsAnHour = 1000;
 
 void Add(std::vector<bench::Row>& table, const std::vector<bench::Row>& rows) {
@@ -27,6 +30,12 @@ int main(int count, char** arguments) {
     if (count > 1 && std::strcmp(arguments[1], "--soak") == 0) {
         const double hours = count > 2 ? std::atof(arguments[2]) : kSoak_h;
         return bench::RunSoak(hours, static_cast<long>(hours * kRoundsAnHour));
+    }
+    if (count > 1 && std::strcmp(arguments[1], "--faults") == 0) {
+        const double hours = count > 2 ? std::atof(arguments[2]) : kFaults_h;
+        const unsigned seed = count > 3 ? static_cast<unsigned>(std::strtoul(arguments[3], nullptr, 10))
+                                        : std::random_device()();
+        return bench::RunFaults(hours, seed);
     }
     const bool recordingAlone = count > 1 && std::strcmp(arguments[1], "--recording") == 0;
     const unsigned rest = count > 1 ? static_cast<unsigned>(std::atoi(arguments[1])) : kRest_s;

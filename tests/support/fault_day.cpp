@@ -1,0 +1,228 @@
+#include "tests/support/fault_day.h"
+
+#include <tlhelp32.h>
+
+#include <cstdio>
+
+#include "tests/support/wait.h"
+
+namespace test {
+namespace {
+
+constexpr wchar_t kSettings[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
+constexpr wchar_t kPhone[] = L"HKLM\\System\\State\\Phone";
+constexpr DWORD kAnswer_ms = 20000;
+constexpr DWORD kStart_ms = 8000;
+constexpr DWORD kPatience_ms = 1500;
+constexpr DWORD kDialog_ms = 3000;
+constexpr DWORD kKilled = 99;
+
+std::vector<DWORD> ProcessesOf(const std::wstring& program) {
+    std::vector<DWORD> found;
+    const HANDLE all = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry = {};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32FirstW(all, &entry); more; more = Process32NextW(all, &entry)) {
+        const HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, entry.th32ProcessID);
+        WCHAR image[MAX_PATH * 2] = L"";
+        DWORD size = MAX_PATH * 2, code = 0;
+        const bool runs = GetExitCodeProcess(process, &code) && code == STILL_ACTIVE;
+        if (runs && QueryFullProcessImageNameW(process, 0, image, &size) &&
+            _wcsicmp(image, program.c_str()) == 0)
+            found.push_back(entry.th32ProcessID);
+        CloseHandle(process);
+    }
+    CloseHandle(all);
+    return found;
+}
+
+bool HasMainWindow(DWORD id) {
+    for (HWND window = nullptr; (window = FindWindowExW(nullptr, window, L"Kora", nullptr)) != nullptr;) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        if (owner == id) return true;
+    }
+    return false;
+}
+
+void Handset(const wchar_t* arguments) {
+    RunProgram(L"handset.exe", arguments);
+}
+
+}  // namespace
+
+FaultDay::FaultDay(HandsetUnderTest& handset, unsigned seed)
+    : m_handset(handset), m_random(seed), m_service(std::make_unique<ServiceProcess>(handset)) {
+    for (const wchar_t* setting : {L"EnableMute", L"EnableRDSPSPTY", L"EnableAFAutoSwitch"})
+        m_handset.SetRegistry(kSettings, setting, 1u);
+    ChangeSignal();
+}
+
+const std::vector<FaultDay::Event>& FaultDay::Events() {
+    static const std::vector<Event> kEvents = {
+        {8, &FaultDay::ChangeSignal},  {3, &FaultDay::ChangeCall},    {5, &FaultDay::Tune},
+        {4, &FaultDay::Seek},          {3, &FaultDay::ToggleDisplay}, {3, &FaultDay::ToggleActivation},
+        {1, &FaultDay::ToggleHeadset}, {2, &FaultDay::ToggleCard},    {2, &FaultDay::ToggleSpace},
+        {2, &FaultDay::ChangeFaults},  {3, &FaultDay::ClearFaults},   {2, &FaultDay::ChangeRecordSettings},
+        {6, &FaultDay::TapRecord},     {2, &FaultDay::Scan},          {2, &FaultDay::Book},
+        {1, &FaultDay::SleepAndWake},  {1, &FaultDay::KillRadio},     {1, &FaultDay::KillService},
+        {1, &FaultDay::CloseRadio}};
+    return kEvents;
+}
+
+void FaultDay::LiveFor(double hours, std::uint32_t clockRate) {
+    const auto length_ms = static_cast<ULONGLONG>(hours * 3600 * 1000 / clockRate);
+    const ULONGLONG end = GetTickCount64() + length_ms;
+    while (GetTickCount64() < end) {
+        Step();
+        const ULONGLONG next = GetTickCount64() + 20 + Below(400);
+        WaitFor([&] { return GetTickCount64() >= next; });
+    }
+}
+
+void FaultDay::Step() {
+    Look();
+    if (m_radio == nullptr || m_radio->Window() == nullptr) {
+        // Its user sees to it, sooner or later.
+        if (m_radio != nullptr) AnswerBoxes();
+        if (Toss()) MendStart();
+        if (Below(20) == 0) EndLeftBehind();
+        return;
+    }
+    AnswerBoxes();
+    unsigned sum = 0;
+    for (const Event& event : Events()) sum += event.weight;
+    unsigned at = Below(sum);
+    ++m_figures.events;
+    for (const Event& event : Events()) {
+        if (at < event.weight) return (this->*event.happen)();
+        at -= event.weight;
+    }
+}
+
+void FaultDay::End() {
+    ClearFaults();
+    m_mayCrash = m_mayCrashNow = false;
+    m_handset.SetRegistry(kPhone, L"Status", 0u);
+    if (!m_headset) ToggleHeadset();
+    if (!m_card) ToggleCard();
+    if (!m_space) ToggleSpace();
+    Handset(L"power on");
+    m_service->Kill();
+    EndLeftBehind();
+    Look();
+    if (m_radio == nullptr) return;
+    PostMessageW(m_radio->Window(), WM_CLOSE, 0, 0);
+    if (!WaitFor(
+            [this] {
+                AnswerBoxes();
+                return !m_radio->Runs();
+            },
+            kAnswer_ms)) {
+        m_complaints.push_back("the last radio did not close");
+        KillRadio();
+        return;
+    }
+    NoteEnd();
+    m_radio.reset();
+}
+
+void FaultDay::Look() {
+    if (m_radio != nullptr && !m_radio->Runs()) {
+        NoteEnd();
+        m_radio.reset();
+    }
+    if (m_radio != nullptr) return ExpectAnswer();
+    m_active = true;
+    m_mayCrash = m_mayCrashNow;
+    ++m_figures.radios;
+    if (const HWND window = FindWindowW(L"Kora", nullptr)) {
+        m_radio = std::make_unique<Radio>(window);
+        ++m_figures.bookedStarts;
+        return;
+    }
+    m_radio = std::make_unique<Radio>(m_handset);
+    // One that ends at once, for want of a tuner or of a headset, is looked at the next time.
+    const auto settled = [this] {
+        AnswerBoxes();
+        return !m_radio->Runs() || (m_radio->Window() != nullptr && IsWindowVisible(m_radio->Window()));
+    };
+    if (!WaitFor(settled, kDialog_ms)) {
+        // The phone may have fallen asleep.
+        Handset(L"power on");
+        WaitFor(settled, kAnswer_ms);
+    }
+    if (m_radio->Runs() && m_radio->Window() == nullptr) {
+        m_complaints.push_back("a radio showed no window");
+        KillRadio();
+    }
+}
+
+void FaultDay::NoteEnd() {
+    if (m_radio->Process() == nullptr) return;
+    const DWORD code = m_radio->ExitCode();
+    if (code == 0) return;
+    if (m_mayCrash) {
+        ++m_figures.crashes;
+        return;
+    }
+    char text[64];
+    std::snprintf(text, sizeof text, "a radio ended with 0x%lx", code);
+    m_complaints.push_back(text);
+}
+
+void FaultDay::ExpectAnswer() {
+    const auto answers = [this](DWORD within_ms) {
+        const HWND window = m_radio->Window();
+        DWORD_PTR answer = 0;
+        return window == nullptr ||
+               SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, within_ms, &answer) != 0 ||
+               !m_radio->Runs();
+    };
+    if (answers(kPatience_ms)) return;
+    // A phone whose display went dark falls asleep when a fault keeps its radio from holding it awake.
+    Handset(L"power on");
+    ++m_figures.sleeps;
+    if (answers(kAnswer_ms)) return;
+    // One whose exception the host passed over may have been stopped in the middle of anything.
+    if (m_mayCrash) {
+        ++m_figures.crashes;
+    } else {
+        m_complaints.push_back("a radio did not answer");
+    }
+    KillRadio();
+}
+
+// With yes where that is asked.
+void FaultDay::AnswerBoxes() {
+    if (const HWND box = m_radio->Box(nullptr)) {
+        for (const int button : {IDYES, IDOK}) Radio::Answer(box, button);
+    }
+}
+
+// Device differs: there a program ends with an exception that nobody handles. The host passes over one in a
+// window procedure, and a radio whose window was going then stays without a window.
+void FaultDay::EndLeftBehind() {
+    const std::wstring program = m_handset.DevicePath(L"\\Windows\\UI.exe");
+    for (const DWORD id : ProcessesOf(program)) {
+        if (HasMainWindow(id)) continue;
+        const HANDLE process = OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, id);
+        // It may be about to end, or to show its window.
+        const bool stays = WaitForSingleObject(process, kStart_ms) == WAIT_TIMEOUT && !HasMainWindow(id);
+        if (stays) {
+            TerminateProcess(process, kKilled);
+            WaitForSingleObject(process, kAnswer_ms);
+            ++m_figures.leftBehind;
+            if (!m_everCrashed) m_complaints.push_back("a radio stayed without a window");
+            if (m_radio != nullptr && m_radio->ProcessId() == id) m_radio.reset();
+        }
+        CloseHandle(process);
+    }
+}
+
+void FaultDay::MendStart() {
+    ClearFaults();
+    if (!m_headset) ToggleHeadset();
+}
+
+}  // namespace test

@@ -1,0 +1,92 @@
+// A handset's life in which everything happens at random moments: what its user does, and what goes wrong.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "tests/support/handset_under_test.h"
+#include "tests/support/radio.h"
+#include "tests/support/service_process.h"
+
+namespace test {
+
+// How often what was done.
+struct FaultFigures {
+    int events = 0, faults = 0, calls = 0, sleeps = 0, bookings = 0, bookedStarts = 0, recordings = 0,
+        scans = 0;
+    int radios = 0, kills = 0, crashes = 0, leftBehind = 0, services = 0;
+};
+
+class FaultDay {
+  public:
+    // The same seed makes the same choices. Radios run at the handset's clock rate.
+    FaultDay(HandsetUnderTest& handset, unsigned seed);
+    FaultDay(const FaultDay&) = delete;
+    FaultDay& operator=(const FaultDay&) = delete;
+
+    void LiveFor(double hours, std::uint32_t clockRate);
+    // Faults are taken away, calls end, and the radio that runs is closed by its user.
+    void End();
+    const FaultFigures& Figures() const { return m_figures; }
+    // What a radio did that neither its user nor a fault explains; empty when all is well.
+    const std::vector<std::string>& Complaints() const { return m_complaints; }
+
+  private:
+    struct Event {
+        unsigned weight;
+        void (FaultDay::*happen)();
+    };
+    static const std::vector<Event>& Events();
+
+    // The radio that runs, started or found; what became of the last one is noted.
+    void Look();
+    void NoteEnd();
+    void AnswerBoxes();
+    void ExpectAnswer();
+    void Step();
+
+    void ChangeSignal();
+    void ChangeCall();
+    void Tune();
+    void Seek();
+    void ToggleDisplay();
+    void ToggleActivation();
+    void ToggleHeadset();
+    void ToggleCard();
+    void ToggleSpace();
+    void ChangeFaults();
+    void ClearFaults();
+    // What keeps a radio from starting is taken away.
+    void MendStart();
+    // Radios without a window that do not end.
+    void EndLeftBehind();
+    void ChangeRecordSettings();
+    void TapRecord();
+    void Scan();
+    void Book();
+    void SleepAndWake();
+    void KillRadio();
+    void KillService();
+    void CloseRadio();
+
+    unsigned Below(unsigned end) { return std::uniform_int_distribution<unsigned>(0, end - 1)(m_random); }
+    bool Toss() { return Below(2) == 0; }
+
+    HandsetUnderTest& m_handset;
+    std::mt19937 m_random;
+    std::unique_ptr<ServiceProcess> m_service;
+    std::unique_ptr<Radio> m_radio;
+    FaultFigures m_figures;
+    std::vector<std::string> m_complaints;
+    bool m_active = true, m_headset = true, m_card = true, m_space = true;
+    bool m_mayCrash = false;  // a fault that ends a process was there in this radio's life
+    bool m_mayCrashNow = false;
+    bool m_everCrashed = false;
+    int m_names = 0;
+};
+
+}  // namespace test

@@ -1,0 +1,187 @@
+// What happens in the day: what its user does, and what goes wrong.
+#include "resources/resource_ids.h"
+#include "tests/support/fault_day.h"
+#include "tests/support/hand.h"
+#include "tests/support/remote_list.h"
+#include "tests/support/wait.h"
+
+namespace test {
+namespace {
+
+constexpr wchar_t kSettings[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
+constexpr DWORD kDialog_ms = 3000;
+constexpr DWORD kKilled = 99;
+constexpr wchar_t kPhone[] = L"HKLM\\System\\State\\Phone";
+constexpr const char* kChannels[] = {"87.6", "98.5", "101.1", "107.9"};
+constexpr const char* kDigits[] = {"876", "985", "1011", "1079"};
+constexpr int kMostBookings = 40;
+
+// clang-format off
+constexpr const wchar_t* kFaults[] = {
+    L"initialize", L"create", L"seek", L"msgqueue", L"power-notify", L"registry-rights", L"database-write",
+};
+constexpr const wchar_t* kOperations[] = {
+    L"GetVolume", L"GetChannel", L"SetChannel", L"SetSpeaker", L"SetMute",    L"SetVolume",  L"SeekNext",   L"SeekPrev",
+    L"GetSignal", L"GetRDSData", L"GetStereo",  L"GetAFCount", L"GetAFItem",  L"GetRDSInfo", L"GetPTYText",
+};
+// clang-format on
+
+std::string Band(const unsigned (&levels)[4]) {
+    std::string band = "[band]\nwrap=1\n";
+    for (std::size_t i = 0; i < 4; ++i) {
+        static constexpr const char* kStations[] = {"8760", "9850", "10110", "10790"};
+        band +=
+            "[" + std::string(kStations[i]) + "]\nlevel=" + std::to_string(levels[i]) +
+            "\nstereo=1\nps=KORA " + std::to_string(i) +
+            "\npty=News\nrt=Good morning\naf=98.5 101.1\nprogramme=tone:" + std::to_string(330 + 110 * i) +
+            "\n";
+    }
+    return band;
+}
+
+}  // namespace
+
+void FaultDay::ChangeSignal() {
+    const auto level = [this] { return Toss() ? Below(16) : 16 + Below(60); };
+    m_handset.WriteBand(Band({level(), level(), level(), level()}));
+}
+
+void FaultDay::ChangeCall() {
+    static constexpr std::uint32_t kStates[] = {0, 0, 0, 0x00010000, 0x00020000, 0x20000000};
+    if (Toss()) {
+        m_handset.SetRegistry(kPhone, L"Caller Number", L"+49 30 1234");
+    } else {
+        m_handset.DeleteRegistry(kPhone, L"Caller Number");
+    }
+    m_handset.SetRegistry(kPhone, L"Status", kStates[Below(std::size(kStates))]);
+    ++m_figures.calls;
+}
+
+void FaultDay::Tune() {
+    m_radio->Type(kDigits[Below(std::size(kDigits))]);
+}
+
+void FaultDay::Seek() {
+    m_radio->Tap(Toss() ? 60 : 170, 250);
+}
+
+void FaultDay::ToggleDisplay() {
+    m_radio->Key(VK_RETURN);
+}
+
+void FaultDay::ToggleActivation() {
+    m_active = !m_active;
+    PostMessageW(m_radio->Window(), WM_ACTIVATE, m_active ? WA_ACTIVE : WA_INACTIVE, 0);
+}
+
+void FaultDay::ToggleHeadset() {
+    m_headset = !m_headset;
+    m_handset.PlugHeadset(m_headset);
+}
+
+void FaultDay::ToggleCard() {
+    m_card = !m_card;
+    m_handset.SetState(L"StorageCard", m_card ? 1u : 0u);
+}
+
+void FaultDay::ToggleSpace() {
+    m_space = !m_space;
+    if (m_space) {
+        m_handset.DeleteState(L"ObjectStoreFree");
+    } else {
+        m_handset.SetState(L"ObjectStoreFree", 999999);
+    }
+}
+
+void FaultDay::ChangeFaults() {
+    const bool crash = Below(3) == 0;
+    m_handset.SetState(L"Fault", crash ? L"crash:" + std::wstring(kOperations[Below(std::size(kOperations))])
+                                       : std::wstring(kFaults[Below(std::size(kFaults))]));
+    m_mayCrashNow = crash;
+    m_mayCrash = m_mayCrash || crash;
+    m_everCrashed = m_everCrashed || crash;
+    ++m_figures.faults;
+}
+
+void FaultDay::ClearFaults() {
+    m_handset.DeleteState(L"Fault");
+    m_mayCrashNow = false;
+}
+
+void FaultDay::ChangeRecordSettings() {
+    m_handset.SetRegistry(kSettings, L"RecordAudioType", Below(3));
+    const bool named = Below(3) == 0;
+    m_handset.SetRegistry(kSettings, L"SaveFileType", named ? 1u : 0u);
+    if (named)
+        m_handset.SetRegistry(kSettings, L"DefineFileName",
+                              L"\\Storage Card\\Take " + std::to_wstring(++m_names) + L".");
+}
+
+void FaultDay::TapRecord() {
+    m_radio->Tap(28, 251);
+    ++m_figures.recordings;
+}
+
+void FaultDay::Scan() {
+    m_radio->Command(IDC_AUTOSCAN);
+    ++m_figures.scans;
+}
+
+void FaultDay::Book() {
+    if (m_figures.bookings >= kMostBookings) return;
+    // Under a phone that falls asleep the dialog would hold its user's hand as well.
+    RunProgram(L"handset.exe", L"power on");
+    m_radio->Command(IDC_SCHEDULE);
+    HWND dialog = nullptr;
+    WaitFor(
+        [&] {
+            dialog = m_radio->Box(nullptr);
+            return !m_radio->Runs() || (dialog != nullptr && IsWindowVisible(dialog));
+        },
+        kDialog_ms);
+    const HWND list = dialog == nullptr ? nullptr : GetDlgItem(dialog, IDC_SCHEDULE_LIST);
+    if (list == nullptr) return;
+    const int before = RowCount(list);
+    const char* channel = kChannels[Below(std::size(kChannels))];
+    TypeInto(dialog, IDC_SCHEDULE_CHANNEL,
+             std::wstring(channel, channel + std::char_traits<char>::length(channel)));
+    const int start_min = 2 + static_cast<int>(Below(6));
+    StepMinutes(GetDlgItem(dialog, IDC_SCHEDULE_START), start_min);
+    StepMinutes(GetDlgItem(dialog, IDC_SCHEDULE_END), start_min + 1 + static_cast<int>(Below(8)));
+    PressButton(dialog, IDC_SCHEDULE_ADD);
+    WaitFor([&] { return !IsWindow(list) || RowCount(list) > before || m_radio->Box(nullptr) != dialog; },
+            kDialog_ms);
+    if (IsWindow(list) && RowCount(list) > before) ++m_figures.bookings;
+    WaitFor(
+        [&] {
+            AnswerBoxes();
+            return !IsWindow(dialog);
+        },
+        kDialog_ms);
+}
+
+void FaultDay::SleepAndWake() {
+    static constexpr const wchar_t* kWakers[] = {L"power on", L"power key", L"call incoming"};
+    RunProgram(L"handset.exe", L"power suspend");
+    RunProgram(L"handset.exe", kWakers[Below(std::size(kWakers))]);
+    ++m_figures.sleeps;
+}
+
+void FaultDay::KillRadio() {
+    TerminateProcess(m_radio->Process(), kKilled);
+    m_radio->WaitUntilGone();
+    m_radio.reset();
+    ++m_figures.kills;
+}
+
+void FaultDay::KillService() {
+    m_service->Kill();
+    m_service = std::make_unique<ServiceProcess>(m_handset);
+    ++m_figures.services;
+}
+
+void FaultDay::CloseRadio() {
+    m_radio->Command(static_cast<WORD>(IDC_EXIT));
+}
+
+}  // namespace test

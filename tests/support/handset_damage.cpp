@@ -1,0 +1,129 @@
+#include "tests/support/handset_damage.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <set>
+
+#include "tests/support/host_tool.h"
+
+namespace test {
+namespace {
+
+constexpr wchar_t kVolume[] = L"\\KORA.vol";
+constexpr wchar_t kEntries[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
+constexpr wchar_t kNotifications[] = L"HKLM\\System\\Notifications";
+constexpr std::size_t kShortestName = 20;
+constexpr int kLowest_10kHz = 8750, kHighest_10kHz = 10800;
+// Before the first sound a file holds at most this, and of a file that was cut off the last second may be
+// lost.
+constexpr double kHeads_bytes = 2048;
+constexpr double kLost_s = 1;
+constexpr double kAmr_bytes_s = 1600;  // 12.2 kbit/s: 32 bytes, 50 times a second
+
+std::string Narrow(const std::wstring& text) {
+    return std::string(text.begin(), text.end());
+}
+
+std::vector<std::string> Parts(const std::string& line, char separator) {
+    std::vector<std::string> parts(1);
+    for (const char c : line) {
+        if (c == separator) {
+            parts.emplace_back();
+        } else {
+            parts.back() += c;
+        }
+    }
+    return parts;
+}
+
+void LookAtChannels(const HandsetUnderTest& handset, Kept& kept) {
+    const std::string sound =
+        RunOnHost("sqlite3 " + HostPath(handset.DevicePath(kVolume)) + " 'pragma integrity_check'");
+    if (sound != "ok\n") kept.damage.push_back("the volume: " + sound);
+    std::string printed;
+    if (RunProgram(L"channel_dump.exe", L"", &printed) != 0) kept.damage.push_back("the volume: " + printed);
+    std::set<std::string> groups;
+    for (const std::string& line : Lines(printed)) {
+        if (line.rfind("G ", 0) == 0) {
+            groups.insert(line.substr(2));
+            continue;
+        }
+        const auto parts = Parts(line.substr(2), '|');
+        const int value = parts.size() == 4 ? std::atoi(parts[2].c_str()) : 0;
+        if (value < kLowest_10kHz || value > kHighest_10kHz || parts[1].empty() ||
+            groups.count(parts[0]) == 0)
+            kept.damage.push_back("a channel: " + line);
+        ++kept.channels;
+    }
+    kept.groups = static_cast<int>(groups.size());
+}
+
+void LookAtBookings(const HandsetUnderTest& handset, Kept& kept) {
+    std::set<std::wstring> entries, notifications;
+    for (const std::wstring& name : handset.RegistrySubkeys(kEntries)) {
+        if (name.size() >= kShortestName) entries.insert(name);
+    }
+    for (const std::wstring& name : handset.RegistrySubkeys(kNotifications)) notifications.insert(name);
+    if (entries != notifications) {
+        kept.damage.push_back(std::to_string(entries.size()) + " entries and " +
+                              std::to_string(notifications.size()) + " notifications of other names");
+    }
+    for (const std::wstring& name : entries) {
+        for (const wchar_t* value : {L"Channel", L"StartTime", L"EndTime", L"Week"}) {
+            if (handset.RegistryText(kEntries + (L"\\" + name), value).empty())
+                kept.damage.push_back("a booking without its " + Narrow(value));
+        }
+    }
+    std::string schedule;
+    RunProgram(L"handset.exe", L"schedule", &schedule);
+    if (schedule.find("cannot be read") != std::string::npos) kept.damage.push_back(schedule);
+    kept.bookings = static_cast<int>(notifications.size());
+}
+
+void LookAtRecording(const std::filesystem::path& path, Kept& kept) {
+    const SoundFile sound = ProbeSound(path.wstring());
+    const bool amr = path.extension() == L".amr";
+    const double rate_bytes_s = amr ? kAmr_bytes_s : 2.0 * sound.rate_Hz * sound.channels;
+    const auto size = static_cast<double>(std::filesystem::file_size(path));
+    const auto name = [&] { return "recording " + Narrow(path.filename().wstring()); };
+    if (sound.codec.empty()) {
+        // One that was ended before the first sound was written.
+        if (size > kHeads_bytes + kAmr_bytes_s)
+            kept.damage.push_back(name() + " of " + std::to_string(size) + " bytes");
+        return;
+    }
+    if (!sound.complaints.empty()) kept.damage.push_back(name() + ": " + sound.complaints);
+    const double length_s =
+        static_cast<double>(DecodeSound(path.wstring(), Channels::kMean).size()) / sound.rate_Hz;
+    // A fragment costs some hundred bytes beside its half second of frames.
+    const double written_s = (size - kHeads_bytes) / rate_bytes_s * (amr ? 0.8 : 1);
+    if (length_s < written_s - kLost_s) {
+        kept.damage.push_back(name() + " plays " + std::to_string(length_s) + " s of " +
+                              std::to_string(written_s));
+    }
+    kept.recorded_s += length_s;
+}
+
+void LookAtRecordings(const HandsetUnderTest& handset, Kept& kept) {
+    std::vector<std::filesystem::path> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(handset.Root())) {
+        const auto extension = entry.path().extension();
+        if (entry.is_regular_file() && (extension == L".amr" || extension == L".wav"))
+            files.push_back(entry.path());
+    }
+    for (const auto& file : files) LookAtRecording(file, kept);
+    kept.recordings = static_cast<int>(files.size());
+}
+
+}  // namespace
+
+Kept LookAtWhatIsKept(const HandsetUnderTest& handset) {
+    Kept kept;
+    LookAtChannels(handset, kept);
+    LookAtBookings(handset, kept);
+    LookAtRecordings(handset, kept);
+    return kept;
+}
+
+}  // namespace test

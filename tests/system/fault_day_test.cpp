@@ -1,0 +1,48 @@
+// Everything that may go wrong, at random, for a while: what the user has stored is intact afterwards.
+// KORA_FAULT_HOURS makes it longer; `./kora bench --faults` is the long form.
+#include "tests/support/fault_day.h"
+
+#include <cstdlib>
+
+#include "tests/support/handset_damage.h"
+#include "tests/support/random_day.h"
+#include "tests/system/radio_test.h"
+
+namespace {
+
+using test::Radio;
+
+constexpr std::uint32_t kClockRate = 120;
+constexpr double kHours = 0.5;
+
+class Faults : public test::RadioTest {};
+
+TEST_F(Faults, LeaveTheChannelsTheBookingsAndEveryRecordingIntact) {
+    const char* const hours = std::getenv("KORA_FAULT_HOURS");
+    const char* const given = std::getenv("KORA_FAULT_SEED");
+    const unsigned seed = given != nullptr ? static_cast<unsigned>(std::atol(given)) : std::random_device()();
+    SCOPED_TRACE("KORA_FAULT_SEED=" + std::to_string(seed));
+    RecordProperty("seed", std::to_string(seed));
+    test::StoreFavourites(handset);
+    const int channels = test::LookAtWhatIsKept(handset).channels;
+    EXPECT_GT(channels, 0);
+    SetClockRate(kClockRate);
+    test::FaultDay day(handset, seed);
+    day.LiveFor(hours != nullptr ? std::atof(hours) : kHours, kClockRate);
+    day.End();
+    EXPECT_THAT(day.Complaints(), testing::IsEmpty());
+    EXPECT_GT(day.Figures().events, 20);
+
+    const test::Kept kept = test::LookAtWhatIsKept(handset);
+    EXPECT_THAT(kept.damage, testing::IsEmpty());
+    EXPECT_EQ(kept.bookings, day.Figures().bookings);
+
+    // And the radio starts as ever.
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    PostMessageW(radio.Window(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(radio.WaitUntilGone());
+    EXPECT_EQ(radio.ExitCode(), 0u);
+}
+
+}  // namespace
