@@ -33,7 +33,7 @@ PropRecord Record(const wchar_t* group, const wchar_t* name, DWORD value, const 
 
 LRESULT RecordedList::Send(void* list, UINT message, WPARAM wParam, LPARAM lParam) {
     auto& self = *static_cast<RecordedList*>(list);
-    SentMessage sent = {message, static_cast<long long>(wParam), 0, L""};
+    SentMessage sent = {message, static_cast<long long>(wParam), 0, {}};
     if (message == LVM_INSERTITEMW) {
         const auto& item = *reinterpret_cast<const LVITEMW*>(lParam);
         EXPECT_EQ(item.mask, 0x0Du);
