@@ -132,8 +132,8 @@ TEST_F(StartUp, AScheduledStartClosesTheRunningInstanceAndTakesItsPlace) {
     EXPECT_EQ(std::count(calls.begin(), release, "Initialize -> 0"), 1);
 }
 
-// The first radio keeps the phone awake, so "idle" is for it a second, darker kind of unattended: its power thread
-// hears of the change that the second one made.
+// The first radio keeps the phone awake, so "idle" is for it a second, darker kind of unattended: its power
+// thread hears of the change that the second one made.
 TEST_F(StartUp, AnUnattendedDeviceIsMadeIdleBeforeTheRunningInstanceIsClosed) {
     const auto unattended = [this] {
         return Count(test::Lines(handset.Trace()), "FM: Power ......unattended...");
@@ -146,7 +146,13 @@ TEST_F(StartUp, AnUnattendedDeviceIsMadeIdleBeforeTheRunningInstanceIsClosed) {
     Radio second(handset, L"-Rec");
     ASSERT_TRUE(first.WaitUntilGone());
     second.WaitUntilShown();
-    EXPECT_EQ(unattended(), 2);
+    // The second one in its turn is told of the state that it finds the phone in.
+    EXPECT_TRUE(WaitFor([&] { return unattended() == 3; }));
+    auto heardByFirst = test::Lines(handset.Trace());
+    const auto end = std::find(heardByFirst.begin(), heardByFirst.end(), "FM: ResumeThread: Before...");
+    ASSERT_NE(end, heardByFirst.end());
+    heardByFirst.erase(end, heardByFirst.end());
+    EXPECT_EQ(Count(heardByFirst, "FM: Power ......unattended..."), 2);
 }
 
 }  // namespace
