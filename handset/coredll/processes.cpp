@@ -10,6 +10,7 @@
 
 #include "handset/coredll/call_guard.h"
 #include "handset/coredll/device_path.h"
+#include "handset/state/process_start.h"
 
 namespace {
 
@@ -63,8 +64,8 @@ bool Start(const std::wstring& program, const std::wstring& arguments, DWORD fla
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = show;
-    return CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, flags, nullptr, nullptr,
-                          &startup, process) != FALSE;
+    return handset::StartProcess(program.c_str(), line.data(), nullptr, nullptr, FALSE, flags, nullptr,
+                                 nullptr, &startup, process) != FALSE;
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "handset/panel/radio_windows.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/power_manager.h"
+#include "handset/state/process_start.h"
 
 namespace panel {
 namespace {
@@ -86,8 +87,8 @@ RadioStart LaunchProgram(const std::wstring& devicePath, const std::wstring& com
     startup.hStdError = GetStdHandle(STD_ERROR_HANDLE);
     PROCESS_INFORMATION process = {};
     const std::wstring folder = program.substr(0, program.rfind(L'\\'));
-    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, folder.c_str(),
-                        &startup, &process)) {
+    if (!handset::StartProcess(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                               folder.c_str(), &startup, &process)) {
         start.fault = program + L" did not start (error " + std::to_wstring(GetLastError()) + L")";
         return start;
     }

@@ -8,6 +8,7 @@
 #include <regex>
 #include <sstream>
 
+#include "handset/state/process_start.h"
 #include "tests/support/wait.h"
 
 namespace test {
@@ -35,7 +36,8 @@ void SetValue(const std::wstring& path, const wchar_t* value, DWORD type, const 
     RegCloseKey(key);
 }
 
-// False while somebody holds one of its files. The library throws then, whether it is given an error code or not.
+// False while somebody holds one of its files. The library throws then, whether it is given an error code or
+// not.
 bool RemoveFolder(const std::wstring& folder) {
     try {
         std::filesystem::remove_all(folder);
@@ -93,8 +95,8 @@ DWORD RunProgram(const std::wstring& name, const std::wstring& arguments, std::s
     PROCESS_INFORMATION process = {};
     std::wstring line = L"\"" + BuildFolder() + L"\\" + name + L"\" " + arguments;
     DWORD code = ~0u;
-    if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                       &process)) {
+    if (handset::StartProcess(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                              &process)) {
         WaitForSingleObject(process.hProcess, 180000);
         GetExitCodeProcess(process.hProcess, &code);
         CloseHandle(process.hThread);
@@ -124,7 +126,8 @@ HandsetUnderTest::HandsetUnderTest() {
     ResetBand();
 }
 
-// In a checked run Wine says aloud what it finds wrong in any program of the handset, and that fails the test.
+// In a checked run Wine says aloud what it finds wrong in any program of the handset, and that fails the
+// test.
 void HandsetUnderTest::LookForComplaints() const {
     const char* pattern = std::getenv("KORA_COMPLAINT");
     if (pattern == nullptr) return;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "handset/state/process_start.h"
 #include "tests/support/wait.h"
 
 namespace test {
@@ -49,8 +50,8 @@ Radio::Radio(HandsetUnderTest& handset, const std::wstring& arguments) {
     startup.hStdOutput = LogFile(handset.ConsoleFile());
     const std::wstring program = handset.DevicePath(L"\\Windows\\UI.exe");
     std::wstring line = L"\"" + program + L"\"" + (arguments.empty() ? L"" : L" " + arguments);
-    const BOOL started = CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                                        nullptr, &startup, &m_process);
+    const BOOL started = handset::StartProcess(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0,
+                                               nullptr, nullptr, &startup, &m_process);
     EXPECT_TRUE(started) << "UI.exe did not start: error " << GetLastError();
     CloseHandle(startup.hStdError);
     CloseHandle(startup.hStdOutput);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "handset/state/process_start.h"
+
 namespace test {
 
 ServiceProcess::ServiceProcess(const HandsetUnderTest& handset) {
@@ -16,8 +18,8 @@ ServiceProcess::ServiceProcess(const HandsetUnderTest& handset) {
     startup.hStdError = log(handset.TraceFile());
     startup.hStdOutput = log(handset.ConsoleFile());
     std::wstring line = L"\"" + BuildFolder() + L"\\handset.exe\" service";
-    EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                               &m_process));
+    EXPECT_TRUE(handset::StartProcess(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                                      &startup, &m_process));
     CloseHandle(startup.hStdError);
     CloseHandle(startup.hStdOutput);
 }
