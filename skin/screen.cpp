@@ -7,7 +7,7 @@
 
 SkinScreen CurrentScreen() {
     const int cx = GetSystemMetrics(SM_CXSCREEN), cy = GetSystemMetrics(SM_CYSCREEN);
-    return {cx, cy, cx<cy, cx> kNarrowScreenWidth};
+    return {cx, cy, (cx < cy), (cx > kNarrowScreenWidth)};
 }
 
 bool IsPortraitScreen() {
@@ -15,5 +15,5 @@ bool IsPortraitScreen() {
 }
 
 bool IsWideScreen() {
-    return GetSystemMetrics(SM_CXSCREEN) > kNarrowScreenWidth;
+    return CurrentScreen().bWide;
 }

@@ -5,6 +5,7 @@
 #include "handset/coredll/call_guard.h"
 #include "handset/coredll/gdi_count.h"
 #include "handset/coredll/platform_call.h"
+#include "handset/state/display_format.h"
 
 namespace {
 
@@ -85,12 +86,7 @@ COREDLL_EXPORT HBITMAP WINAPI DeviceCreateCompatibleBitmap(HDC dc, int width, in
     if (GetObjectType(dc) != OBJ_DC || width <= 0 || height <= 0) {
         return coredll::Made(CreateCompatibleBitmap(dc, width, height));
     }
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
+    const BITMAPINFO info = handset::DisplayFormat(width, height);
     void* bits = nullptr;
     return coredll::Made(CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "handset/coredll/call_guard.h"
+#include "handset/state/display_format.h"
 
 namespace {
 
@@ -17,15 +18,7 @@ struct Pixels {
     LONG width = 0, height = 0;
     std::vector<std::uint32_t> values;
 
-    BITMAPINFO Info() const {
-        BITMAPINFO info = {};
-        info.bmiHeader.biSize = sizeof info.bmiHeader;
-        info.bmiHeader.biWidth = width;
-        info.bmiHeader.biHeight = -height;
-        info.bmiHeader.biPlanes = 1;
-        info.bmiHeader.biBitCount = 32;
-        return info;
-    }
+    BITMAPINFO Info() const { return handset::DisplayFormat(width, height); }
     const std::uint32_t* Row(LONG y) const { return values.data() + static_cast<std::ptrdiff_t>(y) * width; }
 };
 

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cwchar>
 
+#include "handset/state/display_format.h"
+
 namespace panel {
 namespace {
 
@@ -39,12 +41,7 @@ void DrawTextMark(HDC dc, const TextMark& mark) {
 
 bool PanelPicture::Fit(int width, int height) {
     if (bitmap_ && width == width_ && height == height_) return true;
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;  // rows from the top
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
+    const BITMAPINFO info = handset::DisplayFormat(width, height);
     dc_.reset();  // a bitmap that is still selected cannot be deleted
     void* bits = nullptr;
     bitmap_.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
