@@ -11,7 +11,8 @@
 
 #include "channels/channel_record.h"
 
-// Where an operation shows rows: the messages of a list view or list box, answered by whoever owns the window.
+// Where an operation shows rows: the messages of a list view or list box, answered by whoever owns the
+// window.
 struct ListSender {
     void* pContext;
     LRESULT (*pfnSend)(void* context, UINT message, WPARAM wParam, LPARAM lParam);
@@ -49,8 +50,8 @@ class CChannelDB {
     // Fills `record`; fields that the stored record lacks keep what they held. Result of the unmount.
     BOOL CEDB_ReadRecord(CEOID oid, PropRecord* record);
     BOOL CEDB_DeleteRecord(CEOID oid);
-    // The new record's identifier, and a row at the end of the list; 0 when refused (same group and frequency)
-    // or failed.
+    // The new record's identifier, and a row at the end of the list; 0 when refused (same group and
+    // frequency) or failed.
     CEOID CEDB_InsertRecord(const PropRecord& record);
     // Overwrites record `oid` and refreshes the row of the selection mark; 0 when refused or failed.
     CEOID CEDB_UpdateRecord(CEOID oid, const PropRecord& record);

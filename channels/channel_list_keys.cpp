@@ -12,7 +12,9 @@ WNDPROC g_listProcedure = nullptr;
 ListEdgeHints g_hints = {};
 
 // Volume keys and Return work while the list has the focus.
-bool BelongsToMainWindow(WPARAM key) { return key == VK_RETURN || key == VK_LEFT || key == VK_RIGHT; }
+bool BelongsToMainWindow(WPARAM key) {
+    return key == VK_RETURN || key == VK_LEFT || key == VK_RIGHT;
+}
 
 LRESULT HandToMainWindow(HWND list, WPARAM wParam, LPARAM lParam) {
     const HWND window = GetParent(list);
@@ -37,7 +39,8 @@ void FindEdges(HWND list) {
     g_hints.bMoreBelow = FALSE;
     for (int row = 0; row < count; ++row) {
         POINT position = {};
-        SendMessageW(list, LVM_GETITEMPOSITION, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&position));
+        SendMessageW(list, LVM_GETITEMPOSITION, static_cast<WPARAM>(row),
+                     reinterpret_cast<LPARAM>(&position));
         if (position.y == 0) {
             g_hints.nFirstRow = row;
             if (row == 0) continue;
@@ -68,4 +71,6 @@ void SubclassChannelList(HWND list) {
     g_listProcedure = reinterpret_cast<WNDPROC>(SetWindowLongW(list, GWL_WNDPROC, procedure));
 }
 
-const ListEdgeHints& ChannelListHints() { return g_hints; }
+const ListEdgeHints& ChannelListHints() {
+    return g_hints;
+}

@@ -6,8 +6,8 @@
 
 // Rows at the edges of the list that are cut off or scrolled out.
 struct ListEdgeHints {
-    int nFirstRow;    // first fully visible row
-    int nLastRow;     // last partly visible row
+    int nFirstRow;  // first fully visible row
+    int nLastRow;   // last partly visible row
     BOOL bMoreAbove;
     BOOL bMoreBelow;
 };

@@ -72,8 +72,8 @@ HFONT CreateListFont() {
 
 bool CreateChannelList(CMainState& state, HWND window) {
     const SkinRect rect = ListRect();
-    const HWND list = CreateWindowExW(0, WC_LISTVIEWW, L"", kListStyle, rect.x, rect.y, rect.cx, rect.cy, window,
-                                      nullptr, state.m_hInstance, &state);
+    const HWND list = CreateWindowExW(0, WC_LISTVIEWW, L"", kListStyle, rect.x, rect.y, rect.cx, rect.cy,
+                                      window, nullptr, state.m_hInstance, &state);
     if (list == nullptr) return false;
     state.m_hListView = list;
     InsertColumn(list, 0, LVCFMT_LEFT, rect.cx / 2);

@@ -10,10 +10,10 @@ inline constexpr std::size_t kChannelTextCapacity = 260;
 inline constexpr std::size_t kGroupNameCapacity = 100;
 
 struct PropRecord {
-    CEOID oid;  // of the stored record; 0 = not stored yet
-    WCHAR szCountryName[kChannelTextCapacity];             // name of the group
+    CEOID oid;                                  // of the stored record; 0 = not stored yet
+    WCHAR szCountryName[kChannelTextCapacity];  // name of the group
     WCHAR szPropRecord_ChannelName[kChannelTextCapacity];
-    DWORD dwPropRecord_ChannelValue;                       // units of 10 kHz
+    DWORD dwPropRecord_ChannelValue;  // units of 10 kHz
     WCHAR szPropRecord_ChannelPGuide[kChannelTextCapacity];
 };
 

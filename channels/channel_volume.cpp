@@ -25,7 +25,9 @@ SORTORDERSPECEX SortBy(CEPROPID property) {
     return order;
 }
 
-bool IsOpen(HANDLE handle) { return handle != INVALID_HANDLE_VALUE; }
+bool IsOpen(HANDLE handle) {
+    return handle != INVALID_HANDLE_VALUE;
+}
 
 }  // namespace
 
@@ -126,9 +128,15 @@ HANDLE CChannelDB::OpenSorted(const WCHAR* name, CEPROPID property) {
     return m_hDatabase;
 }
 
-HANDLE CChannelDB::CEDB_OpenByGroup(const WCHAR* name) { return OpenSorted(name, kPropGroupName); }
-HANDLE CChannelDB::CEDB_OpenByName(const WCHAR* name) { return OpenSorted(name, kPropChannelName); }
-HANDLE CChannelDB::CEDB_OpenByValue(const WCHAR* name) { return OpenSorted(name, kPropChannelValue); }
+HANDLE CChannelDB::CEDB_OpenByGroup(const WCHAR* name) {
+    return OpenSorted(name, kPropGroupName);
+}
+HANDLE CChannelDB::CEDB_OpenByName(const WCHAR* name) {
+    return OpenSorted(name, kPropChannelName);
+}
+HANDLE CChannelDB::CEDB_OpenByValue(const WCHAR* name) {
+    return OpenSorted(name, kPropChannelValue);
+}
 
 // Kept: the handles keep their stale values; a handle counts as open unless it is INVALID_HANDLE_VALUE.
 void CChannelDB::CloseHandles() {
@@ -148,7 +156,8 @@ CEOID CChannelDB::SeekText(CEPROPID property, const WCHAR* text) {
 
 CEOID CChannelDB::SeekValue(CEPROPVAL& value) {
     DWORD index = 0;
-    return CeSeekDatabaseEx(m_hDatabase, CEDB_SEEK_VALUEFIRSTEQUAL, reinterpret_cast<DWORD_PTR>(&value), 1, &index);
+    return CeSeekDatabaseEx(m_hDatabase, CEDB_SEEK_VALUEFIRSTEQUAL, reinterpret_cast<DWORD_PTR>(&value), 1,
+                            &index);
 }
 
 CEOID CChannelDB::SeekRecord(CEOID oid) {

@@ -15,8 +15,8 @@ constexpr WCHAR kChannelValuePrefix[] = L"ChannelValue";
 constexpr std::size_t kChannelValuePrefixLength = 12;
 static_assert(ARRAYSIZE(kChannelValuePrefix) == kChannelValuePrefixLength + 1);
 
-constexpr DWORD kNameCapacity = 50;        // key names, value names
-constexpr DWORD kTextBytes = 100;          // every text is read with this byte count
+constexpr DWORD kNameCapacity = 50;  // key names, value names
+constexpr DWORD kTextBytes = 100;    // every text is read with this byte count
 constexpr std::size_t kPathCapacity = 260;
 constexpr std::size_t kSuffixCapacity = 100;
 
@@ -30,7 +30,8 @@ void ReadText(HKEY key, const WCHAR* name, ImportedText& text) {
     WCHAR read[kTextBytes / sizeof(WCHAR)] = L"";
     DWORD type = REG_SZ;
     DWORD size = kTextBytes;
-    if (RegQueryValueExW(key, name, nullptr, &type, reinterpret_cast<BYTE*>(read), &size) != ERROR_SUCCESS) return;
+    if (RegQueryValueExW(key, name, nullptr, &type, reinterpret_cast<BYTE*>(read), &size) != ERROR_SUCCESS)
+        return;
     if (type != REG_SZ) return;
     text = {};
     memcpy(text.sz, read, size);
@@ -38,15 +39,15 @@ void ReadText(HKEY key, const WCHAR* name, ImportedText& text) {
 
 DWORD SubkeyCount(HKEY key) {
     DWORD count = 0;
-    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &count, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                     nullptr);
+    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &count, nullptr, nullptr, nullptr, nullptr, nullptr,
+                     nullptr, nullptr);
     return count;
 }
 
 DWORD ValueCount(HKEY key) {
     DWORD count = 0;
-    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &count, nullptr, nullptr, nullptr,
-                     nullptr);
+    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &count, nullptr, nullptr,
+                     nullptr, nullptr);
     return count;
 }
 

@@ -11,7 +11,8 @@ constexpr wchar_t kBackspace = 0x08;
 // Digits are read up to the first character that is none.
 std::uint32_t LeadingNumber(const wchar_t* text) {
     std::uint32_t number = 0;
-    for (; *text >= L'0' && *text <= L'9'; ++text) number = number * 10 + static_cast<std::uint32_t>(*text - L'0');
+    for (; *text >= L'0' && *text <= L'9'; ++text)
+        number = number * 10 + static_cast<std::uint32_t>(*text - L'0');
     return number;
 }
 

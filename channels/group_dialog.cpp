@@ -1,7 +1,7 @@
 #include "channels/group_dialog.h"
 
-#include <new>
 #include <strsafe.h>
+#include <new>
 
 #include "channels/channel_db.h"
 #include "channels/group_name_dialog.h"
@@ -35,13 +35,17 @@ struct SelectedRow {
     bool Exists() const { return nIndex != LB_ERR; }
 };
 
-void Select(HWND dialog, int row) { List(dialog, LB_SETCURSEL, static_cast<WPARAM>(row)); }
+void Select(HWND dialog, int row) {
+    List(dialog, LB_SETCURSEL, static_cast<WPARAM>(row));
+}
 
 void Append(HWND dialog, const WCHAR* name) {
     List(dialog, LB_INSERTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(name));
 }
 
-void Delete(HWND dialog, int row) { List(dialog, LB_DELETESTRING, static_cast<WPARAM>(row)); }
+void Delete(HWND dialog, int row) {
+    List(dialog, LB_DELETESTRING, static_cast<WPARAM>(row));
+}
 
 INT_PTR OnInitDialog(HWND dialog, CChannelDB& database) {
     SetUpDialog(dialog, kFullScreenDialog);
@@ -53,7 +57,8 @@ INT_PTR OnInitDialog(HWND dialog, CChannelDB& database) {
     ReadSelectedGroup(selected, kSelectedCapacity);
     database.CEDB_LoadGroups(kGroupDatabase);
     // Kept: a search by beginning, so a group whose name merely begins with the selected one can be chosen.
-    const LRESULT row = List(dialog, LB_FINDSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(selected));
+    const LRESULT row =
+        List(dialog, LB_FINDSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(selected));
     if (row == LB_ERR) return FALSE;
     Select(dialog, static_cast<int>(row));
     return TRUE;
@@ -68,7 +73,9 @@ void OnAccept(HWND dialog, CChannelDB& database, WORD command) {
     EndDialog(dialog, command);
 }
 
-void OnCancel(HWND dialog, CChannelDB&, WORD command) { EndDialog(dialog, command); }
+void OnCancel(HWND dialog, CChannelDB&, WORD command) {
+    EndDialog(dialog, command);
+}
 
 void OnNew(HWND dialog, CChannelDB& database, WORD command) {
     GroupNameRequest request = {command, L""};
@@ -119,8 +126,8 @@ struct CommandRow {
 };
 
 constexpr CommandRow kCommands[] = {
-    {IDOK, OnAccept},        {IDC_GROUP_ACCEPT, OnAccept}, {IDC_GROUP_CANCEL, OnCancel},
-    {IDC_GROUP_NEW, OnNew},  {IDC_GROUP_RENAME, OnRename}, {IDC_GROUP_DELETE, OnDelete},
+    {IDOK, OnAccept},       {IDC_GROUP_ACCEPT, OnAccept}, {IDC_GROUP_CANCEL, OnCancel},
+    {IDC_GROUP_NEW, OnNew}, {IDC_GROUP_RENAME, OnRename}, {IDC_GROUP_DELETE, OnDelete},
 };
 
 INT_PTR OnCommand(HWND dialog, CChannelDB& database, WORD command) {

@@ -33,6 +33,7 @@ INT_PTR CALLBACK GroupNameProc(HWND dialog, UINT message, WPARAM wParam, LPARAM 
 }  // namespace
 
 bool AskGroupName(HWND owner, GroupNameRequest& request) {
-    const INT_PTR result = RunDialog(owner, IDD_GROUP_NAME, GroupNameProc, reinterpret_cast<LPARAM>(&request));
+    const INT_PTR result =
+        RunDialog(owner, IDD_GROUP_NAME, GroupNameProc, reinterpret_cast<LPARAM>(&request));
     return result == IDOK || result == IDC_GROUP_ACCEPT;
 }

@@ -6,8 +6,8 @@
 #include "channels/channel_record.h"
 
 struct GroupNameRequest {
-    UINT uCommand;                    // the command that asks
-    WCHAR szName[kGroupNameCapacity]; // proposed, and returned
+    UINT uCommand;                     // the command that asks
+    WCHAR szName[kGroupNameCapacity];  // proposed, and returned
 };
 
 // Runs the dialog; true when a name was accepted.

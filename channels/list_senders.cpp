@@ -57,7 +57,8 @@ constexpr SenderRow kGroupList[] = {
 // clang-format on
 
 template <std::size_t count>
-LRESULT SendByTable(const SenderRow (&table)[count], void* context, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT SendByTable(const SenderRow (&table)[count], void* context, UINT message, WPARAM wParam,
+                    LPARAM lParam) {
     if (context == nullptr) return 0;
     for (const SenderRow& row : table) {
         if (row.uMessage != message) continue;

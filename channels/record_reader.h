@@ -12,7 +12,8 @@ class RecordReader {
     RecordReader(const RecordReader&) = delete;
     RecordReader& operator=(const RecordReader&) = delete;
 
-    // The record under the cursor, which then moves on; 0 when there is none. What the last call gave is gone.
+    // The record under the cursor, which then moves on; 0 when there is none. What the last call gave is
+    // gone.
     CEOID Read();
     const CEPROPVAL* begin() const { return reinterpret_cast<const CEPROPVAL*>(m_buffer); }
     const CEPROPVAL* end() const { return begin() + m_count; }

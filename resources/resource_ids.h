@@ -4,25 +4,25 @@
 
 // --- Strings ---------------------------------------------------------------------------------------------
 #define IDS_APP_TITLE 1
-#define IDS_MENU_ADD 4                // popup menu: add a channel
-#define IDS_MENU_DELETE 5             // popup menu: delete
-#define IDS_MENU_EDIT 6               // popup menu: edit
-#define IDS_QUESTION_CAPTION 7        // caption of a question about stored channels
-#define IDS_QUESTION_TEXT 8           // "stored channels of this group will be lost"
+#define IDS_MENU_ADD 4          // popup menu: add a channel
+#define IDS_MENU_DELETE 5       // popup menu: delete
+#define IDS_MENU_EDIT 6         // popup menu: edit
+#define IDS_QUESTION_CAPTION 7  // caption of a question about stored channels
+#define IDS_QUESTION_TEXT 8     // "stored channels of this group will be lost"
 #define IDS_NAME_EMPTY 9
 #define IDS_FREQUENCY_EMPTY 10
 #define IDS_INPUT_CAPTION 11
-#define IDS_CHANNEL_PREFIX 12         // first word of a scanned channel's name
+#define IDS_CHANNEL_PREFIX 12  // first word of a scanned channel's name
 #define IDS_SCHEDULE_DELETE_ALL 16
-#define IDS_MENU_GUIDE 18             // popup menu: programme guide
+#define IDS_MENU_GUIDE 18  // popup menu: programme guide
 #define IDS_NO_HEADSET 20
-#define IDS_FILE_EXISTS 21            // %s = path
-#define IDS_RECORD_SAVED 22           // %s = path
+#define IDS_FILE_EXISTS 21   // %s = path
+#define IDS_RECORD_SAVED 22  // %s = path
 #define IDS_DATABASE_CREATED 23
 #define IDS_INSERT_FAILED 24
 #define IDS_SCAN_FINISHED 25
 #define IDS_SCHEDULE_SAME_TIME 26
-#define IDS_SCHEDULE_CONFLICT 27      // %s = day, start, end
+#define IDS_SCHEDULE_CONFLICT 27  // %s = day, start, end
 #define IDS_SCHEDULE_NO_DAY 28
 #define IDS_SCHEDULE_DELETE_ONE_ASK 29
 #define IDS_SCHEDULE_DELETE_ALL_ASK 30
@@ -36,8 +36,8 @@
 #define IDS_LOW_SIGNAL 38
 #define IDS_RDS_PRESENT 39
 #define IDS_RDS_ABSENT 40
-#define IDS_SUNDAY 42                 // … IDS_SUNDAY + 6 = Saturday
-#define IDS_PATH_ERROR 49             // %s = path
+#define IDS_SUNDAY 42      // … IDS_SUNDAY + 6 = Saturday
+#define IDS_PATH_ERROR 49  // %s = path
 #define IDS_NO_SPACE 50
 // Soft keys and buttons of the menu bars.
 #define IDS_SOFTKEY_OK 60
@@ -46,7 +46,7 @@
 #define IDS_SOFTKEY_MENU 63
 #define IDS_SOFTKEY_CHANNELS 64
 // Column heads of the schedule's list.
-#define IDS_SCHEDULE_COLUMN 70        // … 73: channel, day, start, end
+#define IDS_SCHEDULE_COLUMN 70  // … 73: channel, day, start, end
 
 // --- Icons and bitmaps -----------------------------------------------------------------------------------
 #define IDI_APP 101
@@ -64,9 +64,9 @@
 #define IDB_RECORD_LANDSCAPE 198
 #define IDB_MUTE_PORTRAIT 199
 #define IDB_MUTE_LANDSCAPE 200
-#define IDI_SIGNAL_BARS 204           // … 210: the seven grades of the alternative-frequency list
-#define IDB_SIGNAL 211                // … 216: the six grades of the main screen
-#define IDB_SCAN_PROGRESS 217         // … 227: 0 % to 100 %
+#define IDI_SIGNAL_BARS 204    // … 210: the seven grades of the alternative-frequency list
+#define IDB_SIGNAL 211         // … 216: the six grades of the main screen
+#define IDB_SCAN_PROGRESS 217  // … 227: 0 % to 100 %
 #define IDB_LIST_BACKGROUND 229
 // A bitmap drawn for wide screens (wider than 320 pixels) stands at its id plus this.
 #define IDB_WIDE_OFFSET 1000
@@ -78,7 +78,7 @@
 #define IDM_CHANNEL_ADD 134
 #define IDM_CHANNEL_EDIT 136
 #define IDM_GROUPS 144
-#define IDM_DONE 146                  // one soft key: IDOK
+#define IDM_DONE 146  // one soft key: IDOK
 
 // --- Menu commands ---------------------------------------------------------------------------------------
 #define IDC_AUTOSCAN 0x8005
@@ -99,9 +99,9 @@
 #define IDC_GROUP_CANCEL 0x801C
 #define IDC_GROUP_ACCEPT 0x801D
 #define IDC_ADD_CURRENT 0x801E
-#define IDC_SOFTKEY_LEFT 0x8021       // the main window's soft keys themselves; they drop menus
+#define IDC_SOFTKEY_LEFT 0x8021  // the main window's soft keys themselves; they drop menus
 #define IDC_SOFTKEY_RIGHT 0x8022
-#define IDC_DIGIT_0 0x8030            // … IDC_DIGIT_0 + 9: a digit key, wherever the focus is
+#define IDC_DIGIT_0 0x8030  // … IDC_DIGIT_0 + 9: a digit key, wherever the focus is
 #define IDC_EXIT 40000
 
 // --- Dialogs ---------------------------------------------------------------------------------------------
@@ -131,11 +131,11 @@
 #define IDC_CHANNEL_FREQUENCY 1006
 #define IDC_CHANNEL_GUIDE 1062
 // Settings (IDD_SETTINGS_…)
-#define IDC_RECORD_WAV_STEREO 1013    // "RecordAudioType" 2
-#define IDC_RECORD_WAV 1014           // 1
-#define IDC_RECORD_AMR 1015           // 0
-#define IDC_SAVE_DEFAULT 1016         // "SaveFileType" 0
-#define IDC_SAVE_DEFINED 1022         // 1
+#define IDC_RECORD_WAV_STEREO 1013  // "RecordAudioType" 2
+#define IDC_RECORD_WAV 1014         // 1
+#define IDC_RECORD_AMR 1015         // 0
+#define IDC_SAVE_DEFAULT 1016       // "SaveFileType" 0
+#define IDC_SAVE_DEFINED 1022       // 1
 #define IDC_SAVE_BROWSE 1023
 #define IDC_SAVE_FILE_NAME 1029
 #define IDC_MUTE_WEAK 1025
@@ -147,7 +147,7 @@
 #define IDC_SCHEDULE_CHANNEL 1055
 #define IDC_SCHEDULE_CHANNEL_SPIN 1039
 #define IDC_SCHEDULE_LIST 1059
-#define IDC_SCHEDULE_SUNDAY 1084      // … IDC_SCHEDULE_SUNDAY + 6 = Saturday
+#define IDC_SCHEDULE_SUNDAY 1084  // … IDC_SCHEDULE_SUNDAY + 6 = Saturday
 #define IDC_SCHEDULE_ADD 1052
 #define IDC_SCHEDULE_CLOSE 1054
 // Alternative frequencies (IDD_AF_LIST)
@@ -162,18 +162,18 @@
 #define IDC_RDS_AF 1075
 #define IDC_RDS_CT 1076
 #define IDC_RDS_CHANNEL_NAME 1077
-#define IDC_LABEL 1100                // … IDC_LABEL + 9: labels and frames
+#define IDC_LABEL 1100  // … IDC_LABEL + 9: labels and frames
 
 // --- Elements of the main screen -------------------------------------------------------------------------
 #define SKIN_RECORD 200
 #define SKIN_SEEK_DOWN 201
 #define SKIN_SEEK_UP 202
-#define SKIN_OUTPUT 207               // headset or loudspeaker
+#define SKIN_OUTPUT 207  // headset or loudspeaker
 #define SKIN_MUTE 208
-#define SKIN_STOP_RECORD 209          // no element: the command that stops a recording
+#define SKIN_STOP_RECORD 209  // no element: the command that stops a recording
 #define SKIN_VOLUME 210
-#define SKIN_STEP_DOWN 215            // as a button
-#define SKIN_STEP_UP 216              // as a button
+#define SKIN_STEP_DOWN 215  // as a button
+#define SKIN_STEP_UP 216    // as a button
 #define SKIN_AF_LIST 224
 #define SKIN_RDS_INFORMATION 225
 #define TEXT_FREQUENCY 211

@@ -1,6 +1,11 @@
 # ./kora lint: static analysis of the sources and of these scripts. Sourced by kora.
 
-KORA_LINT_PACKAGES=(cppcheck shellcheck)
+KORA_LINT_PACKAGES=(clang-format cppcheck shellcheck)
+
+# Of what is under version control, or would be: a build's folders hold generated sources.
+lint_layout() {
+    (cd "$KORA_ROOT" && git ls-files -z --cached --others --exclude-standard '*.cpp' '*.h' | xargs -0 -n 64 -P "$(nproc)" clang-format --dry-run -Werror)
+}
 
 lint_sources() {
     # What was analysed before is looked at again only when it has changed.
@@ -20,6 +25,8 @@ lint_scripts() {
 kora_lint() {
     local failed=0
     packages_need "${KORA_LINT_PACKAGES[@]}"
+    step "layout of the sources"
+    lint_layout || { failed=1; printf '"clang-format -i" on the files above mends it\n' >&2; }
     step "static analysis of the sources (half a minute; less when little has changed)"
     lint_sources || failed=1
     step "static analysis of the scripts"

@@ -3,4 +3,6 @@
 #include "resources/resource_ids.h"
 #include "shell/texts.h"
 
-void ShowAFNotice(HWND window) { ShowText(window, IDS_AF_SWITCHED, L"FM", MB_TOPMOST); }
+void ShowAFNotice(HWND window) {
+    ShowText(window, IDS_AF_SWITCHED, L"FM", MB_TOPMOST);
+}

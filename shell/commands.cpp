@@ -25,10 +25,18 @@ void Information(CMainState&, HWND window) {
     ShowInformation(window);
 }
 
-void SleepOff(CMainState&, HWND window) { SetSleepTimer(0, IDC_SLEEP_OFF, window); }
-void Sleep15(CMainState&, HWND window) { SetSleepTimer(15 * 60, IDC_SLEEP_15, window); }
-void Sleep30(CMainState&, HWND window) { SetSleepTimer(30 * 60, IDC_SLEEP_30, window); }
-void Sleep60(CMainState&, HWND window) { SetSleepTimer(60 * 60, IDC_SLEEP_60, window); }
+void SleepOff(CMainState&, HWND window) {
+    SetSleepTimer(0, IDC_SLEEP_OFF, window);
+}
+void Sleep15(CMainState&, HWND window) {
+    SetSleepTimer(15 * 60, IDC_SLEEP_15, window);
+}
+void Sleep30(CMainState&, HWND window) {
+    SetSleepTimer(30 * 60, IDC_SLEEP_30, window);
+}
+void Sleep60(CMainState&, HWND window) {
+    SetSleepTimer(60 * 60, IDC_SLEEP_60, window);
+}
 
 void Exit(CMainState&, HWND window) {
     if (g_app.bRecordingActive) {

@@ -7,15 +7,17 @@
 #include "shell/main_state.h"
 #include "shell/menu_bar.h"
 #include "shell/monitor_thread.h"
-#include "shell/power_thread.h"
 #include "shell/owned.h"
+#include "shell/power_thread.h"
 #include "tuner/device.h"
 #include "tuner/phone_state.h"
 
 namespace {
 
 // Auto-reset, not signalled: tells one worker thread to end.
-HANDLE CreateStopEvent() { return CreateEventW(nullptr, FALSE, FALSE, nullptr); }
+HANDLE CreateStopEvent() {
+    return CreateEventW(nullptr, FALSE, FALSE, nullptr);
+}
 
 void StartBookedRecording(const CMainState& state, HWND window) {
     if (state.m_request.uDuration_min == 0) return;

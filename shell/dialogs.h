@@ -8,11 +8,12 @@
 // Runs the dialog template modally and gives the dialog's result, or -1 when the template is not there.
 INT_PTR RunDialog(HWND owner, UINT templateId, DLGPROC procedure, LPARAM parameter = 0);
 
-// SHInitDialog's flags for the radio's dialogs: with a Done button, filling the screen, without the input panel
-// and with an empty menu; and the same with the input panel left as it is.
+// SHInitDialog's flags for the radio's dialogs: with a Done button, filling the screen, without the input
+// panel and with an empty menu; and the same with the input panel left as it is.
 inline constexpr DWORD kFullScreenDialog =
     SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_SIPDOWN | SHIDIF_EMPTYMENU;
-inline constexpr DWORD kFullScreenInputDialog = SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_EMPTYMENU;
+inline constexpr DWORD kFullScreenInputDialog =
+    SHIDIF_DONEBUTTON | SHIDIF_SIZEDLGFULLSCREEN | SHIDIF_EMPTYMENU;
 static_assert(kFullScreenDialog == 0x2D && kFullScreenInputDialog == 0x25);
 
 // What WM_CLOSE ends most dialogs with.

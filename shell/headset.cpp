@@ -1,7 +1,7 @@
 #include "shell/headset.h"
 
-#include <cstdio>
 #include <regext.h>
+#include <cstdio>
 
 #include "resources/resource_ids.h"
 #include "shell/texts.h"

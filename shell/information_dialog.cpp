@@ -20,4 +20,6 @@ INT_PTR CALLBACK InformationProc(HWND dialog, UINT message, WPARAM wParam, LPARA
 
 }  // namespace
 
-void ShowInformation(HWND owner) { RunDialog(owner, IDD_INFORMATION, InformationProc); }
+void ShowInformation(HWND owner) {
+    RunDialog(owner, IDD_INFORMATION, InformationProc);
+}

@@ -38,7 +38,9 @@ void CloseRunningInstance(HWND running) {
     SendMessageW(running, WM_CLOSE, 0, 0);
 }
 
-bool IsScheduledStart() { return g_app.pMainState != nullptr && g_app.pMainState->m_request.uRecord != 0; }
+bool IsScheduledStart() {
+    return g_app.pMainState != nullptr && g_app.pMainState->m_request.uRecord != 0;
+}
 
 }  // namespace
 
@@ -59,9 +61,9 @@ BOOL InitInstance(HINSTANCE hInstance, int nCmdShow) {
     }
 
     if (RegisterMainWindowClass(hInstance, kMainWindowClass) == 0) return FALSE;
-    const HWND window = CreateWindowExW(0, kMainWindowClass, title, WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT,
-                                        CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, hInstance,
-                                        g_app.pMainState);
+    const HWND window =
+        CreateWindowExW(0, kMainWindowClass, title, WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                        CW_USEDEFAULT, nullptr, nullptr, hInstance, g_app.pMainState);
     if (window == nullptr) return FALSE;
     ShowWindow(window, nCmdShow);
     UpdateWindow(window);

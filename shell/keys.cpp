@@ -9,11 +9,21 @@ namespace {
 
 constexpr int kVolumeKeyStep = 5;
 
-void DigitKey(CMainState& state, HWND window, WPARAM key) { OnDigitKey(state, window, key); }
-void FocusList(CMainState& state, HWND, WPARAM) { SetFocus(state.m_hListView); }
-void VolumeDown(CMainState& state, HWND window, WPARAM) { StepVolume(window, state, -kVolumeKeyStep); }
-void VolumeUp(CMainState& state, HWND window, WPARAM) { StepVolume(window, state, kVolumeKeyStep); }
-void ToggleKey(CMainState& state, HWND, WPARAM) { ToggleDisplay(state); }
+void DigitKey(CMainState& state, HWND window, WPARAM key) {
+    OnDigitKey(state, window, key);
+}
+void FocusList(CMainState& state, HWND, WPARAM) {
+    SetFocus(state.m_hListView);
+}
+void VolumeDown(CMainState& state, HWND window, WPARAM) {
+    StepVolume(window, state, -kVolumeKeyStep);
+}
+void VolumeUp(CMainState& state, HWND window, WPARAM) {
+    StepVolume(window, state, kVolumeKeyStep);
+}
+void ToggleKey(CMainState& state, HWND, WPARAM) {
+    ToggleDisplay(state);
+}
 
 struct KeyRow {
     WPARAM first, last;

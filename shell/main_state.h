@@ -4,8 +4,8 @@
 
 #include <windows.h>
 
-#include <cstdint>
 #include <regext.h>
+#include <cstdint>
 
 #include "channels/channel_db.h"
 #include "recording/record_name.h"
@@ -35,18 +35,18 @@ class CMainState {
     BOOL m_BTInUse = FALSE;           // sound goes to a Bluetooth link; nothing sets it to 1 yet
     BOOL m_bMuted = FALSE;            // the mute toggle is on
     BOOL m_bMutedByCall = FALSE;
-    BOOL m_bDigitSinceTick = FALSE;   // a digit was typed since the digit timer's last tick
+    BOOL m_bDigitSinceTick = FALSE;        // a digit was typed since the digit timer's last tick
     std::uint32_t m_uSelectedChannel = 0;  // frequency of the list row that waits to be tuned
 
     // Recording (recording/).
-    BOOL m_bRecording = FALSE;     // keys are ignored while it is set
-    HANDLE m_hStopRecordEvent;     // auto-reset, made with this object
+    BOOL m_bRecording = FALSE;               // keys are ignored while it is set
+    HANDLE m_hStopRecordEvent;               // auto-reset, made with this object
     CaptureRecorder* m_pRecorder = nullptr;  // null when nothing is recorded
     RecordPath m_szRecordPath = L"";         // full name of the file being written
     DWORD m_dwRecordings = 0;                // made since the start
 
     // Worker threads and what stops them (both events auto-reset, made by the creation handler).
-    HANDLE m_hMutex = nullptr;     // "MyMutex", from the start of an automatic scan on
+    HANDLE m_hMutex = nullptr;  // "MyMutex", from the start of an automatic scan on
     HANDLE m_hPowerThread = nullptr;
     HANDLE m_hPowerStopEvent = nullptr;
     HANDLE m_hMonitorThread = nullptr;

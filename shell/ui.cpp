@@ -1,5 +1,6 @@
 #include "shell/ui.h"
 
+#include "channels/channel_list_notify.h"
 #include "resources/resource_ids.h"
 #include "shell/activation.h"
 #include "shell/af_notice.h"
@@ -15,7 +16,6 @@
 #include "shell/popup_menu.h"
 #include "shell/scan_finished.h"
 #include "shell/shutdown.h"
-#include "channels/channel_list_notify.h"
 #include "skin/skin_window.h"
 #include "tuner/bluetooth.h"
 #include "tuner/frequency_display.h"
@@ -40,7 +40,9 @@ LRESULT OnDestroy(CMainState& state, HWND hwnd, UINT, WPARAM, LPARAM) {
     return 0;
 }
 
-LRESULT OnSize(CMainState& state, HWND hwnd, UINT, WPARAM, LPARAM) { return LayOutMainWindow(state, hwnd); }
+LRESULT OnSize(CMainState& state, HWND hwnd, UINT, WPARAM, LPARAM) {
+    return LayOutMainWindow(state, hwnd);
+}
 
 LRESULT OnActivate(CMainState& state, HWND hwnd, UINT, WPARAM wParam, LPARAM lParam) {
     HandleActivation(state, hwnd, wParam, lParam);
@@ -67,7 +69,9 @@ LRESULT OnKeyDown(CMainState& state, HWND hwnd, UINT, WPARAM wParam, LPARAM) {
     return 0;
 }
 
-LRESULT Swallow(CMainState&, HWND, UINT, WPARAM, LPARAM) { return 0; }
+LRESULT Swallow(CMainState&, HWND, UINT, WPARAM, LPARAM) {
+    return 0;
+}
 
 LRESULT OnCommand(CMainState& state, HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
     if (RunCommand(state, hwnd, LOWORD(wParam))) return 0;

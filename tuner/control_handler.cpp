@@ -113,7 +113,9 @@ void ListAFs(const ControlEvent& event) {
     if (info.b_RDS_AF) ShowAFList(event.window);
 }
 
-void InformOnRDS(const ControlEvent& event) { ShowRDSInformation(event.window); }
+void InformOnRDS(const ControlEvent& event) {
+    ShowRDSInformation(event.window);
+}
 
 // lParam of a click that nobody is to be asked about.
 constexpr DWORD kSilentClick = 0xFFFFFFFF;

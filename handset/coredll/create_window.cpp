@@ -1,8 +1,8 @@
 // Windows as the device makes them: no frame unless one is asked for, clipped by their neighbours, and one
 // with no size of its own fills the display.
 #include "handset/coredll/call_guard.h"
-#include "handset/coredll/tap_and_hold.h"
 #include "handset/coredll/platform_call.h"
+#include "handset/coredll/tap_and_hold.h"
 
 namespace {
 

@@ -183,8 +183,8 @@ std::shared_ptr<ThreadRecord> ThreadRecordOf(DWORD threadId) {
     return record;
 }
 
-// A program's own work at the end of a thread may make platform calls after the thread's record was given back, and so
-// leave another one behind. Under g_recordsLock.
+// A program's own work at the end of a thread may make platform calls after the thread's record was given
+// back, and so leave another one behind. Under g_recordsLock.
 static void ForgetEndedThreads() {
     for (auto at = Records().begin(); at != Records().end();) {
         const HANDLE thread = OpenThread(SYNCHRONIZE, FALSE, at->first);

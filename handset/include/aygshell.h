@@ -19,7 +19,7 @@ extern "C" {
 #define SHIDIF_WANTSCROLLBAR 0x0040
 
 typedef struct tagSHINITDLGINFO {
-    DWORD dwMask;   // SHIDIM_FLAGS
+    DWORD dwMask;  // SHIDIM_FLAGS
     HWND hDlg;
     DWORD dwFlags;  // SHIDIF_…
 } SHINITDLGINFO, *PSHINITDLGINFO;
@@ -41,12 +41,12 @@ BOOL WINAPI SHInitDialog(PSHINITDLGINFO info);
 typedef struct tagSHMENUBARINFO {
     DWORD cbSize;
     HWND hwndParent;
-    DWORD dwFlags;       // SHCMBF_…
-    UINT nToolBarId;     // RCDATA menu bar resource, or with SHCMBF_HMENU a menu resource
+    DWORD dwFlags;    // SHCMBF_…
+    UINT nToolBarId;  // RCDATA menu bar resource, or with SHCMBF_HMENU a menu resource
     HINSTANCE hInstRes;
     int nBmpId;
     int cBmpImages;
-    HWND hwndMB;         // out: the menu bar
+    HWND hwndMB;  // out: the menu bar
     COLORREF clrBk;
 } SHMENUBARINFO, *PSHMENUBARINFO;
 
@@ -79,11 +79,12 @@ BOOL WINAPI SHHandleWMSettingChange(HWND window, WPARAM wParam, LPARAM lParam, S
 #define RUNAPP_EVERY_DAY 1
 #define RUNAPP_EVERY_WEEK 2
 
-// Has the system start `application` (a path of the device) with `commandLine` at a local time, and again every
-// day or every week at that time of day until StopAppAtTimeEx. The booking's name, at least 20 characters long
-// and never given twice, goes to `name`, which has room for `count` characters; it is empty on failure.
-// S_OK; E_INVALIDARG for a null argument (the command line may be null), a time that does not exist, an unknown
-// repetition; HRESULT_FROM_WIN32(ERROR_INSUFFICIENT_BUFFER); E_FAIL when it cannot be kept. Any thread.
+// Has the system start `application` (a path of the device) with `commandLine` at a local time, and again
+// every day or every week at that time of day until StopAppAtTimeEx. The booking's name, at least 20
+// characters long and never given twice, goes to `name`, which has room for `count` characters; it is empty
+// on failure. S_OK; E_INVALIDARG for a null argument (the command line may be null), a time that does not
+// exist, an unknown repetition; HRESULT_FROM_WIN32(ERROR_INSUFFICIENT_BUFFER); E_FAIL when it cannot be kept.
+// Any thread.
 HRESULT WINAPI RunAppAtTimeEx(LPCWSTR application, LPCWSTR commandLine, SYSTEMTIME* time, DWORD repeat,
                               LPWSTR name, DWORD count);
 // S_OK; E_INVALIDARG for a null name; E_FAIL for one that is not booked.

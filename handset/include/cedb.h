@@ -191,7 +191,8 @@ CEOID WINAPI CeReadRecordPropsEx(HANDLE database, DWORD flags, LPWORD count, CEP
 // Changes the record, or makes one when `record` is 0. The cursor keeps its place, and stays on the record
 // that it stands on. The record's identifier, or 0.
 CEOID WINAPI CeWriteRecordProps(HANDLE database, CEOID record, WORD count, CEPROPVAL* values);
-// Deletes a record. With CEDB_AUTOINCREMENT a cursor that stands on it moves on; without, the next read fails.
+// Deletes a record. With CEDB_AUTOINCREMENT a cursor that stands on it moves on; without, the next read
+// fails.
 BOOL WINAPI CeDeleteRecord(HANDLE database, CEOID record);
 
 // Makes a database without descriptions of its properties.

@@ -37,9 +37,9 @@ typedef struct MSGQUEUEINFO {
 } MSGQUEUEINFO, *LPMSGQUEUEINFO;
 
 // Makes a queue, or opens the one of that name (last error ERROR_ALREADY_EXISTS; its limits stay). The handle
-// is one end of it and can be waited for: an end to read while there is a message, an end to write while there
-// is room. NULL with ERROR_INVALID_PARAMETER, ERROR_FILENAME_EXCED_RANGE or ERROR_OUTOFMEMORY. All five calls:
-// any thread.
+// is one end of it and can be waited for: an end to read while there is a message, an end to write while
+// there is room. NULL with ERROR_INVALID_PARAMETER, ERROR_FILENAME_EXCED_RANGE or ERROR_OUTOFMEMORY. All five
+// calls: any thread.
 HANDLE WINAPI CreateMsgQueue(LPCWSTR name, LPMSGQUEUEOPTIONS options);
 // Another end of the queue that `queue` is a handle of in the process `process`. Only dwSize and bReadAccess
 // of the options count. NULL with ERROR_INVALID_HANDLE, ERROR_INVALID_PARAMETER or ERROR_OUTOFMEMORY.

@@ -50,14 +50,15 @@ typedef struct _POWER_BROADCAST {
 
 // Has notifications of the kinds `flags` (PBT_…) written to a message queue of which the caller has an end to
 // read. The handle is for StopPowerNotifications; NULL with ERROR_INVALID_PARAMETER, ERROR_INVALID_HANDLE,
-// ERROR_ACCESS_DENIED or ERROR_OUTOFMEMORY. A message that does not fit into a full queue is lost. Any thread.
+// ERROR_ACCESS_DENIED or ERROR_OUTOFMEMORY. A message that does not fit into a full queue is lost. Any
+// thread.
 HANDLE WINAPI RequestPowerNotifications(HANDLE queue, DWORD flags);
 // ERROR_SUCCESS, or ERROR_INVALID_PARAMETER for a handle that is none.
 DWORD WINAPI StopPowerNotifications(HANDLE notifications);
 
-// Tells the power manager what a program needs. PPN_UNATTENDEDMODE: with data TRUE the device may run with its
-// display off instead of suspending; each TRUE is taken back by one FALSE, or by the program's end. FALSE for
-// an unknown message.
+// Tells the power manager what a program needs. PPN_UNATTENDEDMODE: with data TRUE the device may run with
+// its display off instead of suspending; each TRUE is taken back by one FALSE, or by the program's end. FALSE
+// for an unknown message.
 #define PPN_UNATTENDEDMODE 0x00000003
 BOOL WINAPI PowerPolicyNotify(DWORD message, DWORD data);
 

@@ -1,6 +1,6 @@
-// The device's <stdio.h>: printf is the device's console, unbuffered, and formats follow the Microsoft rules. The
-// desktop compiler's C++ headers ask for formatting of their own; that request is taken back here, where the
-// functions are declared.
+// The device's <stdio.h>: printf is the device's console, unbuffered, and formats follow the Microsoft rules.
+// The desktop compiler's C++ headers ask for formatting of their own; that request is taken back here, where
+// the functions are declared.
 #ifndef KORA_DEVICE_STDIO_H
 #define KORA_DEVICE_STDIO_H
 

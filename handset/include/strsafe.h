@@ -1,5 +1,5 @@
-// The device's <strsafe.h>: the counted string calls. The desktop's would also forbid the uncounted ones by renaming
-// them, and every system header that declares one after it.
+// The device's <strsafe.h>: the counted string calls. The desktop's would also forbid the uncounted ones by
+// renaming them, and every system header that declares one after it.
 #ifndef KORA_DEVICE_STRSAFE_H
 #define KORA_DEVICE_STRSAFE_H
 

@@ -52,8 +52,8 @@ BOOL WINAPI CeSHGetSpecialFolderPath(HWND owner, LPWSTR path, int folder, BOOL c
 #undef SHGetSpecialFolderPath
 #define SHGetSpecialFolderPath CeSHGetSpecialFolderPath
 
-// Starts a program of the device or opens a document. FALSE, with the last error and hInstApp of at most 32, when
-// there is none.
+// Starts a program of the device or opens a document. FALSE, with the last error and hInstApp of at most 32,
+// when there is none.
 #undef ShellExecuteEx
 BOOL WINAPI ShellExecuteEx(SHELLEXECUTEINFOW* info);
 

@@ -27,8 +27,7 @@ int Help(const Arguments&, Console&) {
 }
 
 const Command kCommands[] = {
-    {L"panel", Panel, L"[--with-radio]", L"opens the phone around the display",
-     L"handset panel --with-radio",
+    {L"panel", Panel, L"[--with-radio]", L"opens the phone around the display", L"handset panel --with-radio",
      L"The phone with its keys, and beside it the switches that the verbs turn. The radio's windows stand "
      L"in\n"
      L"its display and move with it. Pressing keys leaves the radio the active window. Returns when the "

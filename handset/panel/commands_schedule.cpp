@@ -97,8 +97,7 @@ int Service(const Arguments& arguments, Console& console) {
 }
 
 const Command kCommands[] = {
-    {L"schedule", Schedule, L"", L"lists what is booked and when it is started next",
-     L"handset schedule",
+    {L"schedule", Schedule, L"", L"lists what is booked and when it is started next", L"handset schedule",
      L"One line for each booking, the next one first: when it is started next by the handset's clock, how\n"
      L"often, the program with its command line, its name, and the time that was served last.\n"},
     {L"service", Service, L"[stop [--unless-booked]]", L"starts booked programs at their time",

@@ -46,8 +46,8 @@ void WakePhone();
 std::optional<std::uint32_t> AddPowerListener(const std::wstring& queueId, std::uint32_t kinds);
 bool RemovePowerListener(std::uint32_t number);
 
-// --- Unattended mode: each `hold` of a program is taken back by one release of it, or by its end. A phone whose
-// display is off already is unattended from then on. False when too many programs hold it.
+// --- Unattended mode: each `hold` of a program is taken back by one release of it, or by its end. A phone
+// whose display is off already is unattended from then on. False when too many programs hold it.
 bool HoldUnattended(bool hold);
 std::uint32_t UnattendedHolders();
 

@@ -39,7 +39,7 @@ class FakeFMDevice : public IFMDevice {
     rds_inf rdsInfo = {};
     std::wstring ptyText;
     std::vector<std::wstring> alternatives;
-    std::optional<std::int32_t> alternativeCount;  // told instead of their number
+    std::optional<std::int32_t> alternativeCount;               // told instead of their number
     std::deque<std::pair<std::int32_t, std::wstring>> rdsData;  // kind and text, each given once
     std::deque<std::uint32_t> stations;                         // where the next seeks stop; empty: they fail
     // Result by the operation's name; the others succeed. What fails does nothing.
@@ -121,7 +121,8 @@ class FakeFMDevice : public IFMDevice {
         return result == S_OK && !stereo ? S_FALSE : result;
     }
     HRESULT STDMETHODCALLTYPE GetAFCount(std::int32_t* count) override {
-        return Give("GetAFCount", count, alternativeCount.value_or(static_cast<std::int32_t>(alternatives.size())));
+        return Give("GetAFCount", count,
+                    alternativeCount.value_or(static_cast<std::int32_t>(alternatives.size())));
     }
     HRESULT STDMETHODCALLTYPE GetAFItem(std::int32_t index, WCHAR* text) override {
         const HRESULT result = Note("GetAFItem", std::to_string(index));

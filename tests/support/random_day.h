@@ -10,7 +10,8 @@
 
 namespace test {
 
-// Stores the preset favourites as channels, as the start of the radio with "Kora.vol" does. Before a radio runs.
+// Stores the preset favourites as channels, as the start of the radio with "Kora.vol" does. Before a radio
+// runs.
 void StoreFavourites(HandsetUnderTest& handset);
 
 class RandomDay {

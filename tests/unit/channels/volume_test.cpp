@@ -94,8 +94,8 @@ TEST_F(ChannelVolume, AFailedDeletionLeavesTheVolumeMounted) {
 // What is closed still counts as open: the step goes on and its write fails.
 TEST_F(ChannelVolume, ClosedHandlesKeepTheirStaleValues) {
     TraceOf([&] { EXPECT_NE(db.CEDB_AddGroup(L"Mine"), 0u); });
-    RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Quillon\\Kora\\My Favorite\\A", 0, nullptr, 0, KEY_ALL_ACCESS,
-                    nullptr, OwnedKey().put(), nullptr);
+    RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Quillon\\Kora\\My Favorite\\A", 0, nullptr, 0,
+                    KEY_ALL_ACCESS, nullptr, OwnedKey().put(), nullptr);
     EXPECT_THAT(TraceOf([&] { EXPECT_EQ(db.CEDB_ImportGroups(), 0); }),
                 testing::StartsWith("CeWriteRecordProps failed error ["));
     RegDeleteKeyW(HKEY_CURRENT_USER, L"Software\\Quillon");

@@ -86,7 +86,9 @@ class DialogFont {
     int baseX_, baseY_;
 };
 
-std::string Narrow(const std::wstring& ascii) { return {ascii.begin(), ascii.end()}; }
+std::string Narrow(const std::wstring& ascii) {
+    return {ascii.begin(), ascii.end()};
+}
 
 void ExpectControl(unsigned dialog, int id, const WCHAR* className) {
     const DialogTemplate loaded = LoadDialogTemplate(dialog);

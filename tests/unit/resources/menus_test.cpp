@@ -113,7 +113,9 @@ TEST(Menus, TheDoneBarClosesADialogAsReturnDoes) {
     EXPECT_EQ(GetMenuItemID(menu.Get(), 0), static_cast<UINT>(IDOK));
 }
 
-bool IsDigit(const ACCEL& key) { return (key.fVirt & FCONTROL) == 0; }
+bool IsDigit(const ACCEL& key) {
+    return (key.fVirt & FCONTROL) == 0;
+}
 
 TEST(Menus, EachDigitOfThePhoneAndOfANumberPadIsADigitCommand) {
     std::map<WORD, int> digits;
@@ -144,4 +146,3 @@ TEST(Menus, EveryLetterIsACommandOfTheMainMenuAndNoKeyIsUsedTwice) {
         EXPECT_TRUE(used.insert(key.key).second) << key.key;
     }
 }
-

@@ -24,8 +24,7 @@ TEST_F(CommandsTest, AnUnknownCommandIsLeftToTheDefaultProcedure) {
 
 TEST_F(CommandsTest, ExitTracesAndClosesAtOnceWhenNothingIsRecorded) {
     const DWORD start = GetTickCount();
-    const std::string trace =
-        TraceOf([&] { RunCommand(*state, window, static_cast<WORD>(IDC_EXIT)); });
+    const std::string trace = TraceOf([&] { RunCommand(*state, window, static_cast<WORD>(IDC_EXIT)); });
     EXPECT_EQ(trace, "== CLOSE FM ==\r\n");
     ASSERT_EQ(Seen().size(), 1u);
     EXPECT_EQ(Seen()[0].message, static_cast<UINT>(WM_CLOSE));

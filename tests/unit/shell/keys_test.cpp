@@ -20,8 +20,8 @@ class KeysTest : public test::ShellTest {
 
 TEST_F(KeysTest, AnyKeyWhileARecordingRunsDoesNothingIncludingReturn) {
     state->m_bRecording = TRUE;
-    for (const WPARAM key : {static_cast<WPARAM>('8'), static_cast<WPARAM>(VK_LEFT),
-                             static_cast<WPARAM>(VK_RETURN)}) {
+    for (const WPARAM key :
+         {static_cast<WPARAM>('8'), static_cast<WPARAM>(VK_LEFT), static_cast<WPARAM>(VK_RETURN)}) {
         std::string console;
         const std::string trace =
             TraceOf([&] { console = ConsoleOf([&] { HandleKeyDown(*state, window, key); }); });
@@ -36,9 +36,11 @@ TEST_F(KeysTest, AnyKeyWhileARecordingRunsDoesNothingIncludingReturn) {
 
 TEST_F(KeysTest, ReturnDarkensTheDisplayAndLightsItAgain) {
     ASSERT_TRUE(PowerFlags() & POWER_STATE_ON);
-    EXPECT_EQ(ConsoleOf([&] { HandleKeyDown(*state, window, VK_RETURN); }), "********3.Screen OFF**********\n");
+    EXPECT_EQ(ConsoleOf([&] { HandleKeyDown(*state, window, VK_RETURN); }),
+              "********3.Screen OFF**********\n");
     EXPECT_TRUE(PowerFlags() & POWER_STATE_IDLE);
-    EXPECT_EQ(ConsoleOf([&] { HandleKeyDown(*state, window, VK_RETURN); }), "********1.Screen ON**********\n");
+    EXPECT_EQ(ConsoleOf([&] { HandleKeyDown(*state, window, VK_RETURN); }),
+              "********1.Screen ON**********\n");
     EXPECT_TRUE(PowerFlags() & POWER_STATE_ON);
 }
 

@@ -32,6 +32,8 @@ TEST_F(MainStateTest, StartsWithItsWordsAtZeroAndAnEventThatIsNotSignalled) {
     EXPECT_EQ(WaitForSingleObject(state->m_hStopRecordEvent, 0), static_cast<DWORD>(WAIT_TIMEOUT));
 }
 
-TEST_F(MainStateTest, AWindowWithoutOneGivesNull) { EXPECT_EQ(MainStateOf(window), nullptr); }
+TEST_F(MainStateTest, AWindowWithoutOneGivesNull) {
+    EXPECT_EQ(MainStateOf(window), nullptr);
+}
 
 }  // namespace

@@ -18,7 +18,8 @@ TEST_F(ScanFinished, TheWindowTheSoundTheListAndTheMonitorComeBack) {
     EnableWindow(window, FALSE);
     ShowWindow(state->m_hListView, SW_HIDE);
 
-    EXPECT_EQ(ConsoleOf([&] { FinishScan(*state, window); }), "WM_AUTOSCAN_FINISHED 1\nWM_AUTOSCAN_FINISHED 2\n");
+    EXPECT_EQ(ConsoleOf([&] { FinishScan(*state, window); }),
+              "WM_AUTOSCAN_FINISHED 1\nWM_AUTOSCAN_FINISHED 2\n");
     EXPECT_TRUE(IsWindowEnabled(window));
     EXPECT_THAT(device.Calls(), ElementsAre("SetMute 0"));
     EXPECT_TRUE(GetWindowLongW(state->m_hListView, GWL_STYLE) & WS_VISIBLE);

@@ -28,7 +28,8 @@ ShellTest::ShellTest() {
     windowClass.hInstance = g_app.hInstance;
     windowClass.lpszClassName = kClass;
     RegisterClassW(&windowClass);
-    window = CreateWindowExW(0, kClass, L"", WS_POPUP, 0, 0, 240, 320, nullptr, nullptr, g_app.hInstance, nullptr);
+    window =
+        CreateWindowExW(0, kClass, L"", WS_POPUP, 0, 0, 240, 320, nullptr, nullptr, g_app.hInstance, nullptr);
     state->m_hListView = CreateWindowExW(0, L"SysListView32", L"", WS_CHILD, 0, 0, 10, 10, window, nullptr,
                                          g_app.hInstance, nullptr);
 }

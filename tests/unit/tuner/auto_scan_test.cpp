@@ -85,7 +85,8 @@ TEST_F(AutoScanScreen, TheStationsLabelsAreClearedAndEachStationFoundIsShown) {
 TEST_F(AutoScanScreen, ATunerThatRefusesTheBottomOfTheBandIsTracedAndTheWalkGoesOn) {
     device.results["SetChannel"] = E_FAIL;
     const std::string trace = test::TraceOf([this] { Scan(); });
-    EXPECT_THAT(trace, testing::HasSubstr("FM: *** CFMDevice_SetChannel Error.\nFM: Scanning Channel: 8750\n"));
+    EXPECT_THAT(trace,
+                testing::HasSubstr("FM: *** CFMDevice_SetChannel Error.\nFM: Scanning Channel: 8750\n"));
     EXPECT_EQ(LastShown(211), L"107.9 MHz");
 }
 
