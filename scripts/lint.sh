@@ -2,9 +2,9 @@
 
 KORA_LINT_PACKAGES=(clang-format cppcheck shellcheck)
 
-# Of what is under version control, or would be: a build's folders hold generated sources.
 lint_layout() {
-    (cd "$KORA_ROOT" && git ls-files -z --cached --others --exclude-standard '*.cpp' '*.h' | xargs -0 -n 64 -P "$(nproc)" clang-format --dry-run -Werror)
+    (cd "$KORA_ROOT" && find channels handset recording resources schedule shell skin tests tuner \
+        \( -name "*.cpp" -o -name "*.h" \) -print0 | xargs -0 -n 64 -P "$(nproc)" clang-format --dry-run -Werror)
 }
 
 lint_sources() {

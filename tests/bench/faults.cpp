@@ -17,7 +17,7 @@ void Print(double hours, const test::FaultFigures& f) {
     std::printf(
         "%6.1f h  events %d: faults %d, calls %d, sleeps %d, scans %d, taps on record %d; bookings %d, "
         "starts by them "
-        "%d; radios %d: killed %d, ended by a fault %d, left without a window by one %d; services killed "
+        "%d; radios %d: killed %d, ended by a fault %d, stayed without a window %d; services killed "
         "%d\n",
         hours, f.events, f.faults, f.calls, f.sleeps, f.scans, f.recordings, f.bookings, f.bookedStarts,
         f.radios, f.kills, f.crashes, f.leftBehind, f.services);

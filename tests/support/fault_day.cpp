@@ -2,6 +2,7 @@
 
 #include <tlhelp32.h>
 
+#include <algorithm>
 #include <cstdio>
 
 #include "tests/support/wait.h"
@@ -12,10 +13,10 @@ namespace {
 constexpr wchar_t kSettings[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
 constexpr wchar_t kPhone[] = L"HKLM\\System\\State\\Phone";
 constexpr DWORD kAnswer_ms = 20000;
-constexpr DWORD kStart_ms = 8000;
 constexpr DWORD kPatience_ms = 1500;
 constexpr DWORD kDialog_ms = 3000;
 constexpr DWORD kKilled = 99;
+constexpr std::size_t kTraceShown = 2000;
 
 std::vector<DWORD> ProcessesOf(const std::wstring& program) {
     std::vector<DWORD> found;
@@ -47,6 +48,10 @@ bool HasMainWindow(DWORD id) {
 
 void Handset(const wchar_t* arguments) {
     RunProgram(L"handset.exe", arguments);
+}
+
+void Agree(HWND box) {
+    for (const int button : {IDYES, IDOK}) Radio::Answer(box, button);
 }
 
 }  // namespace
@@ -119,7 +124,7 @@ void FaultDay::End() {
                 return !m_radio->Runs();
             },
             kAnswer_ms)) {
-        m_complaints.push_back("the last radio did not close");
+        Complain("the last radio did not close");
         KillRadio();
         return;
     }
@@ -147,13 +152,9 @@ void FaultDay::Look() {
         AnswerBoxes();
         return !m_radio->Runs() || (m_radio->Window() != nullptr && IsWindowVisible(m_radio->Window()));
     };
-    if (!WaitFor(settled, kDialog_ms)) {
-        // The phone may have fallen asleep.
-        Handset(L"power on");
-        WaitFor(settled, kAnswer_ms);
-    }
+    if (!WaitFor(settled, kDialog_ms)) WaitAwake(settled);
     if (m_radio->Runs() && m_radio->Window() == nullptr) {
-        m_complaints.push_back("a radio showed no window");
+        Complain("a radio showed no window");
         KillRadio();
     }
 }
@@ -168,7 +169,7 @@ void FaultDay::NoteEnd() {
     }
     char text[64];
     std::snprintf(text, sizeof text, "a radio ended with 0x%lx", code);
-    m_complaints.push_back(text);
+    Complain(text);
 }
 
 void FaultDay::ExpectAnswer() {
@@ -181,39 +182,51 @@ void FaultDay::ExpectAnswer() {
     };
     if (answers(kPatience_ms)) return;
     // A phone whose display went dark falls asleep when a fault keeps its radio from holding it awake.
-    Handset(L"power on");
     ++m_figures.sleeps;
-    if (answers(kAnswer_ms)) return;
-    // One whose exception the host passed over may have been stopped in the middle of anything.
-    if (m_mayCrash) {
-        ++m_figures.crashes;
-    } else {
-        m_complaints.push_back("a radio did not answer");
-    }
+    if (WaitAwake([&] { return answers(kPatience_ms); })) return;
+    Complain("a radio did not answer");
     KillRadio();
+}
+
+// As a user who waits for something does: a key now and then, since a phone that nobody touches falls asleep.
+bool FaultDay::WaitAwake(const std::function<bool()>& condition) {
+    for (const ULONGLONG end = GetTickCount64() + kAnswer_ms; GetTickCount64() < end;) {
+        Handset(L"power on");
+        if (WaitFor(condition, kPatience_ms)) return true;
+    }
+    return false;
+}
+
+// With what goes wrong at that moment, and what was written last.
+void FaultDay::Complain(const std::string& what) {
+    const std::string trace = m_handset.Trace();
+    const std::size_t shown = std::min<std::size_t>(trace.size(), kTraceShown);
+    m_complaints.push_back(what + " at event " + std::to_string(m_figures.events) + ", fault \"" + m_fault +
+                           "\", headset " + (m_headset ? "in" : "out") + "; the trace ends:\n" +
+                           trace.substr(trace.size() - shown));
 }
 
 // With yes where that is asked.
 void FaultDay::AnswerBoxes() {
-    if (const HWND box = m_radio->Box(nullptr)) {
-        for (const int button : {IDYES, IDOK}) Radio::Answer(box, button);
-    }
+    if (const HWND box = m_radio->Box(nullptr)) Agree(box);
 }
 
-// Device differs: there a program ends with an exception that nobody handles. The host passes over one in a
-// window procedure, and a radio whose window was going then stays without a window.
+// A radio that was booked may wait for an answer before it has a window.
 void FaultDay::EndLeftBehind() {
     const std::wstring program = m_handset.DevicePath(L"\\Windows\\UI.exe");
     for (const DWORD id : ProcessesOf(program)) {
         if (HasMainWindow(id)) continue;
         const HANDLE process = OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, id);
-        // It may be about to end, or to show its window.
-        const bool stays = WaitForSingleObject(process, kStart_ms) == WAIT_TIMEOUT && !HasMainWindow(id);
-        if (stays) {
+        // Or be about to end, or to show it.
+        const auto settled = [&] {
+            if (const HWND box = Radio::BoxOf(id, nullptr)) Agree(box);
+            return WaitForSingleObject(process, 0) == WAIT_OBJECT_0 || HasMainWindow(id);
+        };
+        if (!WaitAwake(settled)) {
+            Complain("a radio stayed without a window");
             TerminateProcess(process, kKilled);
             WaitForSingleObject(process, kAnswer_ms);
             ++m_figures.leftBehind;
-            if (!m_everCrashed) m_complaints.push_back("a radio stayed without a window");
             if (m_radio != nullptr && m_radio->ProcessId() == id) m_radio.reset();
         }
         CloseHandle(process);

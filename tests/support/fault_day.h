@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <memory>
 #include <random>
 #include <string>
@@ -47,6 +48,8 @@ class FaultDay {
     void NoteEnd();
     void AnswerBoxes();
     void ExpectAnswer();
+    bool WaitAwake(const std::function<bool()>& condition);
+    void Complain(const std::string& what);
     void Step();
 
     void ChangeSignal();
@@ -85,7 +88,7 @@ class FaultDay {
     bool m_active = true, m_headset = true, m_card = true, m_space = true;
     bool m_mayCrash = false;  // a fault that ends a process was there in this radio's life
     bool m_mayCrashNow = false;
-    bool m_everCrashed = false;
+    std::string m_fault;  // the one that is injected; empty for none
     int m_names = 0;
 };
 

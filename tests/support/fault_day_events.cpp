@@ -95,16 +95,18 @@ void FaultDay::ToggleSpace() {
 
 void FaultDay::ChangeFaults() {
     const bool crash = Below(3) == 0;
-    m_handset.SetState(L"Fault", crash ? L"crash:" + std::wstring(kOperations[Below(std::size(kOperations))])
-                                       : std::wstring(kFaults[Below(std::size(kFaults))]));
+    const std::wstring fault = crash ? L"crash:" + std::wstring(kOperations[Below(std::size(kOperations))])
+                                     : std::wstring(kFaults[Below(std::size(kFaults))]);
+    m_handset.SetState(L"Fault", fault);
+    m_fault.assign(fault.begin(), fault.end());
     m_mayCrashNow = crash;
     m_mayCrash = m_mayCrash || crash;
-    m_everCrashed = m_everCrashed || crash;
     ++m_figures.faults;
 }
 
 void FaultDay::ClearFaults() {
     m_handset.DeleteState(L"Fault");
+    m_fault.clear();
     m_mayCrashNow = false;
 }
 

@@ -147,7 +147,11 @@ LRESULT Radio::Send(UINT message, WPARAM wParam, LPARAM lParam) const {
 }
 
 HWND Radio::Box(const wchar_t* caption) const {
-    Search search = {m_process.dwProcessId, L"#32770", caption, nullptr};
+    return BoxOf(m_process.dwProcessId, caption);
+}
+
+HWND Radio::BoxOf(DWORD process, const wchar_t* caption) {
+    Search search = {process, L"#32770", caption, nullptr};
     EnumWindows(Match, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }

@@ -47,6 +47,7 @@ class Radio {
 
     // A message box of the process by its caption (null: any); null when there is none.
     HWND Box(const wchar_t* caption) const;
+    static HWND BoxOf(DWORD process, const wchar_t* caption);
     HWND WaitForBox(const wchar_t* caption) const;
     static std::wstring BoxText(HWND box);
     static void Answer(HWND box, int button);
