@@ -8,6 +8,23 @@ KORA_PACKAGE_PACKAGES=(zip)
 KORA_TEST_PACKAGES=(clang libclang-rt-dev g++-mingw-w64-i686-posix ffmpeg sqlite3 desktop-file-utils zip unzip)
 KORA_COVERAGE_PACKAGES=(gcovr)
 
+# Of what apt says: how much there is to do, and in quarters how much of it is done.
+install_progress() {
+    local line all=0 steps=0 quarter=0
+    while read -r line; do
+        case $line in
+            *' newly installed, '*) line=${line#*upgraded, }; all=${line%% *} ;;
+            'Need to get '*) steps=0; printf '   %d packages, %s to fetch\n' "$all" "$(cut -d' ' -f4,5 <<<"$line")" ;;
+            Get:* | Unpacking* | 'Setting up'*)  # the three steps of a package
+                steps=$((steps + 1))
+                if [ "$all" -gt 0 ] && [ $((steps * 4)) -ge $(((quarter + 1) * all * 3)) ]; then
+                    quarter=$((quarter + 1))
+                    printf '   %d %%\n' $((25 * quarter))
+                fi ;;
+        esac
+    done >&2
+}
+
 # packages_need NAME…: installs those that are missing, as root or through sudo, and says so.
 packages_need() {
     local missing=() name
@@ -20,11 +37,11 @@ packages_need() {
         command -v sudo >/dev/null || fail "these packages are missing and neither root nor sudo is at hand: ${missing[*]}"
         root=(sudo)
     fi
-    step "installing ${missing[*]} (this may take a minute or two)"
+    step "installing ${missing[*]}"
     mkdir -p "$KORA_HOME"
     local log=$KORA_HOME/install.log
     { "${root[@]}" apt-get update -q &&
       "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
-    } >"$log" 2>&1 || fail "the installation failed; the last lines of $log say why:
+    } 2>&1 | tee "$log" | install_progress || fail "the installation failed; the last lines of $log say why:
 $(tail -n 5 "$log")"
 }

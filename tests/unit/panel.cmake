@@ -14,6 +14,7 @@ kora_test(test_panel
         panel/install_test.cpp
         panel/layout_test.cpp
         panel/panel_window_test.cpp
+        panel/process_start_test.cpp
         panel/radio_test.cpp
         panel/registry_test.cpp
         panel/removal_test.cpp
