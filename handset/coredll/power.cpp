@@ -98,5 +98,5 @@ COREDLL_EXPORT BOOL WINAPI DevicePowerPolicyNotify(DWORD message, DWORD data) {
 
 COREDLL_EXPORT BOOL WINAPI DeviceAllKeys(BOOL allKeys) {
     const CallGuard guard;
-    return handset::SetStateDword(L"AllKeys", allKeys ? 1 : 0);
+    return handset::WantAllKeys(allKeys != FALSE);
 }

@@ -56,7 +56,7 @@ bool PhoneSleeps() {
 }
 
 bool RadioHasAllKeys() {
-    return handset::StateDword(L"AllKeys", 0) != 0;
+    return handset::AllKeysWanted();
 }
 
 std::uint32_t BluetoothBits() {

@@ -1,6 +1,8 @@
 // The power manager's shared memory.
 #include "handset/state/power_board.h"
 
+#include <algorithm>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -32,16 +34,18 @@ PowerBoardAccess::PowerBoardAccess() : lock_(L"power.lock"), board_(OpenBoard())
 }
 
 void PowerBoardAccess::ClearAway() const {
-    bool held = false;
+    bool held = false, allKeys = false;
     for (PowerProgram& row : board_->programs) {
         if (row.program.id == 0 || Runs(row.program)) continue;
         held = held || row.holds != 0;
+        allKeys = allKeys || row.allKeys != 0;
         row = {};
     }
     for (PowerListener& row : board_->listeners) {
         if (row.program.id != 0 && !Runs(row.program)) row = {};
     }
     if (held) ShowHolds();
+    if (allKeys) ShowAllKeys();
 }
 
 PowerProgram* PowerBoardAccess::Mine() const {
@@ -62,6 +66,15 @@ std::uint32_t PowerBoardAccess::Holders() const {
 
 void PowerBoardAccess::ShowHolds() const {
     SetStateDword(L"UnattendedRequests", Holders());
+}
+
+bool PowerBoardAccess::AllKeys() const {
+    return std::any_of(std::begin(board_->programs), std::end(board_->programs),
+                       [](const PowerProgram& row) { return row.allKeys != 0; });
+}
+
+void PowerBoardAccess::ShowAllKeys() const {
+    SetStateDword(L"AllKeys", AllKeys() ? 1 : 0);
 }
 
 void PowerBoardAccess::WakeFollowers() const {

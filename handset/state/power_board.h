@@ -18,6 +18,8 @@ struct PowerProgram {
     ProgramMark program;
     std::uint32_t holds;    // of unattended mode
     std::uint32_t follows;  // 1 = has a PowerFollower
+    std::uint32_t allKeys;  // 1 = wants every key
+    std::uint32_t reserved;
 };
 struct PowerListener {
     ProgramMark program;
@@ -47,8 +49,10 @@ class PowerBoardAccess {
     PowerProgram* Mine() const;
     std::uint32_t Holders() const;
     void WakeFollowers() const;
-    // Keeps the state value UnattendedRequests what it is said to be.
+    bool AllKeys() const;
+    // Keep the state values UnattendedRequests and AllKeys what they are said to be.
     void ShowHolds() const;
+    void ShowAllKeys() const;
 
   private:
     void ClearAway() const;

@@ -175,6 +175,19 @@ std::uint32_t UnattendedHolders() {
     return PowerBoardAccess().Holders();
 }
 
+bool WantAllKeys(bool all) {
+    const PowerBoardAccess board;
+    PowerProgram* const mine = board.Mine();
+    if (mine == nullptr) return false;
+    mine->allKeys = all ? 1 : 0;
+    board.ShowAllKeys();
+    return true;
+}
+
+bool AllKeysWanted() {
+    return PowerBoardAccess().AllKeys();
+}
+
 void ResetIdleTimer() {
     const PowerBoardAccess board;
     board->systemActivity_ms = GetTickCount64();

@@ -51,6 +51,11 @@ bool RemovePowerListener(std::uint32_t number);
 bool HoldUnattended(bool hold);
 std::uint32_t UnattendedHolders();
 
+// --- Keys: whether a program wants every hardware key, also those that the phone would keep to itself or
+// that come with a dark display. The wish ends with the program. False when too many programs have one.
+bool WantAllKeys(bool all);
+bool AllKeysWanted();
+
 // --- The idle timer.
 void ResetIdleTimer();
 // A key or the stylus.

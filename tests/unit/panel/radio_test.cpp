@@ -1,7 +1,7 @@
 // The running radio from outside: start, stop, keys, soft keys and the stylus.
 #include "handset/panel/device_registry.h"
 #include "handset/panel/telephone.h"
-#include "handset/state/handset_state.h"
+#include "handset/state/power_manager.h"
 #include "tests/unit/panel/stand_in_test.h"
 
 namespace panel {
@@ -98,7 +98,7 @@ TEST_F(RadioFromOutside, TheCallKeysAnswerAndEndACallAndElseReachARadioThatAsked
     EXPECT_EQ(PhoneStatus(), 0u);
     EXPECT_EQ(Notes().find("keydown"), std::string::npos);
     EXPECT_EQ(Run({L"key", L"end"}), kDone);
-    handset::SetStateDword(L"AllKeys", 1);
+    handset::WantAllKeys(true);
     EXPECT_EQ(Run({L"key", L"call"}), kDone);
     EXPECT_TRUE(WaitForNote("keydown 114\n")) << Notes();
     EXPECT_EQ(Notes().find("keydown 115\n"), std::string::npos);
@@ -112,14 +112,14 @@ TEST_F(RadioFromOutside, WithADarkDisplayOnlyKeysArriveAndOnlyAtARadioThatAskedF
         EXPECT_EQ(Run(words), kFailed) << words[0];
         EXPECT_NE(console_.Complained().find(L"the display is dark"), std::wstring::npos);
     }
-    handset::SetStateDword(L"AllKeys", 1);
+    handset::WantAllKeys(true);
     EXPECT_EQ(Run({L"tap", L"100", L"200", L"0"}), kFailed);
     EXPECT_EQ(Run({L"key", L"8", L"soft2"}), kDone);
     EXPECT_TRUE(WaitForNote("keydown 56\nchild keyup 56\nchild keydown 113\n")) << Notes();
     for (const char* never : {"keydown 57", "softkey", "main down"})
         EXPECT_EQ(Notes().find(never), std::string::npos) << never;
     Run({L"power", L"on"});
-    handset::SetStateDword(L"AllKeys", 0);
+    handset::WantAllKeys(false);
     EXPECT_EQ(Run({L"key", L"7"}), kDone);
     EXPECT_TRUE(WaitForNote("keydown 55\n")) << Notes();
 }

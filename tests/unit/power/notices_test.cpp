@@ -41,6 +41,15 @@ TEST_F(PowerOfThePhone, AProgramThatEndsLetsGoOfUnattendedMode) {
     EXPECT_EQ(State(), L"idle");
 }
 
+TEST_F(PowerOfThePhone, AProgramThatEndsNoLongerWantsEveryKey) {
+    StartProgram(L"keys");
+    EXPECT_TRUE(handset::AllKeysWanted());
+    EXPECT_EQ(handset::StateDword(L"AllKeys", 9), 1u);
+    KillPrograms();
+    EXPECT_TRUE(test::WaitFor([] { return !handset::AllKeysWanted(); }));
+    EXPECT_EQ(handset::StateDword(L"AllKeys", 9), 0u);
+}
+
 TEST_F(PowerOfThePhone, TheKeyDarkensTheDisplayOfAPhoneThatIsHeldAwakeAndPutsAnotherToSleep) {
     StartProgram(L"hold");
     handset::PressPowerKey();

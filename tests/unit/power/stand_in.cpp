@@ -1,5 +1,6 @@
 // A program of the device for the tests of the power manager. Its arguments are things to do at the start:
 //   hold     asks for unattended mode
+//   keys     asks for every hardware key
 //   listen   writes each notification to \notices.txt: kind, flags in hexadecimal, name
 //   reset    resets the idle timer all the time
 //   write    writes "hello" into the queue "calls"
@@ -71,6 +72,7 @@ int main(int count, char** arguments) {
     bool waits = false;
     for (int i = 1; i < count; ++i) {
         if (std::strcmp(arguments[i], "hold") == 0) PowerPolicyNotify(PPN_UNATTENDEDMODE, TRUE);
+        if (std::strcmp(arguments[i], "keys") == 0) AllKeys(TRUE);
         if (std::strcmp(arguments[i], "listen") == 0) Listen();
         if (std::strcmp(arguments[i], "write") == 0) Write();
         if (std::strcmp(arguments[i], "reset") == 0) CreateThread(nullptr, 0, ResetProc, nullptr, 0, nullptr);
