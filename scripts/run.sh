@@ -22,12 +22,13 @@ run_tour() {
     local tour=$!
     tour_pictures "$KORA_HOME" "$log" "$tour" &
     local pictures=$!
-    tail -n +1 -f --pid="$tour" "$log" | grep -av '^picture ' || true
+    tail -n +1 -f --pid="$tour" "$log" | grep -av '^picture \|^sound: ' || true
     wait "$tour" || status=$?
     wait "$pictures" || true
     display_stop
     [ $status -eq 0 ] || fail "the tour ended early; $KORA_HOME/trace.log says more"
-    step "done: $(ls "$KORA_HOME"/*.png "$KORA_HOME"/*.wav 2>/dev/null | tr '\n' ' ')"
+    step "what was shown and heard:"
+    ls "$KORA_HOME"/tour-*.png "$KORA_HOME/tour.wav"
 }
 
 kora_run() {
