@@ -32,7 +32,9 @@ handset_stage() {
     local had_display=${DISPLAY:-}
     display_any
     wine_prefix
-    if [ -z "$had_display" ]; then
+    if [ -n "$had_display" ]; then
+        wine_no_virtual_desktop
+    else
         wine_virtual_desktop "$KORA_DESKTOP"
         export KORA_HOSTSOUND=0
     fi

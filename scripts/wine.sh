@@ -26,12 +26,23 @@ wine_virtual_desktop() {
     echo "$1" >"$record"
 }
 
+# Takes that back: on a user's display each program shows its windows where it was started, and a desktop that all
+# of them belong to would not go with the last of its windows.
+wine_no_virtual_desktop() {
+    [ -f "$WINEPREFIX/.kora-desktop" ] || return 0
+    wine_start reg delete 'HKCU\Software\Wine\Explorer' /v Desktop /f >"$KORA_HOME/wine-desktop.log" 2>&1 ||
+        fail "Wine's desktop could not be put away; see $KORA_HOME/wine-desktop.log"
+    rm "$WINEPREFIX/.kora-desktop"
+}
+
 # A prefix takes some seconds to make; done once.
 wine_prefix() {
     [ -f "$WINEPREFIX/.kora-ready" ] && return 0
     step "making a Wine prefix in $WINEPREFIX (some seconds, once)"
     mkdir -p "$WINEPREFIX"
     wine_start wineboot --init >"$KORA_HOME/wineboot.log" 2>&1 || fail "Wine could not make its prefix; see $KORA_HOME/wineboot.log"
+    # What lies behind the phone.
+    wine_start reg add 'HKCU\Control Panel\Colors' /v Background /d '44 50 54' /f >>"$KORA_HOME/wineboot.log" 2>&1 || true
     wineserver_run --wait || true
     touch "$WINEPREFIX/.kora-ready"
 }

@@ -21,11 +21,11 @@ constexpr DWORD kMonitorPeriod_ms = 700;
 std::int32_t ReadAndShowSignal(CMainState& state) {
     std::int32_t level = 0;
     g_app.pFMDevice->GetSignal(&level);
-    if (level != g_app.lLastSignal) {
-        NKDbgPrintfW(L"FM: Signal = %d \n", level);
-        DrawSignal(state.m_skin, level);
-        g_app.lLastSignal = level;
-    }
+    const bool changed = level != g_app.lLastSignal;
+    if (changed) NKDbgPrintfW(L"FM: Signal = %d \n", level);
+    // A paint of the whole window, after a turn of the screen or a dialog, leaves the background there.
+    if (changed || !SignalIsShown(state.m_skin)) DrawSignal(state.m_skin, level);
+    g_app.lLastSignal = level;
     return level;
 }
 

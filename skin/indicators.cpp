@@ -22,8 +22,6 @@ constexpr SkinRect kProgressLandscape = {65, 55, 159, 14};
 // The signal's image changes every 13 units; the last one has no upper end.
 constexpr int kSignalBand = 13;
 constexpr int kSignalImages = 6;
-constexpr SkinRect kSignalWide = {14, 12, 49, 22};
-constexpr SkinRect kSignalNarrow = {5, 10, 24, 11};
 
 }  // namespace
 
@@ -50,9 +48,10 @@ void DrawSignal(CSkin& skin, int value) {
     const int grade = std::clamp(value / kSignalBand, 0, kSignalImages - 1);
     const OwnedBitmap bars = LoadSkinImage(skin.hInstance, static_cast<UINT>(IDB_SIGNAL + grade));
     if (!bars) return;
+    const std::uint32_t before = skin.shownSignal.nPaints.load();
     const WindowDC window(skin.hWnd);
     const BitmapSource source(skin, window.get());
-    const SkinRect& to = source.Screen().bWide ? kSignalWide : kSignalNarrow;
+    const SkinRect& to = SignalPlace(source.Screen());
     if (source.Screen().bWide) {
         TransparentImage(window.get(), to.x, to.y, to.cx, to.cy, bars.get(), 0, 0, to.cx, to.cy,
                          kTransparentColour);
@@ -60,4 +59,9 @@ void DrawSignal(CSkin& skin, int value) {
         source.Copy(bars.get(), 0, 0, window.get(), to);
     }
     MarkPaintedOver(skin, source.Screen(), to);
+    MarkShown(skin.shownSignal, before, skin.hWnd);
+}
+
+bool SignalIsShown(const CSkin& skin) {
+    return IsShown(skin.shownSignal, skin.hWnd);
 }

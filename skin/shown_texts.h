@@ -1,12 +1,15 @@
-// Which text fields still show what was painted into them last, so that a text that has not changed need not
-// be painted again. Every paint says here which rectangle it has painted over, after it has done so. Any
-// thread; no lock, as a worker thread may be suspended anywhere.
+// Which text fields, and whether the signal's bars, still show what was painted there last, so that what has
+// not changed need not be painted again. Every paint says here which rectangle it has painted over, after it
+// has done so. Any thread; no lock, as a worker thread may be suspended anywhere.
 #pragma once
 
 #include "skin/screen.h"
 #include "skin/skin.h"
 
-// Something was painted there: no field shows its text there any longer.
+// Where the signal's bars lie.
+[[nodiscard]] const SkinRect& SignalPlace(const SkinScreen& screen);
+
+// Something was painted there: neither a field nor the signal is shown there any longer.
 void MarkPaintedOver(CSkin& skin, const SkinScreen& screen, const SkinRect& rect);
 
 // The monitor has painted this field. Where its fields overlap, a later row of the table lies above an
@@ -14,5 +17,10 @@ void MarkPaintedOver(CSkin& skin, const SkinScreen& screen, const SkinRect& rect
 // by turns for ever.
 void MarkFieldShown(CSkin& skin, const SkinScreen& screen, const SkinText& field);
 
-// True when the field shows that text in that window, and nothing was painted over it since.
+// The paint that began when the count was `before` is done. One paint more is this one; with any other in
+// between, or with none, it has to be painted again next time.
+void MarkShown(SkinShown& shown, std::uint32_t before, HWND window);
+// True when it was painted in that window, and nothing over it since.
+[[nodiscard]] bool IsShown(const SkinShown& shown, HWND window);
+// The same, and it was that text.
 [[nodiscard]] bool ShowsText(const SkinShownText& shown, HWND window, const WCHAR* text);

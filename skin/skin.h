@@ -7,13 +7,15 @@
 
 #include "skin/skin_tables.h"
 
-// What is known of one text field (skin/shown_texts.h).
-struct SkinShownText {
+// What is known of one thing that is painted over the background (skin/shown_texts.h).
+struct SkinShown {
     std::atomic<std::uint32_t> nPaints{0};  // of its pixels, by any thread
-    // Of the thread that shows texts: what it painted last, and the count after that paint.
+    // Of the thread that shows it: whether it did, where, and the count after that paint.
     bool bKnown = false;
     std::uint32_t nShownAt = 0;
     HWND hWnd = nullptr;
+};
+struct SkinShownText : SkinShown {
     std::wstring text;
 };
 // At least the rows of the text table.
@@ -23,4 +25,5 @@ struct CSkin : SkinTables {
     HINSTANCE hInstance = nullptr;              // module of the bitmaps
     HWND hWnd = nullptr;                        // stored by SkinWindowProc
     SkinShownText shownTexts[kMostShownTexts];  // by row of the text table
+    SkinShown shownSignal;
 };

@@ -27,5 +27,7 @@ void DrawButtons(CSkin& skin, HDC hdc, BOOL all, int id);
 // The bar and the percentage of a scan; `level` is 0 to 10, in tenths of the band. Other levels do nothing.
 void DrawScanProgress(CSkin& skin, int level);
 
-// The antenna's bars for a signal level as the receiver gives it.
+// The antenna's bars for a signal level as the receiver gives it. By one thread at a time, the monitor's.
 void DrawSignal(CSkin& skin, int value);
+// False when something was painted over them since, or they never were. For that thread.
+[[nodiscard]] bool SignalIsShown(const CSkin& skin);

@@ -58,10 +58,6 @@ void ShowSkinText(CSkin& skin, int fieldId, const WCHAR* text) {
     if (ShowsText(shown, skin.hWnd, text)) return;
     const std::uint32_t before = shown.nPaints.load();
     PaintField(skin, *field, text, MarkFieldShown);
-    // One paint more is this one; with any other in between, or with none, the field is painted again next
-    // time.
-    shown.bKnown = true;
-    shown.nShownAt = before + 1;
-    shown.hWnd = skin.hWnd;
+    MarkShown(shown, before, skin.hWnd);
     shown.text = text;
 }

@@ -179,8 +179,13 @@ void PanelWindow::Redraw() {
 void PanelWindow::FitToScreen() {
     view_.phone = LayOutPhone(view_.now.screenWidth, view_.now.screenHeight);
     view_.column = LayOutColumn(view_.phone.column);
-    SetWindowPos(window_, nullptr, 0, 0, view_.phone.width, view_.phone.height,
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    // Turned about its middle, as in a hand.
+    RECT before = {};
+    GetWindowRect(window_, &before);
+    const int x = before.left + (before.right - before.left - view_.phone.width) / 2;
+    const int y = before.top + (before.bottom - before.top - view_.phone.height) / 2;
+    SetWindowPos(window_, nullptr, x, y, view_.phone.width, view_.phone.height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
     KeepOnScreen();
 }
 

@@ -187,6 +187,20 @@ TEST_F(PanelWindowTest, ThePhoneTurnsWithTheScreen) {
     EXPECT_TRUE(WaitForNote("child keydown 51\n")) << Notes();
 }
 
+TEST_F(PanelWindowTest, ThePhoneTurnsAboutItsMiddle) {
+    const auto middle = [this] {
+        RECT place = {};
+        GetWindowRect(window_, &place);
+        return POINT{(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+    };
+    const POINT before = middle();
+    for (const wchar_t* way : {L"landscape", L"portrait"}) {
+        EXPECT_EQ(Run({L"orientation", way}), kDone);
+        EXPECT_NEAR(middle().x, before.x, 1);
+        EXPECT_NEAR(middle().y, before.y, 1);
+    }
+}
+
 TEST_F(PanelWindowTest, TheDisplayIsDarkUnlessThePowerStateIsOn) {
     StartStandIn();
     const auto darkness = [] { return FindWindowW(L"KoraHandsetDarkness", nullptr); };

@@ -103,6 +103,18 @@ TEST_P(Signal, WithoutItsImageTheScreenStaysAsItIs) {
     EXPECT_TRUE(Same(Blank(), Painted(30)));
 }
 
+TEST_P(Signal, IsShownUntilSomethingIsPaintedOverIt) {
+    EXPECT_FALSE(SignalIsShown(m_skin));
+    DrawSignal(m_skin, 30);
+    EXPECT_TRUE(SignalIsShown(m_skin));
+    DrawSkinText(m_skin, 218, L"50%");
+    EXPECT_TRUE(SignalIsShown(m_skin));
+    Paint([this](HDC dc) { DrawBackground(m_skin, dc); });
+    EXPECT_FALSE(SignalIsShown(m_skin));
+    DrawSignal(m_skin, 30);
+    EXPECT_TRUE(SignalIsShown(m_skin));
+}
+
 INSTANTIATE_TEST_SUITE_P(Screens, Signal, ::testing::ValuesIn(kScreens), NameOfScreen);
 
 }  // namespace

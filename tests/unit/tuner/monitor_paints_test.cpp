@@ -30,6 +30,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+constexpr int kSignal = -1;
+constexpr SkinRect kSignalPlace = {5, 10, 24, 11};
+
 class MonitorPaints : public MonitorTest {
   protected:
     MonitorPaints() {
@@ -43,7 +46,7 @@ class MonitorPaints : public MonitorTest {
     }
     ~MonitorPaints() override { g_copiesTo = nullptr; }
 
-    // The labels that a round paints when the station says this, in their order.
+    // The labels that a round paints when the station says this, and the signal's bars, in their order.
     std::vector<int> PaintedByRound(std::int32_t kind = kRdsServiceNameWithAF,
                                     const WCHAR* text = L"KORA ONE") {
         device.rdsData = {{kind, text}};
@@ -57,6 +60,7 @@ class MonitorPaints : public MonitorTest {
   private:
     int FieldAt(const SkinRect& place) const {
         const CSkin& skin = state->m_skin;
+        if (place.x == kSignalPlace.x && place.y == kSignalPlace.y) return kSignal;
         for (int row = 0; row < skin.nTexts; ++row) {
             const SkinRect& field = skin.pTexts[row].portrait;
             if (field.x == place.x && field.y == place.y) return skin.pTexts[row].nId;
@@ -101,11 +105,18 @@ TEST_F(MonitorPaints, ALabelThatSomebodyElseClearedIsPaintedAgain) {
     EXPECT_THAT(PaintedByRound(kRdsProgramText, L""), ElementsAre(TEXT_PROGRAM_TEXT));
 }
 
-TEST_F(MonitorPaints, EveryLabelIsPaintedAgainAfterTheWindowWas) {
+TEST_F(MonitorPaints, TheSignalAndEveryLabelArePaintedAgainAfterTheWindowWas) {
     InvalidateRect(window, nullptr, FALSE);
     UpdateWindow(window);
     EXPECT_THAT(PaintedByRound(),
-                ElementsAre(TEXT_STEREO, TEXT_RDS, TEXT_SERVICE_NAME, TEXT_AF, TEXT_PROGRAM_TYPE));
+                ElementsAre(kSignal, TEXT_STEREO, TEXT_RDS, TEXT_SERVICE_NAME, TEXT_AF, TEXT_PROGRAM_TYPE));
+    EXPECT_THAT(PaintedByRound(), IsEmpty());
+}
+
+TEST_F(MonitorPaints, ASignalThatHasChangedIsPaintedAlone) {
+    device.signal = 30;
+    EXPECT_THAT(PaintedByRound(), ElementsAre(kSignal));
+    EXPECT_THAT(PaintedByRound(), IsEmpty());
 }
 
 TEST_F(MonitorPaints, WithoutDataTheLabelsAreClearedOnce) {
