@@ -68,6 +68,8 @@ void SetFormatOfPin(IAMStreamConfig& pin, AM_MEDIA_TYPE* type, const CaptureForm
 }  // namespace
 
 int CaptureRecorder::BuildCaptureGraph() {
+    // What still runs would go on writing its file by itself, and nobody could end it any more.
+    if (m_hEventThread != nullptr) StopCapture();
     if (CreateGraph() != kDone) return kFailed;
     if (CreateCaptureFilter() != kDone) return kFailed;
     return SelectFormat();

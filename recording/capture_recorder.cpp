@@ -9,6 +9,7 @@ namespace {
 using namespace capture;
 
 constexpr DWORD kEventThreadEnd_ms = 16000;
+constexpr DWORD kAfterNoEvent_ms = 100;
 // Of the stop request's two ends; the start's own request has none.
 constexpr WORD kStartCookie = 1;
 constexpr WORD kStopCookie = 2;
@@ -69,7 +70,11 @@ DWORD WINAPI CaptureRecorder::GraphEventLoop(LPVOID recorder) {
     for (;;) {
         LONG code = 0;
         LONG_PTR first = 0, second = 0;
-        if (FAILED(source.event->GetEvent(&code, &first, &second, INFINITE))) return 0;
+        if (FAILED(source.event->GetEvent(&code, &first, &second, INFINITE))) {
+            // A graph may wake its listener without an event; that is no end of the recording.
+            Sleep(kAfterNoEvent_ms);
+            continue;
+        }
         if (code == kStreamStopped) source.control->Stop();
         if (code == kFileFailed && notifyWindow != nullptr) PostMessageW(notifyWindow, notifyMessage, 0, 0);
         source.event->FreeEventParams(code, first, second);

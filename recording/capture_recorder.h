@@ -21,7 +21,7 @@ class CaptureRecorder {
     CaptureRecorder& operator=(const CaptureRecorder&) = delete;
 
     // The graph with the capture filter and the format that its pin is to deliver (capture_graph.cpp). Called
-    // again, it builds everything anew and gives back what it had built before.
+    // again, it ends a recording that runs, builds everything anew and gives back what it had built before.
     int BuildCaptureGraph();
     // The filters that write `path`, a full name on the device (output_chain.cpp).
     int BuildOutputChain(const WCHAR* path);

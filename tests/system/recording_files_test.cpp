@@ -119,6 +119,28 @@ TEST_F(RecordingFiles, ABookedRecordingLastsItsMinute) {
     EXPECT_NEAR(sound.length_s, 60, 3);
 }
 
+// Whether no program writes it any more.
+bool IsClosed(const std::wstring& hostPath) {
+    const HANDLE alone = CreateFileW(hostPath.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (alone == INVALID_HANDLE_VALUE) return false;
+    CloseHandle(alone);
+    return true;
+}
+
+TEST_F(RecordingFiles, ABookedRecordingThatBeginsDuringAnotherEndsThatOneFirst) {
+    Radio radio(handset, L"-Rec -Channel 9850 -Duration 1");
+    radio.WaitUntilShown();
+    ASSERT_NO_FATAL_FAILURE(TapRecord(radio));
+    ASSERT_TRUE(WaitFor([&] { return SizeOf(Music(L"98.5-0000.amr")) > 1000; }));
+    EXPECT_FALSE(IsClosed(handset.DevicePath(Music(L"98.5-0000.amr"))));
+    ASSERT_TRUE(WaitFor([&] { return SizeOf(Music(L"98.5-0001.amr")) > 1000; }));
+    EXPECT_TRUE(IsClosed(handset.DevicePath(Music(L"98.5-0000.amr"))));
+    ASSERT_NO_FATAL_FAILURE(StopAndAnswer(radio));
+    for (const wchar_t* file : {L"98.5-0000.amr", L"98.5-0001.amr"}) {
+        EXPECT_EQ(ProbeSound(handset.DevicePath(Music(file))).complaints, "");
+    }
+}
+
 TEST_F(RecordingFiles, ClosedByTheHeadsetTheFileIsWhole) {
     SetFormat(1);
     SetClockRate(4);

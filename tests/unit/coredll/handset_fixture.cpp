@@ -29,6 +29,10 @@ HandsetTest::HandsetTest() {
     // The first call of COREDLL already belongs to this handset.
     SetState(L"KORA_DEVICEROOT", root_.c_str());
     SetState(L"KORA_STATEKEY", stateKey_.c_str());
+    // Numbers of processes come again, and an earlier one may have ended with a file of its folder still
+    // open.
+    RemoveFolder(root_);
+    RegDeleteTreeW(HKEY_CURRENT_USER, stateKey_.c_str());
     CreateDirectoryW(root_.c_str(), nullptr);
 }
 

@@ -97,6 +97,17 @@ TEST_F(Recorder, OtherEventsAreFreedAndTheLoopGoesOnUntilEitherOfItsEnds) {
     }
 }
 
+TEST_F(Recorder, AWaitThatEndsWithoutAnEventIsBegunAgain) {
+    Start();
+    graph.eventsOfStop = {};
+    graph.Raise(FakeGraph::kNoEvent);
+    graph.Raise(1);
+    ASSERT_TRUE(WaitFor([&] { return !graph.CallsOf("event").empty(); }));
+    EXPECT_THAT(graph.CallsOf("event"), ElementsAre("event.FreeEventParams 1"));
+    graph.Raise(257);
+    recorder->ReleaseAll();
+}
+
 TEST_F(Recorder, AnEventThreadThatDoesNotEndIsGivenUpAfterSixteenSecondsAndTheReleaseGoesOn) {
     Start();
     graph.eventsOfStop = {};

@@ -118,6 +118,8 @@ FakeGraph::FakeGraph() {
 }
 
 FakeGraph::~FakeGraph() {
+    // One that is left would wake up in the middle of the next test.
+    EXPECT_EQ(ThreadsThatWait(), 0) << "an event thread has outlived its recording";
     for (const DWORD registered : m_registered) CoRevokeClassObject(registered);
     CoUninitialize();
     g_graph = nullptr;
@@ -156,6 +158,11 @@ long FakeGraph::OpenMediaTypes() const {
     return found == m_references.end() ? 0 : found->second;
 }
 
+int FakeGraph::ThreadsThatWait() const {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_waiting;
+}
+
 void FakeGraph::Raise(LONG event) {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_events.push_back(event);
@@ -176,10 +183,12 @@ void FakeGraph::Hold(const std::string& object, long change) {
 
 HRESULT FakeGraph::NextEvent(LONG* code) {
     std::unique_lock<std::mutex> lock(m_mutex);
+    ++m_waiting;
     m_raised.wait(lock, [this] { return !m_events.empty(); });
+    --m_waiting;
     *code = m_events.front();
     m_events.pop_front();
-    return S_OK;
+    return *code == kNoEvent ? E_ABORT : S_OK;
 }
 
 AM_MEDIA_TYPE* FakeGraph::NewMediaType(const Capability& capability) {

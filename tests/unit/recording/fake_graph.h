@@ -37,6 +37,8 @@ class FakeGraph {
     LONGLONG position = 0;
     // Events that Stop brings about; without one the event loop goes on waiting.
     std::vector<LONG> eventsOfStop = {257};
+    // Raised, it ends the wait with E_ABORT.
+    static constexpr LONG kNoEvent = -1;
 
     // Everything so far, with arguments. Waiting for an event is left out.
     std::vector<std::string> Calls() const;
@@ -55,9 +57,12 @@ class FakeGraph {
     AM_MEDIA_TYPE* NewMediaType(const Capability& capability);
 
   private:
-    mutable std::mutex m_mutex;
+    int ThreadsThatWait() const;
+
+    mutable std::mutex m_mutex;  // guards what follows
     std::condition_variable m_raised;
     std::deque<LONG> m_events;
+    int m_waiting = 0;  // threads in NextEvent
     std::vector<std::string> m_calls;
     std::map<std::string, long> m_references;
     std::vector<DWORD> m_registered;

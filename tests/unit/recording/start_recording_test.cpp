@@ -105,6 +105,18 @@ TEST_F(StartRecording, ARecorderThatIsThereAlreadyIsUsedAgain) {
     EXPECT_EQ(std::count(calls.begin(), calls.end(), "builder.Create"), 1);
 }
 
+TEST_F(StartRecording, ARecordingThatRunsIsEndedBeforeItsRecorderIsUsedAgain) {
+    PressRecord();
+    graph.ForgetCalls();
+    PressRecord();
+    const auto calls = graph.Calls();
+    const auto built = std::find(calls.begin(), calls.end(), "builder.Create");
+    EXPECT_EQ(std::count(calls.begin(), built, "control.Stop"), 1);
+    EXPECT_EQ(std::count(calls.begin(), built, "event.FreeEventParams 257"), 1);
+    ReleaseRecord(test::kSilent);
+    EXPECT_EQ(graph.References().count("event"), 0u) << "an event thread is left";
+}
+
 TEST_F(StartRecording, AGraphThatCannotBeBuiltStillShowsARecordingInProgress) {
     graph.results["captureFilter.Create"] = E_FAIL;
     const std::string trace = PressRecord();
