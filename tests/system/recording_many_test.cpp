@@ -28,9 +28,10 @@ std::size_t Recordings() {
 struct Naming {
     const char* name;
     std::uint32_t setting;
-    // What stays with each recording: the seeking interface's graph with its filters and, under Wine, one
-    // event for every graph that is made; and a database for each look-up of a name in a group without
-    // channels.
+    bool channels;  // the selected list has some
+    // What stays with each recording, all of it events: one of the graph that the seeking interface keeps;
+    // under Wine one for each of the two graphs that are made; and a database's for each look-up of a name in
+    // a list without channels.
     std::size_t handlesKept;
 };
 
@@ -45,6 +46,9 @@ class ManyRecordings : public test::RecordingTest, public testing::WithParamInte
         PlayTone();
         DefineName(L"\\Often.");
         Set(L"SaveFileType", GetParam().setting);
+        if (GetParam().channels) {
+            EXPECT_EQ(test::RunProgram(L"handset.exe", L"favourites"), 0u);
+        }
     }
 
     // One that begins and ends.
@@ -83,7 +87,8 @@ TEST_P(ManyRecordings, InARowLeaveNoThreadBehindAndTheSameFewHandlesEach) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Names, ManyRecordings,
-                         testing::Values(Naming{"Automatic", 0, 6}, Naming{"Defined", 1, 5}),
+                         testing::Values(Naming{"Automatic", 0, false, 6}, Naming{"Defined", 1, false, 5},
+                                         Naming{"DefinedWithChannels", 1, true, 3}),
                          [](const testing::TestParamInfo<Naming>& row) { return row.param.name; });
 
 }  // namespace

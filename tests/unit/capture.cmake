@@ -8,6 +8,7 @@ kora_test(test_capture
         capture/encoder_test.cpp
         capture/file_sink_test.cpp
         capture/filter_test.cpp
+        capture/left_handles_test.cpp
         capture/fixture.cpp
         capture/recorded_sound.cpp
         capture/recording_rig.cpp
@@ -15,6 +16,7 @@ kora_test(test_capture
         capture/stream_control_test.cpp
         ../support/handset_under_test.cpp
         ../support/host_tool.cpp
+        ../support/process_counts.cpp
         ../support/sound_file.cpp
     LIBS kora_panel kora_amrnb kora_state fmdevice strmiids uuid ole32 kernel32 advapi32 COREDLL)
 add_dependencies(test_capture capture)
