@@ -2,14 +2,33 @@
 #include "handset/capture/sound_converter.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cstring>
 #include <utility>
 
 namespace capture {
 namespace {
 
+// The nearest sample, halves to the even one, as lrintf; which is a call. A number of 24 bits that is added
+// has no room for a part of one.
 std::int16_t Rounded(float sample) {
-    return static_cast<std::int16_t>(std::lrintf(std::clamp(sample, -32768.0f, 32767.0f)));
+    constexpr float kNoParts = 12582912.0f;
+    return static_cast<std::int16_t>(std::clamp(sample, -32768.0f, 32767.0f) + kNoParts - kNoParts);
+}
+
+// The mean of both sides, four frames at once.
+void MixDown(const std::int16_t* frames, std::size_t count, float* mean) {
+    using FourFrames = std::int32_t __attribute__((vector_size(16)));
+    using Four = float __attribute__((vector_size(16)));
+    std::size_t i = 0;
+    for (; i + 4 <= count; i += 4) {
+        FourFrames four;
+        std::memcpy(&four, frames + 2 * i, sizeof four);
+        // The left side lies in the lower half.
+        const FourFrames sum = (four << 16 >> 16) + (four >> 16);
+        const Four half = __builtin_convertvector(sum, Four) * 0.5f;
+        std::memcpy(mean + i, &half, sizeof half);
+    }
+    for (; i < count; ++i) mean[i] = static_cast<float>(frames[2 * i] + frames[2 * i + 1]) / 2;
 }
 
 }  // namespace
@@ -43,9 +62,10 @@ void CSoundConverter::ProcessSide(Side* side, std::size_t number, const std::int
                                   std::size_t count) {
     std::vector<float>& input = sound_[0];
     input.resize(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::int16_t* frame = frames + 2 * i;
-        input[i] = channels_ == 1 ? static_cast<float>(frame[0] + frame[1]) / 2 : frame[number];
+    if (channels_ == 1) {
+        MixDown(frames, count, input.data());
+    } else {
+        for (std::size_t i = 0; i < count; ++i) input[i] = frames[2 * i + number];
     }
     for (CResampler& step : side->steps) {
         sound_[1].clear();

@@ -10,9 +10,11 @@
 namespace capture {
 namespace {
 
-// What is read at once: half a second at most, and not less often than every 40 ms of real time.
+// What is read at once: 60 ms of real time, and no more than half a second.
 constexpr std::uint32_t kRead_frames = kSourceRate_Hz / 2;
-constexpr std::uint32_t kRead_ms = 40;
+constexpr std::uint32_t kRead_ms = 60;
+// When that takes so long, what there is.
+constexpr std::uint32_t kLongestRead_ms = 2 * kRead_ms;
 // A stop waits as long as the stream goes on.
 constexpr DWORD kNoProgress_ms = 2000;
 
@@ -110,10 +112,12 @@ void CSoundPump::AwaitStop(std::unique_lock<CLock>* lock) {
 void CSoundPump::Work() {
     std::vector<std::int16_t> frames(2 * kRead_frames);
     const std::vector<std::int16_t> silence(2 * kRead_frames);
+    const std::uint32_t wanted =
+        std::min<std::uint32_t>(kSourceRate_Hz * kRead_ms / 1000 * HandsetClockRate(), kRead_frames);
     std::uint64_t position = opened_;
     while (!closing_) {
         std::uint64_t lost = position;
-        const std::uint32_t count = HandsetSoundRead(tap_, &position, frames.data(), kRead_frames, kRead_ms);
+        const std::uint32_t count = HandsetSoundRead(tap_, &position, frames.data(), wanted, kLongestRead_ms);
         // What was lost is silence: the recording stays as long as the time.
         while (lost < position) {
             const auto part =

@@ -13,7 +13,10 @@
 namespace fm {
 namespace {
 
+// Real time after which the sound thread looks again, and within what bounds it sleeps for patient readers.
 constexpr auto kIdleBlock = std::chrono::milliseconds(20);
+constexpr auto kShortestIdle = std::chrono::milliseconds(5);
+constexpr auto kLongestIdle = std::chrono::milliseconds(100);
 constexpr std::uint64_t kSpeakerRetry_ms = 10'000;
 // Sound that only a loudspeaker would have played is let go when it is this late.
 constexpr std::uint64_t kLatestForSpeaker_frames = kSampleRate_Hz / 2;
@@ -71,7 +74,7 @@ std::uint32_t CSoundEngine::OpenTap(std::uint64_t* position) {
         working_ = true;
         *position = ring_.End();
         tap = ++lastTap_;
-        taps_[tap] = {*position, kNothingAwaited};
+        taps_[tap] = {*position, kNothingAwaited, 0, 0};
     }
     wake_.notify_all();
     return tap;
@@ -89,12 +92,14 @@ std::uint32_t CSoundEngine::ReadTap(std::uint32_t tap, std::uint64_t* position, 
         waiting->second.awaited = end;
         return ring_.End() >= end;
     };
+    Expect(tap, std::max(*position, ring_.Begin()) + wanted, wanted, timeout_ms);
     arrived_.wait_until(lock, deadline, there);
     const auto reader = taps_.find(tap);
     if (reader == taps_.end()) return 0;
     const bool awaitedRoom = !RoomForBlock();
     const auto count = static_cast<std::uint32_t>(ring_.Read(position, samples, frames));
-    reader->second = {*position + count, kNothingAwaited};
+    reader->second.reached = *position + count;
+    reader->second.awaited = kNothingAwaited;
     if (awaitedRoom) wake_.notify_all();
     return count;
 }
@@ -131,6 +136,39 @@ bool CSoundEngine::SomebodyAwaits(std::uint64_t position) const {
                        [position](const auto& tap) { return tap.second.awaited <= position; });
 }
 
+// A reader that wants the same again and again is made its next sound when that is complete, not block by
+// block. One that may leave before, with what there is, or that wants less this time is seen to at once.
+void CSoundEngine::Expect(std::uint32_t tap, std::uint64_t end, std::uint32_t wanted,
+                          std::uint32_t timeout_ms) {
+    const auto reader = taps_.find(tap);
+    if (reader == taps_.end()) return;
+    const std::uint64_t now = NowFrame();
+    const bool patient = timeout_ms > RealMilliseconds(end - std::min(end, now));
+    const bool sooner = !patient || end < reader->second.expected;
+    reader->second.expected = patient ? end : 0;
+    reader->second.usual = wanted;
+    if (sooner) wake_.notify_all();
+}
+
+std::chrono::milliseconds CSoundEngine::IdleTime(std::uint64_t now) {
+    const bool heard = scene_ && scene_->frontEnd && (!scene_->logPath.empty() || SpeakerWanted(*scene_));
+    if (heard || taps_.empty() || !RoomForBlock()) return kIdleBlock;
+    auto idle = kLongestIdle;
+    for (auto& [number, tap] : taps_) {
+        if (tap.expected == 0) return kIdleBlock;
+        if (tap.expected <= ring_.End()) tap.expected += tap.usual;
+        const std::uint64_t due = tap.expected - std::min(tap.expected, now);
+        idle = std::min(idle, std::chrono::milliseconds(RealMilliseconds(due)));
+    }
+    return std::max(idle, kShortestIdle);
+}
+
+// Until so many frames have been heard, rounded up.
+std::uint64_t CSoundEngine::RealMilliseconds(std::uint64_t frames) const {
+    const std::uint64_t aSecond = static_cast<std::uint64_t>(kSampleRate_Hz) * rate_;
+    return (frames * 1000 + aSecond - 1) / aSecond;
+}
+
 void CSoundEngine::TakeScenes(std::uint64_t upTo) {
     while (!later_.empty() && later_.front().from <= upTo) {
         scene_ = std::move(later_.front().scene);
@@ -155,7 +193,7 @@ void CSoundEngine::Run() {
         const std::uint64_t now = NowFrame();
         CatchUp(now);
         if (now < ring_.End() + kBlockFrames || !RoomForBlock())
-            wake_.wait_for(lock, kIdleBlock);
+            wake_.wait_for(lock, IdleTime(now));
         else
             MakeBlock(&lock);
     }
@@ -208,6 +246,7 @@ void CSoundEngine::RenderBlock(const SoundScene& scene, std::int16_t* samples) {
 
 void CSoundEngine::OutputBlock(const SoundScene& scene, const std::int16_t* samples) {
     log_.Follow(scene.frontEnd ? scene.logPath : L"");
+    if (!log_.IsOpen() && !speaker_.IsOpen()) return;
     std::array<std::int16_t, kBlockFrames * kChannels> heard;
     std::copy_n(samples, heard.size(), heard.begin());
     if (!scene.stereoOut) MixDown(heard.data(), kBlockFrames);

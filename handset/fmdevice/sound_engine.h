@@ -2,6 +2,7 @@
 // behind the taps, to the sound log and to the host's loudspeakers. With none of them it renders nothing.
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
@@ -56,8 +57,11 @@ class CSoundEngine {
     bool WorkWanted() const;
     bool RoomForBlock() const;
     bool SomebodyAwaits(std::uint64_t position) const;
+    void Expect(std::uint32_t tap, std::uint64_t end, std::uint32_t wanted, std::uint32_t timeout_ms);
+    std::chrono::milliseconds IdleTime(std::uint64_t now);
     void TakeScenes(std::uint64_t upTo);
     void CatchUp(std::uint64_t now);
+    std::uint64_t RealMilliseconds(std::uint64_t frames) const;
     // On the sound thread, without the lock.
     void OutputBlock(const SoundScene& scene, const std::int16_t* samples);
     void RenderBlock(const SoundScene& scene, std::int16_t* samples);
@@ -80,8 +84,10 @@ class CSoundEngine {
     std::deque<LaterScene> later_;             // of blocks that are still to be made
     CSoundRing ring_;
     struct Tap {
-        std::uint64_t reached;  // the position that the reader has come to
-        std::uint64_t awaited;  // what it waits for, or kNothingAwaited
+        std::uint64_t reached;   // the position that the reader has come to
+        std::uint64_t awaited;   // what it waits for, or kNothingAwaited
+        std::uint64_t expected;  // what it waits for next, or 0: everything as it comes
+        std::uint32_t usual;     // frames of its last read
     };
     static constexpr std::uint64_t kNothingAwaited = UINT64_MAX;
     std::map<std::uint32_t, Tap> taps_;

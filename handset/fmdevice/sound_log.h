@@ -16,6 +16,7 @@ class CSoundLog {
     // Goes on in another file, at its end when it is a WAV file of the receiver's sound, anew otherwise; the
     // empty path closes. A file that cannot be opened is told once and not written.
     void Follow(const std::wstring& devicePath);
+    bool IsOpen() const { return static_cast<bool>(file_); }
     // The file is valid and complete up to some tenth of a second at every moment.
     void Write(const std::int16_t* samples, std::size_t frames);
 

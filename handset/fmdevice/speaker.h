@@ -22,6 +22,7 @@ class CSpeaker {
     // True when it is open now.
     [[nodiscard]] bool Open();
     void Close();
+    bool IsOpen() const { return device_ != nullptr; }
     // Plays one block of kBlockFrames frames after those before it; a block that finds no room is dropped.
     void Play(const std::int16_t* samples);
 
