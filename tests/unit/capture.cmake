@@ -14,6 +14,7 @@ kora_test(test_capture
         capture/recording_rig.cpp
         capture/recording_test.cpp
         capture/stream_control_test.cpp
+        ../support/handset_here.cpp
         ../support/handset_under_test.cpp
         ../support/host_tool.cpp
         ../support/process_counts.cpp
@@ -28,6 +29,7 @@ kora_test(test_long_recording
         capture/long_recording_test.cpp
         capture/recorded_sound.cpp
         capture/recording_rig.cpp
+        ../support/handset_here.cpp
         ../support/handset_under_test.cpp
         ../support/host_tool.cpp
         ../support/sound_file.cpp

@@ -12,4 +12,5 @@ kora_test(test_fmdevice
         fmdevice/tuner_log_test.cpp
         fmdevice/tuner_under_test.cpp
         fmdevice/wav_measure.cpp
+        ../support/handset_here.cpp
     LIBS fmdevice kora_state kernel32 advapi32 COREDLL)

@@ -10,6 +10,7 @@
 #include "handset/capture/com_reference.h"
 #include "handset/capture/direct_show.h"
 #include "handset/state/handset_state.h"
+#include "tests/support/handset_here.h"
 #include "tuner/fm_device.h"
 
 namespace test {
@@ -30,8 +31,6 @@ CRef<Interface> CreateAs(const CLSID& classId, const IID& iid) {
 // The references to an object, apart from the one that the caller has.
 ULONG OtherReferences(IUnknown* object);
 
-std::string Bytes(const std::wstring& hostPath);
-
 // Removes all that the first handset of another process of this program has left behind.
 void ForgetHandsetOf(DWORD processId);
 
@@ -47,8 +46,7 @@ class CaptureTest : public testing::Test {
     CRef<IFMDevice> radio_;
 
   private:
-    const std::wstring name_;
-    const std::wstring root_;
+    const HandsetHere handset_;
     const std::wstring manifest_;
     HANDLE activation_ = INVALID_HANDLE_VALUE;
     ULONG_PTR cookie_ = 0;

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "handset/state/handset_state.h"
+#include "tests/support/handset_here.h"
 #include "tests/support/wait.h"
 #include "tuner/fm_device.h"
 
@@ -26,9 +27,6 @@ CanUnloadProc CanUnloadNow();
 IClassFactory* Factory();
 IFMDevice* CreateDevice(HRESULT* result = nullptr);
 
-std::string Bytes(const std::wstring& hostPath);
-void WriteBytes(const std::wstring& hostPath, const std::string& bytes);
-
 class TunerTest : public testing::Test {
   protected:
     TunerTest();
@@ -44,7 +42,7 @@ class TunerTest : public testing::Test {
     IFMDevice* device_ = nullptr;
 
   private:
-    std::wstring root_;
+    const HandsetHere handset_;
 };
 
 }  // namespace test
