@@ -2,7 +2,6 @@
 #include "tests/support/sound_file.h"
 
 #include <cstdlib>
-#include <cstring>
 
 namespace test {
 namespace {
@@ -29,7 +28,7 @@ SoundFile ReadProbe(const std::string& answer) {
 
 std::vector<std::int16_t> SamplesOf(const std::string& bytes) {
     std::vector<std::int16_t> samples(bytes.size() / 2);
-    std::memcpy(samples.data(), bytes.data(), samples.size() * 2);
+    bytes.copy(reinterpret_cast<char*>(samples.data()), samples.size() * 2);
     return samples;
 }
 

@@ -32,7 +32,7 @@ RecordedSound ReadWav(const std::string& bytes) {
                   At<std::uint32_t>(bytes, 28) == sound.rate_Hz * frame &&
                   At<std::uint16_t>(bytes, 32) == frame && bytes.size() == data + 44u;
     sound.samples.resize((bytes.size() - 44) / 2);
-    std::memcpy(sound.samples.data(), bytes.data() + 44, sound.samples.size() * 2);
+    bytes.copy(reinterpret_cast<char*>(sound.samples.data()), sound.samples.size() * 2, 44);
     return sound;
 }
 

@@ -48,7 +48,7 @@ Sound WavSound(const std::string& bytes) {
     if (Number(bytes, 4) != size + 36 || size % 4 != 0) return {};
     Sound sound;
     sound.samples.resize(size / 2);
-    std::memcpy(sound.samples.data(), bytes.data() + 44, size);
+    bytes.copy(reinterpret_cast<char*>(sound.samples.data()), size, 44);
     return sound;
 }
 
