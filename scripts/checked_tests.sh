@@ -1,18 +1,22 @@
 # ./kora test --heap|--trap [NAME]: the tests of the radio and the handset in surroundings that notice more than a
 # result that is wrong. Sourced by kora after test.sh.
 
-# Wine's checks of a heap: tails, freed blocks, arguments, and all of it at every call (FLG_HEAP_…). Wine looks at tails
-# and freed blocks only with the last of these, slow as it is.
-KORA_HEAP_FLAGS=0xf0
+# Wine's marks behind each block and in each freed one (FLG_HEAP_ENABLE_TAIL_CHECK, …FREE_CHECK). Its own look at them,
+# at all of a heap with every call, makes a dialog take seconds; tests/checked/heap_watch.cpp looks instead.
+KORA_HEAP_FLAGS=0x30
 KORA_HEAP_SETTING='HKLM\System\CurrentControlSet\Control\Session Manager'
 
-# What is built, what Wine says aloud, which of its words fail a test, and the deliberate mistakes by which the run
-# proves that it would notice.
+# What is built, what Wine says aloud, which of its words fail a test, which tests are none of such a run, and the
+# deliberate mistakes by which the run proves that it would notice.
 checked_heap() {
-    KORA_PRESET=release WINEDEBUG='-all,err+heap' KORA_COMPLAINT=':err:heap:' DAMAGES=(overrun freed)
+    KORA_PRESET=release WINEDEBUG='-all,err+heap' KORA_COMPLAINT=':err:heap:' KORA_LEFT_OUT='^test_install'
+    DAMAGES=(overrun overrun-living underrun freed freed-twice)
+    KORA_COMPANION=$(windows_path "$KORA_ROOT/build/release/checked/heap_watch.dll")
+    export KORA_COMPANION
 }
 checked_trap() {
-    KORA_PRESET=debug WINEDEBUG='-all,warn+seh' KORA_COMPLAINT='code=c000001d|ILLEGAL_INSTRUCTION' DAMAGES=(overflow shift)
+    KORA_PRESET=debug WINEDEBUG='-all,warn+seh' KORA_COMPLAINT='code=c000001d|ILLEGAL_INSTRUCTION'
+    DAMAGES=(overflow shift)
 }
 
 heap_checks_on() {
@@ -27,11 +31,13 @@ heap_checks_on() {
 }
 
 notices_damage() {
-    local damage
-    for damage in "${DAMAGES[@]}"; do
-        "$KORA_ROOT/scripts/wine-run" "$KORA_ROOT/build/$KORA_PRESET/bin/damage.exe" "$damage" >"$KORA_HOME/damage.log" 2>&1 || true
-        grep -aqE "$KORA_COMPLAINT" "$KORA_HOME/damage.log" ||
-            fail "this run would miss mistakes: \"damage $damage\" went unnoticed"
+    local program damage
+    for program in damage damage_device; do
+        for damage in "${DAMAGES[@]}"; do
+            "$KORA_ROOT/scripts/wine-run" "$KORA_ROOT/build/$KORA_PRESET/bin/$program.exe" "$damage" >"$KORA_HOME/damage.log" 2>&1 || true
+            grep -aqE "$KORA_COMPLAINT" "$KORA_HOME/damage.log" ||
+                fail "this run would miss mistakes: \"$program $damage\" went unnoticed"
+        done
     done
 }
 
@@ -39,7 +45,7 @@ kora_test_checked() {
     local mode=$1 filter=${2:-.} failed=0 all bad
     packages_need "${KORA_BUILD_PACKAGES[@]}" "${KORA_DISPLAY_PACKAGES[@]}" "${KORA_TEST_PACKAGES[@]}"
     "checked_$mode"
-    build_preset "$KORA_PRESET" all damage
+    build_preset "$KORA_PRESET" all damage damage_device heap_watch
     # Handsets of its own: what is switched on there is not for other runs.
     export KORA_HOME=$KORA_HOME/checked-$mode
     tests_prepare
@@ -47,7 +53,7 @@ kora_test_checked() {
     export WINEDEBUG KORA_COMPLAINT
     notices_damage
     step "tests of the radio and the handset under closer watch ($mode)"
-    GTEST_OUTPUT=xml:$(windows_path "$KORA_HOME/results/") run_tests "$KORA_PRESET" "$filter" || failed=1
+    GTEST_OUTPUT=xml:$(windows_path "$KORA_HOME/results/") run_tests "$KORA_PRESET" "$filter" "${KORA_LEFT_OUT:-}" || failed=1
     all=$(count_tests tests)
     bad=$(($(count_tests failures) + $(count_tests errors)))
     printf '%d passed, %d failed (%s)\n' $((all - bad)) "$bad" "$mode"

@@ -3,8 +3,10 @@
 
 #include "handset/panel/command.h"
 #include "handset/panel/handset_desktop.h"
+#include "handset/state/companion.h"
 
 int wmain(int count, wchar_t** words) {
+    handset::LoadCompanion();
     SetConsoleOutputCP(CP_UTF8);
     panel::JoinHandsetDesktop();
     return panel::RunCommandLine(panel::Arguments(words + (count > 0 ? 1 : 0), words + count),

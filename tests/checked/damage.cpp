@@ -9,7 +9,7 @@ namespace {
 // Where the compiler does not see through it.
 volatile std::size_t g_size = 20;
 
-// One byte behind a block of the heap.
+// One byte behind a block of the heap, which is let go at once.
 int OverrunHeap() {
     auto* block = static_cast<volatile char*>(std::malloc(g_size));
     block[g_size] = 1;
@@ -17,13 +17,34 @@ int OverrunHeap() {
     return 0;
 }
 
-// What is freed is written to, and the heap looked at again.
+// The same behind one that nobody ever lets go.
+int OverrunLivingBlock() {
+    static volatile char* block = nullptr;
+    block = static_cast<volatile char*>(std::malloc(g_size));
+    block[g_size] = 1;
+    return 0;
+}
+
+int UnderrunHeap() {
+    auto* volatile block = static_cast<volatile char*>(std::malloc(g_size));
+    block[-1] = 1;
+    std::free(const_cast<char*>(block));
+    return 0;
+}
+
+int FreeTwice() {
+    auto* volatile block = static_cast<char*>(std::malloc(g_size));
+    std::free(block);
+    std::free(block);
+    return 0;
+}
+
+// What is freed is written to.
 int WriteToFreedBlock() {
     auto* volatile block = static_cast<char*>(std::malloc(g_size));
     auto* freed = static_cast<volatile char*>(block);
     std::free(block);
     freed[g_size - 1] = 1;
-    std::free(std::malloc(g_size));
     return 0;
 }
 
@@ -42,9 +63,8 @@ struct Damage {
     int (*run)();
 };
 constexpr Damage kDamages[] = {
-    {"overrun", OverrunHeap},
-    {"freed", WriteToFreedBlock},
-    {"overflow", OverflowSigned},
+    {"overrun", OverrunHeap},   {"overrun-living", OverrunLivingBlock}, {"underrun", UnderrunHeap},
+    {"freed-twice", FreeTwice}, {"freed", WriteToFreedBlock},           {"overflow", OverflowSigned},
     {"shift", ShiftTooFar},
 };
 
@@ -54,6 +74,6 @@ int main(int count, char** words) {
     for (const Damage& damage : kDamages) {
         if (count == 2 && std::strcmp(words[1], damage.name) == 0) return damage.run();
     }
-    std::puts("usage: damage overrun|freed|overflow|shift");
+    std::puts("usage: damage overrun|overrun-living|underrun|freed-twice|freed|overflow|shift");
     return 2;
 }

@@ -51,6 +51,20 @@ std::size_t Bytes(const std::wstring& text) {
     return (text.size() + 1) * sizeof(wchar_t);
 }
 
+// What a program of the handset wrote: in a checked run Wine, or what watches its heap, says there aloud what
+// is wrong, and that fails the test.
+void LookForComplaints(const std::string& written) {
+    const char* pattern = std::getenv("KORA_COMPLAINT");
+    if (pattern == nullptr) return;
+    const std::regex complaint(pattern, std::regex::extended);
+    for (const std::string& line : Lines(written)) {
+        if (std::regex_search(line, complaint)) {
+            ADD_FAILURE() << line;
+            return;
+        }
+    }
+}
+
 }  // namespace
 
 std::wstring BuildFolder() {
@@ -103,7 +117,9 @@ DWORD RunProgram(const std::wstring& name, const std::wstring& arguments, std::s
         CloseHandle(process.hProcess);
     }
     CloseHandle(log);
-    if (output != nullptr) *output = ReadWholeFile(file);
+    const std::string written = ReadWholeFile(file);
+    LookForComplaints(written);
+    if (output != nullptr) *output = written;
     DeleteFileW(file.c_str());
     return code;
 }
@@ -126,22 +142,8 @@ HandsetUnderTest::HandsetUnderTest() {
     ResetBand();
 }
 
-// In a checked run Wine says aloud what it finds wrong in any program of the handset, and that fails the
-// test.
-void HandsetUnderTest::LookForComplaints() const {
-    const char* pattern = std::getenv("KORA_COMPLAINT");
-    if (pattern == nullptr) return;
-    const std::regex complaint(pattern, std::regex::extended);
-    for (const std::string& line : Lines(Trace())) {
-        if (std::regex_search(line, complaint)) {
-            ADD_FAILURE() << line;
-            return;
-        }
-    }
-}
-
 HandsetUnderTest::~HandsetUnderTest() {
-    LookForComplaints();
+    LookForComplaints(Trace());
     RegDeleteTreeW(HKEY_CURRENT_USER, m_stateKey.c_str());
     RemoveFolder(m_home);
     SetEnvironmentVariableW(L"KORA_STATEKEY", nullptr);

@@ -55,8 +55,6 @@ class HandsetUnderTest {
     std::wstring ConsoleFile() const { return m_home + L"\\console.log"; }
 
   private:
-    void LookForComplaints() const;
-
     std::wstring m_home;      // temporary folder of this handset
     std::wstring m_root;      // device root
     std::wstring m_stateKey;  // below HKEY_CURRENT_USER
