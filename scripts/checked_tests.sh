@@ -6,17 +6,17 @@
 KORA_HEAP_FLAGS=0x30
 KORA_HEAP_SETTING='HKLM\System\CurrentControlSet\Control\Session Manager'
 
-# What is built, what Wine says aloud, which of its words fail a test, which tests are none of such a run, and the
+# What is built, what Wine says aloud, which of its words fail a test, which tests are none of such a run (as ctest takes it), and the
 # deliberate mistakes by which the run proves that it would notice.
 checked_heap() {
-    KORA_PRESET=release WINEDEBUG='-all,err+heap' KORA_COMPLAINT=':err:heap:' KORA_LEFT_OUT='^test_install'
-    DAMAGES=(overrun overrun-living underrun freed freed-twice)
+    KORA_PRESET=release WINEDEBUG='-all,err+heap' KORA_COMPLAINT=':err:heap:'
+    LEFT_OUT=(-E '^test_install') DAMAGES=(overrun overrun-living underrun freed freed-twice)
     KORA_COMPANION=$(windows_path "$KORA_ROOT/build/release/checked/heap_watch.dll")
     export KORA_COMPANION
 }
 checked_trap() {
     KORA_PRESET=debug WINEDEBUG='-all,warn+seh' KORA_COMPLAINT='code=c000001d|ILLEGAL_INSTRUCTION'
-    DAMAGES=(overflow shift)
+    LEFT_OUT=() DAMAGES=(overflow shift)
 }
 
 heap_checks_on() {
@@ -53,7 +53,7 @@ kora_test_checked() {
     export WINEDEBUG KORA_COMPLAINT
     notices_damage
     step "tests of the radio and the handset under closer watch ($mode)"
-    GTEST_OUTPUT=xml:$(windows_path "$KORA_HOME/results/") run_tests "$KORA_PRESET" "$filter" "${KORA_LEFT_OUT:-}" || failed=1
+    GTEST_OUTPUT=xml:$(windows_path "$KORA_HOME/results/") run_tests "$KORA_PRESET" "$filter" "${LEFT_OUT[@]}" || failed=1
     all=$(count_tests tests)
     bad=$(($(count_tests failures) + $(count_tests errors)))
     printf '%d passed, %d failed (%s)\n' $((all - bad)) "$bad" "$mode"

@@ -5,6 +5,9 @@
 lane_use() {
     export KORA_HOME=$KORA_LANES_HOME/lane-$1 DISPLAY=
     export WINEPREFIX=$KORA_HOME/prefix
+    # What a counting program writes down (see coverage.sh): in a folder of the lane's own, so that no lock has to hold
+    # between two Wines.
+    if [ -n "${GCOV_PREFIX:-}" ]; then export GCOV_PREFIX=Z:$KORA_HOME/counts; fi
     if [ -f "$KORA_HOME/display" ]; then DISPLAY=:$(cut -d' ' -f1 "$KORA_HOME/display"); fi
 }
 

@@ -2,17 +2,18 @@
 
 . "$KORA_ROOT/scripts/lanes.sh"
 
-# run_tests PRESET FILTER [LEFT-OUT]: every program whose name matches, or the tests of all programs whose name does, but
-# for the programs left out. What each program counted is left as XML in KORA_HOME/results.
+# run_tests PRESET FILTER [CTEST'S ARGUMENTS…]: every program whose name matches, or the tests of all programs whose name
+# does. What each program counted is left as XML in KORA_HOME/results.
 run_tests() {
-    local preset=$1 filter=$2 left_out=${3:-^$} program=.
-    if ctest --test-dir "$KORA_ROOT/build/$preset" -N -R "$filter" 2>/dev/null | grep -q '^Total Tests: 0'; then
+    local preset=$1 filter=$2 program=.
+    shift 2
+    if ctest --test-dir "$KORA_ROOT/build/$preset" -N -R "$filter" "$@" 2>/dev/null | grep -q '^Total Tests: 0'; then
         export GTEST_FILTER="*$filter*"
     else
         program=$filter
         unset GTEST_FILTER
     fi
-    ctest --test-dir "$KORA_ROOT/build/$preset" --output-on-failure -j 2 -R "$program" -E "$left_out"
+    ctest --test-dir "$KORA_ROOT/build/$preset" --output-on-failure -j 2 -R "$program" "$@"
 }
 
 # count_tests ATTRIBUTE: summed over the results.
