@@ -1,5 +1,5 @@
 # The schedule on the real resources: its entries in a registry of the test's own, and its dialog, worked from
-# another thread as a hand does.
+# another thread as a hand does. The texts of a booking are read with the device's own runtime as well as on this machine.
 kora_test(test_schedule APP
     SOURCES
         aygshell/test_handset.cpp
@@ -10,6 +10,7 @@ kora_test(test_schedule APP
         schedule/entry_test.cpp
         schedule/open_schedule.cpp
         schedule/schedule_test.cpp
+        ${CMAKE_SOURCE_DIR}/tests/native/schedule/booking_rule_test.cpp
     LIBS ${KORA_APPLICATION} app_resources)
 # The deletion of an entry's key goes through the tests, which may refuse it as a registry does.
 target_link_options(test_schedule PRIVATE -Wl,--wrap=_Z17DeleteScheduleKeyP6HKEY__PKwS2_)

@@ -69,6 +69,16 @@ TEST_F(ListEdges, AtTheEndThereIsMoreAboveAndNothingBelow) {
     EXPECT_EQ(hints.nFirstRow, SendMessageW(list, LVM_GETTOPINDEX, 0, 0));
 }
 
+TEST_F(ListEdges, AListWhoseLastRowLiesAtTheLowerEdgeHasNothingBelow) {
+    Fill(30);
+    const int last = LetGo(VK_DOWN).nLastRow;
+    SendMessageW(list, LVM_DELETEALLITEMS, 0, 0);
+    Fill(last + 1);
+    const ListEdgeHints& hints = LetGo(VK_DOWN);
+    EXPECT_EQ(hints.nLastRow, last);
+    EXPECT_FALSE(hints.bMoreBelow);
+}
+
 TEST_F(ListEdges, AListThatFitsHasNothingBeyondThem) {
     Fill(2);
     const ListEdgeHints& hints = LetGo(VK_DOWN);

@@ -49,6 +49,18 @@ TEST_F(ChannelLists, AGroupWithoutChannelsOnlyEmptiesTheList) {
     EXPECT_THAT(channelList.sent, ElementsAre(SentMessage{LVM_DELETEALLITEMS, 0, 0, L""}));
 }
 
+TEST_F(ChannelLists, AChannelThatNamesNoGroupIsInNone) {
+    PutProperties(kChannelDatabase,
+                  {TextProperty(kPropChannelName, L"Alpha"), NumberProperty(kPropChannelValue, 9850)});
+    const CEOID mine = Put(L"Mine", L"Bravo", 9860);
+    EXPECT_EQ(Show(L"Mine"), 1);
+    ASSERT_EQ(channelList.sent.size(), 4u);
+    EXPECT_EQ(channelList.sent[1], (SentMessage{LVM_INSERTITEMW, 0, mine, L"Bravo"}));
+    channelList.sent.clear();
+    EXPECT_EQ(Show(L""), 1);
+    EXPECT_THAT(channelList.sent, ElementsAre(SentMessage{LVM_DELETEALLITEMS, 0, 0, L""}));
+}
+
 TEST_F(ChannelLists, AChannelDatabaseThatIsMissingEmptiesTheListAndIsTold) {
     EXPECT_EQ(Show(L"Mine"), 0);
     EXPECT_EQ(trace,

@@ -100,6 +100,21 @@ TEST_F(Delete, TheTextsAreComparedWithoutRegardToLetterCase) {
     EXPECT_THAT(EntryNames(), IsEmpty());
 }
 
+TEST_F(Delete, EntriesThatDifferInAnyOneOfTheirTextsStay) {
+    WriteEntry(L"RunAppAtTime-0000000001", {L"98.5", L"Mon", L"10 : 00", L"11 : 00"});
+    WriteEntry(L"RunAppAtTime-0000000002", {L"87.5", L"Tue", L"10 : 00", L"11 : 00"});
+    WriteEntry(L"RunAppAtTime-0000000003", {L"87.5", L"Mon", L"10 : 01", L"11 : 00"});
+    WriteEntry(L"RunAppAtTime-0000000004", {L"87.5", L"Mon", L"10 : 00", L"11 : 01"});
+    WriteEntry(L"RunAppAtTime-0000000005", {L"87.5", L"Mon", L"10 : 00", L"11 : 00"});
+    OpenSchedule schedule;
+    schedule.SelectRow(4);
+    schedule.ContextMenu(kDeleteOne);
+    schedule.AnswerBox(IDOK);
+    schedule.WaitForRows(4);
+    EXPECT_THAT(EntryNames(), ElementsAre(L"RunAppAtTime-0000000001", L"RunAppAtTime-0000000002",
+                                          L"RunAppAtTime-0000000003", L"RunAppAtTime-0000000004"));
+}
+
 TEST_F(Delete, ARowWhoseEntryIsGoneGoesAllTheSame) {
     WriteEntry(L"RunAppAtTime-0000000001", {L"87.5", L"Mon", L"10 : 00", L"11 : 00"});
     OpenSchedule schedule;

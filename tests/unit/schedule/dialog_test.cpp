@@ -30,6 +30,12 @@ TEST_F(Dialog, OpensWithTodayTheTunedChannelAndTheHandsetsTime) {
     for (int day = 0; day < 7; ++day) EXPECT_EQ(schedule.Text(IDC_SCHEDULE_SUNDAY + day), names[day]);
 }
 
+TEST_F(Dialog, OpensAtTheBeginningOfTheBandWithoutATuner) {
+    g_app.pFMDevice = nullptr;
+    OpenSchedule schedule;
+    EXPECT_EQ(schedule.Text(IDC_SCHEDULE_CHANNEL), L"87.5");
+}
+
 TEST_F(Dialog, ListsTheStoredEntriesAsTheyStandWithFullRows) {
     WriteEntry(L"RunAppAtTime-0000000001", {L"87.5", L"Mon", L"10 : 00", L"11 : 00"});
     WriteEntry(L"RunAppAtTime-0000000002", {L"98.5", L"Sat", L"00 : 00", L"23 : 59"});

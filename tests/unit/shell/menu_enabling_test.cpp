@@ -42,4 +42,10 @@ TEST_F(MenuEnabling, AddCurrentChannelCanBeChosenForAFrequencyThatIsNotStored) {
     EXPECT_FALSE(AddIsGrey());
 }
 
+TEST_F(MenuEnabling, WithoutATunerAddCurrentChannelCanBeChosen) {
+    device.channel = 9850;
+    g_app.pFMDevice = nullptr;
+    EXPECT_FALSE(AddIsGrey());
+}
+
 }  // namespace

@@ -141,6 +141,19 @@ TEST_F(AFDialog, OKEndsItWith1AndTheCloseButtonWithItsId) {
     EXPECT_EQ(Open([](HWND) {}, IDC_AF_CLOSE), 1065);
 }
 
+TEST_F(AFDialog, AnyOtherCommandLeavesItOpenAndTheTunerAlone) {
+    constexpr WORD kNoControl = 4711;
+    bool open = false;
+    const INT_PTR ended = Open([&](HWND dialog) {
+        device.ForgetCalls();
+        for (const WORD id : {WORD{IDCANCEL}, kNoControl}) SendMessageW(dialog, WM_COMMAND, id, 0);
+        open = IsWindowVisible(dialog) != FALSE;
+    });
+    EXPECT_TRUE(open);
+    EXPECT_EQ(ended, IDC_AF_CLOSE);
+    EXPECT_THAT(device.Calls(), IsEmpty());
+}
+
 TEST_F(AFDialog, TheButtonOpensItOnlyForAStationWithAList) {
     Click(SKIN_AF_LIST);
     EXPECT_THAT(device.Calls(), ElementsAre("GetRDSInfo"));

@@ -116,6 +116,13 @@ TEST_F(Device, AScheduledStartTunesItsChannelAfterTheMuteAndBeforeTheVolume) {
                 ElementsAre("Initialize", "SetSpeaker 0", "SetMute 0", "SetChannel 10230", "GetVolume"));
 }
 
+TEST_F(Device, AScheduledStartWithoutAChannelKeepsTheTunersOwn) {
+    const test::RegisteredFMDevice registered(device);
+    state->m_request = {1, 0, 60};
+    ASSERT_TRUE(CreateTunerDevice(window, *state));
+    EXPECT_THAT(device.Calls(), ElementsAre("Initialize", "SetSpeaker 0", "SetMute 0", "GetVolume"));
+}
+
 TEST_F(Device, TheVolumeSliderStandsAtItsRangeTimesTheVolumeThroughAHundred) {
     const test::RegisteredFMDevice registered(device);
     const int range = GetSliderMax(state->m_skin, SKIN_VOLUME);

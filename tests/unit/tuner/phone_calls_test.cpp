@@ -53,6 +53,16 @@ TEST_F(PhoneCalls, AnIncomingCallMutesOnce) {
     EXPECT_THAT(device.Calls(), ElementsAre("SetMute 1"));
 }
 
+TEST_F(PhoneCalls, WithoutATunerACallIsNotedAndSwitchesNothing) {
+    state->m_BTInUse = TRUE;
+    g_app.pFMDevice = nullptr;
+    OnPhoneChanged(*state, window, kIncoming);
+    EXPECT_EQ(state->m_bMutedByCall, TRUE);
+    OnPhoneChanged(*state, window, 0);
+    EXPECT_EQ(state->m_bMutedByCall, FALSE);
+    EXPECT_THAT(device.Calls(), IsEmpty());
+}
+
 TEST_F(PhoneCalls, ARingThatTurnsIntoACallKeepsTheRadioMutedUntilAStatusWithoutTheTalkingBit) {
     OnPhoneChanged(*state, window, kIncoming);
     EXPECT_EQ(TraceOfStatus(kIncoming | kTalking), kIncomingTrace);
