@@ -8,6 +8,7 @@
 #include <string>
 
 #include "handset/coredll/call_guard.h"
+#include "handset/state/utf8_text.h"
 
 namespace {
 
@@ -16,15 +17,6 @@ void WriteWhole(DWORD stream, const char* data, std::size_t size) {
     if (handle == nullptr || handle == INVALID_HANDLE_VALUE) return;
     DWORD written = 0;
     WriteFile(handle, data, static_cast<DWORD>(size), &written, nullptr);
-}
-
-std::string Utf8(const std::wstring& text) {
-    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0,
-                                         nullptr, nullptr);
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(), size, nullptr,
-                        nullptr);
-    return bytes;
 }
 
 }  // namespace
@@ -42,7 +34,7 @@ COREDLL_EXPORT void WINAPIV NKDbgPrintfW(const WCHAR* format, ...) {
         std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
         _vsnwprintf(text.data(), text.size(), format, arguments);
         text.resize(static_cast<std::size_t>(length));
-        const std::string bytes = Utf8(text);
+        const std::string bytes = handset::Utf8(text);
         WriteWhole(STD_ERROR_HANDLE, bytes.data(), bytes.size());
     }
     va_end(arguments);

@@ -2,10 +2,10 @@
 #include "handset/fmdevice/receiver.h"
 
 #include "handset/coredll/platform_call.h"
-#include "handset/fmdevice/debug_output.h"
 #include "handset/fmdevice/pty_names.h"
 #include "handset/fmdevice/seek.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/utf8_text.h"
 
 namespace fm {
 namespace {
@@ -213,7 +213,7 @@ HRESULT CReceiver::GetRDSData(std::wstring* text, std::int32_t* kind) {
     const auto next = rds_.Next();
     if (!next) return S_FALSE;
     rds_.Given(*next);
-    *text = Wide(next->text);
+    *text = handset::Wide(next->text);
     *kind = DeviceKind(next->kind, data);
     return S_OK;
 }
@@ -262,7 +262,7 @@ HRESULT CReceiver::GetPTYText(std::wstring* text) {
     const RdsData data = Listen();
     const bool received = rds_.HasGroup() && frontEnd_->Level(now_.channel) > kNoRdsLevel;
     if (!received || data.programmeType <= 0) return S_FALSE;
-    *text = Wide(ProgrammeTypeName(data.programmeType));
+    *text = handset::Wide(ProgrammeTypeName(data.programmeType));
     return S_OK;
 }
 

@@ -8,6 +8,7 @@
 #include "handset/fmdevice/host_file.h"
 #include "handset/fmdevice/receiver_sound.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/utf8_text.h"
 
 namespace fm {
 namespace {
@@ -22,7 +23,7 @@ std::uint64_t Ticks(const FILETIME& time) {
 }
 
 std::unique_ptr<IGenerator> OpenFile(const std::string& devicePath) {
-    const auto bytes = ReadHostFile(ReachableHostPath(Wide(devicePath)), kLargestSoundFile);
+    const auto bytes = ReadHostFile(ReachableHostPath(handset::Wide(devicePath)), kLargestSoundFile);
     WavSound sound;
     const char* fault =
         bytes ? ReadWav(*bytes, &sound) : "there is no such file, or it is larger than 64 MiB";
@@ -71,7 +72,7 @@ bool CSimulatedBand::RefreshFile() {
     text_ = std::move(text);
     if (!changed) return false;
     if (!bytes) {
-        ReportLine(Narrow(path) +
+        ReportLine(handset::Utf8(path) +
                    (stamp.there ? ": the band file cannot be read or is larger than 1 MiB"
                                 : ": there is no band file") +
                    "; the band is nothing but noise");

@@ -4,6 +4,7 @@
 #include "handset/fmdevice/debug_output.h"
 #include "handset/fmdevice/sound_format.h"
 #include "handset/fmdevice/wav_file.h"
+#include "handset/state/utf8_text.h"
 
 namespace fm {
 namespace {
@@ -48,7 +49,7 @@ void CSoundLog::Follow(const std::wstring& devicePath) {
                                     FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
                                     FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file_) {
-        ReportLine(Narrow(path_) + ": the sound log cannot be opened");
+        ReportLine(handset::Utf8(path_) + ": the sound log cannot be opened");
         return;
     }
     dataBytes_ = SoundThere(file_.Get());
@@ -79,7 +80,7 @@ void CSoundLog::Flush() {
         return;
     }
     file_.Reset();
-    ReportLine(Narrow(path_) + ": the sound log is full; no more is written to it");
+    ReportLine(handset::Utf8(path_) + ": the sound log is full; no more is written to it");
 }
 
 }  // namespace fm

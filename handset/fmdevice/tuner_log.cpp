@@ -4,9 +4,9 @@
 #include <cwchar>
 #include <mutex>
 
-#include "handset/fmdevice/debug_output.h"
 #include "handset/fmdevice/host_file.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/utf8_text.h"
 
 namespace fm {
 namespace {
@@ -49,7 +49,7 @@ HRESULT LogCall(const std::wstring& call, HRESULT result, const std::wstring& ou
     const std::wstring hostPath = ReachableHostPath(path);
     if (hostPath.empty()) return result;
     const std::string line =
-        Narrow(call + L" -> " + ResultText(result) + (out.empty() ? L"" : L": " + out)) + '\n';
+        handset::Utf8(call + L" -> " + ResultText(result) + (out.empty() ? L"" : L": " + out)) + '\n';
 
     const std::lock_guard<std::mutex> lock(g_logLock);
     const CFileHandle file(CreateFileW(hostPath.c_str(), FILE_APPEND_DATA | SYNCHRONIZE,

@@ -1,4 +1,4 @@
-// Text encodings, numbers and whole files.
+// Numbers from texts, and whole files.
 #include "handset/panel/encoding.h"
 
 #include <windows.h>
@@ -8,22 +8,6 @@
 #include "handset/panel/owned_handle.h"
 
 namespace panel {
-
-std::string Utf8(const std::wstring& text) {
-    const int length = static_cast<int>(text.size());
-    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), length, bytes.data(), size, nullptr, nullptr);
-    return bytes;
-}
-
-std::wstring Wide(const std::string& utf8) {
-    const int length = static_cast<int>(utf8.size());
-    const int size = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, nullptr, 0);
-    std::wstring text(static_cast<std::size_t>(size), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, text.data(), size);
-    return text;
-}
 
 std::optional<std::uint64_t> ParseNumber(const std::wstring& text) {
     const bool hex = text.size() > 2 && text[0] == L'0' && (text[1] == L'x' || text[1] == L'X');

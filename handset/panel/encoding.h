@@ -1,14 +1,16 @@
-// Text between UTF-8 (files, pipes) and UTF-16 (the system's calls), and whole files.
+// What the handset's programs read and write: texts in either encoding, numbers in them, whole files.
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <string>
 
+#include "handset/state/utf8_text.h"
+
 namespace panel {
 
-std::string Utf8(const std::wstring& text);
-std::wstring Wide(const std::string& utf8);
+using handset::Utf8;
+using handset::Wide;
 
 // A whole decimal or 0x… number and nothing after it; nothing for any other text.
 std::optional<std::uint64_t> ParseNumber(const std::wstring& text);

@@ -8,6 +8,7 @@
 #include "handset/coredll/cedb/errors.h"
 #include "handset/coredll/cedb/volume_file.h"
 #include "handset/coredll/cedb/windows_collator.h"
+#include "handset/state/utf8_text.h"
 
 namespace {
 
@@ -83,7 +84,7 @@ DWORD MountVolume(const std::wstring& path, DWORD flags, CEGUID* guid) {
     DWORD error = PrepareVolumeFile(path, flags, table.collator);
     if (error != ERROR_SUCCESS) return error;
     const auto mounted = std::make_shared<MountedVolume>(table.collator, path);
-    error = ErrorOf(mounted->volume.Open(Utf8(path)), ERROR_FILE_NOT_FOUND);
+    error = ErrorOf(mounted->volume.Open(handset::Utf8(path)), ERROR_FILE_NOT_FOUND);
     if (error != ERROR_SUCCESS) return error;
     mounted->guid = FreeGuid(table, mounted->volume.Id());
     mounted->mounts = 1;

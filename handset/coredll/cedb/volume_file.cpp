@@ -4,6 +4,7 @@
 #include "handset/coredll/cedb/engine/volume.h"
 #include "handset/coredll/cedb/errors.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/utf8_text.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ DWORD RetireJournal(const std::wstring& path, const cedb::Collator& collator) {
     if (!Exists(journal)) return ERROR_SUCCESS;
     if (LookAtFile(path) == ERROR_SUCCESS) {
         cedb::Volume old(collator);
-        const cedb::Status status = old.Open(Utf8(path));
+        const cedb::Status status = old.Open(handset::Utf8(path));
         if (status == cedb::Status::Ok) old.Settle();
         const bool beyondRepair = status == cedb::Status::Corrupt || status == cedb::Status::NotAVolume;
         if (status != cedb::Status::Ok && !beyondRepair) return ErrorOf(status, ERROR_FILE_NOT_FOUND);
@@ -57,7 +58,7 @@ DWORD MakeFile(const std::wstring& path, bool replace, const cedb::Collator& col
     swprintf(suffix, std::size(suffix), L".new-%lx", GetCurrentProcessId());
     const std::wstring fresh = path + suffix;
     DeleteFileW(fresh.c_str());
-    const cedb::Status made = cedb::Volume::Create(Utf8(fresh), GetSystemDefaultLCID(), collator);
+    const cedb::Status made = cedb::Volume::Create(handset::Utf8(fresh), GetSystemDefaultLCID(), collator);
     DWORD error = ErrorOf(made, ERROR_PATH_NOT_FOUND);
     if (made == cedb::Status::AccessDenied) error = ERROR_PATH_NOT_FOUND;
     if (error == ERROR_SUCCESS) {
@@ -90,14 +91,6 @@ std::wstring VolumeHostPath(const wchar_t* name) {
     wchar_t full[2 * MAX_PATH];
     const DWORD length = GetFullPathNameW(host.c_str(), static_cast<DWORD>(std::size(full)), full, nullptr);
     return length == 0 || length >= std::size(full) ? L"" : std::wstring(full, length);
-}
-
-std::string Utf8(const std::wstring& text) {
-    const int length = static_cast<int>(text.size());
-    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), length, bytes.data(), size, nullptr, nullptr);
-    return bytes;
 }
 
 DWORD PrepareVolumeFile(const std::wstring& path, DWORD flags, const cedb::Collator& collator) {

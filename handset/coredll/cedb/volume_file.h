@@ -9,7 +9,6 @@
 
 // The full host path of a volume's name on the device; empty when there is none.
 std::wstring VolumeHostPath(const wchar_t* name);
-std::string Utf8(const std::wstring& text);
 
 // Prepares the file for being opened, as the flags of CeMountDBVol (without EDB_MOUNT_FLAG) say: makes it,
 // replaces it, or looks whether it is a volume. Gives a Win32 error code.
