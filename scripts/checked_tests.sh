@@ -6,8 +6,8 @@
 KORA_HEAP_FLAGS=0x30
 KORA_HEAP_SETTING='HKLM\System\CurrentControlSet\Control\Session Manager'
 
-# What is built, what Wine says aloud, which of its words fail a test, which tests are none of such a run (as ctest takes it), and the
-# deliberate mistakes by which the run proves that it would notice.
+# What is built, what Wine says aloud, which of its words fail a test, which tests are none of such a run (as ctest
+# takes it), and the deliberate mistakes by which the run proves that it would notice.
 checked_heap() {
     KORA_PRESET=release WINEDEBUG='-all,err+heap' KORA_COMPLAINT=':err:heap:'
     LEFT_OUT=(-E '^test_install') DAMAGES=(overrun overrun-living underrun freed freed-twice)

@@ -1,6 +1,7 @@
 # ./kora lint: static analysis of the sources and of these scripts. Sourced by kora.
 
 KORA_LINT_PACKAGES=(clang-format cppcheck shellcheck)
+KORA_DEEP_LINT_PACKAGES=(clang-tidy)
 
 lint_layout() {
     (cd "$KORA_ROOT" && find channels handset recording resources schedule shell skin tests tuner \
@@ -20,6 +21,27 @@ lint_sources() {
 lint_scripts() {
     (cd "$KORA_ROOT" && shellcheck -s bash -S warning -e SC1090,SC1091,SC2034,SC2154 \
         kora .ci/run scripts/*.sh scripts/wine-run packaging/linux/kora tests/install/*.sh)
+}
+
+# lint_deep [FILE…]: clang-tidy, by .clang-tidy, on the radio's and the handset's sources as they are compiled for
+# Windows. It reads the commands of the cross compiler; whose C++ headers these are, it has to be told.
+lint_deep() {
+    local headers files=("$@")
+    headers=$(x86_64-w64-mingw32-g++-posix -print-file-name=include/c++)
+    [ $# -gt 0 ] || mapfile -t files < <(cd "$KORA_ROOT" && find shell tuner channels recording schedule skin handset -name "*.cpp" | sort)
+    (cd "$KORA_ROOT" && printf '%s\0' "${files[@]}" | xargs -0 -n 1 -P "$(nproc)" clang-tidy --quiet -p build/release \
+        --header-filter="^$KORA_ROOT/(shell|tuner|channels|recording|schedule|skin|handset)/" \
+        --extra-arg=--target=x86_64-w64-mingw32 --extra-arg=-std=gnu++17 --extra-arg=-nostdinc++ \
+        --extra-arg="-isystem$headers" --extra-arg="-isystem$headers/x86_64-w64-mingw32" \
+        2> >(grep -vE '^[0-9]+ warnings? generated' >&2))
+}
+
+kora_lint_deep() {
+    packages_need "${KORA_BUILD_PACKAGES[@]}" "${KORA_DEEP_LINT_PACKAGES[@]}"
+    cmake_preset release
+    step "clang-tidy (some minutes for all; name files to look at these alone)"
+    lint_deep "$@" || fail "something was found; it is named above"
+    printf 'nothing found\n'
 }
 
 kora_lint() {

@@ -78,6 +78,7 @@ void LayOutGroup(ColumnLayout& layout, const SwitchGroup& group, int x, int y, i
             y += height + (row.kind == SwitchKind::kButton ? kRowGap : 0);
             continue;
         }
+        // NOLINTNEXTLINE(clang-analyzer-core.DivideZero): this row is one of them
         const int pitch = (width + kChipGap) / chips;
         layout.switches.push_back({&row, {x + chip * pitch, y, pitch - kChipGap, height}});
         if (++chip == chips) y += height + kRowGap;
