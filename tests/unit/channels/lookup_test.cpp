@@ -53,7 +53,7 @@ TEST_F(ChannelLookup, AChannelOfALaterGroupAlsoNamesTheFrequency) {
     EXPECT_STREQ(name, L"Theirs");
 }
 
-TEST_F(ChannelLookup, AChannelOfAnEarlierGroupDoesNot) {
+TEST_F(ChannelLookup, AChannelOfAnEarlierGroupDoesNotNameTheFrequency) {
     Put(L"Ahead", L"Theirs", 9860);
     Put(L"Mine", L"One", 9850);
     EXPECT_EQ(db.CEDB_FindChannelName(L"Mine", 9860, name), 0);

@@ -57,19 +57,19 @@ TEST_F(TapAndHold, AStylusHeldOnAListAsksItsParentForTheMenuAtThatPlace) {
     EXPECT_EQ(static_cast<short>(HIWORD(g_menus[0])), place.y);
 }
 
-TEST_F(TapAndHold, ATapDoesNot) {
+TEST_F(TapAndHold, ATapAsksForNoMenu) {
     Down(list);
     PostMessageW(list, WM_LBUTTONUP, 0, MAKELPARAM(30, 40));
     EXPECT_FALSE(MenuComes());
 }
 
-TEST_F(TapAndHold, AStylusThatMovesAwayDoesNot) {
+TEST_F(TapAndHold, AStylusThatMovesAwayAsksForNoMenu) {
     Down(list);
     PostMessageW(list, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(30, 60));
     EXPECT_FALSE(MenuComes());
 }
 
-TEST_F(TapAndHold, AStylusHeldOnAnotherWindowDoesNot) {
+TEST_F(TapAndHold, AStylusHeldOnAnotherWindowAsksForNoMenu) {
     Down(parent);
     EXPECT_FALSE(MenuComes());
 }
