@@ -1,4 +1,4 @@
-# The settings dialog and the re-layout of dialogs, on the real templates.
+# The settings and information dialogs and the re-layout of dialogs, on the real templates.
 add_library(test_settings_resources OBJECT settings/relayout.rc)
 target_include_directories(test_settings_resources PRIVATE ${CMAKE_SOURCE_DIR})
 
@@ -6,6 +6,7 @@ kora_test(test_settings APP
     SOURCES
         aygshell/test_handset.cpp
         aygshell/test_window.cpp
+        settings/information_test.cpp
         settings/relayout_test.cpp
         settings/settings_dialog_test.cpp
         settings/settings_test.cpp
