@@ -158,9 +158,9 @@ void DrawPhoneTexts(HDC dc, const PanelView& view) {
     const PhoneLayout& phone = view.phone;
     // The name stands between the speaker and the glass.
     const Spot speaker = Middle(phone.speaker);
-    const int x = static_cast<int>(phone.landscape ? (phone.speaker.Right() + phone.glass.x) / 2 : speaker.x);
+    const int x = phone.landscape ? (phone.speaker.Right() + phone.glass.x) / 2 : static_cast<int>(speaker.x);
     const int y =
-        static_cast<int>(phone.landscape ? speaker.y : (phone.speaker.Bottom() + phone.glass.y) / 2);
+        phone.landscape ? static_cast<int>(speaker.y) : (phone.speaker.Bottom() + phone.glass.y) / 2;
     DrawTextMark(dc, {x, y, L"KORA", 10, FW_BOLD, Rgb(0xB4B9C0), TextAnchor::kMiddle, phone.landscape, 3});
     if (!view.now.radio && view.now.lit) {
         const Spot middle = Middle(phone.display);
