@@ -93,6 +93,7 @@ UINT_PTR AskCommand(HWND dialog, POINT point) {
     const UINT look = MF_STRING | (IsMarkedRowSelected(dialog) ? MF_ENABLED : MF_GRAYED);
     for (const MenuRow& row : kMenu)
         AppendMenuW(menu.get(), look, row.uCommand, ResourceText(row.uTextId).sz);
+    // NOLINTNEXTLINE(misc-redundant-expression): two flags that are none, named for the reader
     return static_cast<UINT_PTR>(TrackPopupMenuEx(menu.get(), TPM_RETURNCMD | TPM_TOPALIGN | TPM_LEFTALIGN,
                                                   point.x, point.y, dialog, nullptr));
 }
