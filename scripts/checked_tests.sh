@@ -45,7 +45,7 @@ kora_test_checked() {
     local mode=$1 filter=${2:-.} failed=0 all bad
     packages_need "${KORA_BUILD_PACKAGES[@]}" "${KORA_DISPLAY_PACKAGES[@]}" "${KORA_TEST_PACKAGES[@]}"
     "checked_$mode"
-    build_preset "$KORA_PRESET" all damage damage_device heap_watch
+    build_preset "$KORA_PRESET" test_programs damage damage_device heap_watch
     # Handsets of its own: what is switched on there is not for other runs.
     export KORA_HOME=$KORA_HOME/checked-$mode
     tests_prepare
