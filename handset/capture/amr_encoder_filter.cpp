@@ -118,7 +118,7 @@ class CAmrEncoderFilter final : public CFilter, public IAudioWrapperFilter, publ
 
 HRESULT CAmrEncoderFilter::Init(const GUID* codec, const GUID* category) {
     if (codec == nullptr || category == nullptr) return E_POINTER;
-    const std::lock_guard<CRecursiveLock> guard(Lock());
+    const std::lock_guard<handset::CRecursiveLock> guard(Lock());
     if (ready_) return E_UNEXPECTED;
     if (*category != CLSID_AudioCompressorCategory) return E_INVALIDARG;
     if (*codec != kCodecAmr) return CLASS_E_CLASSNOTAVAILABLE;
@@ -135,7 +135,7 @@ HRESULT CAmrEncoderFilter::OnPause() {
 // The buffers go first: the stream may be waiting for one.
 void CAmrEncoderFilter::OnStop() {
     out_.Deactivate();
-    const std::lock_guard<CLock> guard(in_.StreamLock());
+    const std::lock_guard<handset::CLock> guard(in_.StreamLock());
     encoder_.reset();
 }
 

@@ -86,7 +86,7 @@ class CFileSink final : public CFilter,
 
 HRESULT CFileSink::SetFileName(LPCOLESTR path, const AM_MEDIA_TYPE* type) {
     if (path == nullptr) return E_POINTER;
-    const std::lock_guard<CRecursiveLock> guard(Lock());
+    const std::lock_guard<handset::CRecursiveLock> guard(Lock());
     if (!Stopped()) return VFW_E_NOT_STOPPED;
     if (std::wcslen(path) >= MAX_PATH) return HRESULT_FROM_WIN32(ERROR_FILENAME_EXCED_RANGE);
     const CMediaType fileType = type != nullptr ? CMediaType(*type) : CMediaType();
@@ -101,7 +101,7 @@ HRESULT CFileSink::SetFileName(LPCOLESTR path, const AM_MEDIA_TYPE* type) {
 HRESULT CFileSink::GetCurFile(LPOLESTR* path, AM_MEDIA_TYPE* type) {
     if (path == nullptr) return E_POINTER;
     *path = nullptr;
-    const std::lock_guard<CRecursiveLock> guard(Lock());
+    const std::lock_guard<handset::CRecursiveLock> guard(Lock());
     if (!path_.empty()) {
         *path = static_cast<LPOLESTR>(CoTaskMemAlloc((path_.size() + 1) * sizeof(wchar_t)));
         if (*path == nullptr) return E_OUTOFMEMORY;
@@ -124,7 +124,7 @@ HRESULT CFileSink::GetMode(DWORD* flags) {
 // A filter that fails here would leave its graph half started, and the graphs of some hosts never recover. So
 // the graph runs, and is told.
 HRESULT CFileSink::OnPause() {
-    const std::lock_guard<CLock> guard(pin_.StreamLock());
+    const std::lock_guard<handset::CLock> guard(pin_.StreamLock());
     ended_ = false;
     const HRESULT result = Begin();
     if (result != S_OK) Notify(kEventWriteFailed, result, 0);
@@ -144,14 +144,14 @@ HRESULT CFileSink::Begin() {
 }
 
 HRESULT CFileSink::OnRun(REFERENCE_TIME) {
-    const std::lock_guard<CLock> guard(pin_.StreamLock());
+    const std::lock_guard<handset::CLock> guard(pin_.StreamLock());
     Complete();
     return S_OK;
 }
 
 // What is still under way is not waited for: the stream control ends a stream before its graph is stopped.
 void CFileSink::OnStop() {
-    const std::lock_guard<CLock> guard(pin_.StreamLock());
+    const std::lock_guard<handset::CLock> guard(pin_.StreamLock());
     CloseFile();
 }
 

@@ -8,7 +8,7 @@
 namespace capture {
 namespace {
 
-using Guard = std::lock_guard<CRecursiveLock>;
+using Guard = std::lock_guard<handset::CRecursiveLock>;
 
 }  // namespace
 

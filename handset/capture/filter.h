@@ -7,8 +7,8 @@
 
 #include "handset/capture/com_reference.h"
 #include "handset/capture/direct_show.h"
-#include "handset/capture/locks.h"
 #include "handset/capture/module.h"
+#include "handset/state/locks.h"
 
 namespace capture {
 
@@ -36,7 +36,7 @@ class CFilter : public IBaseFilter {
 
     // For the filter's pins. The lock guards connections, formats and the change of states; a thread that
     // carries samples never takes it, for a change of state waits for that thread.
-    CRecursiveLock& Lock() { return lock_; }
+    handset::CRecursiveLock& Lock() { return lock_; }
     bool Stopped() const { return state_ == State_Stopped; }
     bool Running() const { return state_ == State_Running; }
     bool Active() const { return state_ != State_Stopped; }
@@ -62,7 +62,7 @@ class CFilter : public IBaseFilter {
 
     const CModuleUse use_;
     const CLSID classId_;
-    CRecursiveLock lock_;
+    handset::CRecursiveLock lock_;
     std::atomic<long> references_{1};
     std::atomic<FILTER_STATE> state_{State_Stopped};
     CRef<IReferenceClock> clock_;  // empty when it is the filter itself, which would keep itself alive

@@ -2,9 +2,9 @@
 // made by the builder, preallocated and copied files) is refused with E_NOTIMPL.
 #include "handset/capture/graph_builder.h"
 
-#include "handset/capture/locks.h"
 #include "handset/capture/module.h"
 #include "handset/capture/pin_search.h"
+#include "handset/state/locks.h"
 
 namespace capture {
 namespace {
@@ -47,7 +47,7 @@ class CGraphBuilder final : public ICaptureGraphBuilder2 {
 
     const CModuleUse use_;
     std::atomic<long> references_{1};
-    CLock lock_;  // guards graph_
+    handset::CLock lock_;  // guards graph_
     CRef<IGraphBuilder> graph_;
 };
 
@@ -70,7 +70,7 @@ HRESULT ConnectTo(IGraphBuilder* graph, IPin* out, IBaseFilter* filter) {
 
 HRESULT CGraphBuilder::SetFiltergraph(IGraphBuilder* graph) {
     if (graph == nullptr) return E_POINTER;
-    const std::lock_guard<CLock> guard(lock_);
+    const std::lock_guard<handset::CLock> guard(lock_);
     if (graph_) return E_UNEXPECTED;
     graph_ = CRef<IGraphBuilder>(graph);
     return S_OK;
@@ -83,7 +83,7 @@ HRESULT CGraphBuilder::GetFiltergraph(IGraphBuilder** graph) {
 }
 
 CRef<IGraphBuilder> CGraphBuilder::Graph() {
-    const std::lock_guard<CLock> guard(lock_);
+    const std::lock_guard<handset::CLock> guard(lock_);
     return graph_;
 }
 

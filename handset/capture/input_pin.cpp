@@ -6,8 +6,8 @@
 namespace capture {
 namespace {
 
-using Guard = std::lock_guard<CRecursiveLock>;
-using StreamGuard = std::lock_guard<CLock>;
+using Guard = std::lock_guard<handset::CRecursiveLock>;
+using StreamGuard = std::lock_guard<handset::CLock>;
 
 }  // namespace
 

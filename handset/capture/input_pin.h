@@ -1,8 +1,8 @@
 // A pin that takes samples and hands them to its filter, one thread at a time.
 #pragma once
 
-#include "handset/capture/locks.h"
 #include "handset/capture/pin.h"
+#include "handset/state/locks.h"
 
 namespace capture {
 
@@ -41,7 +41,7 @@ class CInputPin : public CPin, public IMemInputPin {
     HRESULT STDMETHODCALLTYPE ReceiveCanBlock() override;
 
     // Held while a sample is worked on. A filter takes it in OnStop, after its own lock.
-    CLock& StreamLock() { return streamLock_; }
+    handset::CLock& StreamLock() { return streamLock_; }
 
   protected:
     CInputPin(CFilter* filter, IStreamSink* sink, const wchar_t* name)
@@ -52,7 +52,7 @@ class CInputPin : public CPin, public IMemInputPin {
     HRESULT CheckStreaming() const;
 
     IStreamSink& sink_;
-    CLock streamLock_;
+    handset::CLock streamLock_;
     CRef<IMemAllocator> allocator_;
 };
 

@@ -9,7 +9,7 @@
 namespace capture {
 namespace {
 
-using Guard = std::lock_guard<CRecursiveLock>;
+using Guard = std::lock_guard<handset::CRecursiveLock>;
 
 // What the connected pin itself would like.
 std::vector<CMediaType> TypesOf(IPin* pin) {

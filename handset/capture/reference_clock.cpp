@@ -64,7 +64,7 @@ HRESULT CHandsetClock::Set(REFERENCE_TIME due, REFERENCE_TIME period, HANDLE obj
     auto alarm = std::make_unique<Alarm>();
     alarm->object = object;
     alarm->periodic = period != 0;
-    const std::lock_guard<CLock> guard(lock_);
+    const std::lock_guard<handset::CLock> guard(lock_);
     ForgetRung();
     const DWORD wait_ms = RealMilliseconds(due - HandsetTime());
     const DWORD period_ms = alarm->periodic ? std::max<DWORD>(RealMilliseconds(period), 1) : 0;
@@ -77,7 +77,7 @@ HRESULT CHandsetClock::Set(REFERENCE_TIME due, REFERENCE_TIME period, HANDLE obj
 }
 
 HRESULT CHandsetClock::Unadvise(DWORD_PTR cookie) {
-    const std::lock_guard<CLock> guard(lock_);
+    const std::lock_guard<handset::CLock> guard(lock_);
     return alarms_.erase(cookie) != 0 ? S_OK : S_FALSE;
 }
 

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "handset/capture/direct_show.h"
-#include "handset/capture/locks.h"
+#include "handset/state/locks.h"
 
 namespace capture {
 
@@ -38,7 +38,7 @@ class CHandsetClock final : public IReferenceClock {
     void ForgetRung();
 
     IUnknown& owner_;
-    CLock lock_;  // guards alarms_ and lastCookie_
+    handset::CLock lock_;  // guards alarms_ and lastCookie_
     std::map<DWORD_PTR, std::unique_ptr<Alarm>> alarms_;
     DWORD_PTR lastCookie_ = 0;
 };

@@ -18,13 +18,15 @@ std::int16_t Rounded(float sample) {
 // The mean of both sides, four frames at once.
 void MixDown(const std::int16_t* frames, std::size_t count, float* mean) {
     using FourFrames = std::int32_t __attribute__((vector_size(16)));
+    using Unsigned = std::uint32_t __attribute__((vector_size(16)));
     using Four = float __attribute__((vector_size(16)));
     std::size_t i = 0;
     for (; i + 4 <= count; i += 4) {
         FourFrames four;
         std::memcpy(&four, frames + 2 * i, sizeof four);
         // The left side lies in the lower half.
-        const FourFrames sum = (four << 16 >> 16) + (four >> 16);
+        const auto left = reinterpret_cast<FourFrames>(reinterpret_cast<Unsigned>(four) << 16) >> 16;
+        const FourFrames sum = left + (four >> 16);
         const Four half = __builtin_convertvector(sum, Four) * 0.5f;
         std::memcpy(mean + i, &half, sizeof half);
     }

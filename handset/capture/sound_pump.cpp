@@ -38,7 +38,7 @@ HRESULT CSoundPump::Open(const WaveShape& shape) {
 }
 
 void CSoundPump::Run(REFERENCE_TIME start) {
-    const std::lock_guard<CLock> guard(lock_);
+    const std::lock_guard<handset::CLock> guard(lock_);
     ranFrom_ = HandsetTime();
     zero_ = std::min(start, ranFrom_);
     next_ = FrameOfTime(ranFrom_ - zero_, shape_.rate_Hz);
@@ -48,7 +48,7 @@ void CSoundPump::Run(REFERENCE_TIME start) {
 
 void CSoundPump::Halt() {
     {
-        const std::lock_guard<CLock> guard(lock_);
+        const std::lock_guard<handset::CLock> guard(lock_);
         running_ = false;
     }
     changed_.NotifyAll();
@@ -62,7 +62,7 @@ void CSoundPump::Close() {
 }
 
 void CSoundPump::RequestStart(const REFERENCE_TIME* time, DWORD cookie) {
-    const std::lock_guard<CLock> guard(lock_);
+    const std::lock_guard<handset::CLock> guard(lock_);
     if (time == nullptr && !running_) {
         control_.SetFlowing(true);
     } else if (time != nullptr && *time == MAXLONGLONG) {
@@ -79,7 +79,7 @@ void CSoundPump::RequestStart(const REFERENCE_TIME* time, DWORD cookie) {
 }
 
 void CSoundPump::RequestStop(const REFERENCE_TIME* time, DWORD cookie) {
-    std::unique_lock<CLock> lock(lock_);
+    std::unique_lock<handset::CLock> lock(lock_);
     if (time == nullptr && !running_) {
         control_.SetFlowing(false);
     } else if (time != nullptr && *time == MAXLONGLONG) {
@@ -93,7 +93,7 @@ void CSoundPump::RequestStop(const REFERENCE_TIME* time, DWORD cookie) {
 }
 
 CStreamControl CSoundPump::Control() {
-    const std::lock_guard<CLock> guard(lock_);
+    const std::lock_guard<handset::CLock> guard(lock_);
     return control_;
 }
 
@@ -101,7 +101,7 @@ REFERENCE_TIME CSoundPump::StreamTime() const {
     return HandsetTime() - zero_;
 }
 
-void CSoundPump::AwaitStop(std::unique_lock<CLock>* lock) {
+void CSoundPump::AwaitStop(std::unique_lock<handset::CLock>* lock) {
     const std::uint32_t run = run_;
     while (running_ && run_ == run && control_.Stop()) {
         const std::int64_t reached = next_;
@@ -139,7 +139,7 @@ void CSoundPump::Take(std::uint64_t position, const std::int16_t* frames, std::s
 
 // False when the frames are not for this run. Of the first frames those from before the run are left out.
 bool CSoundPump::BeginRun(std::uint64_t* position, const std::int16_t** frames, std::size_t* count) {
-    std::unique_lock<CLock> lock(lock_);
+    std::unique_lock<handset::CLock> lock(lock_);
     if (!running_) return false;
     if (workedRun_ == run_) return true;
     const std::uint64_t from = PositionAt(ranFrom_);
@@ -164,7 +164,7 @@ void CSoundPump::Pass(const std::int16_t* samples, std::size_t frames) {
         CStreamControl::Step step;
         std::int64_t frame = 0;
         {
-            const std::lock_guard<CLock> guard(lock_);
+            const std::lock_guard<handset::CLock> guard(lock_);
             if (!running_ || workedRun_ != run_) return;
             frame = next_;
             step = control_.Next(frame, frames, shape_.rate_Hz);
@@ -174,7 +174,7 @@ void CSoundPump::Pass(const std::int16_t* samples, std::size_t frames) {
         if (step.frames > 0 && !step.flowing) discontinuity_ = true;
         Tell(step);
         {
-            const std::lock_guard<CLock> guard(lock_);
+            const std::lock_guard<handset::CLock> guard(lock_);
             if (workedRun_ == run_) next_ += static_cast<std::int64_t>(part);
         }
         changed_.NotifyAll();

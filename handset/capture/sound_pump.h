@@ -7,11 +7,11 @@
 #include <thread>
 #include <vector>
 
-#include "handset/capture/locks.h"
 #include "handset/capture/output_pin.h"
 #include "handset/capture/sound_converter.h"
 #include "handset/capture/stream_control.h"
 #include "handset/capture/wav_writer.h"
+#include "handset/state/locks.h"
 
 namespace capture {
 
@@ -45,7 +45,7 @@ class CSoundPump {
     void Tell(const CStreamControl::Step& step);
     // With lock_ held.
     REFERENCE_TIME StreamTime() const;
-    void AwaitStop(std::unique_lock<CLock>* lock);
+    void AwaitStop(std::unique_lock<handset::CLock>* lock);
 
     COutputPin& pin_;
     std::thread thread_;
@@ -54,8 +54,8 @@ class CSoundPump {
     std::atomic<bool> closing_{false};
     WaveShape shape_;
 
-    CLock lock_;          // guards what follows up to the empty line; never held while delivering
-    CCondition changed_;  // the stream has moved on, or ended
+    handset::CLock lock_;          // guards what follows up to the empty line; never held while delivering
+    handset::CCondition changed_;  // the stream has moved on, or ended
     CStreamControl control_;
     bool running_ = false;
     std::uint32_t run_ = 0;       // counts the calls of Run

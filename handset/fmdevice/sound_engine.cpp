@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 
 #include "handset/coredll/platform_call.h"
 #include "handset/fmdevice/receiver_sound.h"
@@ -14,10 +13,10 @@ namespace fm {
 namespace {
 
 // Real time after which the sound thread looks again, and within what bounds it sleeps for patient readers.
-constexpr auto kIdleBlock = std::chrono::milliseconds(20);
-constexpr auto kShortestIdle = std::chrono::milliseconds(5);
-constexpr auto kLongestIdle = std::chrono::milliseconds(100);
-constexpr std::uint64_t kSpeakerRetry_ms = 10'000;
+constexpr DWORD kIdleBlock_ms = 20;
+constexpr std::uint64_t kShortestIdle_ms = 5;
+constexpr std::uint64_t kLongestIdle_ms = 100;
+constexpr DWORD kSpeakerRetry_ms = 10'000;
 // Sound that only a loudspeaker would have played is let go when it is this late.
 constexpr std::uint64_t kLatestForSpeaker_frames = kSampleRate_Hz / 2;
 
@@ -39,52 +38,52 @@ CSoundEngine::CSoundEngine()
       audible_(rate_ == 1 && handset::StateDword(L"HostSound", 1) != 0) {}
 
 void CSoundEngine::AddUser() {
-    const std::lock_guard<std::mutex> lock(threadLock_);
+    const std::lock_guard<handset::CLock> lock(threadLock_);
     if (users_++ > 0) return;
     stop_ = false;
     thread_ = std::thread([this] { Run(); });
 }
 
 void CSoundEngine::RemoveUser() {
-    const std::lock_guard<std::mutex> lock(threadLock_);
+    const std::lock_guard<handset::CLock> lock(threadLock_);
     if (--users_ > 0) return;
     {
-        const std::lock_guard<std::mutex> inner(lock_);
+        const std::lock_guard<handset::CLock> inner(lock_);
         stop_ = true;
     }
-    wake_.notify_all();
+    wake_.NotifyAll();
     thread_.join();
 }
 
 void CSoundEngine::Show(std::shared_ptr<const SoundScene> scene) {
     {
-        const std::lock_guard<std::mutex> lock(lock_);
+        const std::lock_guard<handset::CLock> lock(lock_);
         later_.push_back({NowFrame(), std::move(scene)});
         if (!working_) TakeScenes(later_.back().from);
     }
-    wake_.notify_all();
+    wake_.NotifyAll();
 }
 
 std::uint32_t CSoundEngine::OpenTap(std::uint64_t* position) {
     AddUser();
     std::uint32_t tap = 0;
     {
-        const std::lock_guard<std::mutex> lock(lock_);
+        const std::lock_guard<handset::CLock> lock(lock_);
         if (!working_) ring_.SkipTo(NowFrame());
         working_ = true;
         *position = ring_.End();
         tap = ++lastTap_;
         taps_[tap] = {*position, kNothingAwaited, 0, 0};
     }
-    wake_.notify_all();
+    wake_.NotifyAll();
     return tap;
 }
 
 std::uint32_t CSoundEngine::ReadTap(std::uint32_t tap, std::uint64_t* position, std::int16_t* samples,
                                     std::uint32_t frames, std::uint32_t timeout_ms) {
-    std::unique_lock<std::mutex> lock(lock_);
+    std::unique_lock<handset::CLock> lock(lock_);
     const auto wanted = std::min<std::uint32_t>(frames, kSoundTapCapacity_frames / 2);
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeout_ms);
+    const std::uint64_t began = GetTickCount64();
     const auto there = [&] {
         const auto waiting = taps_.find(tap);
         if (waiting == taps_.end()) return true;
@@ -93,24 +92,28 @@ std::uint32_t CSoundEngine::ReadTap(std::uint32_t tap, std::uint64_t* position, 
         return ring_.End() >= end;
     };
     Expect(tap, std::max(*position, ring_.Begin()) + wanted, wanted, timeout_ms);
-    arrived_.wait_until(lock, deadline, there);
+    while (!there()) {
+        const std::uint64_t waited = GetTickCount64() - began;
+        if (waited >= timeout_ms) break;
+        arrived_.WaitFor(&lock, static_cast<DWORD>(timeout_ms - waited));
+    }
     const auto reader = taps_.find(tap);
     if (reader == taps_.end()) return 0;
     const bool awaitedRoom = !RoomForBlock();
     const auto count = static_cast<std::uint32_t>(ring_.Read(position, samples, frames));
     reader->second.reached = *position + count;
     reader->second.awaited = kNothingAwaited;
-    if (awaitedRoom) wake_.notify_all();
+    if (awaitedRoom) wake_.NotifyAll();
     return count;
 }
 
 void CSoundEngine::CloseTap(std::uint32_t tap) {
     {
-        const std::lock_guard<std::mutex> lock(lock_);
+        const std::lock_guard<handset::CLock> lock(lock_);
         if (taps_.erase(tap) == 0) return;
     }
-    wake_.notify_all();
-    arrived_.notify_all();
+    wake_.NotifyAll();
+    arrived_.NotifyAll();
     RemoveUser();
 }
 
@@ -147,20 +150,20 @@ void CSoundEngine::Expect(std::uint32_t tap, std::uint64_t end, std::uint32_t wa
     const bool sooner = !patient || end < reader->second.expected;
     reader->second.expected = patient ? end : 0;
     reader->second.usual = wanted;
-    if (sooner) wake_.notify_all();
+    if (sooner) wake_.NotifyAll();
 }
 
-std::chrono::milliseconds CSoundEngine::IdleTime(std::uint64_t now) {
+DWORD CSoundEngine::IdleTime_ms(std::uint64_t now) {
     const bool heard = scene_ && scene_->frontEnd && (!scene_->logPath.empty() || SpeakerWanted(*scene_));
-    if (heard || taps_.empty() || !RoomForBlock()) return kIdleBlock;
-    auto idle = kLongestIdle;
+    if (heard || taps_.empty() || !RoomForBlock()) return kIdleBlock_ms;
+    std::uint64_t idle_ms = kLongestIdle_ms;
     for (auto& [number, tap] : taps_) {
-        if (tap.expected == 0) return kIdleBlock;
+        if (tap.expected == 0) return kIdleBlock_ms;
         if (tap.expected <= ring_.End()) tap.expected += tap.usual;
         const std::uint64_t due = tap.expected - std::min(tap.expected, now);
-        idle = std::min(idle, std::chrono::milliseconds(RealMilliseconds(due)));
+        idle_ms = std::min(idle_ms, RealMilliseconds(due));
     }
-    return std::max(idle, kShortestIdle);
+    return static_cast<DWORD>(std::max(idle_ms, kShortestIdle_ms));
 }
 
 // Until so many frames have been heard, rounded up.
@@ -183,7 +186,7 @@ void CSoundEngine::CatchUp(std::uint64_t now) {
 }
 
 void CSoundEngine::Run() {
-    std::unique_lock<std::mutex> lock(lock_);
+    std::unique_lock<handset::CLock> lock(lock_);
     while (!stop_) {
         TakeScenes(ring_.End());
         if (!WorkWanted()) {
@@ -193,7 +196,7 @@ void CSoundEngine::Run() {
         const std::uint64_t now = NowFrame();
         CatchUp(now);
         if (now < ring_.End() + kBlockFrames || !RoomForBlock())
-            wake_.wait_for(lock, IdleTime(now));
+            wake_.WaitFor(&lock, IdleTime_ms(now));
         else
             MakeBlock(&lock);
     }
@@ -203,7 +206,7 @@ void CSoundEngine::Run() {
     speaker_.Close();
 }
 
-void CSoundEngine::Rest(std::unique_lock<std::mutex>* lock) {
+void CSoundEngine::Rest(std::unique_lock<handset::CLock>* lock) {
     working_ = false;
     lock->unlock();
     log_.Follow(L"");
@@ -211,10 +214,10 @@ void CSoundEngine::Rest(std::unique_lock<std::mutex>* lock) {
     gainBefore_ = 0;
     lock->lock();
     // The bound is for a loudspeaker that may have come back.
-    if (!stop_ && !WorkWanted()) wake_.wait_for(*lock, std::chrono::milliseconds(kSpeakerRetry_ms));
+    if (!stop_ && !WorkWanted()) wake_.WaitFor(lock, kSpeakerRetry_ms);
 }
 
-void CSoundEngine::MakeBlock(std::unique_lock<std::mutex>* lock) {
+void CSoundEngine::MakeBlock(std::unique_lock<handset::CLock>* lock) {
     std::array<std::int16_t, kBlockFrames * kChannels> samples;
     const auto scene = scene_ ? scene_ : std::make_shared<const SoundScene>();
     lock->unlock();
@@ -224,7 +227,7 @@ void CSoundEngine::MakeBlock(std::unique_lock<std::mutex>* lock) {
     const bool play = SpeakerWanted(*scene);
     const bool awaited = SomebodyAwaits(ring_.End());
     lock->unlock();
-    if (awaited) arrived_.notify_all();
+    if (awaited) arrived_.NotifyAll();
     const bool failed = play && !speaker_.Open();
     if (!play) speaker_.Close();
     OutputBlock(*scene, samples.data());

@@ -2,13 +2,10 @@
 // behind the taps, to the sound log and to the host's loudspeakers. With none of them it renders nothing.
 #pragma once
 
-#include <chrono>
-#include <condition_variable>
 #include <cstdint>
 #include <deque>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <thread>
 
@@ -16,6 +13,7 @@
 #include "handset/fmdevice/sound_log.h"
 #include "handset/fmdevice/sound_ring.h"
 #include "handset/fmdevice/speaker.h"
+#include "handset/state/locks.h"
 
 namespace fm {
 
@@ -50,15 +48,15 @@ class CSoundEngine {
     CSoundEngine();
     void Run();
     // With lock_ held, which they let go while they close, render or play:
-    void Rest(std::unique_lock<std::mutex>* lock);
-    void MakeBlock(std::unique_lock<std::mutex>* lock);
+    void Rest(std::unique_lock<handset::CLock>* lock);
+    void MakeBlock(std::unique_lock<handset::CLock>* lock);
     // With lock_ held:
     bool SpeakerWanted(const SoundScene& scene) const;
     bool WorkWanted() const;
     bool RoomForBlock() const;
     bool SomebodyAwaits(std::uint64_t position) const;
     void Expect(std::uint32_t tap, std::uint64_t end, std::uint32_t wanted, std::uint32_t timeout_ms);
-    std::chrono::milliseconds IdleTime(std::uint64_t now);
+    DWORD IdleTime_ms(std::uint64_t now);
     void TakeScenes(std::uint64_t upTo);
     void CatchUp(std::uint64_t now);
     std::uint64_t RealMilliseconds(std::uint64_t frames) const;
@@ -68,10 +66,10 @@ class CSoundEngine {
 
     // Guards everything below it but what is the sound thread's own. Never held while rendering or playing.
     // The receiver's lock may be held outside it, never the other way round.
-    std::mutex lock_;
-    std::condition_variable wake_;     // to the sound thread: something to look at
-    std::condition_variable arrived_;  // to the readers: what one of them awaits, or a tap closed
-    std::mutex threadLock_;            // guards users_ and thread_; outside lock_
+    handset::CLock lock_;
+    handset::CCondition wake_;     // to the sound thread: something to look at
+    handset::CCondition arrived_;  // to the readers: what one of them awaits, or a tap closed
+    handset::CLock threadLock_;    // guards users_ and thread_; outside lock_
     int users_ = 0;
     std::thread thread_;
     bool stop_ = false;

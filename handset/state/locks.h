@@ -1,12 +1,13 @@
-// Locks that hold no object of the system, for what a recording leaves behind stays until the radio ends: the
-// runtime's own keep handles while they live. They serve std::lock_guard and std::unique_lock.
+// Locks that hold no object of the system and, under Wine, ask nothing of its server, as the runtime's own do
+// at every wait and wake. They keep no handles either, and what a recording leaves behind stays until the
+// radio ends. They serve std::lock_guard and std::unique_lock.
 #pragma once
 
 #include <windows.h>
 
 #include <mutex>
 
-namespace capture {
+namespace handset {
 
 class CLock {
   public:
@@ -47,4 +48,4 @@ class CCondition {
     CONDITION_VARIABLE condition_ = CONDITION_VARIABLE_INIT;
 };
 
-}  // namespace capture
+}  // namespace handset
