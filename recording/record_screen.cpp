@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 
+#include "recording/record_time.h"
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
 #include "shell/main_state.h"
@@ -33,8 +34,7 @@ void LockScreen(CMainState& state) {
 
 void UnlockScreen(CMainState& state) {
     ShowWindow(state.m_hListView, SW_SHOW);
-    DrawSkinText(state.m_skin, TEXT_RECORD_TIME, L"");
-    state.m_bRecording = FALSE;
+    EndRecordTime(state);
     PutRecordButtonOut(state);
     RepaintRecordButton(state);
     EnableTuning(state.m_skin);

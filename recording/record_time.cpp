@@ -14,7 +14,8 @@ namespace {
 
 constexpr DWORD kShowPeriod_ms = 500;
 
-// Guards m_pRecorder against its end while the thread asks it for the time.
+// Guards m_pRecorder against its end while the thread asks it for the time, and the field on the screen
+// against a time that comes after it was cleared.
 class RecorderLock {
   public:
     RecorderLock() { EnterCriticalSection(&Section()); }
@@ -33,19 +34,22 @@ class RecorderLock {
     };
 };
 
-// False when the recording of that number is over.
-bool ReadElapsed(CMainState& state, DWORD recording, DWORD* elapsed_ms) {
-    const RecorderLock lock;
-    if (state.m_pRecorder == nullptr || state.m_dwRecordings != recording) return false;
-    state.m_pRecorder->ElapsedMs(elapsed_ms);
-    return true;
-}
-
-void ShowRecordTime(CMainState& state, DWORD elapsed_ms) {
+void ShowTime(CMainState& state, DWORD elapsed_ms) {
     const DWORD s = elapsed_ms / 1000;
     WCHAR text[32];
     StringCchPrintfW(text, ARRAYSIZE(text), L"Rec %02d:%02d:%02d", s / 3600, s % 3600 / 60, s % 60);
     DrawSkinText(state.m_skin, TEXT_RECORD_TIME, text);
+}
+
+// False when the recording of that number is over.
+bool ShowRecordTime(CMainState& state, DWORD recording) {
+    const RecorderLock lock;
+    if (state.m_pRecorder == nullptr || state.m_dwRecordings != recording || !state.m_bRecording)
+        return false;
+    DWORD elapsed_ms = 0;
+    state.m_pRecorder->ElapsedMs(&elapsed_ms);
+    ShowTime(state, elapsed_ms);
+    return true;
 }
 
 DWORD WINAPI RecordTimeThread(LPVOID parameter) {
@@ -54,9 +58,7 @@ DWORD WINAPI RecordTimeThread(LPVOID parameter) {
     const DWORD recording = state.m_dwRecordings;
     while (WaitForSingleObject(state.m_hStopRecordEvent, kShowPeriod_ms) == WAIT_TIMEOUT) {
         // The next recording takes the stop event's signal back, if it starts soon enough.
-        DWORD elapsed_ms = 0;
-        if (!ReadElapsed(state, recording, &elapsed_ms)) break;
-        ShowRecordTime(state, elapsed_ms);
+        if (!ShowRecordTime(state, recording)) break;
         if (FreeSpaceBytes() >= kLeastFreeSpace_bytes) continue;
         SendMessageW(window, WM_SKIN_CLICK, SKIN_STOP_RECORD, 0);
         ShowInsufficientSpace(window);
@@ -69,6 +71,12 @@ DWORD WINAPI RecordTimeThread(LPVOID parameter) {
 void StartRecordTime(CMainState& state) {
     ++state.m_dwRecordings;
     const OwnedHandle thread(CreateThread(nullptr, 0, RecordTimeThread, &state, 0, nullptr));
+}
+
+void EndRecordTime(CMainState& state) {
+    const RecorderLock lock;
+    state.m_bRecording = FALSE;
+    DrawSkinText(state.m_skin, TEXT_RECORD_TIME, L"");
 }
 
 void DiscardRecorder(CMainState& state) {

@@ -9,5 +9,8 @@ class CMainState;
 // space runs out. Main thread, after the recorder has started.
 void StartRecordTime(CMainState& state);
 
+// Puts the recording flag down and clears the time, which does not come back. Main thread.
+void EndRecordTime(CMainState& state);
+
 // Deletes the recorder, once the thread does not look at it any more. Main thread.
 void DiscardRecorder(CMainState& state);
