@@ -37,6 +37,15 @@ TEST(ReceiverSound, TheGainGoesEvenlyAndWhatIsTooLoudIsClipped) {
     EXPECT_EQ(samples, (std::vector<std::int16_t>{8192, -8192, 16384, -16384, 32767, -32767, 32767, -32767}));
 }
 
+TEST(ReceiverSound, AnOddFrameAtTheEndIsMadeAsTheOthersBeforeIt) {
+    for (const std::size_t count : {1u, 2u, 5u, 882u}) {
+        const std::vector<float> frames(2 * count, -0.3F);
+        std::vector<std::int16_t> samples(2 * count);
+        fm::ToSamples(frames.data(), count, 0.5F, 0.5F, samples.data());
+        EXPECT_EQ(samples, std::vector<std::int16_t>(2 * count, -4915)) << count;
+    }
+}
+
 TEST(ReceiverSound, ALoudspeakerGivesTheMeanOfBothSides) {
     std::int16_t samples[] = {32767, 32767, 100, -300};
     fm::MixDown(samples, 2);
