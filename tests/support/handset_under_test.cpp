@@ -125,6 +125,10 @@ DWORD RunProgram(const std::wstring& name, const std::wstring& arguments, std::s
 }
 
 HandsetUnderTest::HandsetUnderTest() {
+    // The host starts its desktop with the first program that asks for it, and the desktop inherits that
+    // program's files for good. Asked for here it is never a radio with its logs, whose folder could then not
+    // be removed.
+    GetDesktopWindow();
     const std::wstring mark = std::to_wstring(GetCurrentProcessId());
     m_home = (std::filesystem::temp_directory_path() / (L"kora-test-" + mark)).wstring();
     m_root = m_home + L"\\device";
