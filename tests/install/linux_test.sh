@@ -37,7 +37,8 @@ open_from_menu() {
 radio_runs() { [ -f "$HANDSET/device/tuner.log" ] && kora handset status | grep -q '^Radio *running'; }
 nothing_names_the_tree() { ! grep -rlF "$WORK/tree" "$USER_HOME/.local/bin" "$SHARE/kora" "$SHARE/applications"; }
 tuned() { grep -q '^SetChannel 9850 -> 0' "$HANDSET/device/tuner.log"; }
-type_frequency() { : >"$HANDSET/device/tuner.log" && kora handset key 9 8 5 && wait_for 20 tuned; }
+# Keys are taken once the radio's window is there, a moment after its process.
+type_frequency() { : >"$HANDSET/device/tuner.log" && wait_for 20 kora handset key 9 8 5 && wait_for 20 tuned; }
 radio_is_gone() { kora handset status | grep -q '^Radio *not running'; }
 keep_recording() {
     local said

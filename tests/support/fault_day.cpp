@@ -107,7 +107,6 @@ void FaultDay::Step() {
 
 void FaultDay::End() {
     ClearFaults();
-    m_mayCrash = m_mayCrashNow = false;
     m_handset.SetRegistry(kPhone, L"Status", 0u);
     if (!m_headset) ToggleHeadset();
     if (!m_card) ToggleCard();
