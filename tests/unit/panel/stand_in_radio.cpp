@@ -20,12 +20,18 @@ void Note(const char* format, ...) {
     va_start(arguments, format);
     const int length = std::vsnprintf(line, sizeof line, format, arguments);
     va_end(arguments);
+    // Two that are started together write together, and Wine finds a file's end before it writes there: one
+    // line would lie upon the other.
+    const HANDLE turn = CreateMutexW(nullptr, FALSE, L"KoraStandInNotes");
+    WaitForSingleObject(turn, INFINITE);
     const HANDLE file =
         CreateFileW(g_log.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                     nullptr, OPEN_ALWAYS, 0, nullptr);
     DWORD written = 0;
     WriteFile(file, line, static_cast<DWORD>(length), &written, nullptr);
     CloseHandle(file);
+    ReleaseMutex(turn);
+    CloseHandle(turn);
 }
 
 POINT AskForDisplay() {
