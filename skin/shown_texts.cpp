@@ -1,5 +1,7 @@
 #include "skin/shown_texts.h"
 
+#include <cwchar>
+
 #include "skin/skin_rows.h"
 
 namespace {
@@ -44,5 +46,5 @@ bool IsShown(const SkinShown& shown, HWND window) {
 }
 
 bool ShowsText(const SkinShownText& shown, HWND window, const WCHAR* text) {
-    return IsShown(shown, window) && shown.text == text;
+    return IsShown(shown, window) && std::wcscmp(shown.szText, text) == 0;
 }

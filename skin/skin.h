@@ -2,8 +2,8 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
-#include <string>
 
 #include "skin/skin_tables.h"
 
@@ -15,8 +15,12 @@ struct SkinShown {
     std::uint32_t nShownAt = 0;
     HWND hWnd = nullptr;
 };
+// At least the longest text that the receiver gives.
+inline constexpr std::size_t kShownTextCapacity = 260;
+// In memory of its own: the monitor, which fills it, may be suspended anywhere, also while it holds the lock
+// of the process's heap.
 struct SkinShownText : SkinShown {
-    std::wstring text;
+    WCHAR szText[kShownTextCapacity] = L"";
 };
 // At least the rows of the text table.
 inline constexpr int kMostShownTexts = 16;

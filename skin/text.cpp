@@ -1,4 +1,6 @@
 // The text fields.
+#include <strsafe.h>
+
 #include "shell/owned.h"
 #include "skin/bitmap_source.h"
 #include "skin/offscreen.h"
@@ -59,5 +61,6 @@ void ShowSkinText(CSkin& skin, int fieldId, const WCHAR* text) {
     const std::uint32_t before = shown.nPaints.load();
     PaintField(skin, *field, text, MarkFieldShown);
     MarkShown(shown, before, skin.hWnd);
-    shown.text = text;
+    // One that is too long to be kept is painted anew each time.
+    if (FAILED(StringCchCopyW(shown.szText, kShownTextCapacity, text))) shown.bKnown = false;
 }

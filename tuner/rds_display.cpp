@@ -10,6 +10,7 @@
 namespace {
 
 constexpr std::int32_t kNoKind = -1;
+static_assert(kRdsTextCapacity <= kShownTextCapacity);
 
 // In the order in which they are cleared.
 constexpr int kRdsFields[] = {TEXT_RDS,        TEXT_PROGRAM_TYPE, TEXT_PROGRAM_TEXT,

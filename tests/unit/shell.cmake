@@ -8,6 +8,7 @@ kora_test(test_shell APP
         shell/keys_test.cpp
         shell/main_state_test.cpp
         shell/menu_enabling_test.cpp
+        shell/monitor_memory_test.cpp
         shell/monitor_thread_test.cpp
         shell/popup_menu_test.cpp
         shell/power_thread_test.cpp

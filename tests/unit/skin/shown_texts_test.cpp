@@ -42,6 +42,16 @@ TEST_P(ShownTexts, ATextThatIsShownAlreadyIsNotPaintedAgain) {
     EXPECT_FALSE(Paints(kService, L""));
 }
 
+TEST_P(ShownTexts, ATextThatIsTooLongToBeKeptIsPaintedAnewEachTime) {
+    const std::wstring kept(kShownTextCapacity - 1, L'M');
+    const std::wstring tooLong(kShownTextCapacity, L'M');
+    ShowSkinText(m_skin, kService, kept.c_str());
+    EXPECT_FALSE(Paints(kService, kept.c_str()));
+    EXPECT_TRUE(Paints(kService, tooLong.c_str()));
+    EXPECT_TRUE(Paints(kService, tooLong.c_str()));
+    EXPECT_TRUE(Paints(kService, kept.c_str()));
+}
+
 TEST_P(ShownTexts, TheFirstTextIsPaintedAlsoWhenItIsEmpty) {
     EXPECT_TRUE(Paints(kService, L""));
 }
