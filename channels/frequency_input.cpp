@@ -1,5 +1,6 @@
 #include "channels/frequency_input.h"
 
+#include <algorithm>
 #include <cwchar>
 
 #include "tuner/frequency.h"
@@ -8,11 +9,13 @@ namespace {
 
 constexpr wchar_t kBackspace = 0x08;
 
-// Digits are read up to the first character that is none.
+// Digits are read up to the first character that is none. A number that is far beyond the band stays there,
+// however many more there are.
 std::uint32_t LeadingNumber(const wchar_t* text) {
+    constexpr std::uint32_t kBeyondEveryBand = 1'000'000;
     std::uint32_t number = 0;
     for (; *text >= L'0' && *text <= L'9'; ++text)
-        number = number * 10 + static_cast<std::uint32_t>(*text - L'0');
+        number = std::min(number * 10 + static_cast<std::uint32_t>(*text - L'0'), kBeyondEveryBand);
     return number;
 }
 

@@ -1,10 +1,12 @@
 # The schedule's rules and the times of booked programs, under the sanitizers.
 add_executable(native_schedule
     schedule/app_booking_test.cpp
+    schedule/booking_fuzz_test.cpp
     schedule/booking_rule_test.cpp
     schedule/conflict_test.cpp
     ${CMAKE_SOURCE_DIR}/handset/state/app_booking.cpp
-    ${CMAKE_SOURCE_DIR}/schedule/booking_rule.cpp)
+    ${CMAKE_SOURCE_DIR}/schedule/booking_rule.cpp
+    ${CMAKE_SOURCE_DIR}/schedule/command_options.cpp)
 target_include_directories(native_schedule PRIVATE ${CMAKE_SOURCE_DIR})
 # Eighty-five million pairs of spans are walked.
 target_compile_options(native_schedule PRIVATE -O1)

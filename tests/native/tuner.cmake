@@ -1,5 +1,6 @@
 # Frequency texts, typed digits and the command line, under the sanitizers.
 add_executable(native_tuner
+    tuner/command_options_fuzz_test.cpp
     tuner/command_options_test.cpp
     tuner/digit_machine_test.cpp
     tuner/frequency_test.cpp

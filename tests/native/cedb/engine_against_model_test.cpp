@@ -9,12 +9,14 @@
 
 #include "tests/native/cedb/engine_model.h"
 #include "tests/native/cedb/volume_file.h"
+#include "tests/native/fuzz_inputs.h"
 
 using namespace cedb;
 
 namespace {
 
-constexpr int kOperations = 200000;
+// Some twenty seconds on a quiet machine; a million take five times that.
+constexpr std::uint64_t kOperations = 200'000;
 constexpr int kRecordsAtMost = 60;
 
 constexpr PropertyId kIds[] = {Id(0x65, kTypeText),  Id(0x66, kTypeText),   Id(0x67, kTypeUInt32),
@@ -22,10 +24,11 @@ constexpr PropertyId kIds[] = {Id(0x65, kTypeText),  Id(0x66, kTypeText),   Id(0
                                Id(0x6B, kTypeBool),  Id(0x6C, kTypeDouble), Id(0x6D, kTypeFileTime),
                                Id(0x6E, kTypeBlob)};
 
-// KORA_SEED repeats a run, KORA_OPERATIONS lengthens or shortens it.
-std::uint64_t FromEnvironment(const char* name, std::uint64_t fallback) {
-    const char* text = std::getenv(name);
-    return text == nullptr ? fallback : std::strtoull(text, nullptr, 0);
+// KORA_SEED repeats a run.
+std::uint64_t Seed() {
+    const char* text = std::getenv("KORA_SEED");
+    if (text != nullptr) return std::strtoull(text, nullptr, 0);
+    return static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
 }
 
 class Fuzzer {
@@ -294,9 +297,8 @@ class Fuzzer {
 }  // namespace
 
 TEST(EngineAgainstModel, RandomOperationsAlwaysGiveTheModelsAnswers) {
-    const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
-    const std::uint64_t seed = FromEnvironment("KORA_SEED", static_cast<std::uint64_t>(now));
-    const auto operations = FromEnvironment("KORA_OPERATIONS", kOperations);
+    const std::uint64_t seed = Seed();
+    const std::uint64_t operations = test::FuzzInputs(kOperations);
     std::printf("seed %llu, %llu operations\n", static_cast<unsigned long long>(seed),
                 static_cast<unsigned long long>(operations));
     Fuzzer fuzzer(seed);

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 
 namespace {
@@ -57,20 +56,6 @@ TEST(FrequencyCharacters, DigitsBackspaceAndOnePointMayBeTyped) {
         EXPECT_EQ(IsFrequencyCharacter(character, false), digit || character == L'.' || character == 8)
             << character;
         EXPECT_EQ(IsFrequencyCharacter(character, true), digit || character == 8) << character;
-    }
-}
-
-TEST(FrequencyInputFuzz, WhateverIsTypedIsValidOnlyInsideTheBand) {
-    std::mt19937 random(20061);
-    const std::wstring alphabet = L"0123456789..x -";
-    for (int round = 0; round < 200000; ++round) {
-        std::wstring text;
-        for (std::size_t length = random() % 6; length > 0; --length)
-            text += alphabet[random() % alphabet.size()];
-        std::uint32_t channel = 0;
-        if (ReadFrequency(text.c_str(), &channel) != FrequencyInput::kValid) continue;
-        ASSERT_GE(channel, 8750u);
-        ASSERT_LE(channel, 10800u);
     }
 }
 
