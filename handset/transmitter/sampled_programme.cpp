@@ -85,7 +85,7 @@ SoundSource PinkNoise(double rms, double common, std::uint64_t seed) {
         Pink both, left, right;
     };
     // What three poles add up to for white noise of variance 1.
-    constexpr double kRmsOfPink = 2.56;
+    constexpr double kRmsOfPink = 2.979;
     auto state = std::make_shared<State>(State{CNoise(seed), {}, {}, {}});
     const double shared = rms / kRmsOfPink * std::sqrt(common);
     const double own = rms / kRmsOfPink * std::sqrt(1 - common);
