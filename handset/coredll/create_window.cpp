@@ -3,6 +3,7 @@
 #include "handset/coredll/call_guard.h"
 #include "handset/coredll/platform_call.h"
 #include "handset/coredll/tap_and_hold.h"
+#include "handset/coredll/uncovering.h"
 
 namespace {
 
@@ -46,6 +47,7 @@ COREDLL_EXPORT HWND WINAPI DeviceCreateWindowExW(DWORD extendedStyle, const wcha
                                                  void* parameter) {
     const CallGuard guard(CallKind::CallsBack);
     coredll::WatchTapAndHold();
+    coredll::WatchUncovering();
     style |= WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
     Place place{x, y, width, height};
     if ((style & WS_CHILD) == 0 && parent != HWND_MESSAGE) {

@@ -5,6 +5,7 @@
 #include "handset/coredll/call_guard.h"
 #include "handset/coredll/modal_owner.h"
 #include "handset/coredll/platform_call.h"
+#include "handset/coredll/uncovering.h"
 
 namespace {
 
@@ -132,6 +133,7 @@ COREDLL_EXPORT int WINAPI DeviceMessageBoxW(HWND owner, const wchar_t* text, con
                                             UINT type) {
     const CallGuard guard(CallKind::CallsBack);
     const coredll::ModalOwner kept(owner);
+    coredll::WatchUncovering();
     t_hook = SetWindowsHookExW(WH_CALLWNDPROCRET, AfterMessage, nullptr, GetCurrentThreadId());
     const int answer = MessageBoxW(owner, text, caption, type);
     if (t_hook != nullptr) {

@@ -22,6 +22,7 @@ kora_test(test_coredll APP
         coredll/timer_test.cpp
         coredll/trace_test.cpp
         coredll/transparent_image_test.cpp
+        coredll/uncovering_test.cpp
         coredll/window_fault_test.cpp
         ${CMAKE_SOURCE_DIR}/tests/support/process_counts.cpp
     LIBS COREDLL)

@@ -1,0 +1,35 @@
+#include "tests/support/screen_picture.h"
+
+#include <algorithm>
+
+namespace test {
+
+ScreenPicture PictureOf(const Radio& radio, const RECT& area) {
+    const int width = area.right - area.left;
+    const int height = area.bottom - area.top;
+    POINT corner = {area.left, area.top};
+    ClientToScreen(radio.Window(), &corner);
+    BITMAPINFO info = {};
+    info.bmiHeader = {sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    const HDC screen = GetDC(nullptr);
+    const HDC memory = CreateCompatibleDC(screen);
+    void* bits = nullptr;
+    const HBITMAP bitmap = CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HGDIOBJ previous = SelectObject(memory, bitmap);
+    BitBlt(memory, 0, 0, width, height, screen, corner.x, corner.y, SRCCOPY);
+    GdiFlush();
+    ScreenPicture picture;
+    for (int i = 0; i < width * height; ++i) picture.push_back(static_cast<DWORD*>(bits)[i] & 0xFFFFFF);
+    SelectObject(memory, previous);
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    ReleaseDC(nullptr, screen);
+    return picture;
+}
+
+std::size_t PixelsOf(const ScreenPicture& picture, COLORREF colour) {
+    const auto stored = static_cast<DWORD>(RGB(GetBValue(colour), GetGValue(colour), GetRValue(colour)));
+    return static_cast<std::size_t>(std::count(picture.begin(), picture.end(), stored));
+}
+
+}  // namespace test

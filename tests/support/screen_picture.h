@@ -1,0 +1,20 @@
+// A part of the main window as it stands on the screen, to be compared with itself at another time.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <vector>
+
+#include "tests/support/radio.h"
+
+namespace test {
+
+using ScreenPicture = std::vector<DWORD>;
+
+// `area` is in the window's client area; its right and lower edges are outside.
+ScreenPicture PictureOf(const Radio& radio, const RECT& area);
+// How many of its pixels have that colour.
+std::size_t PixelsOf(const ScreenPicture& picture, COLORREF colour);
+
+}  // namespace test
