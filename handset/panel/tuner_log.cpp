@@ -3,6 +3,8 @@
 
 #include <charconv>
 
+#include "handset/fmdevice/band_file.h"
+
 namespace panel {
 namespace {
 
@@ -69,19 +71,11 @@ std::optional<std::uint32_t> LastNumber(const std::vector<TunerCall>& calls, std
 
 std::vector<BandStation> ReadBandStations(std::string_view bandFile) {
     std::vector<BandStation> stations;
-    const std::string whole = std::string(bandFile) + "\n";
-    std::string_view text = whole;
-    bool inStation = false;
-    while (const auto line = TakeLine(text)) {
-        if (!line->empty() && line->front() == '[') {
-            const auto channel = Number(line->substr(1));
-            inStation = channel.has_value();
-            if (inStation) stations.push_back({*channel, ""});
-        } else if (inStation && line->substr(0, 2) == "ps") {
-            const std::size_t equals = line->find('=');
-            if (equals == std::string_view::npos) continue;
-            stations.back().name = Trimmed(line->substr(equals + 1, line->find(" ;") - equals - 1));
-        }
+    std::vector<std::string> faults;
+    const fm::Band band = fm::ReadBand("band.ini", bandFile, &faults);
+    for (const auto& [channel, station] : band.stations) {
+        const auto& names = station.rds.serviceNames;
+        stations.push_back({channel, names.empty() ? "" : names.front()});
     }
     return stations;
 }

@@ -27,8 +27,9 @@ std::optional<std::uint32_t> LastNumber(const std::vector<TunerCall>& calls, std
 // A station of the band file: its channel in units of 10 kHz and its service name.
 struct BandStation {
     std::uint32_t channel;
-    std::string name;  // empty when it sends none
+    std::string name;  // the first of several, empty when it sends none
 };
+// In the order of their channels.
 std::vector<BandStation> ReadBandStations(std::string_view bandFile);
 
 }  // namespace panel

@@ -10,6 +10,6 @@ add_executable(native_panel
     ${panel_sources}/tuner_log.cpp)
 target_include_directories(native_panel PRIVATE ${CMAKE_SOURCE_DIR})
 target_compile_options(native_panel PRIVATE -O1)
-target_link_libraries(native_panel PRIVATE kora_flags GTest::gmock_main)
+target_link_libraries(native_panel PRIVATE fm_portable GTest::gmock_main)
 add_test(NAME native_panel COMMAND native_panel)
 set_tests_properties(native_panel PROPERTIES TIMEOUT 600)

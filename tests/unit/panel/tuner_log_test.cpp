@@ -53,11 +53,18 @@ TEST(BandStations, AreReadWithTheirNames) {
         "ONE\r\n[10110]\nlevel=3\n"
         "[8760]\nps = Z\xC3\x9CRI   ; its name\npty=News\nps");
     ASSERT_EQ(stations.size(), 3u);
-    EXPECT_EQ(stations[0].channel, 9850u);
-    EXPECT_EQ(stations[0].name, "KORA ONE");
-    EXPECT_EQ(stations[1].channel, 10110u);
-    EXPECT_EQ(stations[1].name, "");
-    EXPECT_EQ(stations[2].name, "Z\xC3\x9CRI");
+    EXPECT_EQ(stations[0].channel, 8760u);
+    EXPECT_EQ(stations[0].name, "Z\xC3\x9CRI");
+    EXPECT_EQ(stations[1].channel, 9850u);
+    EXPECT_EQ(stations[1].name, "KORA ONE");
+    EXPECT_EQ(stations[2].channel, 10110u);
+    EXPECT_EQ(stations[2].name, "");
+}
+
+TEST(BandStations, AreNamedByTheFirstOfTheirNamesAndNotByHowLongEachIsSent) {
+    const auto stations = ReadBandStations("[9400]\nps=TALK 94\nps=CALL US\npstime=5\n");
+    ASSERT_EQ(stations.size(), 1u);
+    EXPECT_EQ(stations[0].name, "TALK 94");
 }
 
 }  // namespace
