@@ -17,9 +17,17 @@ constexpr wchar_t kBandPath[] = L"\\Windows\\band.ini";
 constexpr std::size_t kLargestBandFile = 1 << 20;
 constexpr std::size_t kLargestSoundFile = 64 << 20;
 constexpr std::uint64_t kSettled_100ns = 10'000'000;
+// A file that was not touched for so long is whole.
+constexpr std::uint64_t kQuiet_100ns = 2'000'000;
 
 std::uint64_t Ticks(const FILETIME& time) {
     return static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+}
+
+std::uint64_t Now_100ns() {
+    FILETIME now;
+    GetSystemTimeAsFileTime(&now);
+    return Ticks(now);
 }
 
 std::unique_ptr<IGenerator> OpenFile(const std::string& devicePath) {
@@ -54,29 +62,49 @@ bool CSimulatedBand::RefreshLimit() {
     return limit_ != before || limitedChannel_ != channelBefore;
 }
 
+bool CSimulatedBand::IsAtRest(const FileLook& look, std::uint64_t now_100ns) {
+    if (!(look == seen_)) {
+        seen_ = look;
+        seenSince_100ns_ = now_100ns;
+    }
+    // Its own time tells as well, which may be long ago.
+    const bool untouched = look.text && look.stamp.written + kQuiet_100ns <= now_100ns;
+    return untouched || now_100ns - seenSince_100ns_ >= kQuiet_100ns;
+}
+
 bool CSimulatedBand::RefreshFile() {
     const std::wstring path = handset::HostPath(kBandPath);
-    const FileStamp stamp = StampOf(path);
-    const bool same = looked_ && path == path_ && stamp == stamp_;
-    if (same && (settled_ || !stamp.there)) return false;
-    FILETIME now;
-    GetSystemTimeAsFileTime(&now);
-    settled_ = Ticks(now) > stamp.written + kSettled_100ns;
+    const bool first = !looked_ || path != path_;
+    FileLook look{StampOf(path), std::nullopt};
+    if (!first && look.stamp == stamp_ && (settled_ || !look.stamp.there)) return false;
+    const std::uint64_t now = Now_100ns();
+    if (const auto bytes = ReadHostFile(path, kLargestBandFile))
+        look.text.emplace(bytes->begin(), bytes->end());
+    // Somebody is writing it, or has taken it away to lay another one there: the band stays as it was.
+    if (!IsAtRest(look, now) && !first) return false;
 
-    const auto bytes = ReadHostFile(path, kLargestBandFile);
-    std::string text = bytes ? std::string(bytes->begin(), bytes->end()) : std::string();
-    const bool changed = !looked_ || path != path_ || stamp.there != stamp_.there || text != text_;
+    if (look.stamp.there && !look.text) {
+        if (!unreadable_) {
+            ReportLine(handset::Utf8(path) +
+                       ": the band file cannot be read or is larger than 1 MiB; the band " +
+                       (first ? "is nothing but noise" : "stays as it was"));
+        }
+        unreadable_ = true;
+        if (!first) return false;
+    } else {
+        unreadable_ = false;
+    }
+    const std::string text = look.text.value_or("");
+    const bool changed = first || look.stamp.there != stamp_.there || text != text_;
     looked_ = true;
     path_ = path;
-    stamp_ = stamp;
-    text_ = std::move(text);
+    stamp_ = look.stamp;
+    settled_ = !unreadable_ && now > look.stamp.written + kSettled_100ns;
     if (!changed) return false;
-    if (!bytes) {
-        ReportLine(handset::Utf8(path) +
-                   (stamp.there ? ": the band file cannot be read or is larger than 1 MiB"
-                                : ": there is no band file") +
-                   "; the band is nothing but noise");
+    if (!look.stamp.there) {
+        ReportLine(handset::Utf8(path) + ": there is no band file; the band is nothing but noise");
     }
+    text_ = text;
     Read(text_);
     return true;
 }

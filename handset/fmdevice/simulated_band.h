@@ -1,11 +1,12 @@
 // The simulated band: a front end whose antenna is the file \Windows\band.ini (see band_file.h). A channel
-// without a station is noise. The file is read again when it has changed; each fault in it is a line in the
-// debug output.
+// without a station is noise. The file is read again when it has changed and is whole: until then, and while
+// it cannot be read, the band is the one that was read last. Each fault in it is a line in the debug output.
 #pragma once
 
 #include <windows.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "handset/fmdevice/front_end.h"
@@ -32,7 +33,15 @@ class CSimulatedBand : public ITunerFrontEnd {
             return there == other.there && written == other.written && size == other.size;
         }
     };
+    // What one look at the file found; without a text: it could not be read.
+    struct FileLook {
+        FileStamp stamp;
+        std::optional<std::string> text;
+        bool operator==(const FileLook& other) const { return stamp == other.stamp && text == other.text; }
+    };
     static FileStamp StampOf(const std::wstring& hostPath);
+    // Whether nobody is writing it: it is as it was at an earlier look, or was written well before.
+    bool IsAtRest(const FileLook& look, std::uint64_t now_100ns);
     void Read(const std::string& text);
     bool RefreshFile();
     // True when the handset's limit of reception has changed.
@@ -47,6 +56,9 @@ class CSimulatedBand : public ITunerFrontEnd {
     // A file written a moment ago may change once more without its time of writing showing it.
     bool settled_ = false;
     std::string text_;
+    bool unreadable_ = false;  // it is there and was said to be unreadable
+    FileLook seen_;
+    std::uint64_t seenSince_100ns_ = 0;
 
     // The sound thread's own.
     std::unique_ptr<IGenerator> generator_;

@@ -17,6 +17,8 @@ std::optional<std::uint64_t> ParseNumber(const std::wstring& text);
 
 // The bytes of a host file; nothing when it cannot be read. Other processes may be writing to it.
 std::optional<std::string> ReadWholeFile(const std::wstring& path);
+// Makes the file or takes the place of the one that is there: a reader finds the old one or the new one,
+// never a part.
 bool WriteWholeFile(const std::wstring& path, const std::string& bytes);
 
 }  // namespace panel

@@ -37,6 +37,69 @@ TEST_F(BandReload, TextsFollowTheFile) {
     EXPECT_TRUE(becomes(L"TWO"));
 }
 
+// A band file that a test writes as an editor may: emptied, piece by piece, and not to be read by others.
+class BandFileInWork {
+  public:
+    explicit BandFileInWork(DWORD sharing)
+        : file_(CreateFileW(handset::HostPath(L"\\Windows\\band.ini").c_str(), GENERIC_WRITE, sharing,
+                            nullptr, CREATE_ALWAYS, 0, nullptr)) {}
+    ~BandFileInWork() { CloseHandle(file_); }
+    BandFileInWork(const BandFileInWork&) = delete;
+    BandFileInWork& operator=(const BandFileInWork&) = delete;
+    void Write(const std::string& text) {
+        DWORD written = 0;
+        EXPECT_TRUE(WriteFile(file_, text.data(), static_cast<DWORD>(text.size()), &written, nullptr));
+    }
+
+  private:
+    HANDLE file_;
+};
+
+TEST_F(BandReload, AFileThatIsBeingWrittenLeavesTheBandAsItWas) {
+    WriteBand("[8750]\nlevel=45\n");
+    PowerUp();
+    int looks = 0;
+    for (int round = 0; round < 500 && looks < 20; ++round) {
+        BandFileInWork file(FILE_SHARE_READ);
+        const ULONGLONG begun = GetTickCount64();
+        const int empty = Signal();
+        Sleep(25);  // it looks at the file at most every 20 ms
+        const int stillEmpty = Signal();
+        file.Write("[8750]\n");
+        const int half = Signal();
+        file.Write("level=45\n");
+        // On a machine that was busy meanwhile it may rightly have been taken for whole.
+        if (GetTickCount64() - begun > 150) continue;
+        ++looks;
+        ASSERT_EQ(empty, 45);
+        ASSERT_EQ(stillEmpty, 45);
+        ASSERT_EQ(half, 45);
+    }
+    EXPECT_EQ(looks, 20);
+}
+
+TEST_F(BandReload, AFileThatCannotBeReadLeavesTheBandAsItWasUntilItCan) {
+    WriteBand("[8750]\nlevel=45\n");
+    PowerUp();
+    const std::string trace = test::TraceOf([&] {
+        BandFileInWork file(0);
+        file.Write("[8750]\nlevel=12\n");
+        const ULONGLONG end = GetTickCount64() + 600;
+        while (GetTickCount64() < end && Signal() == 45) Sleep(5);
+    });
+    EXPECT_EQ(trace,
+              "FM device: " + std::filesystem::path(handset::HostPath(L"\\Windows\\band.ini")).u8string() +
+                  ": the band file cannot be read or is larger than 1 MiB; the band stays as it was\n");
+    EXPECT_TRUE(SignalBecomes(12));
+}
+
+TEST_F(BandReload, AFileThatIsTakenAwayLeavesNoise) {
+    WriteBand("[8750]\nlevel=45\n");
+    PowerUp();
+    ASSERT_TRUE(DeleteFileW(handset::HostPath(L"\\Windows\\band.ini").c_str()));
+    EXPECT_TRUE(SignalBecomes(3));
+}
+
 TEST_F(BandReload, WithoutAFileTheBandIsNoiseUntilThereIsOne) {
     std::string trace;
     {

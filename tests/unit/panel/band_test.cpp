@@ -1,4 +1,7 @@
 // The band from the command line.
+#include <atomic>
+#include <thread>
+
 #include "handset/panel/band_edit.h"
 #include "handset/panel/encoding.h"
 #include "handset/state/handset_state.h"
@@ -25,6 +28,36 @@ TEST_F(BandCommand, ChangesAKeyAndLeavesTheRestAsItWasWritten) {
     Write("; mine\n[9850] ; first\n Level = 45\nrt=a\nrt=b\n[9900]\nlevel=1\n");
     EXPECT_EQ(Run({L"band", L"98.5", L"level=12", L"rt=c d"}), kDone);
     EXPECT_EQ(Text(), "; mine\n[9850] ; first\nlevel=12\nrt=c d\n[9900]\nlevel=1\n");
+}
+
+TEST_F(BandCommand, AReaderFindsTheOldFileOrTheNewOneWhole) {
+    const std::string rest = "\n" + std::string(200000, ';') + "\n";
+    Write("[9850]\nlevel=10" + rest);
+    std::atomic<bool> over = false;
+    int looks = 0;
+    int parts = 0;
+    std::thread reader([&] {
+        do {
+            const auto text = ReadWholeFile(Device(L"\\Windows\\band.ini"));
+            const bool whole = text && text->size() == 15 + rest.size() && text->substr(15) == rest;
+            ++looks;
+            parts += whole ? 0 : 1;
+            Sleep(1);  // the host lets no file be replaced while it is open
+        } while (!over);
+    });
+    for (int level = 11; level < 60; ++level) {
+        EXPECT_EQ(Run({L"band", L"98.5", L"level=" + std::to_wstring(level)}), kDone);
+    }
+    over = true;
+    reader.join();
+    EXPECT_GT(looks, 10);
+    EXPECT_EQ(parts, 0);
+    EXPECT_EQ(Text().substr(0, 16), "[9850]\nlevel=59\n");
+    WIN32_FIND_DATAW left = {};
+    const HANDLE find = FindFirstFileW(Device(L"\\Windows\\band*").c_str(), &left);
+    EXPECT_STREQ(left.cFileName, L"band.ini");
+    EXPECT_FALSE(FindNextFileW(find, &left));
+    FindClose(find);
 }
 
 TEST_F(BandCommand, AddsAKeyOrAStationThatIsMissing) {
