@@ -94,7 +94,8 @@ COREDLL_EXPORT CEOID WINAPI CeWriteRecordProps(HANDLE database, CEOID record, WO
     const PlatformCall call;
     const auto open = FindOpenDatabase(database);
     std::vector<cedb::PropertyChange> changes;
-    if (open == nullptr || !ToChanges(count, values, &changes)) return Fail(ERROR_INVALID_PARAMETER);
+    if (open == nullptr) return Fail(ERROR_INVALID_HANDLE);
+    if (!ToChanges(count, values, &changes)) return Fail(ERROR_INVALID_PARAMETER);
     if (!MayWrite(open->mounted->path)) return Fail(ERROR_DISK_FULL);
     const std::lock_guard<std::mutex> inUse(open->mounted->lock);
     cedb::Volume& volume = open->mounted->volume;
@@ -102,17 +103,17 @@ COREDLL_EXPORT CEOID WINAPI CeWriteRecordProps(HANDLE database, CEOID record, WO
     cedb::Oid oid = record;
     const cedb::Status status =
         oid == 0 ? volume.InsertRecord(info, changes, &oid) : volume.UpdateRecord(info, oid, changes);
-    return status == cedb::Status::Ok ? oid : Fail(ErrorOf(status, ERROR_INVALID_PARAMETER));
+    return status == cedb::Status::Ok ? oid : Fail(ErrorOf(status, ERROR_NOT_FOUND));
 }
 
 COREDLL_EXPORT BOOL WINAPI CeDeleteRecord(HANDLE database, CEOID record) {
     const PlatformCall call;
     const auto open = FindOpenDatabase(database);
-    if (open == nullptr || record == 0) return Fail(ERROR_INVALID_PARAMETER) != 0;
+    if (open == nullptr) return Fail(ERROR_INVALID_HANDLE) != 0;
     if (!MayWrite(open->mounted->path)) return Fail(ERROR_DISK_FULL) != 0;
     const std::lock_guard<std::mutex> inUse(open->mounted->lock);
     const cedb::Status status = open->mounted->volume.DeleteRecord(open->cursor.Database(), record);
-    if (status != cedb::Status::Ok) return Fail(ErrorOf(status, ERROR_INVALID_PARAMETER)) != 0;
+    if (status != cedb::Status::Ok) return Fail(ErrorOf(status, ERROR_NOT_FOUND)) != 0;
     open->cursor.HasBeenDeleted(record);
     return TRUE;
 }

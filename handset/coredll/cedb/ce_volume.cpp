@@ -37,13 +37,17 @@ COREDLL_EXPORT BOOL WINAPI CeUnmountDBVol(PCEGUID volume) {
 
 COREDLL_EXPORT BOOL WINAPI CeFlushDBVol(PCEGUID volume) {
     const PlatformCall call;
-    return Answer(FindVolume(volume) != nullptr ? ERROR_SUCCESS : ERROR_INVALID_PARAMETER);
+    // What a call wrote is on the disk already; without a volume all of them are meant.
+    return Answer(volume == nullptr || FindVolume(volume) != nullptr ? ERROR_SUCCESS : ERROR_NOT_FOUND);
 }
 
 COREDLL_EXPORT BOOL WINAPI CeChangeDatabaseLCID(PCEGUID volume, DWORD lcid) {
     const PlatformCall call;
+    if (volume == nullptr) return Answer(ERROR_INVALID_PARAMETER);
     const auto mounted = FindVolume(volume);
-    if (mounted == nullptr) return Answer(ERROR_INVALID_PARAMETER);
+    if (mounted == nullptr) return Answer(ERROR_NOT_FOUND);
+    // The order of the records would change under a cursor.
+    if (HasOpenDatabases(*mounted)) return Answer(ERROR_SHARING_VIOLATION);
     const std::lock_guard<std::mutex> inUse(mounted->lock);
     return Answer(ErrorOf(mounted->volume.ChangeLocale(lcid), ERROR_INVALID_PARAMETER));
 }

@@ -18,6 +18,7 @@ constexpr ErrorRow kErrors[] = {
     {Status::DuplicateName,   ERROR_DUP_NAME},
     {Status::DuplicateKey,    ERROR_ALREADY_EXISTS},
     {Status::InvalidArgument, ERROR_INVALID_PARAMETER},
+    {Status::TooLong,         ERROR_BAD_LENGTH},
     {Status::NotAVolume,      ERROR_BAD_FORMAT},
     {Status::Corrupt,         ERROR_FILE_CORRUPT},
     {Status::Full,            ERROR_DISK_FULL},

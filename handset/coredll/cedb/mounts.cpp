@@ -110,6 +110,11 @@ std::shared_ptr<MountedVolume> FindVolume(const CEGUID* guid) {
     return ByGuid(table, *guid);
 }
 
+bool HasOpenDatabases(const MountedVolume& mounted) {
+    const std::lock_guard<std::mutex> guard(TheTable().lock);
+    return mounted.databases > 0;
+}
+
 HANDLE AddDatabase(std::shared_ptr<OpenDatabase> database) {
     // An event of our own gives the database a number that no other object of the process has.
     const HANDLE handle = CreateEventW(nullptr, TRUE, FALSE, nullptr);

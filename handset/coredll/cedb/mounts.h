@@ -34,6 +34,9 @@ bool UnmountVolume(const CEGUID& guid);
 // Null when it is not mounted.
 std::shared_ptr<MountedVolume> FindVolume(const CEGUID* guid);
 
+// In this process.
+bool HasOpenDatabases(const MountedVolume& mounted);
+
 // A handle that CloseHandle of the device closes; INVALID_HANDLE_VALUE when the system has none left.
 HANDLE AddDatabase(std::shared_ptr<OpenDatabase> database);
 // Null for any other handle.

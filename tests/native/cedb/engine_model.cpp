@@ -112,7 +112,7 @@ Status EngineModel::Insert(Oid database, const std::vector<cedb::PropertyChange>
     const auto found = databases.find(database);
     if (found == databases.end()) return Status::NotFound;
     Record record;
-    if (cedb::ApplyChanges(record, changes) != Status::Ok) return Status::InvalidArgument;
+    if (const Status applied = cedb::ApplyChanges(record, changes); applied != Status::Ok) return applied;
     const Status status = Check(found->second, 0, record);
     if (status != Status::Ok) return status;
     *oid = nextOid++;
@@ -124,7 +124,7 @@ Status EngineModel::Update(Oid database, Oid oid, const std::vector<cedb::Proper
     const auto found = databases.find(database);
     if (found == databases.end() || found->second.records.count(oid) == 0) return Status::NotFound;
     Record record = found->second.records[oid];
-    if (cedb::ApplyChanges(record, changes) != Status::Ok) return Status::InvalidArgument;
+    if (const Status applied = cedb::ApplyChanges(record, changes); applied != Status::Ok) return applied;
     const Status status = Check(found->second, oid, record);
     if (status == Status::Ok) found->second.records[oid] = record;
     return status;

@@ -146,10 +146,10 @@ TEST_F(EngineTest, SeekingByValueNeedsASortOrderThatBeginsWithTheProperty) {
 TEST_F(EngineTest, ValuesThatAreTooLongAreRefusedAndNothingChanges) {
     const std::u16string longest(kMaximumProperty_bytes / 2, u'x');
     const Oid oid = Insert(longest);
-    EXPECT_EQ(volume_.UpdateRecord(database_, oid, {Set(kName, longest + u"x")}), Status::InvalidArgument);
+    EXPECT_EQ(volume_.UpdateRecord(database_, oid, {Set(kName, longest + u"x")}), Status::TooLong);
     const auto second = Set(Id(0x70, kTypeText), longest);
     const auto third = Set(Id(0x71, kTypeText), longest);
-    EXPECT_EQ(volume_.UpdateRecord(database_, oid, {second, third}), Status::InvalidArgument);
+    EXPECT_EQ(volume_.UpdateRecord(database_, oid, {second, third}), Status::TooLong);
     EXPECT_EQ(volume_.UpdateRecord(database_, oid, {Set(Id(0x72, 77), 1)}), Status::InvalidArgument);
     Cursor cursor(volume_, database_, 0, true);
     Oid found = 0;

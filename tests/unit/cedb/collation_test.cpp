@@ -77,17 +77,19 @@ TEST_F(CollationTest, AListIsInTheOrderOfItsLocaleAndFollowsAChangeOfIt) {
         return names;
     };
     EXPECT_EQ(Names(database), sorted(kEnglish));
+    Close(database);
     EXPECT_TRUE(CeChangeDatabaseLCID(&volume, kSwedish));
+    database = Open(volume, kName);
     EXPECT_EQ(Names(database), sorted(kSwedish));
     Close(database);
     Unmount(volume);
     volume = Mount();
     database = Open(volume, kName);
     EXPECT_EQ(Names(database), sorted(kSwedish));
+    Close(database);
     SetLastError(0);
     EXPECT_FALSE(CeChangeDatabaseLCID(&volume, 0xFFFF));
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
-    Close(database);
     Unmount(volume);
 }
 

@@ -124,10 +124,12 @@ TEST_F(OpenTest, AClosedHandleIsNoLongerADatabase) {
     EXPECT_EQ(GetLastError(), kInvalid);
     EXPECT_EQ(Read(database).error, kInvalid);
     CEPROPVAL value = Number(kValue, 1);
+    SetLastError(0);
     EXPECT_EQ(CeWriteRecordProps(database, 0, 1, &value), 0U);
-    EXPECT_EQ(GetLastError(), kInvalid);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
+    SetLastError(0);
     EXPECT_FALSE(CeDeleteRecord(database, 1));
-    EXPECT_EQ(GetLastError(), kInvalid);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
     EXPECT_FALSE(CedbCloseHandle(database));
 }
 

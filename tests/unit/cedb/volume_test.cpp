@@ -121,7 +121,6 @@ TEST_F(VolumeTest, AnUnmountedVolumeLeavesOneFileOnly) {
 }
 
 TEST_F(VolumeTest, WrongArgumentsAreRefused) {
-    CEGUID volume{};
     EXPECT_FALSE(CeMountDBVol(nullptr, Mutable(kVolume), OPEN_ALWAYS));
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
     ExpectMountFails(OPEN_ALWAYS, ERROR_INVALID_PARAMETER, nullptr);
@@ -132,10 +131,35 @@ TEST_F(VolumeTest, WrongArgumentsAreRefused) {
     ExpectMountFails(0x40000004, ERROR_INVALID_PARAMETER);
     EXPECT_FALSE(CeUnmountDBVol(nullptr));
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
+    EXPECT_FALSE(CeChangeDatabaseLCID(nullptr, GetSystemDefaultLCID()));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
+}
+
+TEST_F(VolumeTest, AVolumeThatIsNotMountedIsNotFound) {
+    CEGUID volume{};
     EXPECT_FALSE(CeFlushDBVol(&volume));
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_NOT_FOUND));
+    SetLastError(0);
     EXPECT_FALSE(CeChangeDatabaseLCID(&volume, GetSystemDefaultLCID()));
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_NOT_FOUND));
+}
+
+TEST_F(VolumeTest, AFlushWithoutAVolumeIsMeantForAllOfThem) {
+    EXPECT_TRUE(CeFlushDBVol(nullptr));
+    CEGUID volume = Mount();
+    EXPECT_TRUE(CeFlushDBVol(nullptr));
+    Unmount(volume);
+}
+
+TEST_F(VolumeTest, TheLanguageStaysWhileADatabaseIsOpen) {
+    CEGUID volume = Mount();
+    const HANDLE database = Open(volume, kName);
+    SetLastError(0);
+    EXPECT_FALSE(CeChangeDatabaseLCID(&volume, GetSystemDefaultLCID()));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_SHARING_VIOLATION));
+    Close(database);
+    EXPECT_TRUE(CeChangeDatabaseLCID(&volume, GetSystemDefaultLCID()));
+    Unmount(volume);
 }
 
 TEST_F(VolumeTest, AMissingFolderIsToldAsSuch) {

@@ -51,7 +51,7 @@ TEST_F(WriteTest, APropertyIsTakenAwayByItsFlag) {
 TEST_F(WriteTest, WrongWritesAreRefusedAndChangeNothing) {
     const CEOID oid = Insert(database_, L"a", 1);
     EXPECT_EQ(Write(database_, oid + 100, Number(kValue, 2)), 0U);
-    EXPECT_EQ(GetLastError(), kInvalid);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_NOT_FOUND));
     EXPECT_EQ(Write(database_, oid, Text(kName, nullptr)), 0U);
     EXPECT_EQ(GetLastError(), kInvalid);
     EXPECT_EQ(Write(database_, oid, Number(0x0067004D, 2)), 0U);
@@ -59,7 +59,7 @@ TEST_F(WriteTest, WrongWritesAreRefusedAndChangeNothing) {
     EXPECT_EQ(CeWriteRecordProps(database_, oid, 0, nullptr), 0U);
     EXPECT_EQ(GetLastError(), kInvalid);
     EXPECT_EQ(Write(database_, oid, Text(kName, std::wstring(40000, L'x').c_str())), 0U);
-    EXPECT_EQ(GetLastError(), kInvalid);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_BAD_LENGTH));
     EXPECT_EQ(Names(database_), Strings{L"a"});
 }
 
@@ -69,7 +69,7 @@ TEST_F(WriteTest, DeletingWhatIsNotThereFails) {
     for (const CEOID gone : {oid, CEOID{0}, CEOID{999}}) {
         SetLastError(0);
         EXPECT_FALSE(CeDeleteRecord(database_, gone));
-        EXPECT_EQ(GetLastError(), kInvalid);
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_NOT_FOUND));
     }
 }
 

@@ -107,12 +107,12 @@ bool ReadProperty(Reader& reader, Property* property) {
     return true;
 }
 
-bool IsValid(const Property& property) {
-    const TypeRow* type = FindType(TypeOf(property.id));
-    if (type == nullptr) return false;
-    if (property.bytes.size() > kMaximumProperty_bytes) return false;
-    if (2 * property.text.size() > kMaximumProperty_bytes) return false;
-    return property.text.find(u'\0') == std::u16string::npos;
+Status Check(const Property& property) {
+    if (!IsKnownType(property.id) || property.text.find(u'\0') != std::u16string::npos)
+        return Status::InvalidArgument;
+    const bool fits =
+        property.bytes.size() <= kMaximumProperty_bytes && 2 * property.text.size() <= kMaximumProperty_bytes;
+    return fits ? Status::Ok : Status::TooLong;
 }
 
 }  // namespace
@@ -138,7 +138,7 @@ Status ApplyChanges(Record& record, const std::vector<PropertyChange>& changes) 
             if (at != result.end()) result.erase(at);
             continue;
         }
-        if (!IsValid(change.property)) return Status::InvalidArgument;
+        if (const Status status = Check(change.property); status != Status::Ok) return status;
         if (at == result.end()) {
             result.push_back(change.property);
         } else {
@@ -147,7 +147,7 @@ Status ApplyChanges(Record& record, const std::vector<PropertyChange>& changes) 
     }
     std::size_t size = 0;
     for (const Property& property : result) size += EncodedSize(property);
-    if (size > kMaximumRecord_bytes) return Status::InvalidArgument;
+    if (size > kMaximumRecord_bytes) return Status::TooLong;
     record = std::move(result);
     return Status::Ok;
 }

@@ -56,7 +56,7 @@ constexpr std::size_t kMaximumProperty_bytes = 65471;
 constexpr std::size_t kMaximumRecord_bytes = 131072;
 
 const Property* FindProperty(const Record& record, PropertyId id);
-// InvalidArgument for an unknown type or a value that is too long; `record` is then as it was.
+// InvalidArgument for an unknown type, TooLong for a value or a record that is; `record` is then as it was.
 [[nodiscard]] Status ApplyChanges(Record& record, const std::vector<PropertyChange>& changes);
 
 std::string EncodeRecord(const Record& record);

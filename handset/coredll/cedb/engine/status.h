@@ -11,6 +11,7 @@ enum class Status {
     DuplicateName,  // a database of that name exists
     DuplicateKey,   // a sort order that is unique would get the same key twice
     InvalidArgument,
+    TooLong,     // a property or a record beyond what a volume keeps
     NotAVolume,  // the file is something else
     Corrupt,     // a volume whose contents contradict themselves
     Full,        // no room on the disk, or no identifier left
