@@ -6,6 +6,7 @@
 #include "handset/coredll/platform_call.h"
 #include "handset/state/handset_protocol.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/own_windows.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ int Height() {
 }
 
 POINT Origin() {
-    const HWND panel = FindWindowW(handset::kPanelClass, nullptr);
+    const HWND panel = handset::FindOwnWindow(handset::kPanelClass);
     if (panel == nullptr) return {0, 0};
     static const UINT message = RegisterWindowMessageW(handset::kDisplayOriginMessage);
     DWORD_PTR answer = 0;

@@ -4,6 +4,7 @@
 #include "handset/panel/command.h"
 #include "handset/panel/panel_window.h"
 #include "handset/state/handset_protocol.h"
+#include "handset/state/own_windows.h"
 
 namespace panel {
 namespace {
@@ -13,7 +14,7 @@ int Panel(const Arguments& arguments, Console& console) {
     if (!arguments.empty() && !withRadio) {
         return BadArguments(console, L"panel", L"\"" + arguments[0] + L"\" is not understood");
     }
-    if (FindWindowW(handset::kPanelClass, nullptr) != nullptr) {
+    if (handset::FindOwnWindow(handset::kPanelClass) != nullptr) {
         return Failure(console, L"panel", L"the panel is open already");
     }
     return RunPanel(withRadio) == 0

@@ -6,6 +6,7 @@
 #include "handset/panel/tour_watch.h"
 #include "handset/state/handset_protocol.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/own_windows.h"
 
 namespace panel {
 namespace {
@@ -13,7 +14,7 @@ namespace {
 constexpr unsigned kPanelTimeout_ms = 30000;
 
 bool ClosePanel() {
-    const auto window = [] { return FindWindowW(handset::kPanelClass, nullptr); };
+    const auto window = [] { return handset::FindOwnWindow(handset::kPanelClass); };
     if (const HWND panel = window()) PostMessageW(panel, WM_CLOSE, 0, 0);
     return WaitUntil([&] { return window() == nullptr; }, kPanelTimeout_ms);
 }

@@ -4,6 +4,7 @@
 #include "handset/panel/radio_process.h"
 #include "handset/panel/switches.h"
 #include "handset/state/handset_protocol.h"
+#include "handset/state/own_windows.h"
 #include "handset/state/power_manager.h"
 
 namespace panel {
@@ -123,12 +124,12 @@ std::vector<HWND> RadioWindows() {
 }
 
 HWND RadioMainWindow() {
-    return FindWindowW(kMainClass, nullptr);
+    return handset::FindOwnWindow(kMainClass);
 }
 
 POINT DisplayOrigin() {
     DWORD_PTR origin = 0;
-    const HWND window = FindWindowW(handset::kPanelClass, nullptr);
+    const HWND window = handset::FindOwnWindow(handset::kPanelClass);
     if (window != nullptr &&
         SendMessageTimeoutW(window, RegisterWindowMessageW(handset::kDisplayOriginMessage), 0, 0,
                             SMTO_ABORTIFHUNG, kAskTimeout_ms, &origin) != 0 &&

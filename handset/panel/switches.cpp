@@ -7,6 +7,7 @@
 #include "handset/panel/radio_windows.h"
 #include "handset/state/handset_protocol.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/own_windows.h"
 #include "handset/state/power_manager.h"
 
 namespace panel {
@@ -106,7 +107,7 @@ bool TurnScreen(ScreenSize size) {
 }
 
 void TellPanel() {
-    const HWND window = FindWindowW(handset::kPanelClass, nullptr);
+    const HWND window = handset::FindOwnWindow(handset::kPanelClass);
     if (window == nullptr) return;
     SendMessageTimeoutW(window, RegisterWindowMessageW(kStateChangedMessage), 0, 0, SMTO_ABORTIFHUNG,
                         kTellTimeout_ms, nullptr);

@@ -14,6 +14,7 @@
 #include "handset/panel/switches.h"
 #include "handset/panel/tour_watch.h"
 #include "handset/state/handset_protocol.h"
+#include "handset/state/own_windows.h"
 
 namespace panel {
 namespace {
@@ -63,7 +64,7 @@ class TourPanel {
     TourPanel& operator=(const TourPanel&) = delete;
 
   private:
-    static HWND Window() { return FindWindowW(handset::kPanelClass, nullptr); }
+    static HWND Window() { return handset::FindOwnWindow(handset::kPanelClass); }
 
     OwnedHandle process_;
     bool opened_ = false;

@@ -65,6 +65,8 @@ void LookForComplaints(const std::string& written) {
     }
 }
 
+std::size_t g_handsets = 0;
+
 }  // namespace
 
 std::wstring BuildFolder() {
@@ -129,7 +131,8 @@ HandsetUnderTest::HandsetUnderTest() {
     // program's files for good. Asked for here it is never a radio with its logs, whose folder could then not
     // be removed.
     GetDesktopWindow();
-    const std::wstring mark = std::to_wstring(GetCurrentProcessId());
+    // A test may have several at a time.
+    const std::wstring mark = std::to_wstring(GetCurrentProcessId()) + std::wstring(g_handsets++, L'x');
     m_home = (std::filesystem::temp_directory_path() / (L"kora-test-" + mark)).wstring();
     m_root = m_home + L"\\device";
     m_stateKey = L"Software\\Kora Test " + mark;
@@ -147,6 +150,7 @@ HandsetUnderTest::HandsetUnderTest() {
 }
 
 HandsetUnderTest::~HandsetUnderTest() {
+    --g_handsets;
     LookForComplaints(Trace());
     RegDeleteTreeW(HKEY_CURRENT_USER, m_stateKey.c_str());
     RemoveFolder(m_home);

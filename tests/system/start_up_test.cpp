@@ -1,4 +1,5 @@
 // Starting: what the radio asks of the tuner, who may start, and who makes way.
+#include "handset/state/own_windows.h"
 #include "tests/system/radio_test.h"
 
 namespace {
@@ -16,6 +17,7 @@ class StartUp : public test::RadioTest {};
 class CameraWindow {
   public:
     CameraWindow() {
+        handset::JoinHandset();
         WNDCLASSW windowClass = {};
         windowClass.lpfnWndProc = DefWindowProcW;
         windowClass.lpszClassName = L"Digital Camera";

@@ -1,6 +1,6 @@
 # A radio of a few lines: starts, shows a window of the radio's class and writes down what reaches it.
 add_executable(panel_stand_in panel/stand_in_radio.cpp)
-target_link_libraries(panel_stand_in PRIVATE kora_host_flags user32 gdi32 kernel32)
+target_link_libraries(panel_stand_in PRIVATE kora_host_flags kora_state user32 gdi32 kernel32)
 target_link_options(panel_stand_in PRIVATE -municode -mwindows)
 
 kora_test(test_panel
@@ -20,6 +20,7 @@ kora_test(test_panel
         panel/removal_test.cpp
         panel/schedule_test.cpp
         panel/service_test.cpp
+        panel/side_by_side_test.cpp
         panel/sound_test.cpp
         panel/switches_test.cpp
         panel/tuner_log_test.cpp

@@ -8,6 +8,7 @@
 #include "handset/panel/switches.h"
 #include "handset/state/handset_protocol.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/own_windows.h"
 #include "tests/unit/panel/stand_in_test.h"
 
 namespace panel {
@@ -221,6 +222,16 @@ TEST_F(PanelWindowTest, TheDisplayIsDarkUnlessThePowerStateIsOn) {
 TEST_F(PanelWindowTest, ASecondPanelIsRefused) {
     EXPECT_EQ(Run({L"panel"}), kFailed);
     EXPECT_EQ(console_.Complained(), L"handset panel: the panel is open already\n");
+}
+
+TEST_F(PanelWindowTest, AnotherHandsetsPhoneIsNotThisOnes) {
+    ASSERT_NE(handset::FindOwnWindow(handset::kPanelClass), nullptr);
+    SetEnvironmentVariableW(L"KORA_STATEKEY", (stateKey_ + L" other").c_str());
+    EXPECT_EQ(handset::FindOwnWindow(handset::kPanelClass), nullptr);
+    EXPECT_EQ(DisplayOrigin().x, 0);
+    EXPECT_EQ(DisplayOrigin().y, 0);
+    SetEnvironmentVariableW(L"KORA_STATEKEY", stateKey_.c_str());
+    EXPECT_NE(DisplayOrigin().x, 0);
 }
 
 TEST_F(PanelWindowTest, ThePanelIsMovedByItsBody) {

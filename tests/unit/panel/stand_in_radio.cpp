@@ -7,6 +7,7 @@
 #include <string>
 
 #include "handset/state/handset_protocol.h"
+#include "handset/state/own_windows.h"
 
 namespace {
 
@@ -36,7 +37,7 @@ void Note(const char* format, ...) {
 
 POINT AskForDisplay() {
     DWORD_PTR origin = 0;
-    const HWND phone = FindWindowW(handset::kPanelClass, nullptr);
+    const HWND phone = handset::FindOwnWindow(handset::kPanelClass);
     if (phone != nullptr) {
         SendMessageTimeoutW(phone, RegisterWindowMessageW(handset::kDisplayOriginMessage), 0, 0,
                             SMTO_ABORTIFHUNG, 2000, &origin);
@@ -77,6 +78,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR commandLine, int) {
         type.hbrBackground = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
         RegisterClassW(&type);
     }
+    handset::JoinHandset();
     const POINT display = AskForDisplay();
     const HWND window = CreateWindowExW(0, L"Kora", L"stand-in", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN,
                                         display.x, display.y, 240, 320, nullptr, nullptr, instance, nullptr);
