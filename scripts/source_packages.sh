@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# source_packages.sh NAME: unpacks the distribution's source package NAME into build/sources/NAME and prints
-# that folder. Done once for all presets; the machine's own package lists stay as they are. Called by CMake.
+# source_packages.sh NAME [VERSION]: unpacks the distribution's source package NAME into build/sources/NAME and prints
+# that folder. With a VERSION, the upstream one, another one is refused. Done once for all presets; the machine's own
+# package lists stay as they are. Called by CMake.
 # Needs: dpkg-dev, ca-certificates; deb entries in /etc/apt (their addresses, suites and keys are used).
 set -euo pipefail
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -47,7 +48,7 @@ own_apt() {
 }
 
 fetch() {
-    local name=$1 work=$SOURCES/$1.part
+    local name=$1 version=$2 work=$SOURCES/$1.part
     command -v dpkg-source >/dev/null || fail "the package dpkg-dev is missing"
     mkdir -p "$SOURCES/apt/lists/partial" "$SOURCES/apt/cache/archives/partial"
     deb_src_list >"$SOURCES/apt/sources.list"
@@ -57,18 +58,20 @@ fetch() {
     (cd "$work" && own_apt source "$name")
     local unpacked=("$work"/*/)
     [ ${#unpacked[@]} -eq 1 ] || fail "$name did not unpack into one folder"
+    [ -z "$version" ] || [ "$(basename "${unpacked[0]}")" = "$name-$version" ] ||
+        fail "$(basename "${unpacked[0]}") is what the distribution has; the version that is built here is $version"
     rm -rf "${SOURCES:?}/$name"
     mv "${unpacked[0]}" "$SOURCES/$name"
     rm -rf "$work" "$SOURCES/apt"
 }
 
-[ $# -eq 1 ] || fail "usage: source_packages.sh NAME"
+[ $# -eq 1 ] || [ $# -eq 2 ] || fail "usage: source_packages.sh NAME [VERSION]"
 mkdir -p "$SOURCES"
 # Two configurations may ask at the same time: one fetches, the other finds it there.
 exec 9>"$SOURCES/$1.lock"
 flock 9
 if [ ! -d "$SOURCES/$1" ]; then
-    fetch "$1" >"$SOURCES/$1.log" 2>&1 || fail "fetching $1 failed; the last lines of $SOURCES/$1.log:
+    fetch "$1" "${2:-}" >"$SOURCES/$1.log" 2>&1 || fail "fetching $1 failed; the last lines of $SOURCES/$1.log:
 $(tail -n 5 "$SOURCES/$1.log")"
 fi
 printf '%s\n' "$SOURCES/$1"
