@@ -68,20 +68,22 @@ TEST_F(ChannelList, ActivatingARowTunesAtOnce) {
     EXPECT_LT(GetTickCount64() - start, 1400u);
 }
 
-TEST_F(ChannelList, ANameOfAStoredFrequencyIsFoundInTheVolume) {
+TEST_F(ChannelList, TheRowOfTheFrequencyThatABookedStartTunesIsHighlighted) {
+    Radio radio(handset, L"-Rec -Channel 9850");
+    radio.WaitUntilShown();
+    EXPECT_TRUE(WaitForTrace("Current szHighLightChannel 98.5 MHz  ...\n"));
+    EXPECT_EQ(test::SelectedRow(radio.ListView()), 1);
+}
+
+TEST_F(ChannelList, ATunedFrequencyIsCalledByTheNameInTheVolume) {
     Radio radio(handset);
     radio.WaitUntilShown();
     radio.Type("985");
     ASSERT_TRUE(WaitForCall("SetChannel 9850 -> 0"));
-    // Beta's row is highlighted at the next start, because the list is read before anything is tuned.
-    PostMessageW(radio.Window(), WM_CLOSE, 0, 0);
-    ASSERT_TRUE(radio.WaitUntilGone());
-    Radio again(handset, L"-Rec -Channel 9850");
-    again.WaitUntilShown();
-    EXPECT_TRUE(WaitForTrace("Current szHighLightChannel 98.5 MHz  ...\n"));
-    EXPECT_EQ(static_cast<int>(
-                  SendMessageW(again.ListView(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED)),
-              1);
+    PostMessageW(radio.Window(), 0x8003, SKIN_RDS_INFORMATION, 0);
+    const HWND dialog = radio.WaitForBox(nullptr);
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_TRUE(WaitFor([&] { return test::TextOf(dialog, IDC_RDS_CHANNEL_NAME) == L"Beta"; }));
 }
 
 }  // namespace

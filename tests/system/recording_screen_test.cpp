@@ -187,8 +187,10 @@ TEST_F(RecordingScreen, ABookedRecordingThatCannotStartStillClosesTheRadioAfterI
     radio.WaitUntilShown();
     const HWND box = radio.WaitForBox(L"FM");
     ASSERT_NE(box, nullptr);
+    const ULONGLONG answered = GetTickCount64();
     Radio::Answer(box, IDOK);
     ASSERT_TRUE(radio.WaitUntilGone(60000));
+    EXPECT_GE((GetTickCount64() - answered) * 40, 58000u) << "the minute begins when the start was refused";
     EXPECT_THAT(handset.Trace(), HasSubstr("** Pre-Record Time Out **\n"));
 }
 

@@ -44,9 +44,10 @@ TEST_F(CaptureGraph, IsBuiltStepByStepByTheConstructor) {
     EXPECT_EQ(trace, "Found required structure \n");
     EXPECT_THAT(
         graph.Calls(),
-        ElementsAre("builder.Create", "graph.Create", "builder.SetFiltergraph", "graph.QueryInterface",
-                    "graph.QueryInterface", "graph.QueryInterface", "captureFilter.Create",
-                    "captureFilter.QueryInterface", "propertyBag.Load null null",
+        ElementsAre("builder.Create", "graph.Create", "builder.SetFiltergraph",
+                    "graph.QueryInterface IMediaControl", "graph.QueryInterface IMediaEvent",
+                    "graph.QueryInterface IMediaSeeking", "captureFilter.Create",
+                    "captureFilter.QueryInterface IPersistPropertyBag", "propertyBag.Load null null",
                     "graph.AddFilter captureFilter \"Audio Capture Filter\"",
                     "builder.FindInterface capture null captureFilter IAMStreamConfig",
                     "streamConfig.GetNumberOfCapabilities", "streamConfig.GetStreamCaps 0",
@@ -174,10 +175,12 @@ INSTANTIATE_TEST_SUITE_P(
         FailingStep{"builder.Create", "CoCreateInstance() failed \n"},
         FailingStep{"graph.Create", "CoCreateInstance() failed \n"},
         FailingStep{"builder.SetFiltergraph", "m_pCaptureGraphBuilder->SetFiltergraph() failed \n"},
-        FailingStep{"graph.QueryInterface", "m_pGraph->QueryInterface() failed \n"},
+        FailingStep{"graph.QueryInterface IMediaControl", "m_pGraph->QueryInterface() failed \n"},
+        FailingStep{"graph.QueryInterface IMediaEvent", "m_pGraph->QueryInterface() failed \n"},
+        FailingStep{"graph.QueryInterface IMediaSeeking", "m_pGraph->QueryInterface() failed \n"},
         FailingStep{"captureFilter.Create", "CoCreateInstance() failed \n"},
         FailingStep{"captureFilter.QueryInterface", "m_pAudioCaptureFilter->QueryInterface() failed \n"},
-        FailingStep{"graph.AddFilter", "m_pGraph->AddFilter() failed \n"},
+        FailingStep{"graph.AddFilter captureFilter", "m_pGraph->AddFilter() failed \n"},
         FailingStep{"builder.FindInterface", "m_pCaptureGraphBuilder->FindInterface() failed \n"}));
 
 }  // namespace

@@ -31,7 +31,14 @@ std::string NameOf(const GUID* id) {
                                 {MEDIATYPE_Audio, "audio"},
                                 {MEDIATYPE_Stream, "stream"},
                                 {GUID_NULL, "null"},
-                                {CLSID_AudioCompressorCategory, "audio compressors"}};
+                                {CLSID_AudioCompressorCategory, "audio compressors"},
+                                {IID_IMediaControl, "IMediaControl"},
+                                {IID_IMediaEvent, "IMediaEvent"},
+                                {IID_IMediaSeeking, "IMediaSeeking"},
+                                {IID_IPersistPropertyBag, "IPersistPropertyBag"},
+                                {IID_IFileSinkFilter, "IFileSinkFilter"},
+                                {IID_IFileSinkFilter2, "IFileSinkFilter2"},
+                                {IID_IAudioWrapperFilter, "IAudioWrapperFilter"}};
     for (const Row& row : kRows) {
         if (row.id == *id) return row.name;
     }
@@ -172,8 +179,11 @@ void FakeGraph::Raise(LONG event) {
 HRESULT FakeGraph::Note(const std::string& call, const std::string& arguments) {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_calls.push_back(arguments.empty() ? call : call + " " + arguments);
-    const auto found = results.find(call);
-    return found == results.end() ? S_OK : found->second;
+    const std::string noted = m_calls.back() + " ";
+    for (const auto& [begin, result] : results) {
+        if (noted.rfind(begin + " ", 0) == 0) return result;
+    }
+    return S_OK;
 }
 
 void FakeGraph::Hold(const std::string& object, long change) {

@@ -30,7 +30,8 @@ class FakeGraph {
     FakeGraph(const FakeGraph&) = delete;
     FakeGraph& operator=(const FakeGraph&) = delete;
 
-    // What it answers. Results by call, such as "graph.AddFilter"; the others succeed.
+    // What it answers. Results by call, such as "graph.AddFilter", or by call and first arguments, such as
+    // "graph.AddFilter encoder"; the others succeed.
     std::map<std::string, HRESULT> results;
     std::vector<Capability> capabilities = {{8000, 1, 16}, {22050, 2, 16}, {44100, 2, 16}};
     int capabilitySize = 52;

@@ -23,7 +23,7 @@ class Fake : public Interface {
     virtual ~Fake() = default;
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
         *object = nullptr;
-        const HRESULT result = Note("QueryInterface");
+        const HRESULT result = Note("QueryInterface", NameOf(&iid));
         return FAILED(result) ? result : Answer(iid, object);
     }
     ULONG STDMETHODCALLTYPE AddRef() override {

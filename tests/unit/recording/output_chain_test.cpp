@@ -35,10 +35,11 @@ TEST_F(OutputChain, AmrGoesThroughTheEncoderToTheMultiplexer) {
     EXPECT_EQ(result, 0);
     EXPECT_THAT(
         calls,
-        ElementsAre("encoder.Create", "encoder.QueryInterface",
+        ElementsAre("encoder.Create", "encoder.QueryInterface IAudioWrapperFilter",
                     "wrapper.Init {D13B9B2C-EE4B-4787-960A-4D6CDB48A60C} audio compressors",
                     "graph.AddFilter encoder \".ivi AMRNB Encoder\"", "multiplexer.Create",
-                    "graph.AddFilter multiplexer \"IVIMP4MuxFilter\"", "multiplexer.QueryInterface",
+                    "graph.AddFilter multiplexer \"IVIMP4MuxFilter\"",
+                    "multiplexer.QueryInterface IFileSinkFilter2",
                     "sink2.SetFileName \\My Documents\\a.amr audio {AA5E0668-2F56-48DA-9E30-4F43270A00B1}",
                     "builder.RenderStream capture audio captureFilter encoder multiplexer"));
 }
@@ -48,7 +49,8 @@ TEST_F(OutputChain, AnyOtherFormatGoesStraightToTheWavWriter) {
         EXPECT_EQ(Build(format, L"\\a.wav"), "");
         EXPECT_EQ(result, 0);
         EXPECT_THAT(calls, ElementsAre("writer.Create", "graph.AddFilter writer \"Waveform Audio Render\"",
-                                       "writer.QueryInterface", "sink.SetFileName \\a.wav stream null",
+                                       "writer.QueryInterface IFileSinkFilter",
+                                       "sink.SetFileName \\a.wav stream null",
                                        "builder.RenderStream capture audio captureFilter null writer"));
     }
 }
@@ -79,12 +81,14 @@ constexpr char kRender[] = "m_pCaptureGraphBuilder->RenderStream() failed \n";
 INSTANTIATE_TEST_SUITE_P(
     Steps, OutputChainFailure,
     testing::Values(
-        FailingStep{9, "writer.Create", kCreation}, FailingStep{9, "graph.AddFilter", kAddFilter},
+        FailingStep{9, "writer.Create", kCreation}, FailingStep{9, "graph.AddFilter writer", kAddFilter},
         FailingStep{9, "writer.QueryInterface", kSinkQuery}, FailingStep{9, "sink.SetFileName", kFileName},
         FailingStep{9, "builder.RenderStream", kRender}, FailingStep{0, "encoder.Create", kCreation},
         FailingStep{0, "encoder.QueryInterface", "m_pAudioEncoder->QueryInterface() failed \n"},
         FailingStep{0, "wrapper.Init", "m_pAudioWrapperFilter->Init() failed \n"},
-        FailingStep{0, "graph.AddFilter", kAddFilter}, FailingStep{0, "multiplexer.Create", kCreation},
+        FailingStep{0, "graph.AddFilter encoder", kAddFilter},
+        FailingStep{0, "graph.AddFilter multiplexer", kAddFilter},
+        FailingStep{0, "multiplexer.Create", kCreation},
         FailingStep{0, "multiplexer.QueryInterface", kSinkQuery},
         FailingStep{0, "sink2.SetFileName", kFileName}, FailingStep{0, "builder.RenderStream", kRender}));
 

@@ -3,6 +3,7 @@
 
 #include <thread>
 
+#include "shell/owned.h"
 #include "tests/unit/recording/opened_events.h"
 #include "tests/unit/recording/recording_test.h"
 
@@ -59,6 +60,24 @@ TEST_F(PreRecord, TheEventIsMadeOnlyAfterTheStart) {
     EXPECT_TRUE(state->m_bRecording);
     MSG message = {};
     EXPECT_FALSE(PeekMessageW(&message, window, WM_CLOSE, WM_CLOSE, PM_NOREMOVE));
+    EXPECT_THAT(boxes.Shown(), IsEmpty());
+}
+
+// Another object has the event's name.
+TEST_F(PreRecord, WithoutItsEventTheThreadEndsAtOnceAndStopsAndClosesNothing) {
+    ASSERT_FALSE(StopEventIsThere()) << "an earlier test has left it open";
+    const OwnedHandle other(CreateMutexW(nullptr, FALSE, kStopEvent));
+    ASSERT_TRUE(other);
+    ASSERT_EQ(CreateEventW(nullptr, FALSE, FALSE, kStopEvent), nullptr);
+    state->m_request.uDuration_min = 1;
+    const DWORD start = GetTickCount();
+    const std::string trace = TraceOf([this] { EXPECT_EQ(PreRecordThread(window), 1u); });
+    EXPECT_LT(GetTickCount() - start, 60000u) << "it waited for the duration";
+    EXPECT_THAT(trace, Not(testing::HasSubstr("Time Out")));
+    EXPECT_TRUE(state->m_bRecording);
+    MSG message = {};
+    EXPECT_FALSE(PeekMessageW(&message, window, WM_CLOSE, WM_CLOSE, PM_NOREMOVE));
+    EXPECT_FALSE(PeekMessageW(&message, window, WM_SKIN_CLICK, WM_SKIN_CLICK, PM_NOREMOVE));
     EXPECT_THAT(boxes.Shown(), IsEmpty());
 }
 

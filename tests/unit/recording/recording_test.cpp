@@ -105,6 +105,15 @@ void RecordingTest::StoreChannel(const WCHAR* name, DWORD channel) {
     ASSERT_NE(state->m_ChannelDB.CEDB_InsertRecord(record), 0u);
 }
 
+std::vector<std::wstring> RecordingTest::ShownIn(int field) {
+    const std::lock_guard<std::mutex> lock(g_mutex);
+    std::vector<std::wstring> texts;
+    for (const auto& [shownIn, text] : g_shownTexts) {
+        if (shownIn == field) texts.push_back(text);
+    }
+    return texts;
+}
+
 std::wstring RecordingTest::LastShown(int field) {
     const std::lock_guard<std::mutex> lock(g_mutex);
     const auto found = std::find_if(g_shownTexts.rbegin(), g_shownTexts.rend(),

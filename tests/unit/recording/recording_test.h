@@ -48,6 +48,8 @@ class RecordingTest : public HandsetTest {
     std::wstring RecordPathText() const { return state->m_szRecordPath; }
     // The last text of a field; "(never shown)".
     static std::wstring LastShown(int field);
+    // Everything that a field has shown, in its order.
+    static std::vector<std::wstring> ShownIn(int field);
 
     FakeGraph graph;
     FakeFMDevice device;

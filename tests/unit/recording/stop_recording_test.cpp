@@ -3,6 +3,8 @@
 
 #include <tlhelp32.h>
 
+#include <map>
+
 #include "tests/unit/recording/opened_events.h"
 #include "tests/unit/recording/recording_test.h"
 #include "tests/unit/recording/tick_count.h"
@@ -127,6 +129,20 @@ TEST_F(StopRecording, TheTimeRunsOnTheScreen) {
     PressRecord();
     EXPECT_TRUE(WaitFor([&] { return LastShown(TEXT_RECORD_TIME) == L"Rec 00:00:00"; }));
     EXPECT_TRUE(WaitFor([&] { return LastShown(TEXT_RECORD_TIME) == L"Rec 00:00:03"; }));
+}
+
+// Twice in a second, unless the machine is late; more often never.
+TEST_F(StopRecording, TheTimeIsShownEveryHalfSecond) {
+    PressRecord();
+    ASSERT_TRUE(WaitFor([&] { return LastShown(TEXT_RECORD_TIME) >= L"Rec 00:00:12"; }));
+    std::map<std::wstring, int> times;
+    for (const std::wstring& text : ShownIn(TEXT_RECORD_TIME)) ++times[text];
+    int twice = 0;
+    for (const auto& [text, count] : times) {
+        EXPECT_LE(count, 3) << testing::PrintToString(text);
+        twice += count == 2;
+    }
+    EXPECT_GE(twice, 2);
 }
 
 TEST_F(StopRecording, HoursAreNotWrapped) {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "tests/unit/settings/relayout_ids.h"
 #include "tests/unit/settings/settings_test.h"
@@ -101,11 +102,24 @@ TEST_F(Relayout, TheSelectionOfAListBoxIsScrolledIntoViewAgain) {
     EXPECT_GT(SendMessageW(list, LB_GETTOPINDEX, 0, 0), 20);
 }
 
-TEST_F(Relayout, TheSelectionOfAComboBoxStays) {
+WNDPROC g_comboProc = nullptr;
+std::vector<WPARAM> g_selections;
+
+LRESULT CALLBACK NoteSelection(HWND combo, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == CB_SETCURSEL) g_selections.push_back(wParam);
+    return CallWindowProcW(g_comboProc, combo, message, wParam, lParam);
+}
+
+TEST_F(Relayout, TheSelectionOfAComboBoxIsMadeOnceMore) {
     const HWND combo = Control(TEST_CONTROL_COMBO);
     for (int row = 0; row < 9; ++row) SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"row"));
     SendMessageW(combo, CB_SETCURSEL, 7, 0);
+    // It would stay by itself: what counts is that it is selected once more, which brings it into view.
+    g_selections.clear();
+    g_comboProc = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(combo, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&NoteSelection)));
     RelayoutDialog(module, dialog, TEST_DIALOG_FLAT);
+    EXPECT_THAT(g_selections, testing::ElementsAre(7u));
     EXPECT_EQ(SendMessageW(combo, CB_GETCURSEL, 0, 0), 7);
 }
 

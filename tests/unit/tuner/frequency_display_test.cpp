@@ -1,6 +1,9 @@
 // The tuned frequency on the main screen.
 #include "tuner/frequency_display.h"
 
+#include <cwchar>
+
+#include "shell/settings_key.h"
 #include "tests/unit/tuner/tuner_test.h"
 
 namespace {
@@ -16,6 +19,24 @@ TEST_F(FrequencyDisplay, ShowsTheTunedFrequencyAndUnknownForOneThatIsNotStored) 
     EXPECT_THAT(device.Calls(), ElementsAre("GetChannel"));
     EXPECT_THAT(Shown(), ElementsAre(ShownText{TEXT_FREQUENCY, L"102.3 MHz"},
                                      ShownText{TEXT_CHANNEL_NAME, L"Unknown"}));
+}
+
+TEST_F(FrequencyDisplay, ShowsTheNameUnderWhichTheSelectedGroupStoresTheFrequency) {
+    DeleteFileW(L"\\KORA.vol");
+    WriteSelectedGroup(L"Mine");
+    PropRecord record = {};
+    wcscpy(record.szCountryName, L"Mine");
+    wcscpy(record.szPropRecord_ChannelName, L"One");
+    record.dwPropRecord_ChannelValue = 9850;
+    ASSERT_NE(state->m_ChannelDB.CEDB_InsertRecord(record), 0u);
+    device.channel = 9850;
+    RefreshFrequencyDisplay(*state);
+    EXPECT_EQ(LastShown(TEXT_FREQUENCY), L"98.5 MHz");
+    EXPECT_EQ(LastShown(TEXT_CHANNEL_NAME), L"One");
+    device.channel = 9860;
+    RefreshFrequencyDisplay(*state);
+    EXPECT_EQ(LastShown(TEXT_CHANNEL_NAME), L"Unknown");
+    DeleteFileW(L"\\KORA.vol");
 }
 
 TEST_F(FrequencyDisplay, DropsTheHundredths) {
