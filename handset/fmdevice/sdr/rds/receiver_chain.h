@@ -1,0 +1,38 @@
+// From the multiplex to groups: mixer, search, tracker and block synchronisation. Portable, no locks.
+#pragma once
+
+#include "handset/fmdevice/sdr/rds/baseband.h"
+#include "handset/fmdevice/sdr/rds/block_sync.h"
+#include "handset/fmdevice/sdr/rds/matched_filter.h"
+#include "handset/fmdevice/sdr/rds/signal_search.h"
+#include "handset/fmdevice/sdr/rds/symbol_tracker.h"
+
+namespace sdr::rds {
+
+struct SignalQuality {
+    bool found = false;       // a signal is followed
+    bool inStep = false;      // and its blocks are known
+    double height_kHz = 0.0;  // the subcarrier's deviation
+    double offset_Hz = 0.0;   // beside the pilot's third harmonic, or beside 57 kHz without a pilot
+    double coherence = 0.0;   // 0 noise, 1 a signal without noise
+};
+
+class ReceiverChain {
+  public:
+    ReceiverChain(BlockHandler onBlock, GroupHandler onGroup);
+    void Restart();
+    void Feed(const MpxBlock& block);
+    [[nodiscard]] SignalQuality Quality() const;
+
+  private:
+    [[nodiscard]] bool Content() const;
+
+    Baseband baseband_;
+    SubcarrierMixer mixer_;
+    MatchedFilter filter_;
+    SignalSearch search_;
+    SymbolTracker tracker_;
+    BlockSync sync_;
+};
+
+}  // namespace sdr::rds
