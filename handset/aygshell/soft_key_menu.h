@@ -1,4 +1,4 @@
-// The menu of a soft key: opened above its bar, kept inside the handset's display.
+// The menu of a soft key: opened above its bar.
 #pragma once
 
 #include <windows.h>

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "handset/coredll/call_guard.h"
+#include "handset/coredll/dark_display.h"
 #include "handset/coredll/modal_owner.h"
 #include "handset/coredll/platform_call.h"
 #include "handset/coredll/uncovering.h"
@@ -122,6 +123,7 @@ LRESULT CALLBACK AfterMessage(int code, WPARAM fromThread, LPARAM data) {
         t_hook = nullptr;
         UnhookWindowsHookEx(hook);
         PlaceOnDisplay(message->hwnd);
+        coredll::HideWhileDark(message->hwnd);
         return 0;
     }
     return CallNextHookEx(hook, code, fromThread, data);

@@ -41,6 +41,5 @@ GUARDED(HWND, SetFocus, (HWND window), (window), CallsBack)
 GUARDED(BOOL, SetWindowPos, (HWND window, HWND after, int x, int y, int width, int height, UINT flags), (window, after, x, y, width, height, flags), CallsBack)
 GUARDED(BOOL, SetWindowTextW, (HWND window, const wchar_t* text), (window, text), CallsBack)
 GUARDED(BOOL, ShowWindow, (HWND window, int show), (window, show), CallsBack)
-GUARDED(BOOL, TrackPopupMenuEx, (HMENU menu, UINT flags, int x, int y, HWND window, TPMPARAMS* parameters), (menu, flags, x, y, window, parameters), CallsBack)
 GUARDED(BOOL, UpdateWindow, (HWND window), (window), CallsBack)
 // clang-format on

@@ -20,6 +20,11 @@ constexpr DWORD kExtendedStyle = WS_EX_NOACTIVATE | WS_EX_APPWINDOW;
 constexpr UINT_PTR kTickTimer = 1;
 constexpr UINT kTickPeriod_ms = 200;
 
+// The display takes no stylus while it is dark, and the radio under it stays the active window.
+LRESULT CALLBACK DarknessProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return message == WM_MOUSEACTIVATE ? MA_NOACTIVATE : DefWindowProcW(window, message, wParam, lParam);
+}
+
 void RegisterClasses(HINSTANCE instance, WNDPROC procedure) {
     WNDCLASSW panel = {};
     panel.lpfnWndProc = procedure;
@@ -28,7 +33,7 @@ void RegisterClasses(HINSTANCE instance, WNDPROC procedure) {
     panel.lpszClassName = handset::kPanelClass;
     RegisterClassW(&panel);
     WNDCLASSW darkness = {};
-    darkness.lpfnWndProc = DefWindowProcW;
+    darkness.lpfnWndProc = DarknessProc;
     darkness.hInstance = instance;
     darkness.hCursor = panel.hCursor;
     darkness.hbrBackground = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));

@@ -7,6 +7,7 @@ kora_test(test_coredll APP
         coredll/files_test.cpp
         coredll/gdi_count_test.cpp
         coredll/handset_fixture.cpp
+        coredll/menu_test.cpp
         coredll/message_box_test.cpp
         coredll/message_queue_test.cpp
         coredll/panel_stand_in.cpp

@@ -215,6 +215,8 @@ TEST_F(PanelWindowTest, TheDisplayIsDarkUnlessThePowerStateIsOn) {
     EXPECT_EQ(place.top, Origin().y);
     EXPECT_EQ(place.right - place.left, 240);
     EXPECT_EQ(place.bottom - place.top, 320);
+    // Touched, it leaves the radio the active window.
+    EXPECT_EQ(SendMessageW(darkness(), WM_MOUSEACTIVATE, 0, 0), MA_NOACTIVATE);
     Run({L"power", L"on"});
     EXPECT_TRUE(WaitUntil([&] { return !dark(); }, kDeadline_ms));
 }
