@@ -4,6 +4,7 @@
 #include <cwchar>
 
 #include "shell/settings_key.h"
+#include "tests/support/device_settings.h"
 #include "tests/unit/tuner/tuner_test.h"
 
 namespace {
@@ -22,6 +23,7 @@ TEST_F(FrequencyDisplay, ShowsTheTunedFrequencyAndUnknownForOneThatIsNotStored) 
 }
 
 TEST_F(FrequencyDisplay, ShowsTheNameUnderWhichTheSelectedGroupStoresTheFrequency) {
+    const test::DeviceSettings settings;
     DeleteFileW(L"\\KORA.vol");
     WriteSelectedGroup(L"Mine");
     PropRecord record = {};
