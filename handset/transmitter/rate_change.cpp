@@ -13,6 +13,8 @@ constexpr double kAttenuation_dB = 120;
 constexpr double kWidest_Hz = 260000;
 // Sums of eight neighbours side by side: the compiler turns them into vectors.
 constexpr std::size_t kLanes = 8;
+// What adding up makes of a whole phase in an hour is far less than this.
+constexpr double kWhole = 1e-4;
 
 float Sum(const float* lanes) {
     return ((lanes[0] + lanes[4]) + (lanes[1] + lanes[5])) + ((lanes[2] + lanes[6]) + (lanes[3] + lanes[7]));
@@ -22,8 +24,8 @@ float Sum(const float* lanes) {
 
 CRateChange::CRateChange(double ratio) : ratio_(ratio) {
     const double rate_Hz = kMultiplexRate_Hz / ratio;
-    const double pass_Hz = std::min(0.47 * rate_Hz, kWidest_Hz);
-    const double stop_Hz = std::min(0.53 * rate_Hz, kMultiplexRate_Hz - kWidest_Hz);
+    const double pass_Hz = std::min(0.45 * rate_Hz, kWidest_Hz);
+    const double stop_Hz = std::min(0.55 * rate_Hz, kMultiplexRate_Hz - kWidest_Hz);
     const CWindowedSinc filter(pass_Hz, stop_Hz, kAttenuation_dB);
     const double reach = filter.Reach_s() * kMultiplexRate_Hz;
     taps_ = (static_cast<std::size_t>(std::ceil(2 * reach)) + kLanes) / kLanes * kLanes;
@@ -51,19 +53,29 @@ void CRateChange::Write(const std::complex<float>* samples, std::size_t count) {
 
 void CRateChange::Evaluate(std::size_t at, double part, float* real, float* imaginary) const {
     const double place = part * kPhases;
-    const auto phase = std::min(static_cast<std::size_t>(place), kPhases - 1);
+    const auto nearest = static_cast<std::size_t>(std::lround(place));
+    if (std::abs(place - static_cast<double>(nearest)) < kWhole) {
+        const float* row = &table_[nearest * taps_];
+        Weigh(at, real, imaginary, [row](std::size_t i) { return row[i]; });
+        return;
+    }
+    const auto phase = static_cast<std::size_t>(place);
     const auto between = static_cast<float>(place - static_cast<double>(phase));
     const float* row = &table_[phase * taps_];
     const float* next = row + taps_;
+    Weigh(at, real, imaginary, [=](std::size_t i) { return row[i] + between * (next[i] - row[i]); });
+}
+
+template <typename Weights>
+void CRateChange::Weigh(std::size_t at, float* real, float* imaginary, Weights weights) const {
     const float* inPhase = &real_[at];
     const float* quadrature = &imaginary_[at];
     float reals[kLanes] = {}, imaginaries[kLanes] = {};
     for (std::size_t tap = 0; tap < taps_; tap += kLanes) {
         for (std::size_t lane = 0; lane < kLanes; ++lane) {
-            const std::size_t i = tap + lane;
-            const float weight = row[i] + between * (next[i] - row[i]);
-            reals[lane] += weight * inPhase[i];
-            imaginaries[lane] += weight * quadrature[i];
+            const float weight = weights(tap + lane);
+            reals[lane] += weight * inPhase[tap + lane];
+            imaginaries[lane] += weight * quadrature[tap + lane];
         }
     }
     *real = Sum(reals);

@@ -8,7 +8,7 @@
 namespace transmitter {
 
 // A low-pass that is asked for at the new sample times: what would fold back is gone to -120 dB. All that
-// reaches 0.47 of the new rate passes, and at most 260 kHz.
+// reaches 0.45 of the new rate passes, and at most 260 kHz.
 class CRateChange {
   public:
     // `ratio`: old samples for each new one.
@@ -20,7 +20,10 @@ class CRateChange {
     std::size_t Read(std::complex<float>* samples, std::size_t count);
 
   private:
-    static constexpr std::size_t kPhases = 1024;
+    // The usual rates need whole ones alone; between two of them the weights run straight.
+    static constexpr std::size_t kPhases = 960;
+    template <typename Weights>
+    void Weigh(std::size_t at, float* real, float* imaginary, Weights weights) const;
     void Evaluate(std::size_t at, double part, float* real, float* imaginary) const;
 
     double ratio_;

@@ -25,15 +25,23 @@ std::vector<double> Taps(const CWindowedSinc& filter, double slopeWeight_s, doub
     return taps;
 }
 
-// The newest sound of a line under the first tap.
+// The newest sound of a line under the first tap. Every other one is added up apart: no sum waits for the
+// last.
 Sound Filtered(const std::vector<Sound>& line, const double* taps) {
-    Sound sum;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        const Sound& sound = line[line.size() - 1 - i];
-        sum.left += taps[i] * sound.left;
-        sum.right += taps[i] * sound.right;
+    Sound even, odd;
+    const Sound* newest = &line.back();
+    std::size_t i = 0;
+    for (; i + 1 < line.size(); i += 2, newest -= 2) {
+        even.left += taps[i] * newest[0].left;
+        even.right += taps[i] * newest[0].right;
+        odd.left += taps[i + 1] * newest[-1].left;
+        odd.right += taps[i + 1] * newest[-1].right;
     }
-    return sum;
+    if (i < line.size()) {
+        even.left += taps[i] * newest->left;
+        even.right += taps[i] * newest->right;
+    }
+    return {even.left + odd.left, even.right + odd.right};
 }
 
 void Shift(std::vector<Sound>& line, const Sound& newest) {

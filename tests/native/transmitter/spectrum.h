@@ -20,8 +20,10 @@ std::complex<double> Line(const std::vector<Sample>& samples, double rate_Hz, do
     double weight = 0;
     for (std::size_t i = 0; i < samples.size(); ++i) {
         const auto at = static_cast<double>(i);
-        double window = 0;
-        for (int k = 0; k < 4; ++k) window += kTerms[k] * std::cos(2 * kPi * k * at / count);
+        // The cosines of twice and three times an angle out of its own.
+        const double c = std::cos(2 * kPi * at / count);
+        const double window =
+            kTerms[0] + kTerms[1] * c + kTerms[2] * (2 * c * c - 1) + kTerms[3] * (4 * c * c - 3) * c;
         const double turns = std::fmod(frequency_Hz * at / rate_Hz, 1.0);
         sum += window * std::complex<double>(samples[i]) * std::polar(1.0, -2 * kPi * turns);
         weight += window;
