@@ -40,6 +40,5 @@ GUARDED(BOOL, SetDlgItemTextW, (HWND dialog, int id, const wchar_t* text), (dial
 GUARDED(HWND, SetFocus, (HWND window), (window), CallsBack)
 GUARDED(BOOL, SetWindowPos, (HWND window, HWND after, int x, int y, int width, int height, UINT flags), (window, after, x, y, width, height, flags), CallsBack)
 GUARDED(BOOL, SetWindowTextW, (HWND window, const wchar_t* text), (window, text), CallsBack)
-GUARDED(BOOL, ShowWindow, (HWND window, int show), (window, show), CallsBack)
 GUARDED(BOOL, UpdateWindow, (HWND window), (window), CallsBack)
 // clang-format on

@@ -95,6 +95,8 @@ RadioStart LaunchProgram(const std::wstring& devicePath, const std::wstring& com
     CloseHandle(process.hThread);
     start.process = OwnedHandle(process.hProcess);
     start.processId = process.dwProcessId;
+    // It comes to the front as on the device, where the host leaves that to the one who may.
+    AllowSetForegroundWindow(start.processId);
     return start;
 }
 
