@@ -10,12 +10,16 @@ target_link_libraries(sdr PUBLIC kora_flags PRIVATE kora_kissfft kora_soxr)
 
 add_executable(test_sdr
     sdr/audio_filter_test.cpp
+    sdr/band_scan_test.cpp
     sdr/channelizer_test.cpp
+    sdr/clock_bridge_test.cpp
     sdr/discriminator_test.cpp
     sdr/fm_signal.cpp
+    sdr/iq_file_test.cpp
     sdr/kernels_test.cpp
     sdr/pilot_loop_test.cpp
     sdr/receiver_test.cpp
+    sdr/rtl_tcp_protocol_test.cpp
     sdr/sample_form_test.cpp
     sdr/signal_meter_test.cpp
     sdr/tone_fit.cpp)

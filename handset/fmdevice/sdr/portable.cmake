@@ -1,17 +1,22 @@
 # The receiver of what is on the air: portable sources alone, which the sanitizers' build shares.
 set(SDR_SOURCES
     ${CMAKE_CURRENT_LIST_DIR}/audio_filter.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/band_scan.cpp
     ${CMAKE_CURRENT_LIST_DIR}/channel_filter.cpp
     ${CMAKE_CURRENT_LIST_DIR}/channelizer.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/clock_bridge.cpp
     ${CMAKE_CURRENT_LIST_DIR}/discriminator.cpp
     ${CMAKE_CURRENT_LIST_DIR}/fir_design.cpp
     ${CMAKE_CURRENT_LIST_DIR}/fourier.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/iq_file.cpp
     ${CMAKE_CURRENT_LIST_DIR}/kernels.cpp
     ${CMAKE_CURRENT_LIST_DIR}/kernels_avx2.cpp
     ${CMAKE_CURRENT_LIST_DIR}/kernels_plain.cpp
     ${CMAKE_CURRENT_LIST_DIR}/pilot_loop.cpp
     ${CMAKE_CURRENT_LIST_DIR}/receiver.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/rtl_tcp_protocol.cpp
     ${CMAKE_CURRENT_LIST_DIR}/sample_form.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/sigmf.cpp
     ${CMAKE_CURRENT_LIST_DIR}/signal_meter.cpp
     ${CMAKE_CURRENT_LIST_DIR}/stereo_decoder.cpp
     ${CMAKE_CURRENT_LIST_DIR}/tuning.cpp)

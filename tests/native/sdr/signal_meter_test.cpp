@@ -40,8 +40,7 @@ TEST(SignalMeter, IsRightToOneDecibelHoweverTheStationIsModulated) {
     for (const Programme& programme :
          {Programme{0.0, 0.0, 0.0, 1000.0}, Programme{0.0, 0.0, 0.1, 1000.0}, Programme{1.0, 1.0, 0.1, 400.0},
           Programme{1.0, -1.0, 0.1, 9000.0}, Programme{1.0, 1.0, 0.0, 3000.0}}) {
-        for (const double carrierToNoise_dBHz :
-             {55.0, 63.0, 69.0, 75.0, 82.0, 100.0}) {
+        for (const double carrierToNoise_dBHz : {55.0, 63.0, 69.0, 75.0, 82.0, 100.0}) {
             FmSignal signal;
             signal.rate_Hz = 960000.0;
             signal.seconds = 0.6;
