@@ -2,11 +2,11 @@
 
 handset_exe() { wine_start "$KORA_BIN/handset.exe" "$@"; }
 
-# The programs of the handset, built and laid on the device.
+# The programs of the handset, built and laid on the device; with --unless-running not under a radio that runs.
 handset_ready() {
     programs_ready
     handset_stage
-    handset_exe install "$(windows_path "$KORA_HOME/device")" >"$KORA_HOME/handset-install.log" 2>&1 ||
+    handset_exe install "$@" "$(windows_path "$KORA_HOME/device")" >"$KORA_HOME/handset-install.log" 2>&1 ||
         fail "the handset could not be set up:
 $(cat "$KORA_HOME/handset-install.log")"
 }
@@ -27,6 +27,13 @@ display_any() {
     [ -n "${DISPLAY:-}" ] || display_virtual "$KORA_DESKTOP"
 }
 
+# Whether the host has anything to play sound on, a sound server or a card. Asked to play without, its sound library
+# would write into the radio's trace that it has none.
+host_plays() {
+    [ -n "${PULSE_SERVER:-}" ] || [ -S "${XDG_RUNTIME_DIR:-/run/user/$(id -u)}/pulse/native" ] ||
+        [ -e "$HOME/.asoundrc" ] || [ -e /etc/asound.conf ] || grep -qs playback /proc/asound/pcm
+}
+
 # A display and a Wine prefix to stand on.
 handset_stage() {
     local had_display=${DISPLAY:-}
@@ -34,6 +41,7 @@ handset_stage() {
     wine_prefix
     if [ -n "$had_display" ]; then
         wine_no_virtual_desktop
+        host_plays || export KORA_HOSTSOUND=${KORA_HOSTSOUND:-0}
     else
         wine_virtual_desktop "$KORA_DESKTOP"
         export KORA_HOSTSOUND=0
@@ -45,22 +53,38 @@ service_start() {
     setsid "$KORA_WINE" "$KORA_BIN/handset.exe" service >>"$KORA_HOME/console.log" 2>>"$KORA_HOME/trace.log" </dev/null &
 }
 
+# While a radio runs another start does what it does on the device: the first one comes to the front, and a booked one
+# takes its place.
 kora_start() {
-    handset_ready
+    handset_ready --unless-running
     [ "$*" = Kora.vol ] || favourites_once
-    # Appended to, so that programs that write at the same time do not write over one another.
-    : >"$KORA_HOME/console.log"
-    : >"$KORA_HOME/trace.log"
+    # Appended to, so that programs that write at the same time do not write over one another. Those of a radio that
+    # runs go on.
+    if ! grep -q 'the radio is running' "$KORA_HOME/handset-install.log"; then
+        : >"$KORA_HOME/console.log"
+        : >"$KORA_HOME/trace.log"
+    fi
     service_start
     # The device takes one command line, not words: they are joined by blanks, as a scheduled start gives it.
     handset_exe start "$*" >>"$KORA_HOME/console.log" 2>>"$KORA_HOME/trace.log" ||
         fail "the radio did not start; $KORA_HOME/trace.log says more"
 }
 
+# With --force what does not close is ended, if need be with everything of this handset.
 kora_stop() {
+    case "$*" in '' | --force) ;; *) fail "stop: \"$*\" is not understood; --force is" ;; esac
     handset_stage
-    handset_exe stop >"$KORA_HOME/stop.log" 2>&1 || fail "the radio did not stop:
+    if [ "${1:-}" = --force ]; then
+        timeout 60 "$KORA_WINE" "$KORA_BIN/handset.exe" stop --force >"$KORA_HOME/stop.log" 2>&1 || {
+            step "the radio could not be ended alone: its Wine is ended with all that runs in it"
+            kora_stop_quietly
+            return
+        }
+    else
+        handset_exe stop >"$KORA_HOME/stop.log" 2>&1 ||
+            fail "the radio did not stop; \`kora stop --force\` ends it as it is, and what it has recorded plays up to there:
 $(cat "$KORA_HOME/stop.log")"
+    fi
     handset_exe service stop --unless-booked >"$KORA_HOME/stop.log" 2>&1 || fail "the service did not stop:
 $(cat "$KORA_HOME/stop.log")"
     if grep -q 'goes on' "$KORA_HOME/stop.log"; then

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "handset/coredll/device_path.h"
 #include "handset/state/handset_state.h"
 
 namespace capture {
@@ -12,7 +11,7 @@ namespace {
 // Reading the state takes longer than writing a sample.
 constexpr std::uint64_t kLook_ms = 200;
 
-HANDLE Open(const coredll::DevicePath& path, DWORD disposition) {
+HANDLE Open(const handset::DevicePath& path, DWORD disposition) {
     if (!path || path.host() == nullptr) return INVALID_HANDLE_VALUE;
     // To a privileged user some hosts would give a read-only file all the same.
     const DWORD attributes = GetFileAttributesW(path.host());
@@ -32,7 +31,7 @@ HRESULT LastFailure() {
 }  // namespace
 
 HRESULT CDeviceFile::Check(const std::wstring& path) {
-    const HANDLE file = Open(coredll::DevicePath(path.c_str()), OPEN_ALWAYS);
+    const HANDLE file = Open(handset::OnDevice(path.c_str()), OPEN_ALWAYS);
     if (file == INVALID_HANDLE_VALUE) return LastFailure();
     CloseHandle(file);
     return S_OK;
@@ -40,7 +39,7 @@ HRESULT CDeviceFile::Check(const std::wstring& path) {
 
 HRESULT CDeviceFile::Create(const std::wstring& path) {
     Close();
-    const coredll::DevicePath place(path.c_str());
+    const handset::DevicePath place = handset::OnDevice(path.c_str());
     file_ = Open(place, CREATE_ALWAYS);
     if (!IsOpen()) return LastFailure();
     onDevice_ = !place.device().empty();

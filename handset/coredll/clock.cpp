@@ -1,15 +1,12 @@
 // The handset's clock: milliseconds since the process started, at the handset's rate, and what a handset
 // time-out takes in real time.
-#include <algorithm>
 #include <cstdint>
 
 #include "handset/coredll/call_guard.h"
 #include "handset/coredll/platform_call.h"
-#include "handset/state/handset_state.h"
+#include "handset/state/handset_clock.h"
 
 namespace {
-
-constexpr DWORD kMaximumRate = 3600;
 
 std::uint64_t Microseconds() {
     static const std::uint64_t frequency = [] {
@@ -30,7 +27,7 @@ const DWORD g_startTick_ms = GetTickCount();
 }  // namespace
 
 COREDLL_EXPORT DWORD WINAPI HandsetClockRate(void) {
-    static const DWORD rate = std::clamp<DWORD>(handset::StateDword(L"ClockRate", 1), 1, kMaximumRate);
+    static const DWORD rate = handset::ClockRate();
     return rate;
 }
 

@@ -5,21 +5,19 @@
 #include "handset/coredll/call_guard.h"
 #include "handset/coredll/platform_call.h"
 #include "handset/state/handset_protocol.h"
-#include "handset/state/handset_state.h"
 #include "handset/state/own_windows.h"
+#include "handset/state/screen_size.h"
 
 namespace {
 
-constexpr DWORD kDefaultWidth = 240;
-constexpr DWORD kDefaultHeight = 320;
 constexpr UINT kPanelAnswer_ms = 500;
 constexpr DWORD_PTR kOriginKnown = 0x100000000;
 
 int Width() {
-    return static_cast<int>(handset::StateDword(L"ScreenWidth", kDefaultWidth));
+    return static_cast<int>(handset::ScreenWidth());
 }
 int Height() {
-    return static_cast<int>(handset::StateDword(L"ScreenHeight", kDefaultHeight));
+    return static_cast<int>(handset::ScreenHeight());
 }
 
 POINT Origin() {

@@ -9,21 +9,23 @@
 #include <string>
 
 #include "handset/coredll/call_guard.h"
-#include "handset/coredll/device_path.h"
+#include "handset/state/handset_state.h"
 
 namespace {
 
 using coredll::CallGuard;
 using coredll::CallKind;
-using coredll::DevicePath;
+using handset::DevicePath;
+using handset::OnDevice;
 
 constexpr DWORD kLongestPath = 32768;
 
 // Device differs: the host's dialog also shows what lies outside the device; a choice there counts as none.
 BOOL Choose(OPENFILENAMEW* request, BOOL(WINAPI* dialog)(OPENFILENAMEW*)) {
     if (request == nullptr || request->lpstrFile == nullptr || request->nMaxFile == 0) return FALSE;
-    const DevicePath folder(request->lpstrInitialDir != nullptr ? request->lpstrInitialDir : L"\\");
-    const DevicePath proposed(request->lpstrFile);
+    const DevicePath folder =
+        OnDevice(request->lpstrInitialDir != nullptr ? request->lpstrInitialDir : L"\\");
+    const DevicePath proposed = OnDevice(request->lpstrFile);
     std::wstring choice = request->lpstrFile[0] != L'\0' && proposed ? proposed.host() : L"";
     choice.resize(kLongestPath);
 
@@ -36,7 +38,7 @@ BOOL Choose(OPENFILENAMEW* request, BOOL(WINAPI* dialog)(OPENFILENAMEW*)) {
     if (!dialog(&host)) return FALSE;
 
     const std::wstring chosen = choice.substr(0, choice.find(L'\0'));
-    const std::wstring device = coredll::DevicePathOfHost(chosen);
+    const std::wstring device = handset::DevicePathOf(chosen);
     if (device.empty() || device.size() >= request->nMaxFile) return FALSE;
     std::wmemcpy(request->lpstrFile, device.c_str(), device.size() + 1);
     const auto shift = static_cast<WORD>(chosen.size() - device.size());

@@ -2,10 +2,11 @@
 #include <string>
 
 #include "handset/coredll/call_guard.h"
-#include "handset/coredll/device_path.h"
+#include "handset/state/handset_state.h"
 
 using coredll::CallGuard;
-using coredll::DevicePath;
+using handset::DevicePath;
+using handset::OnDevice;
 
 namespace {
 
@@ -22,34 +23,34 @@ COREDLL_EXPORT HANDLE WINAPI DeviceCreateFileW(const wchar_t* path, DWORD access
                                                SECURITY_ATTRIBUTES* security, DWORD disposition, DWORD flags,
                                                HANDLE pattern) {
     const CallGuard guard;
-    const DevicePath file(path);
+    const DevicePath file = OnDevice(path);
     if (!file) return INVALID_HANDLE_VALUE;
     return CreateFileW(file.host(), access, share, security, disposition, flags, pattern);
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceCopyFileW(const wchar_t* from, const wchar_t* to, BOOL failIfExists) {
     const CallGuard guard;
-    const DevicePath source(from);
-    const DevicePath target(to);
+    const DevicePath source = OnDevice(from);
+    const DevicePath target = OnDevice(to);
     return source && target && CopyFileW(source.host(), target.host(), failIfExists);
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceMoveFileW(const wchar_t* from, const wchar_t* to) {
     const CallGuard guard;
-    const DevicePath source(from);
-    const DevicePath target(to);
+    const DevicePath source = OnDevice(from);
+    const DevicePath target = OnDevice(to);
     return source && target && MoveFileW(source.host(), target.host());
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceCreateDirectoryW(const wchar_t* path, SECURITY_ATTRIBUTES* security) {
     const CallGuard guard;
-    const DevicePath folder(path);
+    const DevicePath folder = OnDevice(path);
     return folder && CreateDirectoryW(folder.host(), security);
 }
 
 COREDLL_EXPORT DWORD WINAPI DeviceGetFileAttributesW(const wchar_t* path) {
     const CallGuard guard;
-    const DevicePath file(path);
+    const DevicePath file = OnDevice(path);
     if (!file) return INVALID_FILE_ATTRIBUTES;
     return MountedAttributes(file, GetFileAttributesW(file.host()));
 }
@@ -57,7 +58,7 @@ COREDLL_EXPORT DWORD WINAPI DeviceGetFileAttributesW(const wchar_t* path) {
 COREDLL_EXPORT BOOL WINAPI DeviceGetFileAttributesExW(const wchar_t* path, GET_FILEEX_INFO_LEVELS level,
                                                       void* information) {
     const CallGuard guard;
-    const DevicePath file(path);
+    const DevicePath file = OnDevice(path);
     if (!file || !GetFileAttributesExW(file.host(), level, information)) return FALSE;
     auto* data = static_cast<WIN32_FILE_ATTRIBUTE_DATA*>(information);
     data->dwFileAttributes = MountedAttributes(file, data->dwFileAttributes);
@@ -68,7 +69,7 @@ COREDLL_EXPORT BOOL WINAPI DeviceGetFileAttributesExW(const wchar_t* path, GET_F
 #define ON_PATH(name, parameters, ...)                               \
     COREDLL_EXPORT BOOL WINAPI Device##name parameters {             \
         const CallGuard guard;                                       \
-        const DevicePath file(path);                                 \
+        const DevicePath file = OnDevice(path);                      \
         return file && name(file.host() __VA_OPT__(, ) __VA_ARGS__); \
     }
 
@@ -79,6 +80,6 @@ ON_PATH(SetFileAttributesW, (const wchar_t* path, DWORD attributes), attributes)
 COREDLL_EXPORT HANDLE WINAPI DeviceFindFirstChangeNotificationW(const wchar_t* path, BOOL subtree,
                                                                 DWORD filter) {
     const CallGuard guard;
-    const DevicePath folder(path);
+    const DevicePath folder = OnDevice(path);
     return folder ? FindFirstChangeNotificationW(folder.host(), subtree, filter) : INVALID_HANDLE_VALUE;
 }

@@ -4,13 +4,13 @@
 #include <set>
 
 #include "handset/coredll/call_guard.h"
-#include "handset/coredll/device_path.h"
 #include "handset/state/handset_state.h"
 
 namespace {
 
 using coredll::CallGuard;
-using coredll::DevicePath;
+using handset::DevicePath;
+using handset::OnDevice;
 
 std::mutex g_lock;                // guards g_rootSearches
 std::set<HANDLE> g_rootSearches;  // those that go through the root, where the card's folder is
@@ -23,7 +23,7 @@ bool SearchesRoot(HANDLE search) {
 bool Hidden(const WIN32_FIND_DATAW& found, bool inRoot) {
     if (std::wcscmp(found.cFileName, L".") == 0 || std::wcscmp(found.cFileName, L"..") == 0) return true;
     const std::wstring path = std::wstring(L"\\") + found.cFileName;
-    return inRoot && handset::IsOnStorageCard(path.c_str()) && !handset::StorageCardPresent();
+    return inRoot && handset::IsOnStorageCard(path) && !handset::StorageCardPresent();
 }
 
 bool SkipHidden(HANDLE search, WIN32_FIND_DATAW* found, bool inRoot) {
@@ -34,7 +34,7 @@ bool SkipHidden(HANDLE search, WIN32_FIND_DATAW* found, bool inRoot) {
 }
 
 HANDLE FindFirst(const wchar_t* pattern, WIN32_FIND_DATAW* found) {
-    const DevicePath path(pattern);
+    const DevicePath path = OnDevice(pattern);
     if (!path) return INVALID_HANDLE_VALUE;
     const HANDLE search = FindFirstFileW(path.host(), found);
     if (search == INVALID_HANDLE_VALUE) return search;

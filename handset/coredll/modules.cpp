@@ -8,13 +8,14 @@
 #include <string>
 
 #include "handset/coredll/call_guard.h"
-#include "handset/coredll/device_path.h"
+#include "handset/state/handset_state.h"
 
 namespace {
 
 using coredll::CallGuard;
 using coredll::CallKind;
-using coredll::DevicePath;
+using handset::DevicePath;
+using handset::OnDevice;
 
 constexpr DWORD kLongestPath = 32768;
 
@@ -25,13 +26,13 @@ bool IsBareName(const wchar_t* name) {
 
 HMODULE Load(const wchar_t* name, DWORD flags) {
     if (IsBareName(name)) return LoadLibraryExW(name, nullptr, flags);
-    const DevicePath path(name);
+    const DevicePath path = OnDevice(name);
     return path ? LoadLibraryExW(path.host(), nullptr, flags) : nullptr;
 }
 
 // A sound is a resource, an alias of the system or a file; only a file is named by a path.
 std::wstring SoundFile(const wchar_t* sound, DWORD flags) {
-    const DevicePath path(sound);
+    const DevicePath path = OnDevice(sound);
     const bool otherKind = (flags & (SND_MEMORY | SND_RESOURCE | SND_ALIAS)) != 0;
     return sound == nullptr || otherKind || IsBareName(sound) || !path ? L"" : path.host();
 }
@@ -54,7 +55,7 @@ COREDLL_EXPORT DWORD WINAPI DeviceGetModuleFileNameW(HMODULE module, wchar_t* na
     const DWORD size = GetModuleFileNameW(module, host.data(), kLongestPath);
     if (size == 0 || name == nullptr || length == 0) return 0;
     host.resize(size);
-    const std::wstring device = coredll::DevicePathOfHost(host);
+    const std::wstring device = handset::DevicePathOf(host);
     const std::wstring& path = device.empty() ? host : device;
     const std::size_t fits = std::min<std::size_t>(path.size(), length - 1);
     std::wmemcpy(name, path.data(), fits);

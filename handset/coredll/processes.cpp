@@ -9,14 +9,15 @@
 #include <string>
 
 #include "handset/coredll/call_guard.h"
-#include "handset/coredll/device_path.h"
+#include "handset/state/handset_state.h"
 #include "handset/state/process_start.h"
 
 namespace {
 
 using coredll::CallGuard;
 using coredll::CallKind;
-using coredll::DevicePath;
+using handset::DevicePath;
+using handset::OnDevice;
 
 constexpr INT_PTR kStarted = 33;  // what is above 32 is no error
 
@@ -29,7 +30,7 @@ bool IsFile(const wchar_t* hostPath) {
 std::wstring FindOnDevice(const std::wstring& name) {
     const bool bare = name.find_first_of(L"\\/:") == std::wstring::npos;
     for (const wchar_t* folder : {L"\\Windows\\", L"\\"}) {
-        const DevicePath path((bare ? folder + name : name).c_str());
+        const DevicePath path = OnDevice((bare ? folder + name : name).c_str());
         if (!path) return L"";
         if (!name.empty() && IsFile(path.host())) return path.host();
         if (!bare) break;

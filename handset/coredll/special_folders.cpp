@@ -6,7 +6,7 @@
 #include <cwchar>
 
 #include "handset/coredll/call_guard.h"
-#include "handset/coredll/device_path.h"
+#include "handset/state/handset_state.h"
 
 namespace {
 
@@ -43,9 +43,9 @@ const wchar_t* PathOf(int id) {
 // Each folder on the way is made as well.
 bool MakeFolders(const std::wstring& path) {
     for (std::size_t end = path.find(L'\\', 1); end != std::wstring::npos; end = path.find(L'\\', end + 1)) {
-        CreateDirectoryW(coredll::DevicePath(path.substr(0, end).c_str()).host(), nullptr);
+        CreateDirectoryW(handset::OnDevice(path.substr(0, end).c_str()).host(), nullptr);
     }
-    const coredll::DevicePath folder(path.c_str());
+    const handset::DevicePath folder = handset::OnDevice(path.c_str());
     return folder && (CreateDirectoryW(folder.host(), nullptr) || GetLastError() == ERROR_ALREADY_EXISTS);
 }
 

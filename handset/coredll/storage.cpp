@@ -4,13 +4,13 @@
 #include <string>
 
 #include "handset/coredll/call_guard.h"
-#include "handset/coredll/device_path.h"
 #include "handset/state/handset_state.h"
 
 namespace {
 
 using coredll::CallGuard;
-using coredll::DevicePath;
+using handset::DevicePath;
+using handset::OnDevice;
 
 constexpr wchar_t kTemporaryFolder[] = L"\\Temp\\";
 
@@ -24,7 +24,7 @@ void Put(ULARGE_INTEGER* where, std::uint64_t value) {
 COREDLL_EXPORT BOOL WINAPI DeviceGetDiskFreeSpaceExW(const wchar_t* path, ULARGE_INTEGER* freeToCaller,
                                                      ULARGE_INTEGER* total, ULARGE_INTEGER* free) {
     const CallGuard guard;
-    const DevicePath folder(path != nullptr ? path : L"\\");
+    const DevicePath folder = OnDevice(path != nullptr ? path : L"\\");
     ULARGE_INTEGER hostFree{};
     ULARGE_INTEGER hostTotal{};
     if (!folder || !GetDiskFreeSpaceExW(folder.host(), nullptr, &hostTotal, &hostFree)) return FALSE;
@@ -42,7 +42,7 @@ COREDLL_EXPORT BOOL WINAPI DeviceGetDiskFreeSpaceExW(const wchar_t* path, ULARGE
 // The folder is there for whoever asks for it.
 COREDLL_EXPORT DWORD WINAPI DeviceGetTempPathW(DWORD length, wchar_t* path) {
     const CallGuard guard;
-    const DevicePath folder(kTemporaryFolder);
+    const DevicePath folder = OnDevice(kTemporaryFolder);
     if (folder) CreateDirectoryW(folder.host(), nullptr);
     const DWORD needed = static_cast<DWORD>(std::size(kTemporaryFolder));
     if (length < needed || path == nullptr) return needed;
@@ -53,12 +53,12 @@ COREDLL_EXPORT DWORD WINAPI DeviceGetTempPathW(DWORD length, wchar_t* path) {
 COREDLL_EXPORT UINT WINAPI DeviceGetTempFileNameW(const wchar_t* folder, const wchar_t* prefix, UINT unique,
                                                   wchar_t* name) {
     const CallGuard guard;
-    const DevicePath path(folder);
+    const DevicePath path = OnDevice(folder);
     if (!path) return 0;
     wchar_t made[MAX_PATH];
     const UINT number = GetTempFileNameW(path.host(), prefix, unique, made);
     if (number == 0) return 0;
-    const std::wstring device = coredll::DevicePathOfHost(made);
+    const std::wstring device = handset::DevicePathOf(made);
     std::wcscpy(name, device.empty() ? made : device.c_str());
     return number;
 }

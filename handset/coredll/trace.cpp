@@ -1,5 +1,5 @@
 // The debug output and the console of the device: NKDbgPrintfW goes to standard error in UTF-8, printf to
-// standard output. One call is one write, so lines of several threads never mix.
+// standard output. One call is one write, so lines of several threads and programs never mix.
 #include <windows.h>
 
 #include <cstdarg>
@@ -7,19 +7,9 @@
 #include <cwchar>
 #include <string>
 
+#include "handset/base/whole_line.h"
 #include "handset/coredll/call_guard.h"
 #include "handset/state/utf8_text.h"
-
-namespace {
-
-void WriteWhole(DWORD stream, const char* data, std::size_t size) {
-    const HANDLE handle = GetStdHandle(stream);
-    if (handle == nullptr || handle == INVALID_HANDLE_VALUE) return;
-    DWORD written = 0;
-    WriteFile(handle, data, static_cast<DWORD>(size), &written, nullptr);
-}
-
-}  // namespace
 
 COREDLL_EXPORT void WINAPIV NKDbgPrintfW(const WCHAR* format, ...) {
     const coredll::CallGuard guard;
@@ -35,7 +25,7 @@ COREDLL_EXPORT void WINAPIV NKDbgPrintfW(const WCHAR* format, ...) {
         _vsnwprintf(text.data(), text.size(), format, arguments);
         text.resize(static_cast<std::size_t>(length));
         const std::string bytes = handset::Utf8(text);
-        WriteWhole(STD_ERROR_HANDLE, bytes.data(), bytes.size());
+        handset::WriteWhole(GetStdHandle(STD_ERROR_HANDLE), bytes.data(), bytes.size());
     }
     va_end(arguments);
     SetLastError(lastError);
@@ -53,7 +43,7 @@ COREDLL_EXPORT int WINAPIV ConsolePrintf(const char* format, ...) {
     if (length >= 0) {
         std::string text(static_cast<std::size_t>(length) + 1, '\0');
         _vsnprintf(text.data(), text.size(), format, arguments);
-        WriteWhole(STD_OUTPUT_HANDLE, text.data(), static_cast<std::size_t>(length));
+        handset::WriteWhole(GetStdHandle(STD_OUTPUT_HANDLE), text.data(), static_cast<std::size_t>(length));
     }
     va_end(arguments);
     SetLastError(lastError);

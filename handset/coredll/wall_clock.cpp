@@ -1,11 +1,10 @@
-// The handset's date and time. They run at the handset's rate from a pair of moments that every process
-// shares (ClockBaseReal, ClockBaseHandset), or else from the moment at which the process started.
+// The handset's date and time: from the moment that all programs share, or else from the one at which this
+// process started.
 #include <cstdint>
 
 #include "handset/coredll/call_guard.h"
 #include "handset/coredll/platform_call.h"
-#include "handset/state/booking_lock.h"
-#include "handset/state/handset_state.h"
+#include "handset/state/handset_clock.h"
 #include "handset/state/handset_time.h"
 
 namespace {
@@ -20,31 +19,15 @@ FILETIME FileTime(std::uint64_t ticks) {
     return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
 }
 
-std::uint64_t RealNow() {
-    FILETIME now;
-    GetSystemTimeAsFileTime(&now);
-    return Ticks(now);
+const std::uint64_t g_processStart = handset::RealTime();
+
+std::uint64_t HandsetNow() {
+    if (const auto moment = handset::SharedMoment()) return handset::ShownAt(*moment, handset::RealTime());
+    return g_processStart + HandsetMilliseconds() * kTicksPerMillisecond;
 }
 
-const std::uint64_t g_processStart = RealNow();
-
-FILETIME HandsetNow() {
-    const auto baseReal = handset::StateQword(L"ClockBaseReal");
-    const auto baseHandset = handset::StateQword(L"ClockBaseHandset");
-    if (!baseReal || !baseHandset) {
-        return FileTime(g_processStart + HandsetMilliseconds() * kTicksPerMillisecond);
-    }
-    // Signed: the host's clock may have been set back since.
-    const auto passed = static_cast<std::int64_t>(RealNow() - *baseReal);
-    return FileTime(*baseHandset + static_cast<std::uint64_t>(passed * HandsetClockRate()));
-}
-
-BOOL SetHandsetNow(const FILETIME& time) {
-    const handset::BookingLock lock;
-    if (handset::SetStateQword(L"ClockBaseReal", RealNow()) &&
-        handset::SetStateQword(L"ClockBaseHandset", Ticks(time))) {
-        return TRUE;
-    }
+BOOL SetHandsetNow(std::uint64_t time) {
+    if (handset::SetShownTime(time)) return TRUE;
     SetLastError(ERROR_ACCESS_DENIED);
     return FALSE;
 }
@@ -53,25 +36,24 @@ BOOL SetHandsetNow(const FILETIME& time) {
 
 COREDLL_EXPORT void WINAPI DeviceGetSystemTime(SYSTEMTIME* time) {
     const coredll::CallGuard guard;
-    const FILETIME now = HandsetNow();
+    const FILETIME now = FileTime(HandsetNow());
     FileTimeToSystemTime(&now, time);
 }
 
 COREDLL_EXPORT void WINAPI DeviceGetLocalTime(SYSTEMTIME* time) {
     const coredll::CallGuard guard;
-    const FILETIME local = FileTime(handset::LocalFromUniversal(Ticks(HandsetNow())));
+    const FILETIME local = FileTime(handset::LocalFromUniversal(HandsetNow()));
     FileTimeToSystemTime(&local, time);
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceSetSystemTime(const SYSTEMTIME* time) {
     const coredll::CallGuard guard;
     FILETIME universal;
-    return SystemTimeToFileTime(time, &universal) && SetHandsetNow(universal);
+    return SystemTimeToFileTime(time, &universal) && SetHandsetNow(Ticks(universal));
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceSetLocalTime(const SYSTEMTIME* time) {
     const coredll::CallGuard guard;
     FILETIME local;
-    return SystemTimeToFileTime(time, &local) &&
-           SetHandsetNow(FileTime(handset::UniversalFromLocal(Ticks(local))));
+    return SystemTimeToFileTime(time, &local) && SetHandsetNow(handset::UniversalFromLocal(Ticks(local)));
 }

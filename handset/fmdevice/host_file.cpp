@@ -6,8 +6,8 @@
 namespace fm {
 
 std::wstring ReachableHostPath(const std::wstring& devicePath) {
-    if (handset::IsOnStorageCard(devicePath.c_str()) && !handset::StorageCardPresent()) return L"";
-    return handset::HostPath(devicePath.c_str());
+    const handset::DevicePath path = handset::OnDevice(devicePath.c_str());
+    return path ? path.host() : L"";
 }
 
 std::optional<std::vector<std::uint8_t>> ReadHostFile(const std::wstring& hostPath, std::size_t limit) {

@@ -4,6 +4,7 @@
 #include <cwchar>
 #include <mutex>
 
+#include "handset/base/whole_line.h"
 #include "handset/fmdevice/host_file.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/utf8_text.h"
@@ -21,26 +22,6 @@ std::wstring ResultText(HRESULT result) {
     return text;
 }
 
-// An append is two steps on some hosts (find the end, write there); a lock on a byte that no file reaches
-// makes them one for all processes.
-class CAppendLock {
-  public:
-    explicit CAppendLock(HANDLE file) : file_(file) {
-        place_.OffsetHigh = 0x7FFFFFFF;
-        locked_ = LockFileEx(file_, LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &place_) != FALSE;
-    }
-    ~CAppendLock() {
-        if (locked_) UnlockFileEx(file_, 0, 1, 0, &place_);
-    }
-    CAppendLock(const CAppendLock&) = delete;
-    CAppendLock& operator=(const CAppendLock&) = delete;
-
-  private:
-    HANDLE file_;
-    OVERLAPPED place_{};
-    bool locked_ = false;
-};
-
 }  // namespace
 
 HRESULT LogCall(const std::wstring& call, HRESULT result, const std::wstring& out) {
@@ -56,9 +37,7 @@ HRESULT LogCall(const std::wstring& call, HRESULT result, const std::wstring& ou
                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                        OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file) return result;
-    const CAppendLock whole(file.Get());
-    DWORD written = 0;
-    WriteFile(file.Get(), line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+    handset::WriteWhole(file.Get(), line.data(), line.size());
     return result;
 }
 

@@ -4,9 +4,11 @@
 #include <algorithm>
 
 #include "handset/panel/handset_clock.h"
+#include "handset/panel/handset_desktop.h"
 #include "handset/panel/radio_process.h"
 #include "handset/panel/switches.h"
 #include "handset/state/booking_lock.h"
+#include "handset/state/handset_clock.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/power_manager.h"
 
@@ -17,33 +19,49 @@ namespace {
 constexpr DWORD kLongestWait_ms = 1000;
 constexpr DWORD kKeptAwake_ms = 15000;
 constexpr DWORD kResetPeriod_ms = 300;
+// While a radio that was started is on its way to its window, this often.
+constexpr DWORD kTurnPeriod_ms = 50;
 constexpr wchar_t kRunsName[] = L"ServiceRuns";
 
 // Signals when something under a key of the state changes.
 class KeyWatch {
   public:
-    KeyWatch(const std::wstring& path, bool subtree) : event_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
-        RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0, KEY_NOTIFY, nullptr, &key_, nullptr);
-        subtree_ = subtree;
+    KeyWatch(const std::wstring& path, bool subtree)
+        : event_(CreateEventW(nullptr, FALSE, FALSE, nullptr)), path_(path), subtree_(subtree) {
         Arm();
     }
-    ~KeyWatch() {
-        if (key_ != nullptr) RegCloseKey(key_);
-    }
+    ~KeyWatch() { Close(); }
     KeyWatch(const KeyWatch&) = delete;
     KeyWatch& operator=(const KeyWatch&) = delete;
 
-    // Call it before reading what is watched.
+    // Call it before reading what is watched. The key is made when it is missing, or nobody would tell of it.
     void Arm() {
         constexpr DWORD kWhat = REG_NOTIFY_CHANGE_NAME | REG_NOTIFY_CHANGE_LAST_SET;
+        Close();
+        // The host signals a watch that is given up.
+        ResetEvent(event_.get());
+        RegCreateKeyExW(HKEY_CURRENT_USER, path_.c_str(), 0, nullptr, 0, KEY_NOTIFY | KEY_QUERY_VALUE,
+                        nullptr, &key_, nullptr);
         if (key_ != nullptr) RegNotifyChangeKeyValue(key_, subtree_, kWhat, event_.get(), TRUE);
+    }
+    // A key that was deleted says nothing any more, also when another one of its name has come.
+    [[nodiscard]] bool IsDeaf() const {
+        return key_ == nullptr ||
+               RegQueryInfoKeyW(key_, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                nullptr, nullptr, nullptr) != ERROR_SUCCESS;
     }
     [[nodiscard]] HANDLE event() const { return event_.get(); }
 
   private:
+    void Close() {
+        if (key_ != nullptr) RegCloseKey(key_);
+        key_ = nullptr;
+    }
+
     OwnedHandle event_;
+    std::wstring path_;
     HKEY key_ = nullptr;
-    bool subtree_ = false;
+    bool subtree_;
 };
 
 // A handset that is switched off starts nothing; what is due then is made up for when it is on again.
@@ -75,33 +93,40 @@ void BookingService::Say(const handset::AppBooking& booking, const std::wstring&
                   booking.commandLine + L"  " + outcome);
 }
 
-void BookingService::Serve(const std::wstring& name) {
+bool BookingService::Serve(const handset::AppBooking& due) {
+    std::optional<RadioTurn> turn;
+    if (IsRadio(due.program) && !turn.emplace(0)) return false;
     std::optional<handset::AppBooking> booking;
     {
         // Another service may have served it since, or the user deleted it; and the clock is not set
         // meanwhile.
         const handset::BookingLock lock;
-        if (!lock) return;
-        booking = ReadBooking(name);
-        const auto due = booking ? handset::DueTime(*booking, LocalNow()) : std::nullopt;
-        if (!due || !MarkStarted(name, *due)) return;
+        if (!lock) return false;
+        booking = ReadBooking(due.name);
+        const auto time = booking ? handset::DueTime(*booking, LocalNow()) : std::nullopt;
+        if (!time || !MarkStarted(due.name, *time)) return true;
     }
     Wake();
     const RadioStart started = LaunchProgram(booking->program, booking->commandLine);
     Say(*booking, started.process ? L"started, process " + std::to_wstring(started.processId)
                                   : L"not started: " + started.fault);
+    return true;
 }
 
-void BookingService::ServeDue() {
-    if (!IsSwitchedOn()) return;
+bool BookingService::ServeDue() {
+    if (!IsSwitchedOn()) return true;
     const handset::LocalSeconds now = LocalNow();
-    std::vector<std::pair<handset::LocalSeconds, std::wstring>> due;
+    std::vector<std::pair<handset::LocalSeconds, const handset::AppBooking*>> due;
     for (const handset::AppBooking& booking : list_.bookings) {
-        if (const auto time = handset::DueTime(booking, now)) due.emplace_back(*time, booking.name);
+        if (const auto time = handset::DueTime(booking, now)) due.emplace_back(*time, &booking);
     }
-    std::sort(due.begin(), due.end());
-    for (const auto& row : due) Serve(row.second);
+    // By their times, and those of one time in the order in which they were booked.
+    std::stable_sort(due.begin(), due.end(),
+                     [](const auto& one, const auto& other) { return one.first < other.first; });
+    const bool all =
+        std::all_of(due.begin(), due.end(), [this](const auto& row) { return Serve(*row.second); });
     if (!due.empty()) list_ = ReadBookings();
+    return all;
 }
 
 DWORD BookingService::RealTimeToNext_ms() const {
@@ -122,23 +147,23 @@ void BookingService::Run(HANDLE stop) {
     const HANDLE events[] = {stop, bookings.event(), state.event()};
     DWORD woken = WAIT_OBJECT_0 + 1;
     while (woken != WAIT_OBJECT_0) {
-        if (woken == WAIT_OBJECT_0 + 1) {
+        if (woken == WAIT_OBJECT_0 + 1 || bookings.IsDeaf()) {
             bookings.Arm();
             list_ = ReadBookings();
         }
-        if (woken == WAIT_OBJECT_0 + 2) state.Arm();
-        FixClockBase();
-        ServeDue();
+        if (woken == WAIT_OBJECT_0 + 2 || state.IsDeaf()) state.Arm();
+        handset::FixClock();
+        const DWORD wait_ms = ServeDue() ? RealTimeToNext_ms() : kTurnPeriod_ms;
         KeepAwake();
-        woken =
-            WaitForMultipleObjects(static_cast<DWORD>(std::size(events)), events, FALSE, RealTimeToNext_ms());
+        woken = WaitForMultipleObjects(static_cast<DWORD>(std::size(events)), events, FALSE, wait_ms);
     }
 }
 
 BackgroundService::BackgroundService(Console& console)
-    : stop_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
-      service_(console),
-      thread_([this] { service_.Run(stop_.get()); }) {}
+    : stop_(CreateEventW(nullptr, TRUE, FALSE, nullptr)), service_(console), thread_([this] {
+          JoinHandsetDesktop();
+          service_.Run(stop_.get());
+      }) {}
 
 BackgroundService::~BackgroundService() {
     SetEvent(stop_.get());

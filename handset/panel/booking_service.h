@@ -13,7 +13,8 @@ namespace panel {
 
 // Any number of services may serve one handset, in one process or several: each time of a booking is served
 // by one of them, once. A time is marked as served before its program is started, so that a service that is
-// killed in between costs a start and never makes a second one.
+// killed in between costs a start and never makes a second one. Radios that are due together are started one
+// after the other, so that each finds the one before it and takes its place: the last one stays.
 class BookingService {
   public:
     explicit BookingService(Console& console) : console_(console) {}
@@ -21,11 +22,11 @@ class BookingService {
     // Serves until `stop` is signalled.
     void Run(HANDLE stop);
 
-    // Starts what is due now.
-    void ServeDue();
+    // Starts what is due now; false when something has to wait for its turn.
+    bool ServeDue();
 
   private:
-    void Serve(const std::wstring& name);
+    bool Serve(const handset::AppBooking& due);
     void Wake();
     // Until what it was woken for has had time to come up, a woken handset is kept from suspending again.
     void KeepAwake();

@@ -15,6 +15,7 @@ namespace {
 
 constexpr DWORD kStartTimeout_ms = 60000;
 constexpr DWORD kStopTimeout_ms = 30000;
+constexpr DWORD kForcedTimeout_ms = 5000;
 constexpr DWORD kPollPeriod_ms = 20;
 constexpr DWORD kReturnPeriod_ms = 200;
 constexpr DWORD kTapHold_ms = 150;  // one tick of a button that repeats while it is held
@@ -62,18 +63,40 @@ int Favourites(const Arguments& arguments, Console& console) {
     return kDone;
 }
 
-int Stop(const Arguments& arguments, Console& console) {
-    if (!arguments.empty()) return BadArguments(console, L"stop", L"no arguments are wanted");
-    const auto processId = RadioProcess();
-    if (!processId) return kDone;
-    const OwnedHandle process(OpenProcess(SYNCHRONIZE, FALSE, *processId));
-    AskRadioToClose();
-    const ULONGLONG deadline = GetTickCount64() + kStopTimeout_ms;
+// Asks one radio until it is gone; false when it is still there at the deadline.
+bool CloseRadio(DWORD processId, ULONGLONG deadline_ms) {
+    const OwnedHandle process(OpenProcess(SYNCHRONIZE, FALSE, processId));
+    AskToClose(processId);
     while (process && WaitForSingleObject(process.get(), kPollPeriod_ms) != WAIT_OBJECT_0) {
-        if (GetTickCount64() >= deadline)
-            return Failure(console, L"stop", L"the radio did not close in 30 s");
+        if (GetTickCount64() >= deadline_ms) return false;
         // A window that was not there at the first asking, such as a message shown while closing.
-        if (RadioMainWindow() == nullptr) AskRadioToClose();
+        if (MainWindowOf(processId) == nullptr) AskToClose(processId);
+    }
+    return true;
+}
+
+bool EndRadio(DWORD processId) {
+    const OwnedHandle process(OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, processId));
+    if (!process) return true;
+    TerminateProcess(process.get(), kFailed);
+    return WaitForSingleObject(process.get(), kForcedTimeout_ms) == WAIT_OBJECT_0;
+}
+
+int Stop(const Arguments& arguments, Console& console) {
+    const bool force = arguments.size() == 1 && arguments[0] == L"--force";
+    if (!arguments.empty() && !force)
+        return BadArguments(console, L"stop", L"\"" + arguments[0] + L"\" is not understood");
+    const ULONGLONG deadline_ms = GetTickCount64() + (force ? kForcedTimeout_ms : kStopTimeout_ms);
+    // Looked for again each time: one that was on its way in another's place counts as well.
+    for (auto radios = RadioProcesses(); !radios.empty(); radios = RadioProcesses()) {
+        const DWORD radio = radios.front();
+        if (CloseRadio(radio, deadline_ms)) continue;
+        if (!force) {
+            return Failure(console, L"stop",
+                           L"the radio did not close in 30 s; \"handset stop --force\" ends it as it is");
+        }
+        if (!EndRadio(radio)) return Failure(console, L"stop", L"the system could not end the radio");
+        console.Line(L"the radio did not close in 5 s and was ended");
     }
     return kDone;
 }
@@ -147,9 +170,10 @@ const Command kCommands[] = {
      L"its exit code when it has ended before that.\n"},
     {L"favourites", Favourites, L"", L"fills the channel lists of a new phone", L"handset favourites",
      L"With the preset favourites, unless the phone has channel lists already.\n"},
-    {L"stop", Stop, L"", L"closes the radio and waits until it is gone", L"handset stop",
-     L"As its close button would. Exit code 0 also when no radio runs, 1 when it is still there after 30 "
-     L"s.\n"},
+    {L"stop", Stop, L"[--force]", L"closes the radio and waits until it is gone", L"handset stop",
+     L"As its close button would; every radio of this handset when there are several. Exit code 0 also when\n"
+     L"none runs, 1 when one is still there after 30 s. With --force one that has not closed after 5 s is\n"
+     L"ended; a recording plays up to there.\n"},
     {L"key", Key, L"NAME …", L"presses keys of the phone", L"handset key 9 8 5",
      L"0 to 9, star, hash, up, down, left, right, return, call, end, soft1, soft2; several are pressed one\n"
      L"after another. They go to the window that has the radio's focus; call and end take and end a call\n"

@@ -17,7 +17,8 @@ std::wstring StringOf(const DeviceValue& value) {
 
 std::wstring NumberOf(const DeviceValue& value) {
     std::uint64_t number = 0;
-    std::memcpy(&number, value.data.data(), std::min(sizeof number, value.data.size()));
+    if (!value.data.empty())
+        std::memcpy(&number, value.data.data(), std::min(sizeof number, value.data.size()));
     return std::to_wstring(number);
 }
 
@@ -62,9 +63,22 @@ const ValueType kTypes[] = {
      L"a number of 64 bits"},
 };
 
+// As people know the types from elsewhere.
+struct TypeName {
+    const wchar_t* name;
+    DWORD type;
+};
+constexpr TypeName kOtherNames[] = {
+    {L"REG_DWORD", REG_DWORD}, {L"REG_SZ", REG_SZ}, {L"sz", REG_SZ}, {L"REG_QWORD", REG_QWORD}};
+
+// In any letter case.
 const ValueType* TypeNamed(const std::wstring& name) {
+    const auto is = [&name](const wchar_t* other) { return _wcsicmp(name.c_str(), other) == 0; };
     for (const ValueType& row : kTypes) {
-        if (name == row.name) return &row;
+        if (is(row.name)) return &row;
+        for (const TypeName& other : kOtherNames) {
+            if (other.type == row.type && is(other.name)) return &row;
+        }
     }
     return nullptr;
 }
@@ -155,7 +169,8 @@ int Registry(const Arguments& arguments, Console& console) {
 const Command kCommands[] = {
     {L"reg", Registry, L"get KEY [VALUE] | set KEY VALUE TYPE DATA | delete KEY [VALUE]",
      L"reads and writes the device's registry", L"handset reg get HKLM\\System\\State\\Phone",
-     L"KEY is a key of the device, such as HKLM\\System\\State\\Hardware; TYPE is dword, string or qword.\n"
+     L"KEY is a key of the device, such as HKLM\\System\\State\\Hardware; TYPE is dword, string or qword,\n"
+     L"also as REG_DWORD, REG_SZ and REG_QWORD, in any letter case.\n"
      L"get     prints the value's data alone (numbers in decimal); without VALUE the whole key: its subkeys "
      L"in\n"
      L"        brackets, its values with their types. Exit code 1 when it is not there.\n"

@@ -11,10 +11,12 @@
 #include "handset/panel/host_folder.h"
 #include "handset/panel/install.h"
 #include "handset/panel/radio_process.h"
+#include "handset/panel/radio_windows.h"
 #include "handset/panel/removal.h"
 #include "handset/panel/station_name.h"
 #include "handset/panel/switches.h"
 #include "handset/panel/telephone.h"
+#include "handset/state/handset_clock.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/power_manager.h"
 
@@ -27,9 +29,15 @@ bool SettleDeviceRoot(const Arguments& arguments) {
     return !handset::DeviceRoot().empty() || handset::SetStateString(L"DeviceRoot", DefaultDeviceRoot());
 }
 
-int Install(const Arguments& arguments, Console& console) {
+int Install(const Arguments& words, Console& console) {
+    const bool unlessRunning = !words.empty() && words[0] == L"--unless-running";
+    const Arguments arguments(words.begin() + (unlessRunning ? 1 : 0), words.end());
     if (arguments.size() > 1) return BadArguments(console, L"install", L"one folder at most");
     if (RadioProcess()) {
+        if (unlessRunning) {
+            console.Line(L"the radio is running; its handset stays as it is");
+            return kDone;
+        }
         return Failure(console, L"install", L"the radio is running; close it first (\"handset stop\")");
     }
     if (!SettleDeviceRoot(arguments)) {
@@ -72,7 +80,9 @@ std::wstring SignalText() {
 
 std::wstring RadioText() {
     const auto process = RadioProcess();
-    return process ? L"running, process " + std::to_wstring(*process) : L"not running";
+    if (!process) return L"not running";
+    return (RadioWindows().empty() ? L"starting, process " : L"running, process ") +
+           std::to_wstring(*process);
 }
 
 std::wstring OrNone(const std::wstring& text) {
@@ -102,7 +112,7 @@ int Status(const Arguments& arguments, Console& console) {
         {L"Telephone",         PhoneText},
         {L"Bluetooth",         [] { return Hex(BluetoothBits()); }},
         {L"Signal",            SignalText},
-        {L"Clock",             [] { return ClockText() + L", rate " + std::to_wstring(CurrentClock().rate); }},
+        {L"Clock",             [] { return ClockText() + L", rate " + std::to_wstring(ShownRate()); }},
         {L"Service",           [] { return std::wstring(ServiceRuns() ? L"running" : L"not running"); }},
         {L"Free, device",      [] { return FreeSpaceText(L"ObjectStoreFree"); }},
         {L"Free, card",        [] { return FreeSpaceText(L"StorageCardFree"); }},
@@ -130,21 +140,22 @@ int Clock(const Arguments& arguments, Console& console) {
     if (arguments.size() > 1)
         return BadArguments(console, L"clock", L"one rate at most, or a date and a time");
     if (arguments.empty()) {
-        console.Line(ClockText() + L", " + std::to_wstring(CurrentClock().rate) +
+        console.Line(ClockText() + L", " + std::to_wstring(ShownRate()) +
                      L" handset seconds per real second");
         return kDone;
     }
-    if (arguments[0] == L"reset") return Written(console, L"clock", ResetClock());
+    if (arguments[0] == L"reset") return Written(console, L"clock", handset::ResetClock());
     const auto rate = ParseNumber(arguments[0]);
-    if (!rate || *rate < 1 || *rate > kLargestClockRate) {
+    if (!rate || *rate < handset::kSlowestClock || *rate > handset::kFastestClock) {
         return BadArguments(console, L"clock",
                             L"\"" + arguments[0] + L"\" is no rate: a number from 1 to 3600, or \"reset\"");
     }
-    return Written(console, L"clock", SetClockRate(static_cast<std::uint32_t>(*rate)));
+    return Written(console, L"clock", handset::SetClockRate(static_cast<std::uint32_t>(*rate)));
 }
 
 const Command kCommands[] = {
-    {L"install", Install, L"[FOLDER]", L"sets the handset up", L"handset install C:\\Kora\\device",
+    {L"install", Install, L"[--unless-running] [FOLDER]", L"sets the handset up",
+     L"handset install C:\\Kora\\device",
      L"Makes the device's folders, lays \\Windows\\UI.exe with the handset's DLLs and its manifest down, "
      L"and\n"
      L"writes the first registry values and the preset favourites. FOLDER is the host folder that becomes "
@@ -152,14 +163,16 @@ const Command kCommands[] = {
      L"root of the device's file system; without it the present one stays, or becomes \"device\" in "
      L"KORA_HOME.\n"
      L"May be repeated: programs are replaced, everything of the user's (band.ini, settings, favourites,\n"
-     L"recordings, channel lists) is kept. The radio must not run.\n"},
+     L"recordings, channel lists) is kept. The radio must not run; with --unless-running nothing is done "
+     L"then.\n"},
     {L"status", Status, L"", L"shows the whole state of the handset", L"handset status",
      L"Prints one line for each switch and setting, as the radio would find it now.\n"},
     {L"clock", Clock, L"[RATE | DATE TIME | reset]", L"shows the handset's clock or sets it",
      L"handset clock 60",
      L"RATE is 1 to 3600 handset seconds per real second; 60 lets an hour pass in a minute. The time goes "
      L"on\n"
-     L"from where it is. Programs that run already keep their rate until they are started again. \"reset\"\n"
+     L"from where it is. Ticks and waits of programs that run already keep their rate until they are started "
+     L"again. \"reset\"\n"
      L"goes back to real time at the rate 1. Without an argument the time and the rate are printed.\n"
      L"DATE TIME sets the local time, as in \"clock 2026-11-23 09:58\"; running programs see it at once.\n"},
 };

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include "handset/base/whole_line.h"
 #include "handset/panel/encoding.h"
 
 namespace panel {
@@ -10,8 +11,7 @@ namespace {
 
 void Write(DWORD handle, const std::wstring& text) {
     const std::string bytes = Utf8(text) + "\n";
-    DWORD written = 0;
-    WriteFile(GetStdHandle(handle), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    handset::WriteWhole(GetStdHandle(handle), bytes.data(), bytes.size());
 }
 
 class HandleConsole : public Console {

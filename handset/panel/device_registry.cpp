@@ -1,6 +1,7 @@
 // The device's registry, over the host's calls.
 #include "handset/panel/device_registry.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "handset/state/handset_state.h"
@@ -83,18 +84,22 @@ bool CreateDeviceKey(const std::wstring& key) {
 
 std::optional<DeviceValue> GetDeviceValue(const std::wstring& key, const std::wstring& value) {
     const OpenKey open(key, KEY_QUERY_VALUE);
+    if (open.get() == nullptr) return std::nullopt;
     DeviceValue found{};
-    DWORD size = 0;
-    if (open.get() == nullptr ||
-        RegQueryValueExW(open.get(), value.c_str(), nullptr, &found.type, nullptr, &size) != ERROR_SUCCESS) {
-        return std::nullopt;
+    found.data.resize(256);
+    for (;;) {
+        auto size = static_cast<DWORD>(found.data.size());
+        const LSTATUS status =
+            RegQueryValueExW(open.get(), value.c_str(), nullptr, &found.type, found.data.data(), &size);
+        // Somebody else may make it longer meanwhile.
+        if (status == ERROR_MORE_DATA) {
+            found.data.resize(std::max<std::size_t>(size, 2 * found.data.size()));
+            continue;
+        }
+        if (status != ERROR_SUCCESS) return std::nullopt;
+        found.data.resize(size);
+        return found;
     }
-    found.data.resize(size);
-    if (RegQueryValueExW(open.get(), value.c_str(), nullptr, &found.type, found.data.data(), &size) !=
-        ERROR_SUCCESS) {
-        return std::nullopt;
-    }
-    return found;
 }
 
 bool SetDeviceValue(const std::wstring& key, const std::wstring& value, const DeviceValue& data) {

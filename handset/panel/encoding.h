@@ -1,19 +1,17 @@
 // What the handset's programs read and write: texts in either encoding, numbers in them, whole files.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 
+#include "handset/base/number_text.h"
 #include "handset/state/utf8_text.h"
 
 namespace panel {
 
+using handset::ParseNumber;
 using handset::Utf8;
 using handset::Wide;
-
-// A whole decimal or 0x… number and nothing after it; nothing for any other text.
-std::optional<std::uint64_t> ParseNumber(const std::wstring& text);
 
 // The bytes of a host file; nothing when it cannot be read. Other processes may be writing to it.
 std::optional<std::string> ReadWholeFile(const std::wstring& path);

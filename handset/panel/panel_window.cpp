@@ -223,8 +223,9 @@ void PanelWindow::ShowDarkness() {
 int RunPanel(bool withRadio) {
     PanelWindow window;
     if (!window.Open(GetModuleHandleW(nullptr))) return 1;
-    // Without a word when it does not start: the panel then shows that the radio is off.
-    if (withRadio && !RadioProcess()) LaunchRadio(L"");
+    // Without a word when it does not start: the panel then shows that the radio is off. One that is coming,
+    // such as a booked one, is not waited for: it is the radio on this phone.
+    if (withRadio && !RadioProcess()) LaunchRadio(L"", RadioConsole::kOutput, 0);
     const BackgroundService service(StandardConsole());
     window.Run();
     return 0;

@@ -123,6 +123,15 @@ std::vector<HWND> RadioWindows() {
     return process ? WindowsOfProcess(*process) : std::vector<HWND>{};
 }
 
+HWND MainWindowOf(DWORD processId) {
+    for (HWND window = nullptr; (window = FindWindowExW(nullptr, window, kMainClass, nullptr)) != nullptr;) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        if (owner == processId) return window;
+    }
+    return nullptr;
+}
+
 HWND RadioMainWindow() {
     return handset::FindOwnWindow(kMainClass);
 }

@@ -12,7 +12,9 @@ namespace panel {
 std::vector<HWND> WindowsOfProcess(DWORD processId);
 // Those of this handset's radio; empty when it does not run.
 std::vector<HWND> RadioWindows();
-// The radio's main window (class "Kora"), shown or not; null when there is none.
+// The main window (class "Kora") of a radio, shown or not; null when there is none.
+HWND MainWindowOf(DWORD processId);
+// That of this handset's radio.
 HWND RadioMainWindow();
 
 // Upper left corner of the display on the host's screen.

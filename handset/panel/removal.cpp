@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cwchar>
 
 #include "handset/panel/host_folder.h"
@@ -11,7 +12,9 @@
 namespace panel {
 namespace {
 
-constexpr wchar_t kOwnRoot[] = L"OwnDeviceRoot";  // 1 = the device root is the handset's alone
+// The folders that are the handset's alone, parted by a character that no path holds.
+constexpr wchar_t kOwnRoots[] = L"OwnDeviceRoots";
+constexpr wchar_t kPartition = L'|';
 constexpr const wchar_t* kUsersFolders[] = {L"\\My Documents", L"\\Storage Card"};
 constexpr const wchar_t* kSoundEndings[] = {L".amr", L".wav"};
 
@@ -82,22 +85,54 @@ class FileRemoval {
     RemovalReport& report_;
 };
 
+bool SamePath(const std::wstring& one, const std::wstring& other) {
+    return _wcsicmp(FullHostPath(one).c_str(), FullHostPath(other).c_str()) == 0;
+}
+
+std::vector<std::wstring> OwnRoots() {
+    std::vector<std::wstring> roots;
+    std::wstring rest = handset::StateString(kOwnRoots, L"");
+    for (std::size_t end = 0; !rest.empty(); rest.erase(0, end == rest.size() ? end : end + 1)) {
+        end = std::min(rest.find(kPartition), rest.size());
+        if (end != 0) roots.push_back(rest.substr(0, end));
+    }
+    return roots;
+}
+
+bool IsOwn(const std::wstring& root) {
+    const auto roots = OwnRoots();
+    return std::any_of(roots.begin(), roots.end(),
+                       [&root](const std::wstring& own) { return SamePath(own, root); });
+}
+
+// A folder of a claimed path in which no handset was ever laid is another one of that name.
+bool HoldsHandset(const std::wstring& root) {
+    return GetFileAttributesW((root + L"\\Windows\\UI.exe.manifest").c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
 }  // namespace
 
 void ClaimDeviceRoot() {
     const std::wstring root = handset::DeviceRoot();
-    const bool usual = _wcsicmp(root.c_str(), DefaultDeviceRoot().c_str()) == 0;
-    if (usual || FilesIn(root).empty()) handset::SetStateDword(kOwnRoot, 1);
+    if (root.empty()) return;
+    const bool usual = SamePath(root, DefaultDeviceRoot());
+    const bool claimed = usual || FilesIn(root).empty() || (IsOwn(root) && HoldsHandset(root));
+    std::wstring text;
+    for (const std::wstring& own : OwnRoots()) {
+        if (!SamePath(own, root)) text += own + kPartition;
+    }
+    if (claimed) text += FullHostPath(root);
+    handset::SetStateString(kOwnRoots, text);
 }
 
 RemovalReport RemoveHandset(bool recordingsToo) {
     RemovalReport report;
     const std::wstring root = handset::DeviceRoot();
-    report.rootLeft = !root.empty() && handset::StateDword(kOwnRoot, 0) != 1;
+    report.rootLeft = !root.empty() && !IsOwn(root);
     if (!root.empty() && !report.rootLeft) {
         FileRemoval(recordingsToo, report).Remove(root, false);
-        // The folder around it, when that held nothing else.
-        RemoveDirectoryW(root.substr(0, root.rfind(L'\\')).c_str());
+        // Around the usual one lies a folder of the handset's own as well.
+        if (SamePath(root, DefaultDeviceRoot())) RemoveDirectoryW(root.substr(0, root.rfind(L'\\')).c_str());
     }
     if (!report.fault.empty()) return report;
     const LSTATUS status = RegDeleteTreeW(HKEY_CURRENT_USER, handset::StateKeyPath().c_str());

@@ -6,8 +6,9 @@
 
 namespace panel {
 
-// Notes that the device root belongs to the handset alone when there was nothing in it yet, or when it is the
-// usual one; only such a folder is ever removed. Call it before anything is laid there.
+// Notes that this very folder, which is the device root now, belongs to the handset alone when there was
+// nothing in it yet, or when it is the usual one; only such a folder is ever removed. Call it before anything
+// is laid there.
 void ClaimDeviceRoot();
 
 struct RemovalReport {

@@ -7,6 +7,7 @@
 #include "handset/panel/radio_process.h"
 #include "handset/panel/switches.h"
 #include "handset/panel/telephone.h"
+#include "handset/state/handset_clock.h"
 #include "handset/state/handset_state.h"
 
 namespace panel {
@@ -32,7 +33,7 @@ SwitchRow BluetoothChip(const wchar_t* label) {
 template <std::uint32_t rate>
 SwitchRow ClockChip(const wchar_t* label) {
     return {label, SwitchKind::kChip, [](const Snapshot& now) { return now.clockRate == rate; },
-            [](const Snapshot&) { SetClockRate(rate); }};
+            [](const Snapshot&) { handset::SetClockRate(rate); }};
 }
 
 template <std::uint32_t bits, bool numbered>
@@ -126,7 +127,7 @@ Snapshot TakeSnapshot() {
             limit ? limit->level : 100,
             limit.has_value(),
             limit ? limit->channel : 0,
-            CurrentClock().rate};
+            ShownRate()};
 }
 
 const std::vector<SwitchGroup>& SwitchGroups() {
@@ -165,7 +166,7 @@ const std::vector<SwitchGroup>& SwitchGroups() {
         {L"RECEPTION", {
             {L"Signal", SwitchKind::kSlider, [](const Snapshot& s) { return s.signalLimited; }, nullptr},
             {L"Radio", SwitchKind::kToggle, [](const Snapshot& s) { return s.radio; },
-             [](const Snapshot& s) { if (s.radio) AskRadioToClose(); else LaunchRadio(L""); }},
+             [](const Snapshot& s) { if (s.radio) AskRadioToClose(); else LaunchRadio(L"", RadioConsole::kOutput, 0); }},
         }},
     };
     // clang-format on

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
+
 #include "handset/panel/device_registry.h"
 #include "handset/panel/radio_windows.h"
 #include "handset/state/handset_protocol.h"
@@ -17,6 +19,7 @@ constexpr wchar_t kHardwareKey[] = L"HKLM\\System\\State\\Hardware";
 // What the handset's Bluetooth software posts to the radio; wParam = status bits.
 constexpr UINT kBluetoothChanged = 0xA402;
 constexpr UINT kTellTimeout_ms = 2000;
+constexpr std::uint64_t kStrongestSignal = 100;
 
 }  // namespace
 
@@ -73,7 +76,8 @@ bool SetBluetoothBits(std::uint32_t bits) {
 std::optional<ReceptionLimit> SignalLimit() {
     const auto level = handset::StateQword(L"SignalLimit");
     if (!level) return std::nullopt;
-    return ReceptionLimit{static_cast<std::uint32_t>(*level), handset::StateDword(L"SignalLimitChannel", 0)};
+    return ReceptionLimit{static_cast<std::uint32_t>(std::min(*level, kStrongestSignal)),
+                          handset::StateDword(L"SignalLimitChannel", 0)};
 }
 
 bool SetSignalLimit(std::optional<ReceptionLimit> limit) {
@@ -91,8 +95,7 @@ std::uint32_t TunedChannel() {
 }
 
 ScreenSize CurrentScreen() {
-    return {static_cast<int>(handset::StateDword(L"ScreenWidth", 240)),
-            static_cast<int>(handset::StateDword(L"ScreenHeight", 320))};
+    return {static_cast<int>(handset::ScreenWidth()), static_cast<int>(handset::ScreenHeight())};
 }
 
 bool TurnScreen(ScreenSize size) {

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "handset/state/screen_size.h"
+
 namespace panel {
 
 bool HeadsetPlugged();
@@ -49,8 +51,8 @@ std::uint32_t TunedChannel();
 struct ScreenSize {
     int width, height;  // pixels, 160 to 1280
 };
-inline constexpr int kSmallestScreen = 160;
-inline constexpr int kLargestScreen = 1280;
+inline constexpr int kSmallestScreen = handset::kSmallestScreen;
+inline constexpr int kLargestScreen = handset::kLargestScreen;
 ScreenSize CurrentScreen();
 // The panel turns first, so that the radio's windows then find the display where it is.
 bool TurnScreen(ScreenSize size);

@@ -22,8 +22,10 @@ std::optional<LocalSeconds> LatestTime(const AppBooking& booking, LocalSeconds n
     return booking.start + (now - booking.start) / period * period;
 }
 
-bool IsServed(const AppBooking& booking, LocalSeconds time) {
-    return booking.started && *booking.started == time;
+// Asked at `now`. When what was served last lies a repetition ahead or more, the calendar was wrong then.
+bool IsServed(const AppBooking& booking, LocalSeconds time, LocalSeconds now) {
+    if (!booking.started || time > *booking.started) return false;
+    return time == *booking.started || *booking.started - now < Period(booking.repeat);
 }
 
 struct Date {
@@ -83,7 +85,7 @@ std::optional<Repeat> RepeatOf(std::uint32_t number) {
 
 std::optional<LocalSeconds> DueTime(const AppBooking& booking, LocalSeconds now) {
     const auto time = LatestTime(booking, now);
-    if (!time || IsServed(booking, *time) || (now - *time) / kMinute_s > kLatestStart_min)
+    if (!time || IsServed(booking, *time, now) || (now - *time) / kMinute_s > kLatestStart_min)
         return std::nullopt;
     return time;
 }
@@ -92,12 +94,12 @@ std::optional<LocalSeconds> NextTime(const AppBooking& booking, LocalSeconds now
     if (const auto due = DueTime(booking, now)) return due;
     const auto latest = LatestTime(booking, now);
     if (booking.repeat == Repeat::kOnce) {
-        if (latest || IsServed(booking, booking.start)) return std::nullopt;
+        if (latest || IsServed(booking, booking.start, booking.start)) return std::nullopt;
         return booking.start;
     }
     const LocalSeconds period = Period(booking.repeat);
     const LocalSeconds next = latest ? *latest + period : booking.start;
-    return IsServed(booking, next) ? next + period : next;
+    return IsServed(booking, next, next) ? next + period : next;
 }
 
 std::wstring LocalTimeText(LocalSeconds time) {

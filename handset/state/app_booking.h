@@ -38,8 +38,8 @@ inline constexpr int kLatestStart_min = 60;
 std::optional<Repeat> RepeatOf(std::uint32_t number);
 
 // The time at which the program ought to be started now: the last one up to `now`, unless it has been served
-// or was missed by too much. After the clock was set back by less than a repetition a time is not served
-// again.
+// or was missed by too much. After the clock was set back to less than a repetition before the time that was
+// served last, neither that one nor one before it is served again.
 std::optional<LocalSeconds> DueTime(const AppBooking& booking, LocalSeconds now);
 // The time that is served next: the one that is due, or the first after `now`. Nothing when there is none.
 std::optional<LocalSeconds> NextTime(const AppBooking& booking, LocalSeconds now);

@@ -9,14 +9,14 @@ constexpr DWORD kPatience_ms = 10000;
 
 }  // namespace
 
-BookingLock::BookingLock()
-    : mutex_(CreateMutexW(nullptr, FALSE, StateObjectName(L"Bookings").c_str())), held_(false) {
+StateLock::StateLock(const wchar_t* name)
+    : mutex_(CreateMutexW(nullptr, FALSE, StateObjectName(name).c_str())), held_(false) {
     if (mutex_ == nullptr) return;
     const DWORD result = WaitForSingleObject(mutex_, kPatience_ms);
     held_ = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
 }
 
-BookingLock::~BookingLock() {
+StateLock::~StateLock() {
     if (held_) ReleaseMutex(mutex_);
     if (mutex_ != nullptr) CloseHandle(mutex_);
 }

@@ -1,16 +1,14 @@
 #include "handset/state/handset_state.h"
 
-#include <cwchar>
 #include <cwctype>
 
+#include "handset/base/number_text.h"
 #include "handset/state/stored_value.h"
 
 namespace handset {
 namespace {
 
 constexpr wchar_t kDefaultStateKey[] = L"Software\\Kora Handset";
-constexpr wchar_t kStorageCard[] = L"\\Storage Card";
-constexpr std::size_t kStorageCardLength = std::size(kStorageCard) - 1;
 
 std::optional<std::wstring> FromEnvironment(const wchar_t* name) {
     std::wstring variable = L"KORA_";
@@ -29,12 +27,14 @@ std::wstring TextOf(const StoredValue& value) {
 }
 
 std::optional<std::uint64_t> Number(const wchar_t* name) {
-    if (const auto text = FromEnvironment(name)) return std::wcstoull(text->c_str(), nullptr, 0);
+    if (const auto text = FromEnvironment(name)) return ParseNumber(*text);
     const auto stored = ReadStoredValue(StateKeyPath(), name);
     if (!stored) return std::nullopt;
-    if (stored->type == REG_SZ) return std::wcstoull(TextOf(*stored).c_str(), nullptr, 0);
+    if (stored->type == REG_SZ) return ParseNumber(TextOf(*stored));
+    const std::size_t size = stored->type == REG_DWORD ? 4 : stored->type == REG_QWORD ? 8 : 0;
+    if (size == 0 || stored->data.size() != size) return std::nullopt;
     std::uint64_t value = 0;
-    for (std::size_t i = stored->data.size(); i-- > 0;) value = value << 8 | stored->data[i];
+    for (std::size_t i = size; i-- > 0;) value = value << 8 | stored->data[i];
     return value;
 }
 
@@ -57,7 +57,8 @@ std::wstring StateObjectName(const wchar_t* name) {
 }
 
 std::uint32_t StateDword(const wchar_t* name, std::uint32_t fallback) {
-    return static_cast<std::uint32_t>(Number(name).value_or(fallback));
+    const auto number = Number(name);
+    return number && *number <= UINT32_MAX ? static_cast<std::uint32_t>(*number) : fallback;
 }
 
 std::optional<std::uint64_t> StateQword(const wchar_t* name) {
@@ -105,20 +106,23 @@ std::wstring DeviceRoot() {
     return root;
 }
 
-std::wstring HostPath(const wchar_t* devicePath) {
-    if (devicePath == nullptr) return L"";
-    const bool onDevice = devicePath[0] == L'\\' && devicePath[1] != L'\\';
-    return onDevice ? DeviceRoot() + devicePath : devicePath;
-}
-
-bool IsOnStorageCard(const wchar_t* devicePath) {
-    if (devicePath == nullptr || _wcsnicmp(devicePath, kStorageCard, kStorageCardLength) != 0) return false;
-    const wchar_t next = devicePath[kStorageCardLength];
-    return next == L'\0' || next == L'\\';
-}
-
 bool StorageCardPresent() {
     return StateDword(L"StorageCard", 1) != 0;
+}
+
+DevicePath OnDevice(const wchar_t* path) {
+    DevicePath place(path, DeviceRoot(), StorageCardPresent);
+    if (!place) SetLastError(ERROR_PATH_NOT_FOUND);
+    return place;
+}
+
+std::wstring HostPath(const wchar_t* devicePath) {
+    if (devicePath == nullptr) return L"";
+    return DevicePath(devicePath, DeviceRoot(), [] { return true; }).host();
+}
+
+std::wstring DevicePathOf(const std::wstring& hostPath) {
+    return DevicePathOfHost(hostPath, DeviceRoot());
 }
 
 std::wstring DeviceRegistryRootPath(HKEY root) {

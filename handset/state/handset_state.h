@@ -9,6 +9,8 @@
 #include <optional>
 #include <string>
 
+#include "handset/base/device_path.h"
+
 namespace handset {
 
 // The key of this handset under HKEY_CURRENT_USER: "Software\Kora Handset", or what the environment variable
@@ -19,7 +21,8 @@ std::wstring StateKeyPath();
 std::wstring StateObjectName(const wchar_t* name);
 
 // A value of the state, read at the moment of the call. Any thread. `name` is the value's name, such as
-// L"ScreenWidth"; its environment variable is KORA_SCREENWIDTH. Numbers may be decimal or 0x….
+// L"ScreenWidth"; its environment variable is KORA_SCREENWIDTH. Numbers may be decimal or 0x…. What is no
+// number, one that is too large for the type, or no text counts as missing.
 std::uint32_t StateDword(const wchar_t* name, std::uint32_t fallback);
 std::optional<std::uint64_t> StateQword(const wchar_t* name);
 std::wstring StateString(const wchar_t* name, const std::wstring& fallback);
@@ -39,12 +42,15 @@ bool FaultInjected(const wchar_t* fault);
 
 // The host folder that is the root of the device's file system, without a trailing backslash.
 std::wstring DeviceRoot();
-// The host path of a device path (one that begins with a backslash, but not with two); any other path as it
-// is. The storage card's files have a host folder even while the card is out.
-std::wstring HostPath(const wchar_t* devicePath);
-// True for \Storage Card and everything below it, in any letter case.
-bool IsOnStorageCard(const wchar_t* devicePath);
 bool StorageCardPresent();
+
+// A path on the handset as it stands, as a program of the device gives it. When it cannot be reached, the
+// last error is ERROR_PATH_NOT_FOUND.
+DevicePath OnDevice(const wchar_t* path);
+// Its place on the host. The storage card's files have a host folder even while the card is out.
+std::wstring HostPath(const wchar_t* devicePath);
+// The device path of a host path below the device's root; empty for any other.
+std::wstring DevicePathOf(const std::wstring& hostPath);
 
 // The key path, below HKEY_CURRENT_USER, that stands for a root of the device's registry (HKEY_CLASSES_ROOT,
 // HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER, HKEY_USERS); empty for anything else.

@@ -6,6 +6,7 @@
 #include <cwchar>
 #include <vector>
 
+#include "handset/state/handset_clock.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/message_queue.h"
 #include "handset/state/power_board.h"
@@ -201,7 +202,7 @@ void NoteUserActivity() {
 
 DWORD StepIdleTimer() {
     const PowerBoardAccess board;
-    const std::uint32_t clockRate = std::max<std::uint32_t>(StateDword(L"ClockRate", 1), 1);
+    const std::uint32_t clockRate = ClockRate();
     // Twice at most: the state that a count leads to may have a count of its own, which then has just begun.
     for (;;) {
         const Count count = CountIn(board, CurrentPowerState());

@@ -15,12 +15,12 @@ constexpr int kReports = 8;
 
 void Print(double hours, const test::FaultFigures& f) {
     std::printf(
-        "%6.1f h  events %d: faults %d, calls %d, sleeps %d, scans %d, taps on record %d; bookings %d, "
-        "starts by them "
-        "%d; radios %d: killed %d, ended by a fault %d, stayed without a window %d; services killed "
+        "%6.1f h  events %d: faults %d, calls %d, sleeps %d, scans %d, taps on record %d; bookings %d, of "
+        "these %d pairs of one minute, starts by them %d; radios %d: killed %d, ended by a fault %d, stayed "
+        "without a window %d; services killed "
         "%d\n",
-        hours, f.events, f.faults, f.calls, f.sleeps, f.scans, f.recordings, f.bookings, f.bookedStarts,
-        f.radios, f.kills, f.crashes, f.leftBehind, f.services);
+        hours, f.events, f.faults, f.calls, f.sleeps, f.scans, f.recordings, f.bookings, f.pairs,
+        f.bookedStarts, f.radios, f.kills, f.crashes, f.leftBehind, f.services);
     std::fflush(stdout);
 }
 
@@ -32,6 +32,7 @@ int RunFaults(double hours, unsigned seed) {
     test::StoreFavourites(handset);
     handset.SetState(L"ClockRate", kClockRate);
     test::FaultDay day(handset, seed);
+    day.BookPair(3);
     for (int part = 1; part <= kReports; ++part) {
         day.LiveFor(hours / kReports, kClockRate);
         Print(hours * part / kReports, day.Figures());

@@ -10,7 +10,9 @@ USER_HOME="$WORK/home of Ada's"
 SHARE="$USER_HOME/.local/share" HANDSET="$USER_HOME/.local/share/kora-handset"
 RECORDING="$HANDSET/device/My Documents/My Music/Kora One1.amr"
 kora() { as_user KORA_TUNERLOG='\tuner.log' "$USER_HOME/.local/bin/kora" "$@"; }
+HUNG=
 clean_up() {
+    [ -z "$HUNG" ] || kill -CONT "$HUNG" 2>/dev/null
     WINEPREFIX=$HANDSET/prefix /usr/lib/wine/wineserver -k 2>/dev/null
     rm -rf "$WORK"
 }
@@ -37,8 +39,32 @@ open_from_menu() {
 radio_runs() { [ -f "$HANDSET/device/tuner.log" ] && kora handset status | grep -q '^Radio *running'; }
 nothing_names_the_tree() { ! grep -rlF "$WORK/tree" "$USER_HOME/.local/bin" "$SHARE/kora" "$SHARE/applications"; }
 tuned() { grep -q '^SetChannel 9850 -> 0' "$HANDSET/device/tuner.log"; }
-# Keys are taken once the radio's window is there, a moment after its process.
-type_frequency() { : >"$HANDSET/device/tuner.log" && wait_for 20 kora handset key 9 8 5 && wait_for 20 tuned; }
+# Typed once: a radio that is said to run has its window, and its window takes keys.
+type_frequency() { : >"$HANDSET/device/tuner.log" && kora handset key 9 8 5 && wait_for 20 tuned; }
+radio_process() { kora handset status | sed -n 's/^Radio *running, process //p' | tr -d '\r'; }
+trace() { cat "$HANDSET/trace.log"; }
+# Without a word about sound from the tests: what the host has, or has not, is the launcher's affair.
+start_alone() { as_user env -u KORA_HOSTSOUND KORA_TUNERLOG='\tuner.log' "$USER_HOME/.local/bin/kora" start && radio_runs; }
+nothing_of_sound_cards() { ! trace | grep -aiE 'alsa|snd_|cards?\.pcm|pulse'; }
+second_start_shows_the_first() {
+    local first
+    first=$(radio_process)
+    kora start && trace | grep -aq 'FM is exist' && same "$first" "$(radio_process)"
+}
+booked_start_takes_its_place() {
+    local first
+    first=$(radio_process)
+    : >"$HANDSET/device/tuner.log"
+    kora start -Rec -Channel 9850 && trace | grep -aq 'FM: Program Terminated' && tuned && [ "$first" != "$(radio_process)" ]
+}
+# A radio that is stopped in its tracks closes for nobody.
+hung_radio_is_named() {
+    local said
+    HUNG=$(pgrep -f "$(basename "$WORK").*UI\.exe") && kill -STOP "$HUNG" || return 1
+    said=$(kora stop 2>&1) && { echo "it says that it stopped: $said"; return 1; }
+    grep -qF 'kora stop --force' <<<"$said" || { echo "it says not what to do: $said"; return 1; }
+}
+hung_radio_is_ended() { kora stop --force && wait_for 10 radio_is_gone; }
 radio_is_gone() { kora handset status | grep -q '^Radio *not running'; }
 keep_recording() {
     local said
@@ -60,6 +86,12 @@ check TheMenuEntryOpensTheHandsetWithoutTheTree open_from_menu
 check TypedDigitsTune type_frequency
 check TheRadioCloses kora stop
 check NoRadioIsLeft radio_is_gone
+check ItStartsAlone start_alone
+check TheTraceHoldsNothingOfSoundCards nothing_of_sound_cards
+check ASecondStartShowsTheFirst second_start_shows_the_first
+check ABookedStartTakesItsPlace booked_start_takes_its_place
+check WhatHelpsAgainstAHungRadioIsSaid hung_radio_is_named
+check AHungRadioIsEndedByForce hung_radio_is_ended
 mkdir -p "$(dirname "$RECORDING")" && printf sound >"$RECORDING"
 check UninstallingKeepsRecordingsAndNothingElse keep_recording
 mv "$WORK/away" "$WORK/tree"

@@ -51,8 +51,8 @@ radio_runs() { handset status | grep -q '^Radio *running'; }
 radio_starts() { command_file 'Start Kora.cmd' --no-pause && wait_for 60 radio_runs; }
 channels_filled() { [ -s "$(device)/KORA.vol" ]; }
 tuned() { grep -q '^SetChannel 9850 -> 0' "$(device)/tuner.log"; }
-# A key is taken once the main window is there.
-type_frequency() { wait_for 20 handset key 9 8 5 && wait_for 20 tuned; }
+# Typed once: a radio that is said to run has its window, and its window takes keys.
+type_frequency() { handset key 9 8 5 && wait_for 20 tuned; }
 closes() { handset stop && ! radio_runs; }
 removes() { command_file 'Uninstall Kora.cmd' --all && wait_for 30 test ! -e "$FOLDER/Kora"; }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "handset/state/booking_lock.h"
 #include "tests/support/wait.h"
 
 namespace test {
@@ -71,7 +72,7 @@ const std::vector<FaultDay::Event>& FaultDay::Events() {
         {2, &FaultDay::ChangeFaults},  {3, &FaultDay::ClearFaults},   {2, &FaultDay::ChangeRecordSettings},
         {6, &FaultDay::TapRecord},     {2, &FaultDay::Scan},          {2, &FaultDay::Book},
         {1, &FaultDay::SleepAndWake},  {1, &FaultDay::KillRadio},     {1, &FaultDay::KillService},
-        {1, &FaultDay::CloseRadio}};
+        {1, &FaultDay::CloseRadio},    {1, &FaultDay::BookPairSoon}};
     return kEvents;
 }
 
@@ -136,16 +137,24 @@ void FaultDay::Look() {
         NoteEnd();
         m_radio.reset();
     }
+    ExpectOneRadio();
     if (m_radio != nullptr) return ExpectAnswer();
+    const std::wstring program = m_handset.DevicePath(L"\\Windows\\UI.exe");
+    const HWND window = FindWindowW(L"Kora", nullptr);
+    if (window == nullptr) {
+        // As everybody who starts the radio: not beside one that is on its way.
+        const handset::StartLock turn;
+        if (!ProcessesOf(program).empty()) return;
+        m_radio = std::make_unique<Radio>(m_handset);
+    }
     m_active = true;
     m_mayCrash = m_mayCrashNow;
     ++m_figures.radios;
-    if (const HWND window = FindWindowW(L"Kora", nullptr)) {
+    if (window != nullptr) {
         m_radio = std::make_unique<Radio>(window);
         ++m_figures.bookedStarts;
         return;
     }
-    m_radio = std::make_unique<Radio>(m_handset);
     // One that ends at once, for want of a tuner or of a headset, is looked at the next time.
     const auto settled = [this] {
         AnswerBoxes();
@@ -161,14 +170,33 @@ void FaultDay::Look() {
 void FaultDay::NoteEnd() {
     if (m_radio->Process() == nullptr) return;
     const DWORD code = m_radio->ExitCode();
-    if (code == 0) return;
-    if (m_mayCrash) {
-        ++m_figures.crashes;
-        return;
-    }
+    const std::string complaint = ComplaintOfEnd(code, m_mayCrash);
+    if (!complaint.empty()) return Complain(complaint);
+    if (code != 0) ++m_figures.crashes;
+}
+
+std::string FaultDay::ComplaintOfEnd(DWORD code, bool mayCrash) {
+    if (code == 0 || (mayCrash && code == STATUS_ACCESS_VIOLATION)) return "";
     char text[64];
     std::snprintf(text, sizeof text, "a radio ended with 0x%lx", code);
-    Complain(text);
+    return text;
+}
+
+void FaultDay::ExpectOneRadio() {
+    const std::wstring program = m_handset.DevicePath(L"\\Windows\\UI.exe");
+    const auto one = [&program] {
+        const auto radios = ProcessesOf(program);
+        return std::count_if(radios.begin(), radios.end(), HasMainWindow) < 2;
+    };
+    if (one() || WaitAwake(one)) return;
+    Complain("two radios run");
+    for (const DWORD id : ProcessesOf(program)) {
+        const HANDLE process = OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, id);
+        TerminateProcess(process, kKilled);
+        WaitForSingleObject(process, kAnswer_ms);
+        CloseHandle(process);
+    }
+    m_radio.reset();
 }
 
 void FaultDay::ExpectAnswer() {

@@ -20,6 +20,7 @@ struct FaultFigures {
     int events = 0, faults = 0, calls = 0, sleeps = 0, bookings = 0, bookedStarts = 0, recordings = 0,
         scans = 0;
     int radios = 0, kills = 0, crashes = 0, leftBehind = 0, services = 0;
+    int pairs = 0;  // of bookings that are due at the same minute
 };
 
 class FaultDay {
@@ -35,6 +36,11 @@ class FaultDay {
     const FaultFigures& Figures() const { return m_figures; }
     // What a radio did that neither its user nor a fault explains; empty when all is well.
     const std::vector<std::string>& Complaints() const { return m_complaints; }
+    // Books two recordings of one minute, which is `minutes` of the handset's clock ahead.
+    void BookPair(int minutes);
+    // What an exit code has to be complained of: any but 0, and that of an access violation where a fault
+    // that raises one was injected. Empty when all is well.
+    static std::string ComplaintOfEnd(DWORD code, bool mayCrash);
 
   private:
     struct Event {
@@ -48,6 +54,8 @@ class FaultDay {
     void NoteEnd();
     void AnswerBoxes();
     void ExpectAnswer();
+    // One takes another's place, and never do two stay.
+    void ExpectOneRadio();
     bool WaitAwake(const std::function<bool()>& condition);
     void Complain(const std::string& what);
     void Step();
@@ -71,6 +79,7 @@ class FaultDay {
     void TapRecord();
     void Scan();
     void Book();
+    void BookPairSoon();
     void SleepAndWake();
     void KillRadio();
     void KillService();

@@ -1,4 +1,7 @@
 // What happens in the day: what its user does, and what goes wrong.
+#include <algorithm>
+
+#include "handset/state/app_booking.h"
 #include "resources/resource_ids.h"
 #include "tests/support/fault_day.h"
 #include "tests/support/hand.h"
@@ -15,6 +18,9 @@ constexpr wchar_t kPhone[] = L"HKLM\\System\\State\\Phone";
 constexpr const char* kChannels[] = {"87.6", "98.5", "101.1", "107.9"};
 constexpr const char* kDigits[] = {"876", "985", "1011", "1079"};
 constexpr int kMostBookings = 40;
+constexpr wchar_t kNotifications[] = L"HKLM\\System\\Notifications";
+// Far from those that the radio's own bookings get.
+constexpr std::uint32_t kPairNumbers = 4000000000;
 
 // clang-format off
 constexpr const wchar_t* kFaults[] = {
@@ -160,6 +166,40 @@ void FaultDay::Book() {
             return !IsWindow(dialog);
         },
         kDialog_ms);
+}
+
+// As another program of the phone may do it; the radio's own dialog takes no two of one minute.
+void FaultDay::BookPair(int minutes) {
+    static constexpr const wchar_t* kWeek[] = {L"Sun", L"Mon", L"Tue", L"Wed", L"Thu", L"Fri", L"Sat"};
+    std::string said;
+    RunProgram(L"handset.exe", L"clock", &said);
+    const auto now = handset::ReadLocalTime(
+        std::wstring(said.begin(), said.begin() + std::min<std::size_t>(said.size(), 19)));
+    if (!now) return Complain("the clock says " + said);
+    const handset::LocalSeconds start = (*now / 60 + minutes) * 60;
+    static constexpr struct {
+        const wchar_t *text, *argument;
+    } kOnes[] = {{L"87.6", L"8760"}, {L"107.9", L"10790"}};
+    for (const auto& channel : kOnes) {
+        const std::wstring name = handset::BookingName(kPairNumbers + static_cast<std::uint32_t>(++m_names));
+        const std::wstring booking = kNotifications + (L"\\" + name), entry = kSettings + (L"\\" + name);
+        m_handset.SetRegistry(booking, handset::kBookingProgram, L"\\Windows\\UI.exe");
+        m_handset.SetRegistry(booking, handset::kBookingCommandLine,
+                              L"-Rec -Channel " + std::wstring(channel.argument) + L" -Duration 2");
+        m_handset.SetRegistry(booking, handset::kBookingRepeat, 2u);
+        m_handset.SetRegistry(entry, L"Channel", channel.text);
+        m_handset.SetRegistry(entry, L"Week", kWeek[handset::DayOfWeek(start)]);
+        const std::wstring text = handset::LocalTimeText(start), end = handset::LocalTimeText(start + 120);
+        m_handset.SetRegistry(entry, L"StartTime", text.substr(11, 2) + L" : " + text.substr(14, 2));
+        m_handset.SetRegistry(entry, L"EndTime", end.substr(11, 2) + L" : " + end.substr(14, 2));
+        m_handset.SetRegistry(booking, handset::kBookingStart, text);
+        ++m_figures.bookings;
+    }
+    ++m_figures.pairs;
+}
+
+void FaultDay::BookPairSoon() {
+    if (m_figures.bookings < kMostBookings) BookPair(1 + static_cast<int>(Below(5)));
 }
 
 void FaultDay::SleepAndWake() {

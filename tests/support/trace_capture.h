@@ -14,11 +14,10 @@ class StreamCapture {
     // `stream`: STD_ERROR_HANDLE is the debug output, STD_OUTPUT_HANDLE the console.
     explicit StreamCapture(DWORD stream) : m_stream(stream), m_previous(GetStdHandle(stream)) {
         char folder[MAX_PATH] = "";
-        char path[MAX_PATH] = "";
         GetTempPathA(MAX_PATH, folder);
-        GetTempFileNameA(folder, "trc", 0, path);
-        m_file = CreateFileA(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                             CREATE_ALWAYS, FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+        GetTempFileNameA(folder, "trc", 0, m_path);
+        m_file = CreateFileA(m_path, GENERIC_READ | GENERIC_WRITE, kShare, nullptr, CREATE_ALWAYS,
+                             FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
         SetStdHandle(stream, m_file);
     }
     ~StreamCapture() {
@@ -28,18 +27,21 @@ class StreamCapture {
     StreamCapture(const StreamCapture&) = delete;
     StreamCapture& operator=(const StreamCapture&) = delete;
 
-    // All that was written so far; for the thread that writes.
+    // All that was written so far, whoever goes on writing: read past the handle of those who write, whose
+    // place in the file they share.
     std::string Text() const {
-        std::string text(GetFileSize(m_file, nullptr), '\0');
-        SetFilePointer(m_file, 0, nullptr, FILE_BEGIN);
+        const HANDLE file = CreateFileA(m_path, GENERIC_READ, kShare, nullptr, OPEN_EXISTING, 0, nullptr);
+        std::string text(GetFileSize(file, nullptr), '\0');
         DWORD read = 0;
-        ReadFile(m_file, text.data(), static_cast<DWORD>(text.size()), &read, nullptr);
-        SetFilePointer(m_file, 0, nullptr, FILE_END);
+        ReadFile(file, text.data(), static_cast<DWORD>(text.size()), &read, nullptr);
+        CloseHandle(file);
         text.resize(read);
         return text;
     }
 
   private:
+    static constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    char m_path[MAX_PATH] = "";
     DWORD m_stream;
     HANDLE m_previous;
     HANDLE m_file;

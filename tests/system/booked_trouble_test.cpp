@@ -75,6 +75,33 @@ TEST_F(BookedTrouble, AClockThatIsSetBackAndForwardStartsEachTimeOnce) {
     EXPECT_THAT(Handset(L"schedule"), HasSubstr("next Mon 2026-12-14 09:58:00"));
 }
 
+// As two programs may book them; the radio's own dialog takes no two of one minute.
+TEST_F(BookedTrouble, OfTwoBookingsOfOneMinuteTheLaterOneIsRecordedAndOneRadioIsLeft) {
+    PlayTone();
+    const auto book = [this](const wchar_t* name, const wchar_t* channel) {
+        const std::wstring booking = kNotifications + (L"\\" + std::wstring(name));
+        handset.SetRegistry(booking, L"Application", L"\\Windows\\UI.exe");
+        handset.SetRegistry(booking, L"CommandLine",
+                            L"-Rec -Channel " + std::wstring(channel) + L" -Duration 1");
+        handset.SetRegistry(booking, L"Repeat", 2u);
+        handset.SetRegistry(booking, L"Start", L"2026-11-23 10:00:00");
+    };
+    book(L"RunAppAtTime-0000000001", L"8760");
+    book(L"RunAppAtTime-0000000002", L"9850");
+    Handset(L"clock 10");
+    Handset(L"clock 2026-11-23 09:59:58");
+    const ServiceProcess service(handset);
+    EXPECT_TRUE(WaitForTraces("Channel: 9850", 1));
+    EXPECT_TRUE(WaitForTraces("FM: Program Terminated.", 1));
+    // The first was closed before it recorded, the second by itself when its minute was over.
+    EXPECT_TRUE(WaitForTraces("FM: Program Terminated.", 2));
+    EXPECT_EQ(Starts(), 2);
+    EXPECT_THAT(handset.Trace(), testing::Not(HasSubstr("SetFileName() failed")));
+    EXPECT_THAT(Handset(L"status"), HasSubstr("not running"));
+    EXPECT_TRUE(Exists(test::Music(L"98.5-0000.amr")));
+    EXPECT_FALSE(Exists(test::Music(L"87.6-0000.amr")));
+}
+
 TEST_F(BookedTrouble, DaylightSavingNeitherLosesARecordingNorStartsItTwice) {
     handset.SetState(L"TimeZone", L"W. Europe Standard Time");
     const ServiceProcess service(handset);

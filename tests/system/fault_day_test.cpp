@@ -28,10 +28,12 @@ TEST_F(Faults, LeaveTheChannelsTheBookingsAndEveryRecordingIntact) {
     EXPECT_GT(channels, 0);
     SetClockRate(kClockRate);
     test::FaultDay day(handset, seed);
+    day.BookPair(3);
     day.LiveFor(hours != nullptr ? std::atof(hours) : kHours, kClockRate);
     day.End();
     EXPECT_THAT(day.Complaints(), testing::IsEmpty());
     EXPECT_GT(day.Figures().events, 20);
+    EXPECT_GT(day.Figures().pairs, 0);
 
     const test::Kept kept = test::LookAtWhatIsKept(handset);
     EXPECT_THAT(kept.damage, testing::IsEmpty());
@@ -43,6 +45,17 @@ TEST_F(Faults, LeaveTheChannelsTheBookingsAndEveryRecordingIntact) {
     PostMessageW(radio.Window(), WM_CLOSE, 0, 0);
     EXPECT_TRUE(radio.WaitUntilGone());
     EXPECT_EQ(radio.ExitCode(), 0u);
+}
+
+TEST(FaultDay, ComplainsOfEveryEndThatNoFaultExplains) {
+    for (const bool mayCrash : {false, true}) {
+        EXPECT_EQ(test::FaultDay::ComplaintOfEnd(0, mayCrash), "");
+        for (const DWORD code : {DWORD{1}, DWORD{99}, DWORD{STATUS_STACK_OVERFLOW}, ~DWORD{0}})
+            EXPECT_NE(test::FaultDay::ComplaintOfEnd(code, mayCrash), "") << code;
+    }
+    EXPECT_EQ(test::FaultDay::ComplaintOfEnd(STATUS_ACCESS_VIOLATION, true), "");
+    EXPECT_EQ(test::FaultDay::ComplaintOfEnd(STATUS_ACCESS_VIOLATION, false),
+              "a radio ended with 0xc0000005");
 }
 
 }  // namespace

@@ -24,5 +24,6 @@ kora_test(test_panel
         panel/sound_test.cpp
         panel/switches_test.cpp
         panel/tuner_log_test.cpp
+        panel/values_test.cpp
     LIBS kora_panel)
 add_dependencies(test_panel panel_stand_in handset)

@@ -4,7 +4,6 @@
 #include "handset/coredll/cedb/volume_file.h"
 #include "handset/coredll/coredll_exports.h"
 #include "handset/coredll/platform_call.h"
-#include "handset/state/handset_state.h"
 
 namespace {
 
@@ -14,9 +13,8 @@ BOOL Answer(DWORD error) {
 }
 
 DWORD Mount(LPCWSTR name, DWORD flags, CEGUID* guid) {
-    const std::wstring path = VolumeHostPath(name);
-    if (path.empty()) return ERROR_INVALID_PARAMETER;
-    if (handset::IsOnStorageCard(name) && !handset::StorageCardPresent()) return ERROR_PATH_NOT_FOUND;
+    std::wstring path;
+    if (const DWORD error = FindVolumeFile(name, &path)) return error;
     return MountVolume(path, flags & ~EDB_MOUNT_FLAG, guid);
 }
 

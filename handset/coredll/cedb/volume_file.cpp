@@ -17,6 +17,12 @@ struct FileHandle {
     }
 };
 
+std::wstring FullPath(const wchar_t* path) {
+    wchar_t full[2 * MAX_PATH];
+    const DWORD length = GetFullPathNameW(path, static_cast<DWORD>(std::size(full)), full, nullptr);
+    return length == 0 || length >= std::size(full) ? L"" : std::wstring(full, length);
+}
+
 bool Exists(const std::wstring& path) {
     return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
@@ -84,13 +90,12 @@ DWORD OpenAlways(const std::wstring& path, const cedb::Collator& collator) {
 
 }  // namespace
 
-std::wstring VolumeHostPath(const wchar_t* name) {
-    if (name == nullptr || name[0] == L'\0' || wcslen(name) >= MAX_PATH) return L"";
-    const bool anchored = name[0] == L'\\' || name[0] == L'/' || name[1] == L':';
-    const std::wstring host = handset::HostPath(((anchored ? L"" : L"\\") + std::wstring(name)).c_str());
-    wchar_t full[2 * MAX_PATH];
-    const DWORD length = GetFullPathNameW(host.c_str(), static_cast<DWORD>(std::size(full)), full, nullptr);
-    return length == 0 || length >= std::size(full) ? L"" : std::wstring(full, length);
+DWORD FindVolumeFile(const wchar_t* name, std::wstring* path) {
+    if (name == nullptr || name[0] == L'\0' || wcslen(name) >= MAX_PATH) return ERROR_INVALID_PARAMETER;
+    const handset::DevicePath file = handset::OnDevice(name);
+    if (!file) return ERROR_PATH_NOT_FOUND;
+    *path = FullPath(file.host());
+    return path->empty() ? ERROR_INVALID_PARAMETER : ERROR_SUCCESS;
 }
 
 DWORD PrepareVolumeFile(const std::wstring& path, DWORD flags, const cedb::Collator& collator) {
@@ -114,8 +119,8 @@ DWORD PrepareVolumeFile(const std::wstring& path, DWORD flags, const cedb::Colla
 
 bool MayWrite(const std::wstring& path) {
     if (handset::FaultInjected(L"database-write")) return false;
-    const std::wstring card = VolumeHostPath(L"\\Storage Card\\");
-    const bool onCard = _wcsnicmp(path.c_str(), card.c_str(), card.size()) == 0;
+    const std::wstring root = FullPath(handset::DeviceRoot().c_str());
+    const bool onCard = handset::IsOnStorageCard(handset::DevicePathOfHost(path, root));
     const auto free = handset::StateQword(onCard ? L"StorageCardFree" : L"ObjectStoreFree");
     return !free || *free >= kRoomForOneWrite_bytes;
 }

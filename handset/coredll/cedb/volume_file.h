@@ -7,8 +7,9 @@
 
 #include "handset/coredll/cedb/engine/sort_order.h"
 
-// The full host path of a volume's name on the device; empty when there is none.
-std::wstring VolumeHostPath(const wchar_t* name);
+// The full host path of a volume's name on the device, one for all ways to spell it. Gives a Win32 error
+// code.
+DWORD FindVolumeFile(const wchar_t* name, std::wstring* path);
 
 // Prepares the file for being opened, as the flags of CeMountDBVol (without EDB_MOUNT_FLAG) say: makes it,
 // replaces it, or looks whether it is a volume. Gives a Win32 error code.

@@ -96,6 +96,22 @@ TEST(BookedPrograms, ATimeThatWasServedIsNotServedAgainWhenTheClockIsSetBack) {
     }
 }
 
+TEST(BookedPrograms, ATimeBeforeTheOneThatWasServedLastIsNotServedAgainEither) {
+    const LocalSeconds first = At(L"2026-11-23 10:00:00");
+    for (const LocalSeconds after : {LocalSeconds{1}, kMinute, kHour, kDay}) {
+        Service service = Weekly(L"2026-11-23 10:00:00");
+        service.Run(first, first + kMinute);
+        service.Run(first + kWeek, first + kWeek + kMinute);
+        ASSERT_EQ(service.starts.size(), 2U);
+        // Back between the two, and on to the third.
+        EXPECT_EQ(NextTime(service.booking, first + after), first + 2 * kWeek) << after;
+        service.Run(first + after, first + 2 * kWeek - 10);
+        EXPECT_EQ(service.starts.size(), 2U) << after;
+        service.Run(first + 2 * kWeek, first + 2 * kWeek);
+        EXPECT_EQ(service.starts.size(), 3U) << after;
+    }
+}
+
 TEST(BookedPrograms, AClockThatWasFarAheadDoesNotBlockThem) {
     Service service = Weekly(L"2026-11-23 10:00:00");
     service.Run(At(L"2036-11-24 09:00:00"), At(L"2036-11-24 11:00:00"));

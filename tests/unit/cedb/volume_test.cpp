@@ -172,7 +172,10 @@ TEST_F(VolumeTest, NothingIsMountedFromACardThatIsOut) {
     CEGUID volume = Mount(OPEN_ALWAYS, L"\\Storage Card\\K.vol");
     Unmount(volume);
     SetEnvironmentVariableW(L"KORA_STORAGECARD", L"0");
-    ExpectMountFails(OPEN_ALWAYS, ERROR_PATH_NOT_FOUND, L"\\Storage Card\\K.vol");
+    for (const wchar_t* name : {L"\\Storage Card\\K.vol", L"Storage Card\\K.vol", L"/Storage Card/K.vol",
+                                L"\\Windows\\..\\storage card\\K.vol", L"\\Storage Card.\\K.vol"}) {
+        ExpectMountFails(OPEN_ALWAYS, ERROR_PATH_NOT_FOUND, name);
+    }
     SetEnvironmentVariableW(L"KORA_STORAGECARD", nullptr);
 }
 

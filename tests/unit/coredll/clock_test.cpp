@@ -31,7 +31,7 @@ DWORD RunClockTestsAt(const wchar_t* rate) {
     wchar_t program[MAX_PATH];
     GetModuleFileNameW(nullptr, program, MAX_PATH);
     SetEnvironmentVariableW(L"KORA_CLOCKRATE", rate);
-    wchar_t arguments[] = L"--gtest_filter=Clock.*";
+    wchar_t arguments[] = L"--gtest_filter=Clock.*:ClockThatWasSet.*";
     PROCESS_INFORMATION process{};
     const BOOL started =
         CreateProcessW(program, arguments, nullptr, nullptr, FALSE, 0, nullptr, nullptr, nullptr, &process);
@@ -43,6 +43,18 @@ DWORD RunClockTestsAt(const wchar_t* rate) {
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
     return code;
+}
+
+// The handset showed this time when the host's clock was so much ahead of now; at rate 1 from there on.
+void WriteMomentOf(const std::wstring& stateKey, const SYSTEMTIME& shown, int ahead_s) {
+    FILETIME real, handset;
+    GetSystemTimeAsFileTime(&real);
+    SystemTimeToFileTime(&shown, &handset);
+    const auto ticks = [](const FILETIME& time) {
+        return static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+    };
+    const std::uint64_t moment[] = {ticks(real) + ahead_s * 10000000ull, ticks(handset), 1};
+    RegSetKeyValueW(HKEY_CURRENT_USER, stateKey.c_str(), L"ClockMoment", REG_BINARY, moment, sizeof moment);
 }
 
 }  // namespace
@@ -105,14 +117,23 @@ TEST(Clock, TimeoutsOfNothingAndOfEverKeepTheirMeaning) {
     EXPECT_EQ(HandsetRealTimeout(7200 * 1000), 7200 * 1000 / Rate());
 }
 
-TEST(Clock, DateAndTimeKeepPaceWithTheTicks) {
-    const DWORD begin = GetTickCount();
+// The ticks that pass around a stretch of the date and time and within it are its bounds; each clock counts
+// whole milliseconds of the handset, and the host's date may go in steps of 16 ms.
+void ExpectDateKeepsPaceWithTheTicks() {
+    const DWORD outerBegin = GetTickCount();
     const std::uint64_t timeBegin = SystemTimeMilliseconds();
-    RealPause(100);
-    const std::uint64_t timePassed = SystemTimeMilliseconds() - timeBegin;
-    const DWORD passed = GetTickCount() - begin;
-    EXPECT_GE(timePassed + kLate_ms * Rate(), passed);
-    EXPECT_LE(timePassed, passed + 20 * Rate());
+    const DWORD innerBegin = GetTickCount();
+    RealPause(200);
+    const DWORD innerEnd = GetTickCount();
+    const std::uint64_t timeEnd = SystemTimeMilliseconds();
+    const DWORD outerEnd = GetTickCount();
+    const std::uint64_t step = 17 * Rate() + 1;
+    EXPECT_GE(timeEnd - timeBegin + step, innerEnd - innerBegin);
+    EXPECT_LE(timeEnd - timeBegin, outerEnd - outerBegin + step);
+}
+
+TEST(Clock, DateAndTimeKeepPaceWithTheTicks) {
+    ExpectDateKeepsPaceWithTheTicks();
 }
 
 TEST(ClockRates, EverythingHoldsAt60) {
@@ -129,7 +150,21 @@ TEST(Waits, TheDeviceRefusesToWaitForAllObjects) {
     CloseHandle(event);
 }
 
+// Run at higher rates as well, see above.
+using ClockThatWasSet = HandsetTest;
 using WallClock = HandsetTest;
+
+TEST_F(ClockThatWasSet, KeepsPaceWithTheTicks) {
+    SYSTEMTIME set{};
+    set.wYear = 2009;
+    set.wMonth = 6;
+    set.wDay = 15;
+    ASSERT_TRUE(SetSystemTime(&set));
+    ExpectDateKeepsPaceWithTheTicks();
+    SYSTEMTIME now;
+    GetSystemTime(&now);
+    EXPECT_EQ(now.wYear, 2009);
+}
 
 TEST_F(WallClock, GoesOnFromTheTimeThatIsSet) {
     SYSTEMTIME set{};
@@ -148,22 +183,31 @@ TEST_F(WallClock, GoesOnFromTheTimeThatIsSet) {
 }
 
 TEST_F(WallClock, IsSharedByEveryProcessThroughTheState) {
-    FILETIME real;
-    GetSystemTimeAsFileTime(&real);
     SYSTEMTIME moment{};
     moment.wYear = 2031;
     moment.wMonth = 2;
     moment.wDay = 3;
-    FILETIME handset;
-    SystemTimeToFileTime(&moment, &handset);
-    RegSetKeyValueW(HKEY_CURRENT_USER, stateKey().c_str(), L"ClockBaseReal", REG_QWORD, &real, sizeof real);
-    RegSetKeyValueW(HKEY_CURRENT_USER, stateKey().c_str(), L"ClockBaseHandset", REG_QWORD, &handset,
-                    sizeof handset);
+    WriteMomentOf(stateKey(), moment, 0);
     SYSTEMTIME now;
     GetSystemTime(&now);
     EXPECT_EQ(now.wYear, 2031);
     EXPECT_EQ(now.wMonth, 2);
     EXPECT_EQ(now.wDay, 3);
+}
+
+// The host showed an hour more when the clock was set.
+TEST_F(WallClock, GoesBackWithAHostWhoseClockIsSetBack) {
+    SYSTEMTIME moment{};
+    moment.wYear = 2031;
+    moment.wMonth = 2;
+    moment.wDay = 3;
+    moment.wHour = 12;
+    WriteMomentOf(stateKey(), moment, 3600);
+    SYSTEMTIME now;
+    GetSystemTime(&now);
+    EXPECT_EQ(now.wDay, 3);
+    EXPECT_EQ(now.wHour, 11);
+    EXPECT_EQ(now.wMinute, 0);
 }
 
 TEST_F(WallClock, RefusesADayThatDoesNotExist) {

@@ -3,6 +3,8 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <map>
 #include <string>
 #include <vector>
@@ -54,6 +56,9 @@ class CaughtStream {
 
 constexpr int kLinesPerThread = 200;
 constexpr int kThreads = 4;
+constexpr int kPrograms = 4;
+
+using TraceOfPrograms = HandsetTest;
 
 DWORD WINAPI WriteLines(void* number) {
     for (int line = 0; line < kLinesPerThread; ++line) {
@@ -101,6 +106,48 @@ TEST(Trace, LinesOfSeveralThreadsNeverMix) {
         EXPECT_EQ(line, next[thread]++);
     }
     for (int i = 0; i < kThreads; ++i) EXPECT_EQ(next[i], kLinesPerThread);
+}
+
+// Run as a program of its own by the next one.
+TEST(TraceOfAnotherProgram, DISABLED_WritesItsLines) {
+    WriteLines(reinterpret_cast<void*>(INT_PTR{0}));
+}
+
+TEST_F(TraceOfPrograms, LinesOfSeveralInOneFileAreAllThere) {
+    SECURITY_ATTRIBUTES inherit = {sizeof inherit, nullptr, TRUE};
+    const std::wstring path = root() + L"\\trace.log";
+    const HANDLE log = CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                   &inherit, CREATE_ALWAYS, 0, nullptr);
+    ASSERT_NE(log, INVALID_HANDLE_VALUE);
+    const HANDLE nothing = CreateFileW(L"\\\\.\\NUL", GENERIC_WRITE, 0, &inherit, OPEN_EXISTING, 0, nullptr);
+    wchar_t program[MAX_PATH];
+    GetModuleFileNameW(nullptr, program, MAX_PATH);
+    HANDLE processes[kPrograms];
+    for (HANDLE& process : processes) {
+        wchar_t line[] = L"test --gtest_also_run_disabled_tests --gtest_filter=TraceOfAnotherProgram.*";
+        STARTUPINFOW startup{};
+        startup.cb = sizeof startup;
+        startup.dwFlags = STARTF_USESTDHANDLES;
+        startup.hStdOutput = nothing;
+        startup.hStdError = log;
+        PROCESS_INFORMATION started{};
+        // The device's own call hands no streams on.
+        static const auto create = HostFunction<decltype(CreateProcessW)>("kernel32.dll", "CreateProcessW");
+        ASSERT_TRUE(create(program, line, nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &started));
+        CloseHandle(started.hThread);
+        process = started.hProcess;
+    }
+    for (const HANDLE process : processes) {
+        ASSERT_EQ(WaitForSingleObject(process, 60000), WAIT_OBJECT_0);
+        CloseHandle(process);
+    }
+    CloseHandle(nothing);
+    CloseHandle(log);
+    std::ifstream file(std::filesystem::path(path), std::ios::binary);
+    std::map<std::string, int> lines;
+    for (std::string line; std::getline(file, line);) ++lines[line];
+    EXPECT_EQ(lines.size(), static_cast<std::size_t>(kLinesPerThread));
+    for (const auto& [line, count] : lines) EXPECT_EQ(count, kPrograms) << line;
 }
 
 TEST(Console, GetsThePrintedBytesAtOnce) {

@@ -13,9 +13,14 @@ BookedHandset::BookedHandset() {
 
 void BookedHandset::Book(const std::wstring& name, const std::wstring& word, handset::LocalSeconds time,
                          handset::Repeat repeat) const {
+    BookLine(name, L"exit 0 " + word, time, repeat);
+}
+
+void BookedHandset::BookLine(const std::wstring& name, const std::wstring& commandLine,
+                             handset::LocalSeconds time, handset::Repeat repeat) const {
     const std::wstring key = L"HKLM\\System\\Notifications\\" + name;
     SetDeviceString(key, handset::kBookingProgram, L"\\Windows\\UI.exe");
-    SetDeviceString(key, handset::kBookingCommandLine, L"exit 0 " + word);
+    SetDeviceString(key, handset::kBookingCommandLine, commandLine);
     SetDeviceDword(key, handset::kBookingRepeat, static_cast<DWORD>(repeat));
     SetDeviceString(key, handset::kBookingStart, handset::LocalTimeText(time));
 }
@@ -35,7 +40,11 @@ bool BookedHandset::WaitForStart(const std::string& word) const {
 void BookedHandset::LookOnce() {
     console_.lines.clear();
     const OwnedHandle stop(CreateEventW(nullptr, TRUE, TRUE, nullptr));
-    BookingService(console_).Run(stop.get());
+    for (std::size_t said = ~std::size_t{0}; said != console_.lines.size();) {
+        EXPECT_TRUE(RadioTurn(kDeadline_ms));
+        said = console_.lines.size();
+        BookingService(console_).Run(stop.get());
+    }
 }
 
 void BookedHandset::SetClock(handset::LocalSeconds time) {

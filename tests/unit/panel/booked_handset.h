@@ -18,10 +18,14 @@ class BookedHandset : public StandInTest {
     // Books the stand-in for a local time; its command line is "exit 0 WORD".
     void Book(const std::wstring& name, const std::wstring& word, handset::LocalSeconds time,
               handset::Repeat repeat = handset::Repeat::kEveryWeek) const;
+    // The same with this very command line.
+    void BookLine(const std::wstring& name, const std::wstring& commandLine, handset::LocalSeconds time,
+                  handset::Repeat repeat = handset::Repeat::kEveryWeek) const;
     // How often the stand-in was started with this word.
     [[nodiscard]] int StartsOf(const std::string& word) const;
     [[nodiscard]] bool WaitForStart(const std::string& word) const;
-    // Looks once, as a service that has just come into being does; what it said is in console_.
+    // Looks as a service that has just come into being does, until everything that is due had its turn; what
+    // it said is in console_.
     void LookOnce();
     static void SetClock(handset::LocalSeconds time);
 

@@ -112,7 +112,7 @@ TEST_F(CommandLine, BadArgumentsAreNamedTogetherWithTheUsage) {
         {{L"tap", L"10"}, L"a place on the display is wanted"},
         {{L"tap", L"240", L"10"}, L"240, 10 is not on the display of 240x320"},
         {{L"tap", L"1", L"1", L"long"}, L"\"long\" is no time"},
-        {{L"stop", L"now"}, L"no arguments are wanted"},
+        {{L"stop", L"now"}, L"\"now\" is not understood"},
         {{L"status", L"all"}, L"no arguments are wanted"},
         {{L"install", L"a", L"b"}, L"one folder at most"},
         {{L"tour"}, L"a folder for the pictures is wanted"},

@@ -145,7 +145,7 @@ TEST_F(PanelWindowTest, SwitchesDoWhatTheCommandLineDoes) {
     EXPECT_EQ(SignalLimit()->level, 50u);
     EXPECT_EQ(SignalLimit()->channel, 9850u);
     ClickSwitch(upright_, L"600");
-    EXPECT_TRUE(WaitUntil([] { return CurrentClock().rate == 600; }, kDeadline_ms));
+    EXPECT_TRUE(WaitUntil([] { return ShownRate() == 600; }, kDeadline_ms));
     ClickSwitch(upright_, L"Display");
     EXPECT_TRUE(WaitUntil([] { return PhoneSleeps(); }, kDeadline_ms));
     ClickSwitch(upright_, L"Display");

@@ -1,7 +1,9 @@
 // The running radio from outside: start, stop, keys, soft keys and the stylus.
 #include "handset/panel/device_registry.h"
+#include "handset/panel/radio_windows.h"
 #include "handset/panel/telephone.h"
 #include "handset/state/power_manager.h"
+#include "handset/state/process_start.h"
 #include "tests/unit/panel/stand_in_test.h"
 
 namespace panel {
@@ -16,6 +18,62 @@ TEST_F(RadioFromOutside, StartReturnsWhenTheWindowIsThereAndStopWhenTheProcessIs
     EXPECT_EQ(Run({L"stop"}), kDone);
     EXPECT_FALSE(RadioProcess().has_value());
     EXPECT_EQ(Run({L"stop"}), kDone);
+}
+
+TEST_F(RadioFromOutside, StopEndsEveryRadioOfItsHandsetAndNoOther) {
+    StartStandIn();
+    ASSERT_EQ(Run({L"start", L"slow", L"second"}), kDone);
+    ASSERT_EQ(RadioProcesses().size(), 2u);
+    const std::wstring elsewhere = ProgramsToInstall() + L"\\UI.exe";
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION other = {};
+    std::wstring line = L"UI.exe";
+    ASSERT_TRUE(handset::StartProcess(elsewhere.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                      nullptr, &startup, &other));
+    CloseHandle(other.hThread);
+    const OwnedHandle process(other.hProcess);
+    ASSERT_TRUE(WaitUntil([&] { return MainWindowOf(other.dwProcessId) != nullptr; }, kDeadline_ms));
+    EXPECT_EQ(Run({L"stop"}), kDone);
+    EXPECT_TRUE(RadioProcesses().empty());
+    EXPECT_EQ(WaitForSingleObject(process.get(), 0), static_cast<DWORD>(WAIT_TIMEOUT));
+    TerminateProcess(process.get(), 1);
+    WaitForSingleObject(process.get(), kDeadline_ms);
+}
+
+TEST_F(RadioFromOutside, ARadioThatDoesNotCloseIsEndedByForce) {
+    ASSERT_EQ(Run({L"start", L"deaf"}), kDone);
+    EXPECT_EQ(Run({L"stop", L"--force"}), kDone);
+    EXPECT_FALSE(RadioProcess().has_value());
+    EXPECT_NE(console_.Said().find(L"was ended"), std::wstring::npos);
+    EXPECT_EQ(Run({L"stop", L"--hard"}), kBadUsage);
+}
+
+TEST_F(RadioFromOutside, StopSaysWhatHelpsAgainstARadioThatDoesNotClose) {
+    ASSERT_EQ(Run({L"start", L"deaf"}), kDone);
+    EXPECT_EQ(Run({L"stop"}), kFailed);
+    EXPECT_NE(console_.Complained().find(L"\"handset stop --force\""), std::wstring::npos);
+    EXPECT_TRUE(RadioProcess().has_value());
+}
+
+TEST_F(RadioFromOutside, AStartWaitsUntilTheOneBeforeItHasItsWindow) {
+    const RadioStart first = LaunchRadio(L"slow first");
+    ASSERT_TRUE(first.process);
+    EXPECT_FALSE(LaunchRadio(L"exit 0 hasty", RadioConsole::kOutput, 0).process);
+    EXPECT_TRUE(LaunchRadio(L"exit 0 patient").process);
+    EXPECT_TRUE(WaitForNote("patient"));
+    EXPECT_EQ(Beginnings(),
+              "command line [slow first]\nwindow [slow first]\ncommand line [exit 0 patient]\n");
+}
+
+TEST_F(RadioFromOutside, StatusTellsARadioOnItsWayFromOneThatShowsItsWindow) {
+    const RadioStart radio = LaunchRadio(L"slow one");
+    ASSERT_TRUE(radio.process);
+    Run({L"status"});
+    EXPECT_NE(console_.Said().find(L"Radio         starting, process"), std::wstring::npos);
+    ASSERT_TRUE(WaitUntil([] { return !RadioWindows().empty(); }, kDeadline_ms));
+    Run({L"status"});
+    EXPECT_NE(console_.Said().find(L"Radio         running, process"), std::wstring::npos);
 }
 
 TEST_F(RadioFromOutside, StartGivesTheExitCodeOfARadioThatEndsAtOnce) {
@@ -44,6 +102,9 @@ TEST_F(RadioFromOutside, InstallRefusesWhileTheRadioRuns) {
     StartStandIn();
     EXPECT_EQ(Run({L"install"}), kFailed);
     EXPECT_NE(console_.Complained().find(L"the radio is running"), std::wstring::npos);
+    DeleteFileW(Device(L"\\Windows\\band.ini").c_str());
+    EXPECT_EQ(Run({L"install", L"--unless-running"}), kDone);
+    EXPECT_EQ(GetFileAttributesW(Device(L"\\Windows\\band.ini").c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
 TEST_F(RadioFromOutside, KeysReachTheWindowWithTheFocus) {

@@ -17,7 +17,13 @@ TEST_F(Registry, WhatWasSetIsGotBackInEveryType) {
                          {L"dword", L"0x10", L"16\n"},
                          {L"string", L"Grüße, two  blanks ", L"Grüße, two  blanks \n"},
                          {L"string", L"", L"\n"},
-                         {L"qword", L"0x123456789ABCDEF0", L"1311768467463790320\n"}};
+                         {L"qword", L"0x123456789ABCDEF0", L"1311768467463790320\n"},
+                         {L"REG_DWORD", L"17", L"17\n"},
+                         {L"DWord", L"18", L"18\n"},
+                         {L"REG_SZ", L"text", L"text\n"},
+                         {L"reg_sz", L"text too", L"text too\n"},
+                         {L"String", L"and this", L"and this\n"},
+                         {L"Reg_Qword", L"19", L"19\n"}};
     for (const Row& row : kRows) {
         EXPECT_EQ(Run({L"reg", L"set", kKey, L"Value", row.type, row.data}), kDone) << row.type;
         EXPECT_EQ(Run({L"reg", L"get", kKey, L"Value"}), kDone);

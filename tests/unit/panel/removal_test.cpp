@@ -2,6 +2,7 @@
 #include "handset/panel/removal.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "handset/panel/encoding.h"
 #include "handset/panel/install.h"
@@ -67,6 +68,61 @@ TEST_F(Removal, LeavesAFolderAloneThatHeldSomethingBefore) {
     EXPECT_TRUE(RemoveHandset(true).rootLeft);
     EXPECT_EQ(ReadWholeFile(Device(L"\\letter.txt")), "older than the handset");
     EXPECT_FALSE(StateExists(stateKey_));
+}
+
+TEST_F(Removal, LeavesAFolderAloneThatHeldSomethingBeforeThoughAnotherOneWasTheHandsets) {
+    SetUpHandset();
+    const std::wstring own = root_;
+    root_ = home_ + L"\\users";
+    CreateDirectoryW(root_.c_str(), nullptr);
+    WriteWholeFile(Device(L"\\letter.txt"), "older than the handset");
+    SetEnvironmentVariableW(L"KORA_DEVICEROOT", root_.c_str());
+    SetUpHandset();
+    EXPECT_TRUE(RemoveHandset(true).rootLeft);
+    EXPECT_EQ(ReadWholeFile(Device(L"\\letter.txt")), "older than the handset");
+}
+
+TEST_F(Removal, AFolderThatWasMerelyNamedInTheEnvironmentIsLeftAlone) {
+    SetUpHandset();
+    const std::wstring own = root_;
+    root_ = home_ + L"\\users";
+    CreateDirectoryW(root_.c_str(), nullptr);
+    WriteWholeFile(Device(L"\\letter.txt"), "somebody's");
+    SetEnvironmentVariableW(L"KORA_DEVICEROOT", root_.c_str());
+    EXPECT_TRUE(RemoveHandset(true).rootLeft);
+    EXPECT_EQ(ReadWholeFile(Device(L"\\letter.txt")), "somebody's");
+}
+
+TEST_F(Removal, AHandsetThatCameBackToItsOwnFolderTakesItAway) {
+    SetUpHandset();
+    const std::wstring own = root_;
+    SetEnvironmentVariableW(L"KORA_DEVICEROOT", (home_ + L"\\second").c_str());
+    SetUpHandset();
+    SetEnvironmentVariableW(L"KORA_DEVICEROOT", (own + L"\\").c_str());
+    SetUpHandset();
+    EXPECT_FALSE(RemoveHandset(true).rootLeft);
+    EXPECT_FALSE(Exists(own));
+    EXPECT_TRUE(Exists(home_ + L"\\second\\Windows\\UI.exe"));
+}
+
+TEST_F(Removal, AnotherFolderOfTheSamePathIsNotTheOneThatWasTheHandsets) {
+    SetUpHandset();
+    std::filesystem::remove_all(root_);
+    CreateDirectoryW(root_.c_str(), nullptr);
+    WriteWholeFile(Device(L"\\letter.txt"), "somebody's");
+    SetUpHandset();
+    EXPECT_TRUE(RemoveHandset(true).rootLeft);
+    EXPECT_EQ(ReadWholeFile(Device(L"\\letter.txt")), "somebody's");
+}
+
+TEST_F(Removal, TheFolderAroundADeviceRootOfTheUsersChoiceStays) {
+    const std::wstring around = home_ + L"\\around";
+    CreateDirectoryW(around.c_str(), nullptr);
+    SetEnvironmentVariableW(L"KORA_DEVICEROOT", (around + L"\\device").c_str());
+    SetUpHandset();
+    EXPECT_FALSE(RemoveHandset(true).rootLeft);
+    EXPECT_TRUE(Exists(around));
+    EXPECT_FALSE(Exists(around + L"\\device"));
 }
 
 TEST_F(Removal, AHandsetThatWasNeverSetUpIsRemovedWithoutComplaint) {

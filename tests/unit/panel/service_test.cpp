@@ -5,7 +5,9 @@
 
 #include "handset/panel/device_registry.h"
 #include "handset/panel/handset_clock.h"
+#include "handset/panel/radio_process.h"
 #include "handset/panel/switches.h"
+#include "handset/state/handset_clock.h"
 #include "handset/state/handset_state.h"
 #include "tests/unit/panel/booked_handset.h"
 
@@ -13,6 +15,10 @@ namespace panel {
 namespace {
 
 using Service = BookedHandset;
+
+std::uint64_t Shown() {
+    return handset::ShownAt(*handset::SharedMoment(), handset::RealTime());
+}
 
 TEST_F(Service, StartsAProgramWithItsCommandLineWhenItsTimeComes) {
     Book(L"RunAppAtTime-0000000001", L"-Rec -Channel 9850 -Duration 60", ten_);
@@ -26,7 +32,7 @@ TEST_F(Service, StartsAProgramWithItsCommandLineWhenItsTimeComes) {
 }
 
 TEST_F(Service, KeepsTimeAtAHighClockRate) {
-    ASSERT_TRUE(SetClockRate(600));
+    ASSERT_TRUE(handset::SetClockRate(600));
     Book(L"RunAppAtTime-0000000001", L"today", ten_);
     Book(L"RunAppAtTime-0000000002", L"later", ten_ + 20 * kMinute_s);
     SetClock(ten_ - 10 * kMinute_s);
@@ -193,6 +199,92 @@ TEST_F(Service, AProgramThatIsNotThereIsNamedAndNotTriedAgain) {
     EXPECT_TRUE(console_.lines.empty());
 }
 
+TEST_F(Service, WhatIsNotOfTheDeviceIsNotStarted) {
+    // A program that is there on the host, above the device's root and by the host's own names.
+    const std::wstring outside = home_ + L"\\programs\\UI.exe";
+    ASSERT_NE(GetFileAttributesW(outside.c_str()), INVALID_FILE_ATTRIBUTES);
+    for (const std::wstring& program :
+         {std::wstring(L"\\..\\programs\\UI.exe"), std::wstring(L"\\Windows\\..\\..\\programs\\UI.exe"),
+          outside, L"\\\\?\\" + outside}) {
+        DeleteDeviceKey(L"HKLM\\System\\Notifications");
+        Book(L"RunAppAtTime-0000000001", L"outside", ten_);
+        SetDeviceString(L"HKLM\\System\\Notifications\\RunAppAtTime-0000000001", handset::kBookingProgram,
+                        program);
+        SetClock(ten_);
+        LookOnce();
+        EXPECT_NE(console_.Said().find(L"not started: there is no "), std::wstring::npos) << Utf8(program);
+    }
+    EXPECT_EQ(GetFileAttributesW((outside + L".log").c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+// A program of its own name on a card: the path alone decides.
+TEST_F(Service, AProgramOnACardThatIsOutIsNotStarted) {
+    CopyFileW(Device(L"\\Windows\\UI.exe").c_str(), Device(L"\\Storage Card\\UI.exe").c_str(), FALSE);
+    Book(L"RunAppAtTime-0000000001", L"card", ten_);
+    SetDeviceString(L"HKLM\\System\\Notifications\\RunAppAtTime-0000000001", handset::kBookingProgram,
+                    L"\\Windows\\..\\Storage Card\\UI.exe");
+    InsertCard(false);
+    SetClock(ten_);
+    LookOnce();
+    EXPECT_NE(console_.Said().find(L"not started: there is no "), std::wstring::npos);
+    InsertCard(true);
+    SetClock(ten_ + kWeek_s);
+    LookOnce();
+    EXPECT_NE(console_.Said().find(L"started, process "), std::wstring::npos) << Utf8(console_.Said());
+}
+
+TEST_F(Service, HearsOfBookingsAfterTheirKeyWasDeletedAndCameAgain) {
+    const BackgroundService service(console_);
+    Book(L"RunAppAtTime-0000000001", L"before", LocalNow() + 1);
+    ASSERT_TRUE(WaitForStart("before"));
+    for (const char* word : {"first", "second"}) {
+        ASSERT_TRUE(DeleteDeviceKey(L"HKLM\\System\\Notifications"));
+        Book(L"RunAppAtTime-0000000002", Wide(word), LocalNow() + 1);
+        ASSERT_TRUE(WaitForStart(word)) << word;
+    }
+}
+
+TEST_F(Service, ATimeThatWasServedIsNotServedAgainWhenTheClockIsSetBackBetweenTwoOfThem) {
+    Book(L"RunAppAtTime-0000000001", L"between", ten_);
+    for (const handset::LocalSeconds time : {ten_, ten_ + kWeek_s}) {
+        SetClock(time);
+        LookOnce();
+        ASSERT_EQ(console_.lines.size(), 1u);
+    }
+    SetClock(ten_ + kMinute_s);
+    LookOnce();
+    EXPECT_TRUE(console_.lines.empty());
+    EXPECT_EQ(ReadBooking(L"RunAppAtTime-0000000001")->started, ten_ + kWeek_s);
+}
+
+TEST_F(Service, RadiosThatAreDueTogetherAreStartedOneAfterTheOther) {
+    for (int i = 1; i <= 3; ++i)
+        BookLine(L"RunAppAtTime-000000000" + std::to_wstring(i), L"slow " + std::to_wstring(i), ten_);
+    const HandsetProcess process(L"service");
+    SetClock(ten_);
+    {
+        const BackgroundService one(console_), two(console_);
+        ASSERT_TRUE(WaitForNote("window [slow 3]\n")) << Notes();
+    }
+    // Each began when the one before had its window, and in the order in which they were booked.
+    EXPECT_EQ(Beginnings(),
+              "command line [slow 1]\nwindow [slow 1]\ncommand line [slow 2]\nwindow [slow 2]\n"
+              "command line [slow 3]\nwindow [slow 3]\n");
+    EXPECT_EQ(RadioProcesses().size(), 3u);
+    EXPECT_EQ(Run({L"stop"}), kDone);
+    EXPECT_TRUE(RadioProcesses().empty());
+}
+
+TEST_F(Service, ABookingThatIsDueWhenThePhoneIsOpenedWaitsForThePhonesOwnRadio) {
+    Book(L"RunAppAtTime-0000000001", L"booked", ten_);
+    SetClock(ten_);
+    const RadioStart own = LaunchRadio(L"slow own");
+    ASSERT_TRUE(own.process) << Utf8(own.fault);
+    const BackgroundService service(console_);
+    ASSERT_TRUE(WaitForStart("booked"));
+    EXPECT_EQ(Beginnings(), "command line [slow own]\nwindow [slow own]\ncommand line [exit 0 booked]\n");
+}
+
 TEST_F(Service, ABookingThatIsTakenBackIsNotStarted) {
     Book(L"RunAppAtTime-0000000001", L"gone", ten_);
     const BackgroundService service(console_);
@@ -208,7 +300,7 @@ TEST_F(Service, MidnightIsATimeAsAnyOther) {
     const handset::LocalSeconds midnight = ten_ + 14 * kHour_s;
     Book(L"RunAppAtTime-0000000001", L"midnight", midnight);
     Book(L"RunAppAtTime-0000000002", L"before", midnight - kMinute_s);
-    ASSERT_TRUE(SetClockRate(60));
+    ASSERT_TRUE(handset::SetClockRate(60));
     SetClock(midnight - 2 * kMinute_s);
     const BackgroundService service(console_);
     EXPECT_TRUE(WaitForStart("midnight"));
@@ -230,17 +322,17 @@ TEST_F(Service, TheLastSundayOfMarchStartsWhatIsBookedForTheHourThatIsNotThere) 
 
 TEST_F(Service, TheLastSundayOfOctoberStartsWhatIsBookedForTheHourThatComesTwiceOnce) {
     handset::SetStateString(L"TimeZone", kCentralEurope);
-    ASSERT_TRUE(SetClockRate(600));
+    ASSERT_TRUE(handset::SetClockRate(600));
     Book(L"RunAppAtTime-0000000001", L"twice", *handset::ReadLocalTime(L"2026-10-25 02:30:00"));
     Book(L"RunAppAtTime-0000000002", L"after", *handset::ReadLocalTime(L"2026-10-25 03:10:00"));
     SetClock(*handset::ReadLocalTime(L"2026-10-25 01:50:00"));
-    const std::uint64_t begun = HandsetTimeAt(CurrentClock(), RealTimeNow());
+    const std::uint64_t begun = Shown();
     const BackgroundService service(console_);
     ASSERT_TRUE(WaitForStart("after"));
     EXPECT_EQ(StartsOf("twice"), 1);
     // From 01:50 to 03:10 it was 140 minutes, not 80.
     constexpr std::uint64_t kMinute_100ns = 600000000;
-    EXPECT_GE((HandsetTimeAt(CurrentClock(), RealTimeNow()) - begun) / kMinute_100ns, 139u);
+    EXPECT_GE((Shown() - begun) / kMinute_100ns, 139u);
 }
 
 }  // namespace

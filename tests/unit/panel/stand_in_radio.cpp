@@ -1,5 +1,6 @@
 // Stands in for the radio in the panel's tests: a window of the radio's class that fills the display and
-// writes down, a line each, what reaches it. "exit N" as its command line makes it end at once with N.
+// writes down, a line each, what reaches it. "exit N" as its command line makes it end at once with N, "slow
+// …" take its time with its window, and "deaf" not close.
 #include <windows.h>
 
 #include <cstdio>
@@ -14,6 +15,7 @@ namespace {
 std::wstring g_log;
 UINT g_softKeyMessage;
 HWND g_child;
+bool g_deaf;
 
 void Note(const char* format, ...) {
     char line[256];
@@ -55,6 +57,7 @@ LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     if (message == 0xA402) Note("bluetooth %d\n", static_cast<int>(wParam));
     if (message == WM_SETTINGCHANGE && wParam == handset::kSettingChangeReset) Note("turned\n");
     if (message == WM_ACTIVATE && window != g_child) Note("activate %d\n", LOWORD(wParam));
+    if (message == WM_CLOSE && g_deaf) return 0;
     if (message == WM_DESTROY && window != g_child) PostQuitMessage(5);
     return DefWindowProcW(window, message, wParam, lParam);
 }
@@ -68,6 +71,9 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR commandLine, int) {
     Note("command line [%ls]\n", commandLine);
     int code = 0;
     if (std::swscanf(commandLine, L"exit %d", &code) == 1) return code;
+    const bool slow = std::wcsncmp(commandLine, L"slow", 4) == 0;
+    g_deaf = std::wcscmp(commandLine, L"deaf") == 0;
+    if (slow) Sleep(1000);
 
     g_softKeyMessage = RegisterWindowMessageW(handset::kSoftKeyMessage);
     for (const wchar_t* name : {L"Kora", handset::kMenuBarClass}) {
@@ -79,6 +85,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR commandLine, int) {
         RegisterClassW(&type);
     }
     handset::JoinHandset();
+    if (slow) Note("window [%ls]\n", commandLine);
     const POINT display = AskForDisplay();
     const HWND window = CreateWindowExW(0, L"Kora", L"stand-in", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN,
                                         display.x, display.y, 240, 320, nullptr, nullptr, instance, nullptr);

@@ -1,6 +1,7 @@
 // The stand-in for the radio, installed on the test's handset, and what it wrote down.
 #pragma once
 
+#include <sstream>
 #include <string>
 
 #include "handset/panel/encoding.h"
@@ -17,8 +18,8 @@ class StandInTest : public HandsetTest {
   protected:
     StandInTest() { EXPECT_EQ(InstallHandset(ProgramsToInstall()).fault, L""); }
     ~StandInTest() override {
-        if (const auto id = RadioProcess()) {
-            const OwnedHandle process(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, *id));
+        for (const DWORD id : RadioProcesses()) {
+            const OwnedHandle process(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id));
             TerminateProcess(process.get(), 1);
             WaitForSingleObject(process.get(), kDeadline_ms);
         }
@@ -28,6 +29,15 @@ class StandInTest : public HandsetTest {
     }
     [[nodiscard]] bool WaitForNote(const std::string& note) const {
         return WaitUntil([&] { return Notes().find(note) != std::string::npos; }, kDeadline_ms);
+    }
+    // The notes of programs that begin and of those that take their time with their windows, in their order.
+    [[nodiscard]] std::string Beginnings() const {
+        std::istringstream notes(Notes());
+        std::string beginnings;
+        for (std::string line; std::getline(notes, line);) {
+            if (line.rfind("command line", 0) == 0 || line.rfind("window", 0) == 0) beginnings += line + "\n";
+        }
+        return beginnings;
     }
     void StartStandIn() {
         ASSERT_EQ(Run({L"start"}), kDone) << testing::PrintToString(console_.Complained());

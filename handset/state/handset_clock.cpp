@@ -1,0 +1,75 @@
+#include "handset/state/handset_clock.h"
+
+#include <windows.h>
+
+#include "handset/state/booking_lock.h"
+#include "handset/state/handset_state.h"
+#include "handset/state/stored_value.h"
+
+namespace handset {
+namespace {
+
+constexpr wchar_t kMoment[] = L"ClockMoment";
+constexpr wchar_t kRate[] = L"ClockRate";
+
+// With the lock held.
+bool Write(const ClockMoment& moment) {
+    const StoredMoment bytes = Stored(moment);
+    return RegSetKeyValueW(HKEY_CURRENT_USER, StateKeyPath().c_str(), kMoment, REG_BINARY, bytes.data(),
+                           static_cast<DWORD>(bytes.size())) == ERROR_SUCCESS;
+}
+
+// What is shown goes on without a jump.
+bool GoOnAt(std::uint32_t rate) {
+    const std::uint64_t now = RealTime();
+    const auto moment = SharedMoment();
+    return Write({now, moment ? ShownAt(*moment, now) : now, rate});
+}
+
+}  // namespace
+
+std::uint64_t RealTime() {
+    FILETIME now = {};
+    GetSystemTimeAsFileTime(&now);
+    return static_cast<std::uint64_t>(now.dwHighDateTime) << 32 | now.dwLowDateTime;
+}
+
+std::uint32_t ClockRate() {
+    return ClampClockRate(StateDword(kRate, kSlowestClock));
+}
+
+std::optional<ClockMoment> SharedMoment() {
+    const auto stored = ReadStoredValue(StateKeyPath(), kMoment);
+    if (!stored || stored->type != REG_BINARY) return std::nullopt;
+    return ReadMoment(stored->data.data(), stored->data.size());
+}
+
+bool SetShownTime(std::uint64_t shown) {
+    const BookingLock lock;
+    return lock && Write({RealTime(), shown, ClockRate()});
+}
+
+bool SetClockRate(std::uint32_t rate) {
+    const BookingLock lock;
+    const std::uint32_t clamped = ClampClockRate(rate);
+    return lock && GoOnAt(clamped) && SetStateDword(kRate, clamped);
+}
+
+bool ResetClock() {
+    const BookingLock lock;
+    if (!lock) return false;
+    DeleteStateValue(kMoment);
+    return SetStateDword(kRate, kSlowestClock);
+}
+
+bool FixClock() {
+    const auto fixed = [] {
+        const auto moment = SharedMoment();
+        return moment && moment->rate == ClockRate();
+    };
+    if (fixed()) return true;
+    const BookingLock lock;
+    return lock && (fixed() || GoOnAt(ClockRate()));
+}
+
+}  // namespace handset
