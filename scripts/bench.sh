@@ -1,6 +1,24 @@
 # ./kora bench: the table of measurements. Sourced by kora.
 
+# kora_bench_reception [--quick]: the receiver in software; the table and its curves are kept in KORA_HOME.
+kora_bench_reception() {
+    packages_need "${KORA_RECEPTION_PACKAGES[@]}"
+    build_preset bench reception_bench
+    mkdir -p "$KORA_HOME/reception"
+    step "measuring reception (some ten minutes on two cores; a minute or two with --quick)"
+    local status=0
+    "$KORA_ROOT/build/bench/tests/bench/reception/reception_bench" --curves "$KORA_HOME/reception" "$@" \
+        >"$KORA_HOME/reception/table.txt" || status=$?
+    cat "$KORA_HOME/reception/table.txt"
+    [ $status -eq 0 ] || fail "a demand was missed, or the measurement failed; the table is in $KORA_HOME/reception"
+}
+
 kora_bench() {
+    if [ "${1:-}" = --reception ]; then
+        shift
+        kora_bench_reception "$@"
+        return
+    fi
     # The files that are left are looked at with these.
     [ "${1:-}" != --faults ] || packages_need "${KORA_TEST_PACKAGES[@]}"
     handset_ready
