@@ -50,6 +50,7 @@ void Receiver::Tune(double offset_Hz) {
     pilot_.Reset();
     channelFilter_.SetWidth(FirstWidth(options_.channel));
     stream_s_ = 0.0;
+    rds_.Restart();
     if (listener_ != nullptr) listener_->OnTuned();
 }
 
@@ -76,6 +77,7 @@ void Receiver::ProcessBlock(const Sample* channel, std::vector<float>* frames) {
     meter_.AddMultiplex(multiplex_.data(), kBlockSamples);
     MpxBlock block;
     pilot_.Process(multiplex_.data(), &block, pairs_.data());
+    if (options_.rds) rds_.Feed(block);
     if (listener_ != nullptr) listener_->OnMultiplex(block);
 
     const Measured carrierToNoise_dBHz = meter_.CarrierToNoise_dBHz();
@@ -102,7 +104,7 @@ void Receiver::ChooseWidth() {
     }
 }
 
-ReceiverSnapshot Receiver::Snapshot() const {
+ReceiverSnapshot Receiver::Snapshot() {
     ReceiverSnapshot snapshot;
     snapshot.carrierToNoise_dBHz = meter_.CarrierToNoise_dBHz();
     snapshot.level = meter_.Level();
@@ -112,6 +114,7 @@ ReceiverSnapshot Receiver::Snapshot() const {
     snapshot.blend = stereo_.Stereo();
     snapshot.width = channelFilter_.Width();
     snapshot.stream_s = stream_s_;
+    snapshot.rds = rds_.Current();
     return snapshot;
 }
 

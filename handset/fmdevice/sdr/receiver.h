@@ -10,6 +10,7 @@
 #include "handset/fmdevice/sdr/discriminator.h"
 #include "handset/fmdevice/sdr/mpx_block.h"
 #include "handset/fmdevice/sdr/pilot_loop.h"
+#include "handset/fmdevice/sdr/rds/decoder.h"
 #include "handset/fmdevice/sdr/sample.h"
 #include "handset/fmdevice/sdr/signal_meter.h"
 #include "handset/fmdevice/sdr/stereo_decoder.h"
@@ -26,6 +27,8 @@ struct ReceiverOptions {
     // Whether weak stations lose stereo and treble by degrees; else all of both stays, whatever the noise.
     bool blend = true;
     bool forceMono = false;
+    // Whether the snapshot has the data as well; a listener may decode them for itself.
+    bool rds = false;
 };
 
 // Of the moment; ages by the clock of the samples.
@@ -38,6 +41,7 @@ struct ReceiverSnapshot {
     double blend = 0.0;  // how much of the difference is in the sound, 0 to 1
     ChannelWidth width = ChannelWidth::kWide;
     double stream_s = 0.0;  // of samples since the last tuning
+    rds::Station rds;       // what its data say; times as stream_s
 };
 
 // Who wants the multiplex too, in blocks of a millisecond. Called while samples are processed.
@@ -65,7 +69,7 @@ class Receiver {
     // at kSoundRate_Hz, 1.0 for 75 kHz of deviation on both sides.
     void Process(const Sample* samples, std::size_t count, std::vector<float>* frames);
 
-    [[nodiscard]] ReceiverSnapshot Snapshot() const;
+    [[nodiscard]] ReceiverSnapshot Snapshot();
 
   private:
     void ProcessBlock(const Sample* channel, std::vector<float>* frames);
@@ -79,6 +83,7 @@ class Receiver {
     SignalMeter meter_;
     PilotLoop pilot_;
     StereoDecoder stereo_;
+    rds::Decoder rds_;
     IMpxListener* listener_ = nullptr;
 
     std::vector<Sample> tuned_;
