@@ -13,24 +13,42 @@ class OutsideVolume : public test::OutsideTest {
     void SetUp() override {
         OutsideTest::SetUp();
         m_whole = test::ReadWholeFile(Volume());
-        ASSERT_GT(m_whole.size(), 4096u);
+        for (std::size_t at = 0; at < m_whole.size(); ++at) {
+            if (m_whole[at] != 0) m_used.push_back(at);
+        }
+        ASSERT_GT(m_used.size(), 500u);
+        // Around each of the three names: what the records say of themselves.
+        const std::string name("B\0e\0t\0a\0", 8), other("G\0a\0m\0m\0a\0", 10), third("A\0l\0p\0h\0a\0", 10);
+        for (const std::string& text : {name, other, third}) {
+            for (std::size_t at = m_whole.find(text); at != m_whole.npos; at = m_whole.find(text, at + 1)) {
+                for (std::size_t place = at - 40; place < at + 40; ++place) m_records.push_back(place);
+            }
+        }
+        ASSERT_GE(m_records.size(), 3u * 80);
     }
     std::wstring Volume() const { return handset.DevicePath(L"\\KORA.vol"); }
 
-    // Few bytes, and half of them where a page begins; now and then the end is missing.
+    // One byte or a few, of the records, of all that hold something, or where a page begins; now and then the
+    // end is missing.
     void Damage() {
         std::string bytes = m_whole;
-        for (unsigned hits = 1 + m_random() % 12; hits > 0; --hits) {
-            std::size_t at = m_random() % bytes.size();
-            if (m_random() % 2 == 0) at = at / 4096 * 4096 + m_random() % 120;
+        // The count of its changes: whoever has read the one before does not take it for the same.
+        ++m_changes;
+        for (std::size_t i = 0; i < 4; ++i) bytes[24 + i] = static_cast<char>(m_changes >> (24 - 8 * i));
+        for (unsigned hits = m_random() % 4 == 0 ? 1 + m_random() % 12 : 1; hits > 0; --hits) {
+            const std::vector<std::size_t>& places = m_random() % 2 == 0 ? m_used : m_records;
+            std::size_t at = places[m_random() % places.size()];
+            if (m_random() % 8 == 0) at = at / 4096 * 4096 + m_random() % 120;
             bytes[at] = static_cast<char>(m_random());
         }
-        if (m_random() % 8 == 0) bytes.resize(m_random() % bytes.size());
+        if (m_random() % 16 == 0) bytes.resize(m_random() % bytes.size());
         // In place: an operation that failed may have left the volume mounted.
         test::WriteWholeFile(Volume(), bytes);
     }
 
     std::string m_whole;
+    std::vector<std::size_t> m_used, m_records;
+    std::uint32_t m_changes = 1'000'000;
     std::mt19937 m_random{20260112};
 };
 
@@ -51,28 +69,29 @@ TEST_F(OutsideVolume, OneThatChangesUnderARunningRadioLeavesItAliveAndAWholeOneI
     SetClockRate(kClockRate);
     Radio radio(handset);
     radio.WaitUntilShown();
+    radio.Type("876");
+    ASSERT_TRUE(WaitForCall("SetChannel 8760 -> 0"));
     const ULONGLONG end = GetTickCount64() + test::FuzzTime_ms(8);
     unsigned volumes = 0;
     for (; GetTickCount64() < end; ++volumes) {
         SCOPED_TRACE(volumes);
         Damage();
-        // A look at the name of what is tuned; a fill of the list; an insertion.
-        radio.Type(volumes % 2 == 0 ? "985" : "876");
-        ASSERT_TRUE(Answers(radio));
-        if (volumes % 4 == 0) {
+        // A look at the name of what is tuned; now and then a fill of the list, or an insertion.
+        radio.Send(0x8002, static_cast<WPARAM>(volumes % 2 == 0 ? SKIN_STEP_UP : SKIN_STEP_DOWN), 0);
+        if (volumes % 16 == 0) {
             radio.Command(IDC_CHANNEL_LISTS);
             if (const HWND dialog = radio.WaitForBox(nullptr)) {
                 test::PickRow(dialog, IDC_GROUP_LIST, 0);
                 test::PressSoftKey(dialog, test::SoftKey::kLeft);
             }
-        } else if (volumes % 4 == 1) {
+        } else if (volumes % 16 == 8) {
             radio.Command(IDC_ADD_CURRENT);
             if (const HWND dialog = radio.WaitForBox(nullptr))
                 test::PressSoftKey(dialog, test::SoftKey::kLeft);
         }
         ASSERT_TRUE(Answers(radio));
     }
-    EXPECT_GT(volumes, 5u);
+    EXPECT_GT(volumes, 20u);
     EXPECT_FALSE(CaughtAFault());
 
     EXPECT_TRUE(Closes(radio));
