@@ -57,6 +57,12 @@ class CaughtStream {
 constexpr int kLinesPerThread = 200;
 constexpr int kThreads = 4;
 constexpr int kPrograms = 4;
+constexpr int kRounds = 5;
+constexpr wchar_t kNumber[] = L"KORA_TEST_WRITER";
+
+HANDLE SharedEvent(const wchar_t* name) {
+    return CreateEventW(nullptr, TRUE, FALSE, (L"KoraTraceTest-" + std::wstring(name)).c_str());
+}
 
 using TraceOfPrograms = HandsetTest;
 
@@ -110,7 +116,14 @@ TEST(Trace, LinesOfSeveralThreadsNeverMix) {
 
 // Run as a program of its own by the next one.
 TEST(TraceOfAnotherProgram, DISABLED_WritesItsLines) {
-    WriteLines(reinterpret_cast<void*>(INT_PTR{0}));
+    wchar_t number[8] = L"";
+    GetEnvironmentVariableW(kNumber, number, 8);
+    const HANDLE ready = SharedEvent(number), go = SharedEvent(L"go");
+    SetEvent(ready);
+    WaitForSingleObject(go, 60000);
+    for (int round = 0; round < kRounds; ++round) WriteLines(reinterpret_cast<void*>(INT_PTR{0}));
+    CloseHandle(ready);
+    CloseHandle(go);
 }
 
 TEST_F(TraceOfPrograms, LinesOfSeveralInOneFileAreAllThere) {
@@ -123,7 +136,11 @@ TEST_F(TraceOfPrograms, LinesOfSeveralInOneFileAreAllThere) {
     wchar_t program[MAX_PATH];
     GetModuleFileNameW(nullptr, program, MAX_PATH);
     HANDLE processes[kPrograms];
-    for (HANDLE& process : processes) {
+    const HANDLE go = SharedEvent(L"go");
+    for (int i = 0; i < kPrograms; ++i) {
+        const std::wstring number = std::to_wstring(i);
+        const HANDLE ready = SharedEvent(number.c_str());
+        SetEnvironmentVariableW(kNumber, number.c_str());
         wchar_t line[] = L"test --gtest_also_run_disabled_tests --gtest_filter=TraceOfAnotherProgram.*";
         STARTUPINFOW startup{};
         startup.cb = sizeof startup;
@@ -135,8 +152,14 @@ TEST_F(TraceOfPrograms, LinesOfSeveralInOneFileAreAllThere) {
         static const auto create = HostFunction<decltype(CreateProcessW)>("kernel32.dll", "CreateProcessW");
         ASSERT_TRUE(create(program, line, nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &started));
         CloseHandle(started.hThread);
-        process = started.hProcess;
+        processes[i] = started.hProcess;
+        EXPECT_EQ(WaitForSingleObject(ready, 60000), WAIT_OBJECT_0);
+        CloseHandle(ready);
     }
+    // All at once.
+    SetEvent(go);
+    CloseHandle(go);
+    SetEnvironmentVariableW(kNumber, nullptr);
     for (const HANDLE process : processes) {
         ASSERT_EQ(WaitForSingleObject(process, 60000), WAIT_OBJECT_0);
         CloseHandle(process);
@@ -147,7 +170,7 @@ TEST_F(TraceOfPrograms, LinesOfSeveralInOneFileAreAllThere) {
     std::map<std::string, int> lines;
     for (std::string line; std::getline(file, line);) ++lines[line];
     EXPECT_EQ(lines.size(), static_cast<std::size_t>(kLinesPerThread));
-    for (const auto& [line, count] : lines) EXPECT_EQ(count, kPrograms) << line;
+    for (const auto& [line, count] : lines) EXPECT_EQ(count, kPrograms * kRounds) << line;
 }
 
 TEST(Console, GetsThePrintedBytesAtOnce) {
