@@ -80,7 +80,8 @@ TEST_F(OutsideRegistry, AStartFromAnyValuesOpensOrEndsWithItsWarning) {
         for (const ReadPlace& place : test::kReadAtAStart) WriteOddValue(place, random);
         const bool headset = start % 4 != 0;
         if (headset) handset.PlugHeadset(true);
-        for (const wchar_t* program : {L"status", L"schedule", L"reg get HKLM\\System\\Notifications Number"})
+        for (const wchar_t* program :
+             {L"status", L"schedule", L"reg get HKLM\\System\\Notifications LastNumber"})
             EXPECT_LT(test::RunProgram(L"handset.exe", program), 0x100u) << "the command line crashed";
 
         Radio radio(handset);

@@ -163,11 +163,14 @@ TEST_F(PanelWindowTest, ASleepingPhoneTakesNoKeysAndWakesToBeClosed) {
 }
 
 TEST_F(PanelWindowTest, ASwitchThatTheStylusHasLeftDoesNothing) {
+    int pressed = 0;
     for (const SwitchPlace& place : LayOutColumn(upright_.column).switches) {
         if (std::wstring(place.row->label) != L"Headset") continue;
         SendMessageW(window_, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(place.box.x + 5, place.box.y + 5));
         SendMessageW(window_, WM_LBUTTONUP, 0, MAKELPARAM(2, 2));
+        ++pressed;
     }
+    EXPECT_EQ(pressed, 1);
     EXPECT_TRUE(HeadsetPlugged());
 }
 
