@@ -58,8 +58,13 @@ TEST_F(ChannelGroups, RenamingChangesTheGroupAndItsChannels) {
 TEST_F(ChannelGroups, RenamingToItsOwnNameSucceedsAndWritesNothing) {
     PutGroup(L"Mine");
     Put(L"Mine", L"One", 9850);
+    const std::wstring longName(150, L'n');  // a rewritten one would be cut
+    Put(L"Mine", longName.c_str(), 9860);
+    const std::string before = VolumeBytes();
     EXPECT_EQ(Rename(L"Mine", L"Mine"), 1);
-    EXPECT_THAT(Channels(), ElementsAre(StoredChannel{L"Mine", L"One", 9850, L""}));
+    EXPECT_EQ(VolumeBytes(), before);
+    EXPECT_THAT(Channels(), ElementsAre(StoredChannel{L"Mine", L"One", 9850, L""},
+                                        StoredChannel{L"Mine", longName, 9860, L""}));
 }
 
 TEST_F(ChannelGroups, RenamingAnUnknownGroupFails) {

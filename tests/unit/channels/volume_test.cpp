@@ -14,6 +14,13 @@ class ChannelVolume : public test::ChannelsTest {
         CeMountDBVol(&guid, const_cast<LPWSTR>(L"KORA.vol"), EDB_MOUNT_FLAG | OPEN_ALWAYS);
         return guid;
     }
+    static bool HasDatabase(CEGUID guid, const wchar_t* name) {
+        CEOID oid = 0;
+        const HANDLE open = CeOpenDatabaseEx2(&guid, &oid, const_cast<LPWSTR>(name), nullptr, 0, nullptr);
+        if (open == INVALID_HANDLE_VALUE) return false;
+        CloseHandle(open);
+        return true;
+    }
 };
 
 TEST_F(ChannelVolume, AMissingVolumeIsCreatedEmptyByTheFirstOperation) {
@@ -67,12 +74,26 @@ TEST_F(ChannelVolume, TheChannelDatabaseHasASortOrderOnEachOfItsFourProperties) 
 }
 
 TEST_F(ChannelVolume, OpeningByASortOrderNeverCreatesADatabase) {
-    // The store mounts in every operation; here it stands on the mount of the test.
-    CEGUID guid = MountHere();
+    // An operation that ends without closing leaves the store's volume mounted, and here without a database.
+    const auto mount = [this] {
+        TraceOf([&] { EXPECT_EQ(db.CEDB_LoadGroups(kGroupDatabase), 0); });
+        EXPECT_TRUE(VolumeIsMounted());
+    };
+    mount();
     EXPECT_EQ(db.CEDB_OpenByGroup(kChannelDatabase), INVALID_HANDLE_VALUE);
     EXPECT_EQ(db.CEDB_OpenByName(kChannelDatabase), INVALID_HANDLE_VALUE);
     EXPECT_EQ(db.CEDB_OpenByValue(kChannelDatabase), INVALID_HANDLE_VALUE);
-    EXPECT_TRUE(CeUnmountDBVol(&guid));
+    const CEGUID guid = MountHere();
+    EXPECT_FALSE(HasDatabase(guid, kChannelDatabase));
+    EXPECT_FALSE(HasDatabase(guid, kGroupDatabase));
+    CEGUID mounted = guid;
+    EXPECT_TRUE(CeUnmountDBVol(&mounted));
+    EXPECT_TRUE(db.CEDB_Close());
+    // The same calls open what is there.
+    Put(L"Mine", L"One", 9850);
+    mount();
+    EXPECT_NE(db.CEDB_OpenByName(kChannelDatabase), INVALID_HANDLE_VALUE);
+    EXPECT_TRUE(db.CEDB_Close());
 }
 
 TEST_F(ChannelVolume, ASeekInADatabaseThatIsMissingFails) {

@@ -1,5 +1,6 @@
 #include "shell/activation.h"
 
+#include "tests/support/device_settings.h"
 #include "tests/unit/shell/shell_test.h"
 
 namespace {
@@ -9,6 +10,7 @@ using test::Worker;
 
 class ActivationTest : public test::ShellTest {
   protected:
+    const test::DeviceSettings settings;
     ActivationTest() : stop(CreateEventW(nullptr, FALSE, FALSE, nullptr)), monitor(stop) {
         state->m_hMonitorThread = monitor.Thread();
         g_app.activateInfo.cbSize = sizeof g_app.activateInfo;
@@ -38,6 +40,25 @@ TEST_F(ActivationTest, AWindowThatComesToTheFrontRunsItAgainAndSaysHow) {
     HandleActivation(*state, window, WA_INACTIVE, 0);
     EXPECT_EQ(TraceOf([&] { HandleActivation(*state, window, WA_CLICKACTIVE, 0); }), "===WA_ACTIVE : 2===\n");
     EXPECT_TRUE(monitor.KeepsRunning());
+}
+
+TEST_F(ActivationTest, AWindowThatGoesToTheBackGivesTheHardwareKeysBack) {
+    AllKeys(TRUE);
+    ASSERT_EQ(KeysWanted(), 1u);
+    HandleActivation(*state, window, WA_INACTIVE, 0);
+    EXPECT_EQ(KeysWanted(), 0u);
+}
+
+TEST_F(ActivationTest, AWindowThatComesToTheFrontAsksForNoKeysAndGivesTheFocusToTheList) {
+    ShowWithList();
+    HandleActivation(*state, window, WA_INACTIVE, 0);
+    EXPECT_NE(GetFocus(), state->m_hListView);
+    for (const WPARAM how : {WA_ACTIVE, WA_CLICKACTIVE}) {
+        SetFocus(window);
+        HandleActivation(*state, window, how, 0);
+        EXPECT_EQ(GetFocus(), state->m_hListView) << how;
+        EXPECT_EQ(KeysWanted(), 0u);
+    }
 }
 
 TEST_F(ActivationTest, SuspensionsAreNotBalanced) {

@@ -1,5 +1,6 @@
 #include "shell/keys.h"
 
+#include "tests/support/device_settings.h"
 #include "tests/unit/shell/shell_test.h"
 
 namespace {
@@ -9,6 +10,7 @@ using test::TraceOf;
 
 class KeysTest : public test::ShellTest {
   protected:
+    const test::DeviceSettings settings;
     ~KeysTest() override { SetSystemPowerState(nullptr, POWER_STATE_ON, 0); }
     static DWORD PowerFlags() {
         WCHAR name[100] = L"";
@@ -42,6 +44,16 @@ TEST_F(KeysTest, ReturnDarkensTheDisplayAndLightsItAgain) {
     EXPECT_EQ(ConsoleOf([&] { HandleKeyDown(*state, window, VK_RETURN); }),
               "********1.Screen ON**********\n");
     EXPECT_TRUE(PowerFlags() & POWER_STATE_ON);
+}
+
+TEST_F(KeysTest, WhileTheDisplayIsDarkEveryHardwareKeyIsAskedForAndWithTheLightTheListHasTheFocus) {
+    ShowWithList();
+    HandleKeyDown(*state, window, VK_RETURN);
+    EXPECT_EQ(KeysWanted(), 1u);
+    EXPECT_EQ(GetFocus(), window);
+    HandleKeyDown(*state, window, VK_RETURN);
+    EXPECT_EQ(KeysWanted(), 0u);
+    EXPECT_EQ(GetFocus(), state->m_hListView);
 }
 
 TEST_F(KeysTest, WithTheDisplayDarkOtherKeysAreIgnored) {

@@ -47,6 +47,21 @@ bool ShellTest::HasSeen(UINT message) const {
                        [message](const SeenMessage& seen) { return seen.message == message; });
 }
 
+void ShellTest::ShowWithList() const {
+    ShowWindow(state->m_hListView, SW_SHOW);
+    ShowWindow(window, SW_SHOW);
+    SetActiveWindow(window);
+    SetFocus(window);
+}
+
+DWORD ShellTest::StateDword(const WCHAR* name) {
+    DWORD value = 0, size = sizeof value;
+    WCHAR key[MAX_PATH] = L"";
+    GetEnvironmentVariableW(L"KORA_STATEKEY", key, MAX_PATH);
+    RegGetValueW(HKEY_CURRENT_USER, key, name, RRF_RT_REG_DWORD, nullptr, &value, &size);
+    return value;
+}
+
 LRESULT CALLBACK ShellTest::Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (g_test != nullptr && IsOfInterest(message)) {
         g_test->m_seen.push_back({message, wParam, lParam, GetTickCount()});

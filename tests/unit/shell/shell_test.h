@@ -33,6 +33,13 @@ class ShellTest : public testing::Test {
     std::vector<SeenMessage> Seen() const { return m_seen; }
     bool HasSeen(UINT message) const;
 
+    // Shows the window with its list, so that they can have the focus.
+    void ShowWithList() const;
+    // What the program has told the phone with AllKeys.
+    static DWORD KeysWanted() { return StateDword(L"AllKeys"); }
+    // A number of the handset's state; 0 when there is none.
+    static DWORD StateDword(const WCHAR* name);
+
     FakeFMDevice device;
     CMainState* state = nullptr;
     HWND window = nullptr;
