@@ -7,6 +7,7 @@ namespace {
 constexpr LONG kVisibleHeightPortrait = 105;
 constexpr LONG kVisibleHeightLandscape = 60;
 constexpr LONG kRowReach = 15;
+constexpr WPARAM kFrequencyColumn = 1;
 
 WNDPROC g_listProcedure = nullptr;
 ListEdgeHints g_hints = {};
@@ -61,7 +62,12 @@ LRESULT CALLBACK ListProc(HWND list, UINT message, WPARAM wParam, LPARAM lParam)
     // An accelerator's command goes to the window with the focus; the commands are the main window's.
     if (message == WM_COMMAND && lParam == 0) return SendMessageW(GetParent(list), message, wParam, lParam);
     if (message == WM_KEYUP && (wParam == VK_UP || wParam == VK_DOWN)) FindEdges(list);
-    return CallWindowProcW(g_listProcedure, list, message, wParam, lParam);
+    const LRESULT result = CallWindowProcW(g_listProcedure, list, message, wParam, lParam);
+    // The vertical bar comes and goes with the rows, and takes from the frequencies' room or gives it back.
+    if (message == WM_SIZE) {
+        SendMessageW(list, LVM_SETCOLUMNWIDTH, kFrequencyColumn, LVSCW_AUTOSIZE_USEHEADER);
+    }
+    return result;
 }
 
 }  // namespace

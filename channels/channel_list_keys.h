@@ -1,5 +1,5 @@
 // Keys of the channel list: what is the main window's goes there, and moving the selection keeps the hints
-// that there is more above or below.
+// that there is more above or below. Beside them, the frequencies' column fits into what the list shows.
 #pragma once
 
 #include <windows.h>

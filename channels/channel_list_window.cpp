@@ -1,6 +1,5 @@
 #include "channels/channel_list_window.h"
 
-#include <aygshell.h>
 #include <commctrl.h>
 
 #include "channels/channel_list_keys.h"
@@ -11,6 +10,7 @@
 #include "shell/owned.h"
 #include "shell/settings_key.h"
 #include "skin/screen.h"
+#include "skin/skin_load.h"
 
 namespace {
 
@@ -46,11 +46,15 @@ HBITMAP CopyOut(HWND window, HBITMAP source, const SkinRect& rect) {
 }
 
 // On a wide screen the list shows the skin behind it, so that it seems to stand on the same ground.
+UINT BackgroundId() {
+    if (!IsWideScreen()) return IDB_LIST_BACKGROUND;
+    return IsPortraitScreen() ? IDB_BACKGROUND_PORTRAIT : IDB_BACKGROUND_LANDSCAPE;
+}
+
 HBITMAP ListBackground(const CMainState& state, HWND window, const SkinRect& rect) {
-    if (!IsWideScreen()) return SHLoadImageResource(state.m_hInstance, IDB_LIST_BACKGROUND);
-    const UINT id = IsPortraitScreen() ? IDB_BACKGROUND_PORTRAIT : IDB_BACKGROUND_LANDSCAPE;
-    OwnedBitmap skin(SHLoadImageResource(state.m_hInstance, id + IDB_WIDE_OFFSET));
-    return CopyOut(window, skin.get(), rect);
+    const UINT id = BackgroundId();
+    OwnedBitmap image = LoadSkinImage(state.m_hInstance, id);
+    return id == IDB_LIST_BACKGROUND ? image.release() : CopyOut(window, image.get(), rect);
 }
 
 void SetBackground(HWND list, HBITMAP background) {
@@ -81,8 +85,7 @@ bool CreateChannelList(CMainState& state, HWND window) {
     const LRESULT style = SendMessageW(list, LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0);
     SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, style | static_cast<LPARAM>(kListExtendedStyle));
 
-    state.m_hListBackground = ListBackground(state, window, rect);
-    SetBackground(list, state.m_hListBackground);
+    ShowListBackground(state, window);
     state.m_hListFont = CreateListFont();
     state.m_ChannelDB.SetListSender(list, SendToChannelList);
     WCHAR group[kGroupNameCapacity] = L"";
@@ -91,4 +94,13 @@ bool CreateChannelList(CMainState& state, HWND window) {
     SubclassChannelList(list);
     HighlightTunedChannel(list);
     return true;
+}
+
+void ShowListBackground(CMainState& state, HWND window) {
+    const UINT id = BackgroundId();
+    if (state.m_hListView == nullptr || state.m_uListBackgroundId == id) return;
+    const OwnedBitmap previous(state.m_hListBackground);
+    state.m_hListBackground = ListBackground(state, window, ListRect());
+    state.m_uListBackgroundId = id;
+    SetBackground(state.m_hListView, state.m_hListBackground);
 }

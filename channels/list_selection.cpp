@@ -15,21 +15,24 @@ namespace {
 constexpr UINT kSelectionRest_ms = 1500;
 constexpr int kRowTextCapacity = 32;
 
-// The frequency of the channel stored behind a row.
-std::uint32_t ChannelOfRow(CMainState& state, int row) {
+// The frequency of the channel stored behind a row; 0 when it could not be read, as that of a row whose
+// record was deleted just now.
+std::uint32_t ChannelOfRow(const CMainState& state, int row) {
     LVITEMW item = {};
     item.mask = LVIF_PARAM;
     item.iItem = row;
     SendMessageW(state.m_hListView, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     PropRecord record = {};
-    state.m_ChannelDB.CEDB_ReadRecord(static_cast<CEOID>(item.lParam), &record);
+    // A store of its own: the list may tell of a row while another operation is filling it.
+    CChannelDB().CEDB_ReadRecord(static_cast<CEOID>(item.lParam), &record);
     return record.dwPropRecord_ChannelValue;
 }
 
 void CALLBACK SelectionTimerProc(HWND window, UINT, UINT_PTR, DWORD) {
     CMainState& state = *MainStateOf(window);
-    if (!IsWindowVisible(state.m_hListView)) {
-        // A scan has hidden the list and has the tuner to itself: a selection of before is not tuned into it.
+    if (!IsWindowVisible(state.m_hListView) && !state.m_bRecording) {
+        // A scan, and not a recording, has hidden the list and has the tuner to itself: a selection of before
+        // is not tuned into it.
         KillTimer(window, TIMER_LIST_SELECTION);
         return;
     }
@@ -63,13 +66,17 @@ void HighlightTunedChannel(HWND list) {
 }
 
 void TuneToRow(CMainState& state, HWND window, int row) {
-    g_app.pFMDevice->SetChannel(ChannelOfRow(state, row));
+    const std::uint32_t channel = ChannelOfRow(state, row);
+    if (channel == 0) return;
+    g_app.pFMDevice->SetChannel(channel);
     RefreshFrequencyDisplay(state);
     UpdateMainScreen(window);
 }
 
 void TuneToRowAfterRest(CMainState& state, HWND window, int row) {
-    state.m_uSelectedChannel = ChannelOfRow(state, row);
-    SetTimer(window, TIMER_LIST_SELECTION, kSelectionRest_ms, SelectionTimerProc);
+    if (const std::uint32_t channel = ChannelOfRow(state, row); channel != 0) {
+        state.m_uSelectedChannel = channel;
+        SetTimer(window, TIMER_LIST_SELECTION, kSelectionRest_ms, SelectionTimerProc);
+    }
     InvalidateRect(state.m_hListView, nullptr, FALSE);
 }

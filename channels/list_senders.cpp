@@ -2,8 +2,6 @@
 
 #include <commctrl.h>
 
-#include "channels/channel_db.h"
-
 namespace {
 
 LRESULT Pass(HWND list, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -6,16 +6,14 @@
 #include <regext.h>
 #include <strsafe.h>
 
-#include "channels/channel_record.h"
+#include "channels/stored_name.h"
 #include "shell/app_block.h"
-#include "shell/main_state.h"
 #include "shell/settings_key.h"
 #include "tuner/frequency.h"
 
 namespace {
 
 constexpr int kMusicFolder = 13;  // CSIDL_MYMUSIC
-constexpr UINT kGroupCapacity = 32;
 constexpr int kNumberWidth = 4;
 
 void Append(RecordPath& path, const WCHAR* text) {
@@ -23,13 +21,11 @@ void Append(RecordPath& path, const WCHAR* text) {
 }
 
 // The channel's name in the selected list, else the frequency.
-void AppendStation(CMainState& state, RecordPath& path) {
+void AppendStation(RecordPath& path) {
     std::uint32_t channel = 0;
     g_app.pFMDevice->GetChannel(&channel);
-    WCHAR group[kGroupCapacity] = L"";
-    ReadSelectedGroup(group, kGroupCapacity);
-    WCHAR name[kChannelTextCapacity] = L"";
-    const bool stored = state.m_ChannelDB.CEDB_FindChannelName(group, channel, name) != 0;
+    WCHAR name[kChannelTextCapacity];
+    const bool stored = FindStoredName(channel, kShownGroupCapacity, name);
     Append(path, stored ? name : PlainFrequencyText(channel).sz);
 }
 
@@ -42,11 +38,11 @@ void MakeDefinedName(RecordPath& path, const WCHAR* extension) {
     Append(path, extension);
 }
 
-void MakeAutomaticName(CMainState& state, RecordPath& path, const WCHAR* extension) {
+void MakeAutomaticName(RecordPath& path, const WCHAR* extension) {
     path[0] = L'\0';
     SHGetSpecialFolderPath(nullptr, path, kMusicFolder, TRUE);
     Append(path, L"\\");
-    AppendStation(state, path);
+    AppendStation(path);
     Append(path, L"-?.");
     Append(path, extension);
     NumberFileName(path, 0, kNumberWidth);

@@ -5,8 +5,6 @@
 
 #include <cstddef>
 
-class CMainState;
-
 // A name of the user's own may be 260 characters long, and the extension's letters come behind it. The device
 // refuses a name of that length, so nothing is recorded then.
 inline constexpr std::size_t kDefinedNameCapacity = 260 + 1;
@@ -19,7 +17,7 @@ void MakeDefinedName(RecordPath& path, const WCHAR* extension);
 
 // A new file in the device's music folder, which is made when it is missing: the tuned channel's name, or its
 // frequency, and the first free number ("KORA ONE-0000.amr").
-void MakeAutomaticName(CMainState& state, RecordPath& path, const WCHAR* extension);
+void MakeAutomaticName(RecordPath& path, const WCHAR* extension);
 
 // Replaces the last '?' of the path by the first number, from `number` on, that gives the name of no file;
 // the number is padded with zeros to `width` digits. The number used; `number`, and the path as it is,

@@ -10,6 +10,7 @@
 #include "skin/skin_paint.h"
 #include "skin/skin_rows.h"
 #include "skin/skin_window.h"
+#include "tuner/frequency_display.h"
 
 namespace {
 
@@ -38,6 +39,10 @@ void UnlockScreen(CMainState& state) {
     PutRecordButtonOut(state);
     RepaintRecordButton(state);
     EnableTuning(state.m_skin);
+}
+
+void ShowStatusText(CMainState& state) {
+    RefreshFrequencyDisplay(state);
 }
 
 // One of the two menus has it.

@@ -13,6 +13,10 @@ void LockScreen(CMainState& state);
 void UnlockScreen(CMainState& state);
 void EnableScanCommand(BOOL enable);
 
+// The tuned frequency, and the name under which the selected list keeps it or "Unknown". Any thread that may
+// paint.
+void ShowStatusText(CMainState& state);
+
 // Puts the record button out, without and with painting it.
 void PutRecordButtonOut(CMainState& state);
 void RepaintRecordButton(CMainState& state);

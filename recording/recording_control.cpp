@@ -48,7 +48,7 @@ bool CheckPath(HWND owner, const WCHAR* path) {
 
 bool NameRecording(CMainState& state, HWND owner, const RecordFormat& format) {
     if (ReadSetting(kSaveFileType) == 0) {
-        MakeAutomaticName(state, state.m_szRecordPath, format.pszExtension);
+        MakeAutomaticName(state.m_szRecordPath, format.pszExtension);
         return true;
     }
     MakeDefinedName(state.m_szRecordPath, format.pszExtension);
@@ -123,6 +123,7 @@ void stop_record(CMainState& state, HWND owner, BOOL bByPreRecord) {
     NKDbgPrintfW(L"FM: stop_record: bByPreRecord = %d\n", bByPreRecord);
     UnlockScreen(state);
     EnableScanCommand(TRUE);
+    ShowStatusText(state);
     InvalidateRect(state.m_skin.hWnd, nullptr, TRUE);
     if (state.m_pRecorder != nullptr) EndRecorder(state, owner, bByPreRecord);
     g_app.bRecordingActive = 0;

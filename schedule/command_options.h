@@ -9,7 +9,7 @@ struct CommandLineRequest {
     std::uint32_t uDuration_min;  // 0 = no recording
 };
 
-// Called for each value before it is taken over: a format with one %s, and the token that it stands for.
+// Called for each value once it is taken over: a format with one %s, and the token that it stands for.
 using OptionTrace = void (*)(const wchar_t* format, ...);
 
 // Cuts `line` into tokens in place, at blanks, and fills the request; what is not named keeps its value.

@@ -26,7 +26,8 @@ struct ScheduleEntry {
 HRESULT CreateScheduleKey(HKEY root, const WCHAR* path, const WCHAR* name);
 
 // The name of the subkey at `index`; `length` is the room for it in characters, and then its length. 0,
-// E_FAIL when there is none (or no room), or E_INVALIDARG for a null argument.
+// E_FAIL when there is none or the key cannot be opened, or E_INVALIDARG for a null argument. A name for
+// which there is no room is given as an empty one, with 0: it is no entry's, and the walk goes on behind it.
 HRESULT EnumScheduleKey(HKEY root, const WCHAR* path, DWORD index, WCHAR* name, DWORD* length);
 
 // Creates the entry's key and writes its texts. The registry's refusal is not reported.

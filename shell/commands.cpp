@@ -7,6 +7,7 @@
 #include "shell/information_dialog.h"
 #include "shell/keys.h"
 #include "shell/main_state.h"
+#include "shell/menu_bar.h"
 #include "shell/messages.h"
 #include "shell/popup_menu.h"
 #include "shell/settings_dialog.h"
@@ -16,6 +17,8 @@
 namespace {
 
 constexpr DWORD kFileClosing_ms = 1000;
+// Any of the letters that come with Ctrl: none of them lights the display.
+constexpr WPARAM kLetterKey = 'A';
 
 void Settings(CMainState&, HWND window) {
     ShowSettings(window);
@@ -68,10 +71,14 @@ constexpr CommandRow kCommands[] = {
 };
 // clang-format on
 
+bool IsDigit(WORD id) {
+    return id >= IDC_DIGIT_0 && id <= IDC_DIGIT_0 + 9;
+}
+
 }  // namespace
 
 bool RunCommand(CMainState& state, HWND window, WORD id) {
-    if (id >= IDC_DIGIT_0 && id <= IDC_DIGIT_0 + 9) {
+    if (IsDigit(id)) {
         HandleKeyDown(state, window, static_cast<WPARAM>('0' + (id - IDC_DIGIT_0)));
         return true;
     }
@@ -81,4 +88,10 @@ bool RunCommand(CMainState& state, HWND window, WORD id) {
         return true;
     }
     return false;
+}
+
+bool RunShortcut(CMainState& state, HWND window, WORD id) {
+    // A digit asks for itself whether it passes.
+    if (!IsDigit(id) && (!KeyPasses(state, kLetterKey) || IsCommandGrey(id))) return true;
+    return RunCommand(state, window, id);
 }

@@ -43,12 +43,16 @@ constexpr KeyRow kKeys[] = {
 
 }  // namespace
 
-void HandleKeyDown(CMainState& state, HWND window, WPARAM virtualKey) {
-    NKDbgPrintfW(L"FM: ui.cpp: WndProc: WM_KEYDOWN\n");
-    if (state.m_bRecording) return;
+bool KeyPasses(const CMainState& state, WPARAM virtualKey) {
+    if (state.m_bRecording) return false;
     // Return is always let through: with the display dark the gate passes it, with the display on it switches
     // the display off.
-    if (!ScreenGate(virtualKey) && virtualKey != VK_RETURN) return;
+    return ScreenGate(virtualKey) || virtualKey == VK_RETURN;
+}
+
+void HandleKeyDown(CMainState& state, HWND window, WPARAM virtualKey) {
+    NKDbgPrintfW(L"FM: ui.cpp: WndProc: WM_KEYDOWN\n");
+    if (!KeyPasses(state, virtualKey)) return;
     for (const KeyRow& row : kKeys) {
         if (row.first <= virtualKey && virtualKey <= row.last) row.handler(state, window, virtualKey);
     }

@@ -26,7 +26,7 @@ class CMainState {
     virtual LRESULT OnControl(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     virtual ~CMainState() = default;
 
-    CChannelDB m_ChannelDB;
+    CChannelDB m_ChannelDB;  // fills the list at the start, and is the scan's from then on
     HINSTANCE m_hInstance;
     CSkin m_skin;
 
@@ -60,6 +60,7 @@ class CMainState {
     HWND m_hMenuBar = nullptr;
     HWND m_hListView = nullptr;
     HBITMAP m_hListBackground = nullptr;
+    UINT m_uListBackgroundId = 0;  // of the resource that it shows; a turned screen has another one
     HFONT m_hListFont = nullptr;
 
     CommandLineRequest m_request = {};  // what a scheduled start asked for

@@ -3,10 +3,11 @@
 #include <aygshell.h>
 #include <commctrl.h>
 
+#include <initializer_list>
+
+#include "channels/stored_name.h"
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
-#include "shell/main_state.h"
-#include "shell/settings_key.h"
 
 namespace {
 
@@ -33,12 +34,21 @@ HWND CreateMainMenuBar(HWND window) {
     return info.hwndMB;
 }
 
-void EnableMenuItems(CMainState& state, HMENU menu) {
+void EnableMenuItems(HMENU menu) {
     std::uint32_t channel = 0;
     if (g_app.pFMDevice != nullptr) g_app.pFMDevice->GetChannel(&channel);
-    WCHAR group[kGroupNameCapacity] = L"";
-    ReadSelectedGroup(group, kGroupNameCapacity);
-    WCHAR name[kChannelTextCapacity] = L"";
-    const bool stored = state.m_ChannelDB.CEDB_FindChannelName(group, channel, name) != 0;
+    WCHAR name[kChannelTextCapacity];
+    const bool stored = FindStoredName(channel, kGroupNameCapacity, name);
     EnableMenuItem(menu, IDC_ADD_CURRENT, MF_BYCOMMAND | (stored ? MF_GRAYED : MF_ENABLED));
+}
+
+bool IsCommandGrey(WORD id) {
+    for (const HMENU menu : {g_app.hLeftSoftKeyMenu, g_app.hRightSoftKeyMenu}) {
+        EnableMenuItems(menu);
+        MENUITEMINFOW item = {};
+        item.cbSize = sizeof item;
+        item.fMask = MIIM_STATE;
+        if (GetMenuItemInfoW(menu, id, FALSE, &item) && (item.fState & MFS_GRAYED) != 0) return true;
+    }
+    return false;
 }

@@ -3,11 +3,12 @@
 
 #include <windows.h>
 
-class CMainState;
-
 // Creates the menu bar of the main window and stores the two menus in the application block. Null when the
 // shell refuses.
 HWND CreateMainMenuBar(HWND window);
 
 // WM_INITMENUPOPUP: greys what cannot be chosen now.
-void EnableMenuItems(CMainState& state, HMENU menu);
+void EnableMenuItems(HMENU menu);
+
+// Whether the menu that has this command would show it grey now.
+bool IsCommandGrey(WORD id);

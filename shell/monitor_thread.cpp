@@ -55,6 +55,7 @@ void RunMonitorRound(CMainState& state, HWND window) {
     if (g_app.pFMDevice == nullptr) return;
     const std::int32_t level = ReadAndShowSignal(state);
     if (ReadSetting(kEnableMute) != 0) MuteWhileWeak(state, level);
+    KeepWeakNotice(state);
     ShowStereo(state);
     if (ReadSetting(kEnableRDSPSPTY) != 0) ShowRDS(state);
     if (ReadSetting(kEnableAFAutoSwitch) != 0 && IsWeakSignal(level)) {

@@ -5,6 +5,7 @@
 #include <strsafe.h>
 
 #include "channels/channel_dialog.h"
+#include "channels/list_senders.h"
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
 #include "shell/main_state.h"
@@ -44,21 +45,21 @@ void Append(HMENU menu, UINT id, UINT textId, bool enabled) {
     AppendMenuW(menu, MF_STRING | (enabled ? MF_ENABLED : MF_GRAYED), id, ResourceText(textId).sz);
 }
 
-UINT Choose(CMainState& state, HWND window, MarkedRow& marked, int x, int y) {
+UINT Choose(const CMainState& state, HWND window, MarkedRow& marked, int x, int y) {
     const OwnedMenu menu(CreatePopupMenu());
     Append(menu.get(), kAddChannel, IDS_MENU_ADD, true);
     Append(menu.get(), kDeleteChannel, IDS_MENU_DELETE, marked.bSelected);
     Append(menu.get(), kEditChannel, IDS_MENU_EDIT, marked.bSelected);
     AppendMenuW(menu.get(), MF_SEPARATOR, 0, nullptr);
-    if (marked.oid != 0) state.m_ChannelDB.CEDB_ReadRecord(marked.oid, &marked.record);
+    if (marked.oid != 0) ListedChannelDB(state.m_hListView).CEDB_ReadRecord(marked.oid, &marked.record);
     std::uint32_t channel = 0;
     g_app.pFMDevice->GetChannel(&channel);
     Append(menu.get(), kOpenGuide, IDS_MENU_GUIDE, marked.record.szPropRecord_ChannelPGuide[0] != L'\0');
     return static_cast<UINT>(TrackPopupMenuEx(menu.get(), kPopupFlags, x, y, window, nullptr));
 }
 
-void InsertOrSay(CMainState& state, HWND window, const PropRecord& record) {
-    if (state.m_ChannelDB.CEDB_InsertRecord(record) == 0)
+void InsertOrSay(const CMainState& state, HWND window, const PropRecord& record) {
+    if (ListedChannelDB(state.m_hListView).CEDB_InsertRecord(record) == 0)
         ShowText(window, IDS_INSERT_FAILED, L"Error", MB_OK);
 }
 
@@ -71,7 +72,7 @@ void Add(CMainState& state, HWND window, MarkedRow&) {
 
 void Delete(CMainState& state, HWND window, MarkedRow& marked) {
     if (ShowText(window, IDS_DELETE_CHANNEL_ASK, L"FM", MB_YESNO | MB_ICONQUESTION) != IDYES) return;
-    if (!state.m_ChannelDB.CEDB_DeleteRecord(marked.oid)) return;
+    if (!ListedChannelDB(state.m_hListView).CEDB_DeleteRecord(marked.oid)) return;
     SendMessageW(state.m_hListView, LVM_DELETEITEM, static_cast<WPARAM>(marked.nRow), 0);
 }
 
@@ -81,7 +82,7 @@ void Edit(CMainState& state, HWND window, MarkedRow& marked) {
     edit.record = marked.record;
     const INT_PTR result = RunChannelDialog(window, edit);
     if (result != IDOK && result != IDC_CHANNEL_EDIT_ACCEPT) return;
-    if (state.m_ChannelDB.CEDB_UpdateRecord(marked.oid, edit.record) == 0) {
+    if (ListedChannelDB(state.m_hListView).CEDB_UpdateRecord(marked.oid, edit.record) == 0) {
         ShowText(window, IDS_UPDATE_FAILED, L"Error", MB_OK);
     }
 }

@@ -1,5 +1,6 @@
 #include "shell/power_thread.h"
 
+#include <cstring>
 #include <cwchar>
 #include <iterator>
 #include <memory>
@@ -70,18 +71,21 @@ constexpr StateRow kStates[] = {{L"unattended", GoUnattended}, {L"on", GoOn}};
 
 void OnTransition(PowerWatch& watch, const POWER_BROADCAST& message) {
     NKDbgPrintfW(L"FM: Power Notification Message: PBT_TRANSITION\n");
-    if (message.Length != 0) NKDbgPrintfW(L"FM: SystemPowerState: %s\n", message.SystemPowerState);
+    if (message.Length == 0) return;
+    NKDbgPrintfW(L"FM: SystemPowerState: %s\n", message.SystemPowerState);
     for (const StateRow& row : kStates) {
         if (std::wcscmp(message.SystemPowerState, row.pszName) == 0) row.handler(watch);
     }
 }
 
 void ReadMessages(PowerWatch& watch) {
-    // Zeroed, and with one character that no message fills: a name is a text, whatever arrives.
+    // With one character more that no message fills: a name is a text, whatever arrives.
     const std::unique_ptr<BYTE[]> buffer(new (std::nothrow) BYTE[kMessageSize + sizeof(WCHAR)]());
     if (!buffer) return;
     DWORD read = 0, flags = 0;
-    while (ReadMsgQueue(watch.hQueue, buffer.get(), kMessageSize, &read, 0, &flags)) {
+    for (;;) {
+        std::memset(buffer.get(), 0, kMessageSize);  // nothing of the message before
+        if (!ReadMsgQueue(watch.hQueue, buffer.get(), kMessageSize, &read, 0, &flags)) return;
         const auto& message = *reinterpret_cast<const POWER_BROADCAST*>(buffer.get());
         if (message.Message == PBT_TRANSITION) OnTransition(watch, message);
     }

@@ -36,9 +36,11 @@ constexpr FormatRow kFormats[] = {
 };
 // clang-format on
 
-// A stored value that no button stands for checks none.
+// What no button stands for checks none, and so does a value that was never stored: the recording takes the
+// first format then, but nobody has chosen it.
 void ShowFormat(HWND dialog) {
-    const DWORD type = ReadSetting(kRecordAudioType);
+    DWORD type = ARRAYSIZE(kFormats);
+    RegistryGetDWORD(HKEY_CLASSES_ROOT, kSettingsKey, kRecordAudioType, &type);
     for (const FormatRow& row : kFormats) {
         if (row.dwType == type) Check(dialog, row.nId, true);
     }

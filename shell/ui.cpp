@@ -23,6 +23,9 @@
 
 namespace {
 
+// High word of WM_COMMAND from the accelerator table; a menu's is 0.
+constexpr WORD kFromAccelerator = 1;
+
 using Handler = LRESULT (*)(CMainState&, HWND, UINT, WPARAM, LPARAM);
 
 LRESULT ToSkin(CMainState& state, HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -74,12 +77,13 @@ LRESULT Swallow(CMainState&, HWND, UINT, WPARAM, LPARAM) {
 }
 
 LRESULT OnCommand(CMainState& state, HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (RunCommand(state, hwnd, LOWORD(wParam))) return 0;
+    const bool shortcut = HIWORD(wParam) == kFromAccelerator;
+    if ((shortcut ? RunShortcut : RunCommand)(state, hwnd, LOWORD(wParam))) return 0;
     return DefWindowProcW(hwnd, message, wParam, lParam);
 }
 
-LRESULT OnInitMenuPopup(CMainState& state, HWND, UINT, WPARAM wParam, LPARAM) {
-    EnableMenuItems(state, reinterpret_cast<HMENU>(wParam));
+LRESULT OnInitMenuPopup(CMainState&, HWND, UINT, WPARAM wParam, LPARAM) {
+    EnableMenuItems(reinterpret_cast<HMENU>(wParam));
     return 0;
 }
 

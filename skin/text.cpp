@@ -21,17 +21,17 @@ OwnedFont FontOf(const SkinText& field) {
 
 using Mark = void (*)(CSkin& skin, const SkinScreen& screen, const SkinText& field);
 
-// `mark` notes the paint once it is done.
-void PaintField(CSkin& skin, const SkinText& field, const WCHAR* text, Mark mark) {
+// `mark` notes the paint once it is done. False when nothing was painted.
+bool PaintField(CSkin& skin, const SkinText& field, const WCHAR* text, Mark mark) {
     RECT client = {};
-    if (!GetClientRect(skin.hWnd, &client) || IsRectEmpty(&client)) return;
+    if (!GetClientRect(skin.hWnd, &client) || IsRectEmpty(&client)) return false;
 
     const OwnedFont font = FontOf(field);
     const WindowDC window(skin.hWnd);
     const BitmapSource source(skin, window.get());
     const SkinRect& place = PlaceOf(field, source.Screen());
     const OffscreenImage image(window.get(), place.cx, place.cy);
-    if (!image) return;
+    if (!image) return false;
     source.CopyBackground(place, image.dc(), 0, 0);
     SetBkMode(image.dc(), TRANSPARENT);
     SetTextColor(image.dc(), field.crText);
@@ -40,6 +40,7 @@ void PaintField(CSkin& skin, const SkinText& field, const WCHAR* text, Mark mark
     DrawTextW(image.dc(), text, -1, &whole, field.uFormat);
     image.CopyTo(window.get(), place.x, place.y);
     mark(skin, source.Screen(), field);
+    return true;
 }
 
 void MarkDrawn(CSkin& skin, const SkinScreen& screen, const SkinText& field) {
@@ -59,7 +60,7 @@ void ShowSkinText(CSkin& skin, int fieldId, const WCHAR* text) {
     SkinShownText& shown = skin.shownTexts[field - skin.pTexts];
     if (ShowsText(shown, skin.hWnd, text)) return;
     const std::uint32_t before = shown.nPaints.load();
-    PaintField(skin, *field, text, MarkFieldShown);
+    if (!PaintField(skin, *field, text, MarkFieldShown)) return;
     MarkShown(shown, before, skin.hWnd);
     // One that is too long to be kept is painted anew each time.
     if (FAILED(StringCchCopyW(shown.szText, kShownTextCapacity, text))) shown.bKnown = false;

@@ -21,9 +21,6 @@ void ShowEcho(CMainState& state, HWND window, const DigitStep& step) {
     if (step.echo == DigitEcho::kFirst || step.echo == DigitEcho::kSecond) {
         DrawSkinText(state.m_skin, TEXT_CHANNEL_NAME, L"");
     }
-    if (step.echo == DigitEcho::kFirst) {
-        SetTimer(window, TIMER_DIGIT_ENTRY, kDigitTimerPeriod_ms, DigitEntryTimerProc);
-    }
 }
 
 void Commit(CMainState& state, HWND window, const DigitStep& step) {
@@ -43,6 +40,8 @@ void OnDigitKey(CMainState& state, HWND window, WPARAM virtualKey) {
     const DigitStep step = TakeDigit(g_app.digitEntry, static_cast<std::uint32_t>(virtualKey - '0'));
     if (!step.bTaken) return;
     NKDbgPrintfW(L"FM: %d:%d--", step.uPosition, step.uDigit);
+    // Also behind an entry that was abandoned, whose timer is gone and whose place this digit has taken.
+    SetTimer(window, TIMER_DIGIT_ENTRY, kDigitTimerPeriod_ms, DigitEntryTimerProc);
     ShowEcho(state, window, step);
     if (step.bComplete) Commit(state, window, step);
 }

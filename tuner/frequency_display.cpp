@@ -3,21 +3,13 @@
 #include <windows.h>
 
 #include <cstdint>
-#include <iterator>
 
-#include "channels/channel_db.h"
+#include "channels/stored_name.h"
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
 #include "shell/main_state.h"
-#include "shell/settings_key.h"
 #include "skin/skin_paint.h"
 #include "tuner/frequency.h"
-
-namespace {
-
-constexpr std::size_t kShownGroupCapacity = 32;
-
-}  // namespace
 
 void RefreshFrequencyDisplay(CMainState& state) {
     if (g_app.pFMDevice == nullptr) return;
@@ -25,11 +17,7 @@ void RefreshFrequencyDisplay(CMainState& state) {
     g_app.pFMDevice->GetChannel(&channel);
     DrawSkinText(state.m_skin, TEXT_FREQUENCY, ScreenFrequencyText(channel).sz);
 
-    WCHAR group[kShownGroupCapacity] = L"";
-    ReadSelectedGroup(group, static_cast<UINT>(std::size(group)));
-    WCHAR name[kChannelTextCapacity] = L"";
-    // A store of its own: a paint may come while a scan is in an operation of the main state's.
-    CChannelDB lookup;
-    const bool stored = lookup.CEDB_FindChannelName(group, channel, name) != 0;
+    WCHAR name[kChannelTextCapacity];
+    const bool stored = FindStoredName(channel, kShownGroupCapacity, name);
     DrawSkinText(state.m_skin, TEXT_CHANNEL_NAME, stored ? name : L"Unknown");
 }

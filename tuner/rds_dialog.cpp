@@ -2,17 +2,14 @@
 
 #include <cstdint>
 
-#include "channels/channel_db.h"
+#include "channels/stored_name.h"
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
 #include "shell/dialogs.h"
-#include "shell/main_state.h"
-#include "shell/settings_key.h"
 #include "tuner/frequency.h"
 
 namespace {
 
-constexpr int kGroupCapacity = 32;
 constexpr int kAnswerCapacity = 64;
 
 struct ServiceRow {
@@ -34,10 +31,8 @@ void ShowStation(HWND dialog) {
     g_app.pFMDevice->GetChannel(&channel);
     SetDlgItemTextW(dialog, IDC_RDS_FREQUENCY, HeadlineFrequencyText(channel).sz);
 
-    WCHAR group[kGroupCapacity] = L"";
-    ReadSelectedGroup(group, kGroupCapacity);
-    WCHAR name[kChannelTextCapacity] = L"";
-    const bool stored = g_app.pMainState->m_ChannelDB.CEDB_FindChannelName(group, channel, name) != 0;
+    WCHAR name[kChannelTextCapacity];
+    const bool stored = FindStoredName(channel, kShownGroupCapacity, name);
     SetDlgItemTextW(dialog, IDC_RDS_CHANNEL_NAME, stored ? name : L"Unknown");
 }
 

@@ -138,6 +138,10 @@ void Radio::Command(WORD id) const {
     PostMessageW(Window(), WM_COMMAND, id, 0);
 }
 
+void Radio::Shortcut(WORD id) const {
+    PostMessageW(Window(), WM_COMMAND, MAKEWPARAM(id, 1), 0);
+}
+
 LRESULT Radio::Send(UINT message, WPARAM wParam, LPARAM lParam) const {
     DWORD_PTR result = 0;
     EXPECT_NE(SendMessageTimeoutW(Window(), message, wParam, lParam, SMTO_NORMAL, kAnswerWithin_ms, &result),

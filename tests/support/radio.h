@@ -43,6 +43,8 @@ class Radio {
     void Type(const std::string& digits) const;
     // A menu command, as the soft-key menus send it.
     void Command(WORD id) const;
+    // The same as the accelerator table makes it of a key.
+    void Shortcut(WORD id) const;
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
 
     // A message box of the process by its caption (null: any); null when there is none.

@@ -1,6 +1,11 @@
 #include "tests/support/screen_picture.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
+#include <utility>
+
+#include "tests/support/wait.h"
 
 namespace test {
 
@@ -24,6 +29,19 @@ ScreenPicture PictureOf(const Radio& radio, const RECT& area) {
     DeleteObject(bitmap);
     DeleteDC(memory);
     ReleaseDC(nullptr, screen);
+    return picture;
+}
+
+ScreenPicture SettledPicture(const Radio& radio, const RECT& area) {
+    constexpr int kSame = 20;
+    ScreenPicture picture;
+    int same = 0;
+    EXPECT_TRUE(WaitFor([&] {
+        ScreenPicture now = PictureOf(radio, area);
+        same = now == picture ? same + 1 : 0;
+        picture = std::move(now);
+        return same >= kSame;
+    })) << "the screen never rests";
     return picture;
 }
 

@@ -14,6 +14,8 @@ using ScreenPicture = std::vector<DWORD>;
 
 // `area` is in the window's client area; its right and lower edges are outside.
 ScreenPicture PictureOf(const Radio& radio, const RECT& area);
+// What is painted comes to the screen a little later: the picture that no longer changes.
+ScreenPicture SettledPicture(const Radio& radio, const RECT& area);
 // How many of its pixels have that colour.
 std::size_t PixelsOf(const ScreenPicture& picture, COLORREF colour);
 

@@ -71,6 +71,16 @@ TEST_F(AutoScan, TheGroupHoldsEveryStationOfTheBandAsANumberedChannel) {
     EXPECT_EQ(test::SelectedRow(radio.ListView()), 0);
 }
 
+TEST_F(AutoScan, TheFoundStationsStandInTheListWithTheirFrequenciesWhole) {
+    handset.WriteBand(Band(11));
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    Begin(radio);
+    End(radio);
+    const LONG style = GetWindowLongW(radio.ListView(), GWL_STYLE);
+    EXPECT_EQ(style & (WS_HSCROLL | WS_VSCROLL), WS_VSCROLL);
+}
+
 TEST_F(AutoScan, TheTenthStationKeepsBothDigits) {
     handset.WriteBand(Band(11));
     Radio radio(handset);

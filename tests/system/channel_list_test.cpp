@@ -12,7 +12,20 @@ using test::RowCount;
 using test::WaitFor;
 using testing::ElementsAre;
 
-class ChannelList : public test::ThreeChannelsOnRadio {};
+class ChannelList : public test::ThreeChannelsOnRadio {
+  protected:
+    static int ColumnsWidth(const Radio& radio) {
+        int width = 0;
+        for (const WPARAM column : {0, 1})
+            width += static_cast<int>(SendMessageW(radio.ListView(), LVM_GETCOLUMNWIDTH, column, 0));
+        return width;
+    }
+    static int ClientWidth(const Radio& radio) {
+        RECT client = {};
+        GetClientRect(radio.ListView(), &client);
+        return client.right;
+    }
+};
 
 TEST_F(ChannelList, ShowsTheChannelsOfTheSelectedGroup) {
     Radio radio(handset);
@@ -30,20 +43,30 @@ TEST_F(ChannelList, AMissingSelectionLeavesTheListEmpty) {
 }
 
 TEST_F(ChannelList, AFrequencyWithHundredthsIsHighlightedByItsShownText) {
-    SetPresets(L"G2", L"Fine", {{L"Off", 8755, L""}, {L"Later", 8750, L""}});
+    SetPresets(L"G2", L"Fine", {{L"Elsewhere", 8990, L""}, {L"Off", 8755, L""}, {L"Up", 8760, L""}});
     Select(L"Fine");
     BuildVolume();
     Radio radio(handset);
     radio.WaitUntilShown();
     EXPECT_TRUE(WaitForTrace("Current szHighLightChannel 87.5 MHz  ...\n"));
-    ASSERT_EQ(RowCount(radio.ListView()), 2);
-    EXPECT_EQ(test::SelectedRow(radio.ListView()), 0);
+    ASSERT_THAT(Names(radio), ElementsAre(L"Elsewhere", L"Off", L"Up"));
+    EXPECT_EQ(test::SelectedRow(radio.ListView()), 1);
 }
 
 TEST_F(ChannelList, AFavouriteThatCannotBeWrittenEndsTheBuildWithAnError) {
-    SetEnvironmentVariableW(L"KORA_FAULT", L"database-write");
-    EXPECT_EQ(BuildVolume(), L"Error");
-    SetEnvironmentVariableW(L"KORA_FAULT", nullptr);
+    // So many that the fault comes while they are written.
+    std::vector<Preset> many;
+    for (std::uint32_t i = 0; i < 300; ++i) many.push_back({L"One", 8750 + i, L""});
+    SetPresets(L"G2", L"Many", many);
+    Radio builder(handset, L"Kora.vol");
+    ASSERT_TRUE(WaitForTrace("szCountryName: Many"));
+    handset.SetState(L"Fault", L"database-write");
+    const HWND box = builder.WaitForBox(L"Error");
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(Radio::BoxText(box), L"Error");
+    EXPECT_THAT(handset.Trace(), testing::HasSubstr("CeWriteRecordProps failed error ["));
+    Radio::Answer(box, IDOK);
+    EXPECT_TRUE(builder.WaitUntilGone());
 }
 
 TEST_F(ChannelList, SelectingRowsQuicklyTunesOnlyOnceWhenTheSelectionHasRested) {
@@ -66,6 +89,44 @@ TEST_F(ChannelList, ActivatingARowTunesAtOnce) {
     PostMessageW(radio.ListView(), WM_LBUTTONUP, 0, MAKELPARAM(20, 8));
     ASSERT_TRUE(WaitForCall("SetChannel 8760 -> 0"));
     EXPECT_LT(GetTickCount64() - start, 1400u);
+}
+
+TEST_F(ChannelList, AShortcutDoesNotAddAFrequencyThatTheListHas) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    radio.Type("985");
+    ASSERT_TRUE(WaitForCall("SetChannel 9850 -> 0"));
+    radio.Shortcut(IDC_ADD_CURRENT);
+    ASSERT_TRUE(WaitUntilKeysCome(radio));
+    EXPECT_EQ(radio.Box(nullptr), nullptr);
+    radio.Type("1005");
+    ASSERT_TRUE(WaitForCall("SetChannel 10050 -> 0"));
+    radio.Shortcut(IDC_ADD_CURRENT);
+    EXPECT_NE(radio.WaitForBox(L"Channel"), nullptr);
+}
+
+// As many rows as bring a vertical bar.
+TEST_F(ChannelList, AnAddedRowThatBringsTheBarLeavesRoomForTheFrequencies) {
+    SetPresets(
+        L"G2", L"Many",
+        {{L"A", 8760, L""}, {L"B", 8860, L""}, {L"C", 8960, L""}, {L"D", 9060, L""}, {L"E", 9160, L""}});
+    Select(L"Many");
+    BuildVolume();
+    Radio radio(handset, L"-Rec -Channel 10050");
+    radio.WaitUntilShown();
+    const auto bars = [&] { return GetWindowLongW(radio.ListView(), GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL); };
+    for (std::uint32_t channel = 1005; bars() != WS_VSCROLL && channel < 1020; ++channel) {
+        radio.Type(std::to_string(channel));
+        ASSERT_TRUE(WaitForCall("SetChannel " + std::to_string(channel * 10) + " -> 0"));
+        const int rows = RowCount(radio.ListView());
+        const HWND dialog = OpenDialog(radio, IDC_ADD_CURRENT);
+        test::PressSoftKey(dialog, test::SoftKey::kLeft);
+        ASSERT_TRUE(WaitUntilClosed(dialog));
+        ASSERT_TRUE(WaitForRows(radio, rows + 1));
+        ASSERT_EQ(bars() & WS_HSCROLL, 0) << rows + 1 << " rows";
+    }
+    EXPECT_EQ(bars(), WS_VSCROLL);
+    EXPECT_LE(ColumnsWidth(radio), ClientWidth(radio));
 }
 
 TEST_F(ChannelList, TheRowOfTheFrequencyThatABookedStartTunesIsHighlighted) {

@@ -104,6 +104,28 @@ TEST_F(ChannelPopup, EditShowsTheChannelAndChangesItInPlace) {
     EXPECT_THAT(Stored(), Contains("C Test|Zeta|9910|http://beta"));
 }
 
+TEST_F(ChannelPopup, AfterAnEditNobodyHasTheVolumeOpenBesideTheRadio) {
+    const HWND dialog = EditBeta();
+    TypeInto(dialog, IDC_CHANNEL_NAME, L"Zeta");
+    PressSoftKey(dialog, SoftKey::kLeft);
+    ASSERT_TRUE(WaitFor([&] { return test::RowText(radio->ListView(), 1, 0) == L"Zeta"; }));
+    radio->Send(WM_NULL);
+    EXPECT_EQ(BuildVolume(), L"The channel database was created.");
+}
+
+TEST_F(ChannelPopup, ADeletedRowThatWasSelectedAsksNothingOfTheTuner) {
+    TapBeta();
+    // At once, and when the selection has rested.
+    ASSERT_TRUE(WaitFor([&] { return Count(handset.TunerCalls(), "SetChannel 9850 -> 0") == 2; }));
+    const std::size_t before = handset.TunerCalls().size();
+    Choose(kDelete);
+    AnswerBoxOver(*radio, nullptr, L"FM", IDYES);
+    ASSERT_TRUE(WaitForRows(*radio, 2));
+    // Longer than a selection rests before it is tuned.
+    ASSERT_TRUE(WaitForRounds(4));
+    EXPECT_THAT(TunerCommands(before), testing::IsEmpty());
+}
+
 TEST_F(ChannelPopup, AnEditToTheFrequencyOfAnotherChannelIsRefusedWithAnError) {
     const HWND dialog = EditBeta();
     TypeInto(dialog, IDC_CHANNEL_FREQUENCY, L"107.9");

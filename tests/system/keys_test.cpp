@@ -1,15 +1,18 @@
 // Hardware keys: digits tune, arrows change the volume and the focus, Return darkens the display.
 #include "resources/resource_ids.h"
+#include "tests/support/screen_picture.h"
 #include "tests/system/radio_test.h"
 
 namespace {
 
+using test::PictureOf;
 using test::Radio;
 using test::WaitFor;
 using testing::HasSubstr;
 
 constexpr UINT kSetPosition = 0x8004;
 constexpr UINT kGetPosition = 0x8005;
+constexpr RECT kFrequency = {123, 30, 240, 50};
 constexpr int kVolumeSliderEnd = 62;  // 80 pixels of track less 18 of thumb
 
 class Keys : public test::RadioTest {
@@ -36,6 +39,19 @@ TEST_F(Keys, FourDigitsTuneFrom100MHz) {
     radio.WaitUntilShown();
     radio.Type("1080");
     EXPECT_TRUE(WaitForCall("SetChannel 10800 -> 0"));
+}
+
+TEST_F(Keys, ADigitAfterAnAbandonedEntryLeavesTheScreenToo) {
+    SetClockRate(10);
+    Radio radio(handset, L"-Rec -Channel 9850");
+    radio.WaitUntilShown();
+    const test::ScreenPicture tuned = test::SettledPicture(radio, kFrequency);
+    radio.Type("8");
+    EXPECT_TRUE(WaitFor([&] { return PictureOf(radio, kFrequency) != tuned; }));
+    ASSERT_TRUE(WaitFor([&] { return PictureOf(radio, kFrequency) == tuned; })) << "the entry stays";
+    radio.Type("7");
+    EXPECT_TRUE(WaitFor([&] { return PictureOf(radio, kFrequency) != tuned; }));
+    EXPECT_TRUE(WaitFor([&] { return PictureOf(radio, kFrequency) == tuned; })) << "the second digit stays";
 }
 
 TEST_F(Keys, EveryKeyIsTraced) {
@@ -122,6 +138,23 @@ TEST_F(Keys, WithTheDisplayOffDigitsAndArrowsAreIgnoredAndReturnTurnsItOn) {
     EXPECT_TRUE(WaitFor([&] { return FocusOf(radio) == L"SysListView32"; }));
     radio.Key(VK_RIGHT);
     EXPECT_TRUE(WaitForConsole("********4.Screen ON**********\n"));
+}
+
+TEST_F(Keys, WithTheDisplayOffAShortcutStartsNothing) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    radio.Key(VK_RETURN);
+    ASSERT_TRUE(WaitForConsole("********3.Screen OFF**********\n"));
+    radio.Shortcut(IDC_SETTINGS);
+    radio.Shortcut(static_cast<WORD>(IDC_EXIT));
+    ASSERT_TRUE(WaitForConsole("********2.Screen OFF**********\n********2.Screen OFF**********\n"));
+    radio.Send(WM_NULL);
+    EXPECT_EQ(radio.Box(nullptr), nullptr);
+    EXPECT_TRUE(radio.Runs());
+    radio.Key(VK_RETURN);
+    ASSERT_TRUE(WaitForConsole("********1.Screen ON**********\n"));
+    radio.Shortcut(IDC_SETTINGS);
+    EXPECT_NE(radio.WaitForBox(nullptr), nullptr);
 }
 
 }  // namespace

@@ -130,6 +130,29 @@ TEST_P(MainScreen, TheFrequencyIsWrittenInWhite) {
 INSTANTIATE_TEST_SUITE_P(Screens, MainScreen, testing::ValuesIn(kScreens),
                          [](const testing::TestParamInfo<Screen>& row) { return row.param.name; });
 
+class Turned : public test::RadioTest {};
+
+// The list stands on the part of the skin that lies behind it.
+TEST_F(Turned, AWideScreensListStandsOnTheGroundOfTheOrientationThatItIsTurnedTo) {
+    handset.SetState(L"ScreenWidth", 480);
+    handset.SetState(L"ScreenHeight", 640);
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    for (const Screen& turned : {kScreens[3], kScreens[2]}) {
+        const bool upright = turned.width < turned.height;
+        ASSERT_EQ(
+            test::RunProgram(L"handset.exe", upright ? L"orientation portrait" : L"orientation landscape"),
+            0u);
+        const SkinBitmap background(handset.DevicePath(L"\\Windows\\UI.exe"), turned.background);
+        for (LONG x = turned.list.left + 3; x < turned.list.right; x += 40) {
+            for (LONG y = turned.list.top + 3; y < turned.list.bottom; y += 20) {
+                ASSERT_TRUE(WaitFor([&] { return radio.Pixel(x, y) == background.At(x, y); }))
+                    << turned.name << " at " << x << ", " << y << ": 0x" << std::hex << radio.Pixel(x, y);
+            }
+        }
+    }
+}
+
 class Notices : public test::RadioTest {};
 
 TEST_F(Notices, TheSwitchToAnAlternativeFrequencyIsTold) {

@@ -48,6 +48,21 @@ class RadioTest : public testing::Test {
         return WaitFor([&] { return Rounds() >= before + more; });
     }
 
+    // What was posted before is done, or has opened its dialog.
+    bool WaitUntilKeysCome(const Radio& radio) const {
+        // Not every line before it has an end of its own.
+        const auto keys = [this] {
+            const std::string trace = handset.Trace();
+            int count = 0;
+            for (std::size_t at = 0; (at = trace.find("WM_KEYDOWN\n", at)) != std::string::npos; ++at)
+                ++count;
+            return count;
+        };
+        const int before = keys();
+        radio.Key(VK_F5);
+        return WaitFor([&] { return keys() > before; });
+    }
+
     // A wait that was in vain shows what came instead.
     testing::AssertionResult WaitForCall(const std::string& call) const {
         std::vector<std::string> calls;

@@ -14,6 +14,7 @@ using test::PictureOf;
 using test::PressSoftKey;
 using test::Radio;
 using test::ScreenPicture;
+using test::SettledPicture;
 using test::SoftKey;
 using test::TypeInto;
 using test::WaitFor;
@@ -43,20 +44,7 @@ class Uncovered : public test::ChannelsOnRadio {
         RedrawWindow(radio.Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
         EXPECT_TRUE(WaitFor([&] { return GetUpdateRect(radio.Window(), nullptr, FALSE) == FALSE; }));
         radio.Send(WM_NULL);
-        return Settled(radio, area);
-    }
-    // What is painted comes to the screen a little later: the picture that no longer changes.
-    static ScreenPicture Settled(const Radio& radio, const RECT& area) {
-        constexpr int kSame = 20;
-        ScreenPicture picture;
-        int same = 0;
-        EXPECT_TRUE(WaitFor([&] {
-            ScreenPicture now = PictureOf(radio, area);
-            same = now == picture ? same + 1 : 0;
-            picture = std::move(now);
-            return same >= kSame;
-        }));
-        return picture;
+        return SettledPicture(radio, area);
     }
     // The dialog with one row. The tuner knows the alternatives some time after it was tuned.
     static HWND OpenAlternatives(const Radio& radio) {
@@ -77,7 +65,7 @@ class Uncovered : public test::ChannelsOnRadio {
     static void ExpectShownAnew(const Radio& radio, const RECT& area, const ScreenPicture& before) {
         EXPECT_TRUE(WaitFor([&] { return PictureOf(radio, area) != before; }, 5000))
             << "what stood there before stays";
-        const ScreenPicture shown = Settled(radio, area);
+        const ScreenPicture shown = SettledPicture(radio, area);
         EXPECT_TRUE(shown != before);
         EXPECT_TRUE(PaintedAnew(radio, area) == shown);
     }

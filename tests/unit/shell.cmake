@@ -18,4 +18,4 @@ kora_test(test_shell APP
         shell/sleep_timer_test.cpp
     LIBS ${KORA_APPLICATION})
 # The browser is not started; the tests note what it would open.
-target_link_options(test_shell PRIVATE -Wl,--wrap=ShellExecuteEx)
+target_link_options(test_shell PRIVATE -Wl,--wrap=ShellExecuteEx,--wrap=ReadMsgQueue)

@@ -5,6 +5,9 @@
 
 #include <map>
 
+#include "recording/record_screen.h"
+#include "skin/skin_access.h"
+#include "skin/skin_paint.h"
 #include "tests/unit/recording/opened_events.h"
 #include "tests/unit/recording/recording_test.h"
 #include "tests/unit/recording/tick_count.h"
@@ -49,6 +52,15 @@ TEST_F(StopRecording, TheSecondPressStopsAndNamesTheFile) {
     EXPECT_THAT(graph.Calls(), Contains("builder.gone"));
 }
 
+TEST_F(StopRecording, TheFrequencyAndTheNameAreShownAnew) {
+    device.channel = 10110;
+    PressRecord();
+    StoreChannel(L"Beta", 10110);
+    ReleaseRecord(test::kSilent);
+    EXPECT_EQ(LastShown(TEXT_FREQUENCY), L"101.1 MHz");
+    EXPECT_EQ(LastShown(TEXT_CHANNEL_NAME), L"Beta");
+}
+
 TEST_F(StopRecording, TheFileIsClosedBeforeTheBoxIsShown) {
     PressRecord();
     bool closed = false;
@@ -74,6 +86,11 @@ TEST_F(StopRecording, ASilentStopShowsNoBox) {
 
 TEST_F(StopRecording, WithoutARecorderTheScreenIsSetBackButThereIsNoBoxAndNoEvent) {
     const HANDLE preRecord = CreateEventW(nullptr, FALSE, FALSE, L"Stop_PreRecord");
+    // As a start leaves it that got as far as the recorder and could not make one.
+    LockScreen(*state);
+    SetButtonFrame(state->m_skin, SKIN_RECORD, 2);
+    ShowWindow(state->m_hListView, SW_HIDE);
+    DrawSkinText(state->m_skin, TEXT_RECORD_TIME, L"Rec 00:00:01");
     g_app.bRecordingActive = 1;
     EXPECT_EQ(Stop(FALSE), "FM: stop_record: bByPreRecord = 0\n");
     ExpectFree();

@@ -32,9 +32,8 @@ class SettingsDialog : public test::SettingsTest {
 // --- What is shown at the opening -------------------------------------------------------------------------
 
 TEST_F(SettingsDialog, WithNothingStoredNoFormatButTheDefaultPlaceIsCheckedAndAllElseIsClear) {
-    // A value that is missing reads as 0, which is AMR.
     Open();
-    EXPECT_EQ(CheckedOf(kFormatButtons), "1015");
+    EXPECT_EQ(CheckedOf(kFormatButtons), "");
     EXPECT_EQ(CheckedOf(kPlaceButtons), "1016");
     EXPECT_EQ(CheckedOf(kCheckBoxes), "");
     EXPECT_EQ(Text(1029), L"");

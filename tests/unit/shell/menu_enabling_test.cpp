@@ -1,4 +1,5 @@
-#include "shell/menu_bar.h"
+// The menus as they are opened, by the message that the window gets for it.
+#include "shell/ui.h"
 
 #include "resources/resource_ids.h"
 #include "shell/settings_key.h"
@@ -19,10 +20,12 @@ class MenuEnabling : public test::ShellTest {
         record.dwPropRecord_ChannelValue = 9850;
         EXPECT_NE(state->m_ChannelDB.CEDB_InsertRecord(record), 0u);
         AppendMenuW(menu, MF_STRING, IDC_ADD_CURRENT, L"add");
+        SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG_PTR>(state));
     }
     ~MenuEnabling() override { DestroyMenu(menu); }
     bool AddIsGrey() {
-        EnableMenuItems(*state, menu);
+        // As the menu's opening asks for it.
+        WndProc(window, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
         MENUITEMINFOW item = {};
         item.cbSize = sizeof item;
         item.fMask = MIIM_STATE;

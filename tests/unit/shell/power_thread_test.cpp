@@ -1,11 +1,42 @@
 // The power-notification thread: what it asks the platform for, what it traces, what it gives back.
 #include "shell/power_thread.h"
 
+#include <cstddef>
+#include <cstring>
+#include <deque>
+#include <mutex>
 #include <optional>
+#include <string>
 
 #include "shell/owned.h"
 #include "tests/support/device_settings.h"
 #include "tests/unit/shell/shell_test.h"
+
+// Messages that are read before those of the queue: by their names alone, each without a terminator.
+static std::deque<std::wstring> g_fed;
+static std::mutex g_feeding;  // guards g_fed
+
+// The linker sends the program's calls of ReadMsgQueue here.
+BOOL WINAPI RealReadMsgQueue(HANDLE queue, LPVOID buffer, DWORD size, LPDWORD read, DWORD milliseconds,
+                             DWORD* flags) __asm__("__real_ReadMsgQueue");
+BOOL WINAPI FedReadMsgQueue(HANDLE queue, LPVOID buffer, DWORD size, LPDWORD read, DWORD milliseconds,
+                            DWORD* flags) __asm__("__wrap_ReadMsgQueue");
+BOOL WINAPI FedReadMsgQueue(HANDLE queue, LPVOID buffer, DWORD size, LPDWORD read, DWORD milliseconds,
+                            DWORD* flags) {
+    const std::lock_guard<std::mutex> lock(g_feeding);
+    if (g_fed.empty()) return RealReadMsgQueue(queue, buffer, size, read, milliseconds, flags);
+    const std::wstring name = g_fed.front();
+    g_fed.pop_front();
+    auto& message = *static_cast<POWER_BROADCAST*>(buffer);
+    message.Message = PBT_TRANSITION;
+    message.Flags = 0;
+    message.Length = static_cast<DWORD>(name.size() * sizeof(WCHAR));
+    // What lies behind the name in the buffer stays.
+    std::memcpy(message.SystemPowerState, name.data(), message.Length);
+    *read = static_cast<DWORD>(offsetof(POWER_BROADCAST, SystemPowerState) + message.Length);
+    *flags = 0;
+    return TRUE;
+}
 
 namespace {
 
@@ -45,13 +76,7 @@ class PowerThread : public test::ShellTest {
         const HRESULT result = RegistryGetDWORD(HKEY_LOCAL_MACHINE, kScreenOffKey, L"att1:", &level);
         return SUCCEEDED(result) ? std::optional<DWORD>(level) : std::nullopt;
     }
-    static DWORD State(const WCHAR* name) {
-        DWORD value = 0, size = sizeof value;
-        WCHAR key[MAX_PATH] = L"";
-        GetEnvironmentVariableW(L"KORA_STATEKEY", key, MAX_PATH);
-        RegGetValueW(HKEY_CURRENT_USER, key, name, RRF_RT_REG_DWORD, nullptr, &value, &size);
-        return value;
-    }
+    static DWORD State(const WCHAR* name) { return StateDword(name); }
     bool WaitUntilRunning() const {
         return WaitFor([] { return DeviceLevel().has_value(); });
     }
@@ -123,6 +148,35 @@ TEST_F(PowerThread, AnotherStateIsTracedByNameAndChangesNothing) {
     }
     EXPECT_TRUE(told);
     EXPECT_EQ(trace, "FM: Power Notification Message: PBT_TRANSITION\nFM: SystemPowerState: backlightoff\n");
+}
+
+TEST_F(PowerThread, AMessageWithoutANameChangesNothingWhateverTheOneBeforeItSaid) {
+    {
+        const std::lock_guard<std::mutex> lock(g_feeding);
+        g_fed = {L"unattended", L"", L"on"};
+    }
+    std::string trace;
+    bool on = false;
+    {
+        const StreamCapture capture(STD_ERROR_HANDLE);
+        Start();
+        WaitUntilRunning();
+        SetSystemPowerState(L"backlightoff", 0, 0);
+        on = WaitFor([&] { return capture.Text().find("backlightoff\n") != std::string::npos; });
+        Stop();
+        trace = capture.Text();
+    }
+    EXPECT_TRUE(on);
+    EXPECT_EQ(trace,
+              "FM: Power Notification Message: PBT_TRANSITION\n"
+              "FM: SystemPowerState: unattended\n"
+              "FM: Power ......unattended...\n"
+              "FM: Power Notification Message: PBT_TRANSITION\n"
+              "FM: Power Notification Message: PBT_TRANSITION\n"
+              "FM: SystemPowerState: on\n"
+              "FM: Power ......ON.....\n"
+              "FM: Power Notification Message: PBT_TRANSITION\n"
+              "FM: SystemPowerState: backlightoff\n");
 }
 
 TEST_F(PowerThread, AQueueThatCannotBeMadeIsTracedAndEndsTheThreadWithNothingHeld) {

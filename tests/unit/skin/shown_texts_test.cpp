@@ -106,6 +106,14 @@ TEST_P(ShownTexts, WhatCouldNotBePaintedIsPaintedLater) {
     EXPECT_TRUE(Paints(kService, L"KORA ONE"));
 }
 
+TEST_P(ShownTexts, WhatCouldNotBePaintedDoesNotCountAsShownOnceSomethingElseWasPainted) {
+    Resize(0, 0);
+    ShowSkinText(m_skin, kService, L"KORA ONE");
+    Resize(screen().cx, screen().cy);
+    Paint([this](HDC dc) { DrawBackground(m_skin, dc); });
+    EXPECT_TRUE(Paints(kService, L"KORA ONE"));
+}
+
 TEST_P(ShownTexts, AnIdThatIsNoFieldChangesNothing) {
     EXPECT_FALSE(Paints(210, L"Ab 1"));
 }

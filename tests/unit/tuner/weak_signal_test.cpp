@@ -40,7 +40,7 @@ TEST_F(WeakSignal, StayingAt15ForManyRoundsNeitherMutesAgainNorChangesTheSavedVo
     ForgetShown();
     EXPECT_EQ(test::TraceOf([this] { Rounds(20); }), "");
     EXPECT_THAT(VolumeCalls(), IsEmpty());
-    EXPECT_EQ(LastShown(TEXT_LOW_SIGNAL), L"(never shown)");
+    EXPECT_EQ(LastShown(TEXT_LOW_SIGNAL), L"Weak        ") << "kept on the screen";
     EXPECT_EQ(g_app.dwSavedVolume, 70u);
 }
 
