@@ -45,13 +45,14 @@ std::wstring PowerHelp() {
            L"program resets the idle timer; its programs are then held until it is woken.\n";
 }
 
-// "portrait", "landscape" (the present screen, turned) or a size such as 480x640.
+// "portrait", "landscape" (the present screen, turned), "usual" or a size such as 480x640.
 std::optional<ScreenSize> ParseScreen(const std::wstring& text) {
     const ScreenSize now = CurrentScreen();
     const int longer = now.width > now.height ? now.width : now.height;
     const int shorter = now.width + now.height - longer;
     if (text == L"portrait") return ScreenSize{shorter, longer};
     if (text == L"landscape") return ScreenSize{longer, shorter};
+    if (text == L"usual") return kUsualScreen;
     const std::size_t cross = text.find(L'x');
     if (cross == std::wstring::npos) return std::nullopt;
     const auto width = ParseNumber(text.substr(0, cross));
@@ -67,7 +68,7 @@ int Orientation(const Arguments& arguments, Console& console) {
     const auto screen = arguments.size() == 1 ? ParseScreen(arguments[0]) : std::nullopt;
     if (screen) return Turned(console, L"orientation", TurnScreen(*screen));
     return BadArguments(console, L"orientation",
-                        L"\"portrait\", \"landscape\" or a size such as 480x640 (each side " +
+                        L"\"portrait\", \"landscape\", \"usual\" or a size such as 480x640 (each side " +
                             std::to_wstring(kSmallestScreen) + L" to " + std::to_wstring(kLargestScreen) +
                             L") is wanted, " + Given(arguments));
 }
@@ -136,10 +137,11 @@ const std::vector<Command>& Commands() {
          L"with it.\n"},
         {L"power", Power, L"STATE|off|key", L"sets the system power state", L"handset power unattended",
          kPowerHelp.c_str()},
-        {L"orientation", Orientation, L"portrait|landscape|WIDTHxHEIGHT", L"turns the screen",
+        {L"orientation", Orientation, L"portrait|landscape|usual|WIDTHxHEIGHT", L"turns the screen",
          L"handset orientation landscape",
          L"\"portrait\" and \"landscape\" turn the present screen; a size such as 480x640 gives it other\n"
-         L"pixels (each side 160 to 1280). The radio's windows are told and fit themselves again.\n"},
+         L"pixels (each side 160 to 1280), and \"usual\" is 240x320 again. The radio's windows are told and "
+         L"fit themselves again.\n"},
         {L"bluetooth", Bluetooth, L"BITS", L"reports Bluetooth status bits", L"handset bluetooth 0x19",
          L"BITS is 0 to 0x1F. The radio takes 0x1 and 0x8 together for an audio link, 0x10 for one that is\n"
          L"being made and 0x4 for one that stands. The bits are kept in HKLM System\\State\\Hardware\n"

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <cstdint>
+
 namespace panel {
 namespace {
 
@@ -14,6 +16,25 @@ void JoinHandsetDesktop() {
     // Stays open: it is the thread's for as long as it runs.
     const HDESK desktop = OpenDesktopW(kDesktopName, 0, FALSE, GENERIC_READ | GENERIC_WRITE);
     if (desktop != nullptr && !SetThreadDesktop(desktop)) CloseDesktop(desktop);
+}
+
+bool GrowHandsetDesktop(int width, int height) {
+    if (CurrentDesktop() != kDesktopName) return false;
+    // The smallest of its sizes that has room; otherwise the largest one.
+    DEVMODEW best = {};
+    DEVMODEW mode = {};
+    mode.dmSize = sizeof mode;
+    const auto fits = [&](const DEVMODEW& m) {
+        return static_cast<int>(m.dmPelsWidth) >= width && static_cast<int>(m.dmPelsHeight) >= height;
+    };
+    const auto area = [](const DEVMODEW& m) { return std::uint64_t{m.dmPelsWidth} * m.dmPelsHeight; };
+    for (DWORD i = 0; EnumDisplaySettingsW(nullptr, i, &mode); ++i) {
+        const bool better =
+            fits(best) ? fits(mode) && area(mode) < area(best) : fits(mode) || area(mode) > area(best);
+        if (better) best = mode;
+    }
+    best.dmFields = DM_PELSWIDTH | DM_PELSHEIGHT;
+    return best.dmSize != 0 && ChangeDisplaySettingsW(&best, 0) == DISP_CHANGE_SUCCESSFUL;
 }
 
 std::wstring CurrentDesktop() {

@@ -10,6 +10,10 @@ namespace panel {
 // Before the thread's first window.
 void JoinHandsetDesktop();
 
+// Makes the handset's own desktop at least this large, as far as the display under it allows; false when the
+// thread is on no such desktop: another one is not the handset's to change.
+bool GrowHandsetDesktop(int width, int height);
+
 // Name of the desktop that the calling thread is on.
 std::wstring CurrentDesktop();
 

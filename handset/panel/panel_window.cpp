@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "handset/panel/booking_service.h"
+#include "handset/panel/handset_desktop.h"
 #include "handset/panel/radio_process.h"
 #include "handset/panel/radio_windows.h"
 #include "handset/panel/switches.h"
@@ -97,6 +98,7 @@ LRESULT PanelWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         {WM_CAPTURECHANGED, &PanelWindow::OnCaptureLost},
         {WM_TIMER, &PanelWindow::OnTimer},
         {WM_MOVE, &PanelWindow::OnMoved},
+        {WM_DISPLAYCHANGE, &PanelWindow::OnDesktopChanged},
         {WM_CLOSE, &PanelWindow::OnClose},
         {WM_DESTROY, &PanelWindow::OnDestroy},
     };
@@ -189,6 +191,10 @@ void PanelWindow::FitToScreen() {
     GetWindowRect(window_, &before);
     const int x = before.left + (before.right - before.left - view_.phone.width) / 2;
     const int y = before.top + (before.bottom - before.top - view_.phone.height) / 2;
+    if (view_.phone.width > GetSystemMetrics(SM_CXVIRTUALSCREEN) ||
+        view_.phone.height > GetSystemMetrics(SM_CYVIRTUALSCREEN)) {
+        GrowHandsetDesktop(view_.phone.width, view_.phone.height);
+    }
     SetWindowPos(window_, nullptr, x, y, view_.phone.width, view_.phone.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
     KeepOnScreen();
@@ -197,15 +203,26 @@ void PanelWindow::FitToScreen() {
 void PanelWindow::KeepOnScreen() {
     RECT place = {};
     GetWindowRect(window_, &place);
-    const LONG right = GetSystemMetrics(SM_XVIRTUALSCREEN) + GetSystemMetrics(SM_CXVIRTUALSCREEN);
-    const LONG bottom = GetSystemMetrics(SM_YVIRTUALSCREEN) + GetSystemMetrics(SM_CYVIRTUALSCREEN);
-    const LONG dx =
-        std::min(0L, std::max(right - place.right, GetSystemMetrics(SM_XVIRTUALSCREEN) - place.left));
-    const LONG dy =
-        std::min(0L, std::max(bottom - place.bottom, GetSystemMetrics(SM_YVIRTUALSCREEN) - place.top));
-    if (dx == 0 && dy == 0) return;
-    SetWindowPos(window_, nullptr, place.left + dx, place.top + dy, 0, 0,
-                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    // Where it is larger than the host's screen, its switches are what stays there: they stand at its right,
+    // or at its foot.
+    const LONG left = GetSystemMetrics(SM_XVIRTUALSCREEN);
+    const LONG top = GetSystemMetrics(SM_YVIRTUALSCREEN);
+    const LONG right = left + GetSystemMetrics(SM_CXVIRTUALSCREEN);
+    const LONG bottom = top + GetSystemMetrics(SM_CYVIRTUALSCREEN);
+    const auto kept = [](LONG at, LONG size, LONG low, LONG high, bool endStays) {
+        if (size > high - low) return endStays ? high - size : low;
+        return std::clamp(at, low, high - size);
+    };
+    const bool flat = view_.phone.landscape;
+    const LONG x = kept(place.left, place.right - place.left, left, right, !flat);
+    const LONG y = kept(place.top, place.bottom - place.top, top, bottom, flat);
+    if (x == place.left && y == place.top) return;
+    SetWindowPos(window_, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+LRESULT PanelWindow::OnDesktopChanged(WPARAM, LPARAM) {
+    KeepOnScreen();
+    return 0;
 }
 
 void PanelWindow::ShowDarkness() {

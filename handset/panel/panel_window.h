@@ -29,6 +29,7 @@ class PanelWindow {
     LRESULT OnCaptureLost(WPARAM, LPARAM);
     LRESULT OnTimer(WPARAM timer, LPARAM);
     LRESULT OnMoved(WPARAM, LPARAM);
+    LRESULT OnDesktopChanged(WPARAM, LPARAM);
     LRESULT OnClose(WPARAM, LPARAM);
     LRESULT OnDestroy(WPARAM, LPARAM);
     LRESULT OnMouseActivate(WPARAM, LPARAM);
@@ -43,7 +44,7 @@ class PanelWindow {
     void RepeatKey();
     void DragSlider(int x);
     void DragPanel(int x, int y);
-    // Moves the window so that it lies on the host's screen.
+    // Moves the window so that it lies on the host's screen, or as much of it as has room there.
     void KeepOnScreen();
     [[nodiscard]] RECT DisplayOnScreen() const;
 

@@ -42,6 +42,18 @@ bool CallIs(const Snapshot& now) {
            (bits != kPhoneCalling || now.numberShown == numbered);
 }
 
+bool HasLargeScreen(const Snapshot& now) {
+    return now.screenWidth + now.screenHeight > kUsualScreen.width + kUsualScreen.height;
+}
+
+// For one of twice the pixels each way, and from any larger one back to the usual one; turned as it is.
+void ExchangeScreen(const Snapshot& now) {
+    const int times = HasLargeScreen(now) ? 1 : 2;
+    const ScreenSize upright = {times * kUsualScreen.width, times * kUsualScreen.height};
+    const bool turned = now.screenWidth > now.screenHeight;
+    TurnScreen(turned ? ScreenSize{upright.height, upright.width} : upright);
+}
+
 // A dark display looks the same on a phone that sleeps and on one that plays on.
 const wchar_t* PowerNote(const Snapshot& now) {
     if (now.sleeps) return L"asleep";
@@ -143,6 +155,7 @@ const std::vector<SwitchGroup>& SwitchGroups() {
             {L"On its side", SwitchKind::kToggle,
              [](const Snapshot& s) { return s.screenWidth > s.screenHeight; },
              [](const Snapshot& s) { TurnScreen({s.screenHeight, s.screenWidth}); }},
+            {L"Large screen", SwitchKind::kToggle, HasLargeScreen, ExchangeScreen},
         }},
         {L"TELEPHONE", {
             {L"Incoming call", SwitchKind::kButton, CallIs<kPhoneIncoming, true>,

@@ -51,6 +51,8 @@ std::uint32_t TunedChannel();
 struct ScreenSize {
     int width, height;  // pixels, 160 to 1280
 };
+// Of a phone that is not turned, as it is delivered.
+inline constexpr ScreenSize kUsualScreen = {240, 320};
 inline constexpr int kSmallestScreen = handset::kSmallestScreen;
 inline constexpr int kLargestScreen = handset::kLargestScreen;
 ScreenSize CurrentScreen();

@@ -205,6 +205,28 @@ TEST_F(PanelWindowTest, ThePhoneTurnsAboutItsMiddle) {
     }
 }
 
+TEST_F(PanelWindowTest, ALargeScreenHasItsSwitchesOnTheDesktopAndAmongThemTheWayBack) {
+    for (const wchar_t* way : {L"portrait", L"landscape"}) {
+        SCOPED_TRACE(testing::Message() << way);
+        const bool flat = way[0] == L'l';
+        EXPECT_EQ(Run({L"orientation", way}), kDone);
+        ClickSwitch(LayOutPhone(CurrentScreen().width, CurrentScreen().height), L"Large screen");
+        ASSERT_TRUE(WaitUntil([&] { return CurrentScreen().width == (flat ? 640 : 480); }, kDeadline_ms));
+        const PhoneLayout large = LayOutPhone(CurrentScreen().width, CurrentScreen().height);
+        const auto onTheDesktop = [&] {
+            POINT corner = {large.column.x, large.column.y};
+            POINT end = {large.column.Right(), std::min(large.column.Bottom(), large.column.y + 600)};
+            ClientToScreen(window_, &corner);
+            ClientToScreen(window_, &end);
+            return corner.x >= 0 && corner.y >= 0 && end.x <= GetSystemMetrics(SM_CXSCREEN) &&
+                   end.y <= GetSystemMetrics(SM_CYSCREEN);
+        };
+        EXPECT_TRUE(WaitUntil(onTheDesktop, kDeadline_ms));
+        ClickSwitch(large, L"Large screen");
+        EXPECT_TRUE(WaitUntil([&] { return CurrentScreen().width == (flat ? 320 : 240); }, kDeadline_ms));
+    }
+}
+
 TEST_F(PanelWindowTest, TheDisplayIsDarkUnlessThePowerStateIsOn) {
     StartStandIn();
     const auto darkness = [] { return FindWindowW(L"KoraHandsetDarkness", nullptr); };

@@ -74,6 +74,13 @@ TEST_F(Switches, AScreenOfOtherPixelsKeepsThemWhenItIsTurned) {
     EXPECT_EQ(handset::StateDword(L"ScreenHeight", 0), 480u);
 }
 
+TEST_F(Switches, AnyScreenBecomesTheUsualOneAgain) {
+    EXPECT_EQ(Run({L"orientation", L"640x480"}), kDone);
+    EXPECT_EQ(Run({L"orientation", L"usual"}), kDone);
+    EXPECT_EQ(handset::StateDword(L"ScreenWidth", 0), 240u);
+    EXPECT_EQ(handset::StateDword(L"ScreenHeight", 0), 320u);
+}
+
 TEST_F(Switches, BluetoothBitsAreKept) {
     EXPECT_EQ(Run({L"bluetooth", L"0x19"}), kDone);
     EXPECT_EQ(BluetoothBits(), 0x19u);
