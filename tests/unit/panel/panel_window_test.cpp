@@ -214,6 +214,9 @@ TEST_F(PanelWindowTest, ALargeScreenHasItsSwitchesOnTheDesktopAndAmongThemTheWay
         ASSERT_TRUE(WaitUntil([&] { return CurrentScreen().width == (flat ? 640 : 480); }, kDeadline_ms));
         const PhoneLayout large = LayOutPhone(CurrentScreen().width, CurrentScreen().height);
         const auto onTheDesktop = [&] {
+            RECT client = {};
+            GetClientRect(window_, &client);
+            if (client.right != large.width) return false;
             POINT corner = {large.column.x, large.column.y};
             POINT end = {large.column.Right(), std::min(large.column.Bottom(), large.column.y + 600)};
             ClientToScreen(window_, &corner);
