@@ -25,6 +25,16 @@ display_virtual() {
     export DISPLAY
 }
 
+# display_picture FILE: of the handset's own desktop on the virtual display, else of the whole screen.
+display_picture() {
+    local record=$KORA_HOME/display
+    if [ -f "$record" ] && [ "$DISPLAY" = ":$(cut -d' ' -f1 "$record")" ]; then
+        # Without such a desktop the program would wait for somebody to point at a window.
+        timeout 5 import -silent -window 'Kora - Wine Desktop' "$1" 2>/dev/null && return 0
+    fi
+    import -silent -window root "$1"
+}
+
 display_stop() {
     local record=$KORA_HOME/display
     [ -f "$record" ] || return 0

@@ -21,10 +21,12 @@ favourites_once() {
 
 # Just large enough for the phone and its switches.
 KORA_DESKTOP=${KORA_DESKTOP:-760x700}
+# The display under it has room for the desktop of a phone with a large screen.
+KORA_DISPLAY=${KORA_DISPLAY:-1600x1280}
 
 # The user's display when there is one, else the virtual one.
 display_any() {
-    [ -n "${DISPLAY:-}" ] || display_virtual "$KORA_DESKTOP"
+    [ -n "${DISPLAY:-}" ] || display_virtual "$KORA_DISPLAY"
 }
 
 # Whether the host has anything to play sound on, a sound server or a card. Asked to play without, its sound library
@@ -114,5 +116,5 @@ kora_handset() {
 kora_shot() {
     [ $# -eq 1 ] || fail "shot wants one file name, such as out/screen.png"
     display_any
-    import -silent -window root "$1" || fail "no picture could be taken of display $DISPLAY"
+    display_picture "$1" || fail "no picture could be taken of display $DISPLAY"
 }

@@ -6,7 +6,7 @@ tour_pictures() {
     while kill -0 "$3" 2>/dev/null; do
         while read -r _ name; do
             case $done_list in *" $name "*) continue ;; esac
-            import -silent -window root "$folder/.$name.png" && mv "$folder/.$name.png" "$folder/$name.png"
+            display_picture "$folder/.$name.png" && mv "$folder/.$name.png" "$folder/$name.png"
             done_list="$done_list$name "
         done < <(grep -a '^picture ' "$log" | tr -d '\r')
         sleep 0.1
