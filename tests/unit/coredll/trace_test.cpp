@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "handset_fixture.h"
+#include "tests/support/trace_capture.h"
 
 namespace {
 
@@ -112,6 +114,21 @@ TEST(Trace, LinesOfSeveralThreadsNeverMix) {
         EXPECT_EQ(line, next[thread]++);
     }
     for (int i = 0; i < kThreads; ++i) EXPECT_EQ(next[i], kLinesPerThread);
+}
+
+// As tests do that wait for a line: the one who reads takes nothing from those who write.
+TEST(Trace, WhatTestsReadOfItMeanwhileLosesNoLine) {
+    std::string text;
+    {
+        const test::StreamCapture capture(STD_ERROR_HANDLE);
+        const HANDLE thread = CreateThread(nullptr, 0, WriteLines, nullptr, 0, nullptr);
+        do {
+            text = capture.Text();
+        } while (WaitForSingleObject(thread, 0) == WAIT_TIMEOUT);
+        CloseHandle(thread);
+        text = capture.Text();
+    }
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), kLinesPerThread);
 }
 
 // Run as a program of its own by the next one.
