@@ -17,7 +17,7 @@ double Place(double value, double from, double to, bool logarithmic) {
 
 std::string Number(double value) {
     char text[32];
-    std::snprintf(text, sizeof text, "%.4g", value);
+    std::snprintf(text, sizeof text, "%.5g", value);
     return text;
 }
 
