@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "resources/resource_ids.h"
-#include "tests/system/radio_test.h"
+#include "tests/system/channels_on_radio.h"
 
 namespace {
 
@@ -87,6 +87,33 @@ TEST_F(Menus, TheChosenSleepTimeIsTheOnlyOneWithACheckMark) {
         for (int level = 0; level < 2; ++level) radio.Key(VK_ESCAPE);
         ASSERT_TRUE(WaitFor([] { return OpenMenus().empty(); }));
     }
+}
+
+class MenuOfChannels : public test::ThreeChannelsOnRadio {
+  protected:
+    // Chooses the second entry of the left soft key's menu, as keys do.
+    void ChooseAddCurrent(const Radio& radio) const {
+        EXPECT_EQ(test::RunProgram(L"handset.exe", L"softkey left"), 0u);
+        ASSERT_TRUE(WaitFor([] { return OpenMenus().size() == 1; })) << "no menu";
+        for (int down = 0; down < 2; ++down) radio.Key(VK_DOWN);
+        radio.Key(VK_RETURN);
+        // What cannot be chosen closes the menu, too; an Escape would be the dialog's that a choice opens.
+        ASSERT_TRUE(WaitFor([] { return OpenMenus().empty(); }));
+        ASSERT_TRUE(WaitUntilKeysCome(radio));
+    }
+};
+
+TEST_F(MenuOfChannels, AddCurrentChannelCannotBeChosenForAFrequencyThatTheListHasAndCanForAnother) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    radio.Type("985");
+    ASSERT_TRUE(WaitForCall("SetChannel 9850 -> 0"));
+    ChooseAddCurrent(radio);
+    EXPECT_EQ(radio.Box(nullptr), nullptr);
+    radio.Type("1005");
+    ASSERT_TRUE(WaitForCall("SetChannel 10050 -> 0"));
+    ChooseAddCurrent(radio);
+    EXPECT_NE(radio.WaitForBox(L"Channel"), nullptr) << testing::PrintToString(TunerCommands());
 }
 
 }  // namespace
