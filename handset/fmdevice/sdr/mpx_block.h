@@ -8,13 +8,14 @@ namespace sdr {
 // The rate of every multiplex in the receiver, in samples a second.
 constexpr double kMpxRate_Hz = 384000.0;
 
-// One millisecond or so. The pilot's phase runs evenly through it: the loop is far slower than that, so whoever mixes
-// with a multiple of it needs one rotation a sample and no sine.
+// One millisecond or so. The pilot's phase runs evenly through it: the loop is far slower than that, so
+// whoever mixes with a multiple of it needs one rotation a sample and no sine.
 struct MpxBlock {
     const float* samples = nullptr;  // 1.0 is a deviation of 75 kHz
     std::size_t count = 0;
-    // The pilot is A * sin(2 pi phase), in the sense of ITU-R BS.450: the phase at the first sample, 0 to 1, and what it
-    // gains with each. Without lock it runs on at the last good rate, or at 19 kHz of the sample clock.
+    // The pilot is A * sin(2 pi phase), in the sense of ITU-R BS.450: the phase at the first sample, 0 to 1,
+    // and what it gains with each. Without lock it runs on at the last good rate, or at 19 kHz of the sample
+    // clock.
     double pilotPhase_turns = 0.0;
     double pilotStep_turns = 19000.0 / kMpxRate_Hz;
     bool pilotLocked = false;

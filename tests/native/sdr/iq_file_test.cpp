@@ -133,6 +133,17 @@ TEST_F(IqFileTest, AWavFileThatWasCutOffHasWhatIsThere) {
     EXPECT_EQ(file.Description().samples, kSamples);
 }
 
+TEST_F(IqFileTest, WhatFollowsTheSamplesInAWavFileIsNotTakenForSome) {
+    const std::string path = Write("more.wav", Wav(1, 2, 16, 240000, "", std::string(4 * kSamples, '\0')) +
+                                                   "LIST" + Little(4, 4) + "more");
+    IqFile file;
+    ASSERT_EQ(file.Open(path), "");
+    std::vector<Sample> samples;
+    while (file.Read(1000, &samples) > 0) {
+    }
+    EXPECT_EQ(samples.size(), kSamples);
+}
+
 TEST_F(IqFileTest, SigmfIsFoundByEitherOfItsFiles) {
     Write("s.sigmf-data", std::string(8 * kSamples, '\0'));
     Write("s.sigmf-meta",
@@ -192,9 +203,10 @@ TEST(Sigmf, DamagedMetadataIsRefusedAndHarmsNobody) {
     ASSERT_EQ(sdr::ParseSigmf(good, &description), "");
     for (std::size_t i = 0; i < good.size(); ++i)
         EXPECT_NE(sdr::ParseSigmf(good.substr(0, i), &description), "") << i;
+    EXPECT_NE(sdr::ParseSigmf(good + "}", &description), "");
     EXPECT_NE(sdr::ParseSigmf(std::string(100000, '['), &description), "");
     std::string deep;
-    for (int i = 0; i < 1000; ++i) deep += "{\"a\":";
+    for (int i = 0; i < 1000000; ++i) deep += "{\"a\":";
     EXPECT_NE(sdr::ParseSigmf(deep, &description), "");
     std::mt19937 random(2);
     for (int i = 0; i < 200000; ++i) {

@@ -140,4 +140,11 @@ TEST_F(PilotLoopTest, ALostPilotIsNoticedAndItsRateIsKept) {
     EXPECT_NEAR(loop_.RateOffset_Hz(), 1.5, 1.0);
 }
 
+TEST_F(PilotLoopTest, NoiseFarLouderThanThePilotDoesNotHoldTheLock) {
+    ASSERT_TRUE(Run(100).pilotLocked);
+    multiplex_.pilot = 0.0;
+    multiplex_.noise = 50.0;
+    EXPECT_FALSE(Run(300).pilotLocked);
+}
+
 }  // namespace

@@ -217,8 +217,12 @@ TEST(Receiver, ARetuneFindsThePilotWithinFortyMilliseconds) {
     signal.carrierToNoise_dBHz = 75.0;
     const std::vector<Sample> samples = MakeFm(signal);
     Receiver receiver(ReceiverOptions{});
-    receiver.Tune(400000.0);
     std::vector<float> frames;
+    receiver.Tune(0.0);
+    receiver.Process(samples.data(), samples.size(), &frames);
+    EXPECT_EQ(receiver.Snapshot().stereo.value, 1.0);
+    receiver.Tune(400000.0);
+    EXPECT_EQ(receiver.Snapshot().stereo.value, 0.0);
     receiver.Process(samples.data(), samples.size(), &frames);
     EXPECT_EQ(receiver.Snapshot().stereo.value, 0.0);
     receiver.Tune(0.0);

@@ -51,6 +51,7 @@ TEST(Reception, AStationsSoundNameAndLevelComeThroughAndThenThoseOfTheNext) {
     for (const Station& station : stations) {
         SCOPED_TRACE(station.name);
         receiver.Tune(station.offset_Hz);
+        EXPECT_EQ(receiver.Snapshot().rds.pi, std::nullopt);
         std::vector<float> frames;
         for (int second = 0; second < 3; ++second) {
             air.Read(samples.data(), samples.size());
