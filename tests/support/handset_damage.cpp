@@ -20,6 +20,10 @@ constexpr int kLowest_10kHz = 8750, kHighest_10kHz = 10800;
 constexpr double kHeads_bytes = 2048;
 constexpr double kLost_s = 1;
 constexpr double kAmr_bytes_s = 1600;  // 12.2 kbit/s: 32 bytes, 50 times a second
+// Half a second of frames, and what is written beside them: the boxes of a fragment, and its place in the
+// movie.
+constexpr double kFragmentSound_bytes = kAmr_bytes_s / 2;
+constexpr double kFragmentHead_bytes = 108 + 4;
 
 std::string Narrow(const std::wstring& text) {
     return std::string(text.begin(), text.end());
@@ -96,8 +100,8 @@ void LookAtRecording(const std::filesystem::path& path, Kept& kept) {
     if (!sound.complaints.empty()) kept.damage.push_back(name() + ": " + sound.complaints);
     const double length_s =
         static_cast<double>(DecodeSound(path.wstring(), Channels::kMean).size()) / sound.rate_Hz;
-    // A fragment costs some hundred bytes beside its half second of frames.
-    const double written_s = (size - kHeads_bytes) / rate_bytes_s * (amr ? 0.8 : 1);
+    const double sound_share = amr ? kFragmentSound_bytes / (kFragmentSound_bytes + kFragmentHead_bytes) : 1;
+    const double written_s = (size - kHeads_bytes) / rate_bytes_s * sound_share;
     if (length_s < written_s - kLost_s) {
         kept.damage.push_back(name() + " plays " + std::to_string(length_s) + " s of " +
                               std::to_string(written_s));

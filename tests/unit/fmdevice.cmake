@@ -6,6 +6,7 @@ kora_test(test_fmdevice
         fmdevice/operations_test.cpp
         fmdevice/rds_test.cpp
         fmdevice/seek_test.cpp
+        fmdevice/slots_test.cpp
         fmdevice/sound_tap_test.cpp
         fmdevice/sound_test.cpp
         fmdevice/threads_test.cpp

@@ -1,4 +1,6 @@
 // What a recording that is given back leaves in its process.
+#include <algorithm>
+
 #include "tests/support/process_counts.h"
 #include "tests/support/wait.h"
 #include "tests/unit/capture/recording_rig.h"
@@ -10,8 +12,11 @@ using test::CRecordingRig;
 constexpr int kTimes = 10;
 // The first ones load what the process keeps.
 constexpr int kWarm = 3;
-// A lock that threads met at for the first time has an event from then on.
-constexpr long kOfTheProcess = kTimes / 2;
+// A lock that threads met at for the first time has an event from then on. That is once; what every recording
+// leaves is left in each of these rounds.
+constexpr int kRounds = 4;
+// How long the threads of the last recording may take to end.
+constexpr DWORD kEnd_ms = 3000;
 
 class LeftHandles : public test::CaptureTest {
   protected:
@@ -19,12 +24,20 @@ class LeftHandles : public test::CaptureTest {
     // time.
     template <class Work>
     static long After(long wanted, Work work) {
-        for (int i = 0; i < kWarm; ++i) work();
         const auto held = [] { return static_cast<long>(test::HandlesOf(GetCurrentProcessId())); };
         const long before = held();
         for (int i = 0; i < kTimes; ++i) work();
-        test::WaitFor([&] { return held() - before <= wanted; });
+        test::WaitFor([&] { return held() - before <= wanted; }, kEnd_ms);
         return held() - before;
+    }
+    // The least that a round left.
+    template <class Work>
+    static long Left(long wanted, Work work) {
+        for (int i = 0; i < kWarm; ++i) work();
+        long least = After(wanted, work);
+        for (int round = 1; round < kRounds && least > wanted; ++round)
+            least = std::min(least, After(wanted, work));
+        return least;
     }
     static void Record(const wchar_t* path, HRESULT (CRecordingRig::*attach)(const std::wstring&)) {
         CRecordingRig rig;
@@ -40,11 +53,9 @@ class LeftHandles : public test::CaptureTest {
 // Wine leaves an event behind for every graph that it makes.
 TEST_F(LeftHandles, ARecordingLeavesNoneBesidesThoseOfTheHostsEmptyGraph) {
     PlayTone();
-    const long host =
-        After(kTimes, [] { test::CreateAs<IGraphBuilder>(CLSID_FilterGraph, IID_IGraphBuilder); });
-    const long most = host + kOfTheProcess;
-    EXPECT_LE(After(most, [] { Record(L"\\left.amr", &CRecordingRig::AttachAmr); }), most);
-    EXPECT_LE(After(most, [] { Record(L"\\left.wav", &CRecordingRig::AttachWav); }), most);
+    const long host = Left(0, [] { test::CreateAs<IGraphBuilder>(CLSID_FilterGraph, IID_IGraphBuilder); });
+    EXPECT_LE(Left(host, [] { Record(L"\\left.amr", &CRecordingRig::AttachAmr); }), host);
+    EXPECT_LE(Left(host, [] { Record(L"\\left.wav", &CRecordingRig::AttachWav); }), host);
 }
 
 }  // namespace

@@ -18,10 +18,10 @@ TEST(SuspendThread, HoldsAThreadThatIsInAWait) {
         passed = true;
     });
     ASSERT_TRUE(Eventually([&] { return waiting.load(); }));
-    RealPause(20);
+    OthersHaveRun();
     EXPECT_EQ(SuspendThread(worker.get()), 0u);
     SetEvent(event);
-    RealPause(100);
+    OthersHaveRun();
     EXPECT_FALSE(passed);
     EXPECT_EQ(ResumeThread(worker.get()), 1u);
     EXPECT_TRUE(worker.Ended());
@@ -40,7 +40,7 @@ TEST(SuspendThread, DoesNotWaitForAThreadThatSendsAMessageToTheCaller) {
     ASSERT_TRUE(Eventually([] { return (GetQueueStatus(QS_SENDMESSAGE) >> 16 & QS_SENDMESSAGE) != 0; }));
     EXPECT_EQ(SuspendThread(worker.get()), 0u);
     HandleMessages();
-    RealPause(50);
+    OthersHaveRun();
     EXPECT_FALSE(answered);
     EXPECT_EQ(ResumeThread(worker.get()), 1u);
     EXPECT_TRUE(worker.Ended());
@@ -81,7 +81,7 @@ TEST(SuspendThread, WaitsUntilAPlainCallOfTheHandsetIsOver) {
     ASSERT_TRUE(Eventually([&] { return step == 1; }));
     EXPECT_EQ(SuspendThread(worker.get()), 0u);
     EXPECT_EQ(step, 2);
-    RealPause(50);
+    OthersHaveRun();
     EXPECT_EQ(step, 2);
     ResumeThread(worker.get());
 }
@@ -99,7 +99,7 @@ TEST(SuspendThread, DoesNotWaitForACallOfTheHandsetThatMayTakeLong) {
     ASSERT_TRUE(Eventually([&] { return step == 1; }));
     EXPECT_EQ(SuspendThread(worker.get()), 0u);
     goOn = true;
-    RealPause(50);
+    OthersHaveRun();
     EXPECT_EQ(step, 1);
     ResumeThread(worker.get());
 }
@@ -179,7 +179,7 @@ TEST(SuspendThread, HoldsAThreadInItsWindowProcedure) {
     const auto notify =
         HostFunction<BOOL WINAPI(HWND, UINT, WPARAM, LPARAM)>("user32.dll", "SendNotifyMessageW");
     notify(window, WM_APP, 0, 0);
-    RealPause(50);
+    OthersHaveRun();
     EXPECT_EQ(g_handled, 1);
     EXPECT_EQ(ResumeThread(worker.get()), 1u);
     EXPECT_TRUE(Eventually([] { return g_handled == 2; }));
@@ -199,10 +199,10 @@ TEST(SuspendThread, AThreadThatWaitsForACriticalSectionDoesNotComeToOwnItMeanwhi
             LeaveCriticalSection(&section);
         });
         ASSERT_TRUE(Eventually([&] { return step == 1; }));
-        RealPause(50);
+        OthersHaveRun();
         EXPECT_EQ(SuspendThread(worker.get()), 0u);
         LeaveCriticalSection(&section);
-        RealPause(50);
+        OthersHaveRun();
         EXPECT_TRUE(Eventually([&] { return TryEnterCriticalSection(&section) != FALSE; }));
         EXPECT_EQ(step, 1);
         LeaveCriticalSection(&section);

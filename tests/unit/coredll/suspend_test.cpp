@@ -63,7 +63,7 @@ TEST(SuspendThread, StopsAThreadThatOnlyComputes) {
     ASSERT_TRUE(Eventually([&] { return count > 0; }));
     EXPECT_EQ(SuspendThread(worker.get()), 0u);
     const unsigned before = count;
-    RealPause(50);
+    OthersHaveRun();
     EXPECT_EQ(count, before);
     EXPECT_EQ(ResumeThread(worker.get()), 1u);
     EXPECT_TRUE(Eventually([&] { return count > before; }));
@@ -78,7 +78,7 @@ TEST(SuspendThread, AThreadMaySuspendItself) {
         step = 2;
     });
     ASSERT_TRUE(Eventually([&] { return step == 1; }));
-    RealPause(50);
+    OthersHaveRun();
     EXPECT_EQ(step, 1);
     EXPECT_TRUE(Eventually([&] { return ResumeThread(worker.get()) == 1; }));
     EXPECT_TRUE(worker.Ended());

@@ -6,6 +6,7 @@
 
 #include "handset_fixture.h"
 #include "tests/support/process_counts.h"
+#include "worker.h"
 
 namespace {
 
@@ -86,11 +87,11 @@ TEST_F(Threads, GiveTheCodeThatTheyEndWith) {
 
 TEST_F(Threads, CreatedSuspendedTheyRunNothingBeforeTheyAreResumed) {
     const HANDLE thread = CreateThread(nullptr, 0, OneStep, nullptr, CREATE_SUSPENDED, nullptr);
-    RealPause(50);
+    OthersHaveRun();
     EXPECT_EQ(g_step, 0);
     EXPECT_EQ(SuspendThread(thread), 1u);
     EXPECT_EQ(ResumeThread(thread), 2u);
-    RealPause(50);
+    OthersHaveRun();
     EXPECT_EQ(g_step, 0);
     EXPECT_EQ(ResumeThread(thread), 1u);
     EXPECT_EQ(CodeOf(thread), 0u);

@@ -70,7 +70,8 @@ TEST_F(TimerTest, AKilledTimerIsSilent) {
     g_ticks.clear();
     const UINT_PTR killed = SetTimer(nullptr, 0, 10, OnTick);
     ASSERT_NE(killed, 0u);
-    RealPause(30);
+    // It is due, and nobody has taken the message yet.
+    ASSERT_TRUE(Eventually([] { return (GetQueueStatus(QS_TIMER) >> 16 & QS_TIMER) != 0; }));
     EXPECT_TRUE(KillTimer(nullptr, killed));
     const UINT_PTR alive = SetTimer(nullptr, 0, 50, OnOtherTick);
     ASSERT_TRUE(TicksReach(1));

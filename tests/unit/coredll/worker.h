@@ -6,7 +6,9 @@
 
 #include <atomic>
 #include <functional>
+#include <memory>
 #include <utility>
+#include <vector>
 
 #include "handset_fixture.h"
 
@@ -42,6 +44,20 @@ class Worker {
     HANDLE handle_;
 };
 
+// A thread that may run has run by now: more threads than the machine has processors were started, and each
+// was given its turn many times over.
+inline void OthersHaveRun() {
+    SYSTEM_INFO machine{};
+    GetSystemInfo(&machine);
+    const auto takeTurns = [] {
+        for (int turn = 0; turn < 20; ++turn) RealPause(1);
+    };
+    std::vector<std::unique_ptr<Worker>> others;
+    for (DWORD i = 0; i <= machine.dwNumberOfProcessors; ++i)
+        others.push_back(std::make_unique<Worker>(takeTurns));
+    for (const auto& other : others) EXPECT_TRUE(other->Ended());
+}
+
 inline HWND MessageWindow() {
     return CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
 }
@@ -62,7 +78,7 @@ struct Caller {
     }
     bool StandsStill() {
         const int before = calls;
-        RealPause(50);
+        OthersHaveRun();
         return calls == before;
     }
 };
