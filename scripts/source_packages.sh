@@ -71,7 +71,8 @@ mkdir -p "$SOURCES"
 exec 9>"$SOURCES/$1.lock"
 flock 9
 if [ ! -d "$SOURCES/$1" ]; then
-    fetch "$1" "${2:-}" >"$SOURCES/$1.log" 2>&1 || fail "fetching $1 failed; the last lines of $SOURCES/$1.log:
+    # In a shell of its own, so that its last words are told below.
+    (fetch "$1" "${2:-}") >"$SOURCES/$1.log" 2>&1 || fail "fetching $1 failed; the last lines of $SOURCES/$1.log:
 $(tail -n 5 "$SOURCES/$1.log")"
 fi
 printf '%s\n' "$SOURCES/$1"
