@@ -9,8 +9,10 @@ target_link_libraries(sdr_rds PUBLIC kora_flags $<LINK_ONLY:fm_portable>)
 add_executable(test_rds
     rds/block_code_test.cpp
     rds/block_decision_test.cpp
+    rds/block_sync_test.cpp
     rds/group_reader_test.cpp
     rds/matched_filter_test.cpp
+    rds/real_groups_test.cpp
     rds/reception_test.cpp
     rds/text_voter_test.cpp
     rds/synthetic_mpx.cpp)

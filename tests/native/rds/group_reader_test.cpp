@@ -287,7 +287,7 @@ TEST_F(RdsGroups, RadioTextPlusNamesPartsOfTheText) {
 TEST_F(RdsGroups, ATagBeyondTheTextIsNone) {
     Send(kPi, 0x3000 | 11 << 1, 0, kRadioTextPlusId);
     SendText("Short\r  ", false);
-    const std::uint64_t message = std::uint64_t{4} << 29 | std::uint64_t{2} << 23 | std::uint64_t{3} << 17;
+    const std::uint64_t message = std::uint64_t{4} << 29 | std::uint64_t{2} << 23 | std::uint64_t{4} << 17;
     Send(kPi, static_cast<std::uint16_t>(0xB000 | message >> 32), static_cast<std::uint16_t>(message >> 16),
          0);
     EXPECT_THAT(Read().tags, IsEmpty());

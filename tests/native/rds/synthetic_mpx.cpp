@@ -120,12 +120,14 @@ const sdr::MpxBlock& Multiplex::Next() {
     Oscillator difference(2.0 * start, 2.0 * pilotStep);
     Oscillator carrier(subcarrier * begin + signal_.phase_turns, subcarrier * speed);
     Oscillator tone(14000.0 * begin, 14000.0 * speed);
+    const bool silent = begin >= signal_.silentFrom_s && begin < signal_.silentTo_s;
+    const double height = silent ? 0.0 : signal_.rds_kHz / 75.0;
+    const double delay = signal_.bitDelay_bits + (begin >= signal_.slipAt_s ? 1.0 : 0.0);
     std::normal_distribution<double> gauss;
     for (std::size_t i = 0; i < kCount; ++i, ++sample_) {
         const double time = static_cast<double>(sample_) * speed;
         double value = signal_.pilot_kHz / 75.0 * pilot.Next();
-        value +=
-            signal_.rds_kHz / 75.0 * Data(subcarrier / 48.0 * time - signal_.bitDelay_bits) * carrier.Next();
+        value += height * Data(subcarrier / 48.0 * time - delay) * carrier.Next();
         if (signal_.tone_kHz > 0.0) value += signal_.tone_kHz / 75.0 * difference.Next() * tone.Next();
         if (noise_ > 0.0) {
             const double noise = gauss(random_) * noise_;

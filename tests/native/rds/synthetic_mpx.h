@@ -24,6 +24,9 @@ struct Signal {
     double bitDelay_bits = 0.3;
     double carrierToNoise_dBHz = 0;  // 0: no noise
     double tone_kHz = 0.0;           // of the difference signal, at 38 kHz +- 14 kHz
+    double silentFrom_s = 0.0;       // no subcarrier from there to there
+    double silentTo_s = 0.0;
+    double slipAt_s = 1e9;  // from then on the bits come one bit later
     std::uint32_t seed = 1;
 };
 

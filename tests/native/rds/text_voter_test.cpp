@@ -103,7 +103,7 @@ TEST(RdsTextVoter, ATextWithoutMarkEndsWhereItAlwaysBeginsAnew) {
         SendRound(voter, "Eight letters...", 8, true);
         EXPECT_FALSE(voter.Whole()) << round;
     }
-    SendRound(voter, "Eight letters...", 8, true);
+    voter.Take(0, PairOf("Eight letters...", 0), true);
     EXPECT_EQ(voter.Whole(), "Eight letters...");
 }
 

@@ -78,19 +78,27 @@ void SubcarrierMixer::Follow(const MpxBlock& block) {
     wasLocked_ = block.pilotLocked;
 }
 
-void SubcarrierMixer::Give(double pilot_cycles, Baseband& baseband) const {
+void SubcarrierMixer::Give(const Turning& turning, Baseband& baseband) const {
     const float* samples = &line_[filled_ - kTaps];
     const float re = DotProduct<kTaps>(samples, cosTaps_.data());
     const float im = DotProduct<kTaps>(samples, sinTaps_.data());
-    const double angle = 2.0 * kPi * Wrapped(kSubcarrierOfPilot * pilot_cycles);
-    const auto c = static_cast<float>(std::cos(angle));
-    const auto s = static_cast<float>(std::sin(angle));
-    baseband.Append(re * c + im * s, im * c - re * s, pilot_cycles / kPilotCyclesPerBit);
+    const auto c = static_cast<float>(turning.re);
+    const auto s = static_cast<float>(turning.im);
+    baseband.Append(re * c + im * s, im * c - re * s, turning.cycles / kPilotCyclesPerBit);
 }
 
 void SubcarrierMixer::Take(const MpxBlock& block, Baseband& baseband) {
     Follow(block);
-    const double middle = (static_cast<double>(kTaps) - 1.0) / 2.0 * block.pilotStep_turns;
+    const double middle = (static_cast<double>(kTaps) + 1.0) / 2.0 * block.pilotStep_turns;
+    const double first = static_cast<double>(untilNext_) * block.pilotStep_turns;
+    const double step = static_cast<double>(kDecimation) * block.pilotStep_turns;
+    Turning turning;
+    turning.cycles = cycles_ + first - middle;
+    const double angle = 2.0 * kPi * Wrapped(kSubcarrierOfPilot * turning.cycles);
+    turning.re = std::cos(angle);
+    turning.im = std::sin(angle);
+    const double stepRe = std::cos(2.0 * kPi * kSubcarrierOfPilot * step);
+    const double stepIm = std::sin(2.0 * kPi * kSubcarrierOfPilot * step);
     std::size_t taken = 0;
     while (taken < block.count) {
         const std::size_t some = std::min(untilNext_, block.count - taken);
@@ -105,8 +113,9 @@ void SubcarrierMixer::Take(const MpxBlock& block, Baseband& baseband) {
         untilNext_ -= some;
         if (untilNext_ != 0) continue;
         untilNext_ = kDecimation;
-        const double last = cycles_ + block.pilotStep_turns * (static_cast<double>(taken) - 1.0);
-        Give(last - middle, baseband);
+        Give(turning, baseband);
+        turning = {turning.cycles + step, turning.re * stepRe - turning.im * stepIm,
+                   turning.re * stepIm + turning.im * stepRe};
     }
     cycles_ += block.pilotStep_turns * static_cast<double>(block.count);
 }

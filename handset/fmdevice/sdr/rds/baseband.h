@@ -63,7 +63,12 @@ class SubcarrierMixer {
     static constexpr std::size_t kLine = 2048;
 
     void Follow(const MpxBlock& block);
-    void Give(double pilot_cycles, Baseband& baseband) const;
+    // One after the other stands at even steps of the reference, so one rotation a sample will do.
+    struct Turning {
+        double cycles = 0.0;  // of the pilot
+        double re = 1.0, im = 0.0;
+    };
+    void Give(const Turning& turning, Baseband& baseband) const;
 
     std::array<float, kTaps> cosTaps_{}, sinTaps_{};
     std::array<float, kLine> line_{};

@@ -71,6 +71,8 @@ void BlockSync::Push(float symbol) {
     bits_ = (bits_ << 1 | (one != before ? 1u : 0u)) & ((1u << kBlockBits) - 1);
     if (count_ < kBlockSymbols) return;
     CountHits();
+    // Getting into step has taken this block already.
+    if (decided_ == count_) return;
     if (alignment_ && (count_ % kGroupBits + kGroupBits - *alignment_) % kBlockBits == 0) TakeBlock(count_);
 }
 
@@ -193,7 +195,8 @@ void BlockSync::Note(std::size_t place, const Block& block) {
     if (place == 0 && groupBegun_) GiveGroup();
     if (!groupBegun_) {
         group_ = Group{};
-        group_.firstBit = decided_ - (place + 1) * kBlockBits;
+        group_.firstBit =
+            static_cast<std::int64_t>(decided_) - static_cast<std::int64_t>((place + 1) * kBlockBits);
         groupBegun_ = true;
     }
     group_.blocks[place] = block;

@@ -32,7 +32,7 @@ constexpr std::array<std::string_view, kPrinted> kLetters = {
 }  // namespace
 
 std::string_view LetterOf(std::uint8_t code) {
-    return code < kFirst ? " " : kLetters[code - kFirst];
+    return kLetters[code < kFirst ? 0 : code - kFirst];
 }
 
 std::string LettersOf(std::string_view codes) {

@@ -33,8 +33,8 @@ struct Block {
 
 struct Group {
     std::array<Block, kGroupBlocks> blocks;
-    // The first bit's number since the receiver was started.
-    std::uint64_t firstBit = 0;
+    // The first bit's number since the receiver was started; below 0 when the group had begun before.
+    std::int64_t firstBit = 0;
     bool Whole() const {
         for (const Block& block : blocks) {
             if (!block.Received()) return false;

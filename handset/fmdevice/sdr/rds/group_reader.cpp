@@ -1,6 +1,7 @@
 // One reader for each type and version of group (IEC 62106, 3.1.3 and 3.1.5).
 #include "handset/fmdevice/sdr/rds/group_reader.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "handset/fmdevice/sdr/rds/characters.h"
@@ -129,7 +130,10 @@ void GroupReader::ReadSwitches(std::uint16_t bits, bool certain) {
 std::optional<std::string> GroupReader::Shown(const std::string& codes, Form form) {
     if (form == Form::kUtf8) {
         if (!fm::IsUtf8(codes)) return std::nullopt;
-        return WithoutTrailingBlanks(codes);
+        std::string text = codes;
+        // Encoders fill up with zeros as well as with blanks.
+        std::replace(text.begin(), text.end(), '\0', ' ');
+        return WithoutTrailingBlanks(text);
     }
     return form == Form::kText ? WithoutTrailingBlanks(LettersOf(codes)) : LettersOf(codes);
 }

@@ -29,8 +29,8 @@ std::vector<RadioTextTag> RadioTextPlus::TagsOf(const std::string& codes) const 
     std::vector<RadioTextTag> tags;
     if (!message_.Value()) return tags;
     for (const PlusTag& tag : message_.Value()->tags) {
-        // Type 0 is a dummy (P.3).
-        if (tag.type == 0 || std::size_t{tag.start} + tag.more >= codes.size()) continue;
+        // Type 0 is a dummy (P.3). Some encoders count the first letter among those that follow it.
+        if (tag.type == 0 || std::size_t{tag.start} + tag.more > codes.size()) continue;
         const std::string part = codes.substr(tag.start, std::size_t{tag.more} + 1);
         tags.push_back({tag.type, WithoutTrailingBlanks(LettersOf(part))});
     }

@@ -1,15 +1,16 @@
 #include "handset/fmdevice/sdr/rds/receiver_chain.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace sdr::rds {
 namespace {
 
-// The mean square of a signal of random bits is 0.617 of the square of a symbol's height (1.7), and 0.485 of
-// the square of what is called its deviation.
-constexpr double kDeviation_kHz = 75.0 * 1.128;
+// Equal symbols of the height 1 make a subcarrier whose crests are 1.11 high: its deviation.
+constexpr double kDeviation_kHz = 75.0 * 1.1107;
 // While blocks come through at all, nothing better is looked for.
 constexpr float kEnoughBlocks = 0.25f;
+constexpr double kDoubted = 0.9;
 
 }  // namespace
 
@@ -22,10 +23,31 @@ void ReceiverChain::Restart() {
     search_.Restart();
     tracker_ = SymbolTracker();
     sync_.Restart();
+    significance_ = 0.0;
+    wasInStep_ = false;
 }
 
 bool ReceiverChain::Content() const {
     return tracker_.Running() && sync_.InStep() && sync_.ReceivedShare() > kEnoughBlocks;
+}
+
+// Another signal than the one that is followed has to be the clearer one, or to be found again and again.
+// Before any block was known, the other was none, and what is in the ring is looked at once more.
+void ReceiverChain::TakeUp(const FoundSignal& found) {
+    if (tracker_.Follows(found)) {
+        significance_ = std::max(significance_, found.significance);
+        return;
+    }
+    if (tracker_.Running() && found.significance < significance_) {
+        significance_ *= kDoubted;
+        return;
+    }
+    significance_ = found.significance;
+    if (!wasInStep_) {
+        tracker_.Forget();
+        sync_.Restart();
+    }
+    tracker_.Begin(found, baseband_, filter_);
 }
 
 void ReceiverChain::Feed(const MpxBlock& block) {
@@ -35,10 +57,11 @@ void ReceiverChain::Feed(const MpxBlock& block) {
     if (Content()) {
         search_.Restart();
     } else if (const std::optional<FoundSignal> found = search_.Look(baseband_, filter_)) {
-        if (!tracker_.Follows(*found)) tracker_.Begin(*found, baseband_, filter_);
+        TakeUp(*found);
     }
     float symbol = 0.0f;
     while (tracker_.Next(baseband_, filter_, &symbol)) sync_.Push(symbol);
+    wasInStep_ = wasInStep_ || sync_.InStep();
 }
 
 SignalQuality ReceiverChain::Quality() const {

@@ -26,6 +26,7 @@ class ReceiverChain {
 
   private:
     [[nodiscard]] bool Content() const;
+    void TakeUp(const FoundSignal& found);
 
     Baseband baseband_;
     SubcarrierMixer mixer_;
@@ -33,6 +34,9 @@ class ReceiverChain {
     SignalSearch search_;
     SymbolTracker tracker_;
     BlockSync sync_;
+    // Of the signal that is followed, as far as it still counts; whether its blocks were ever known.
+    double significance_ = 0.0;
+    bool wasInStep_ = false;
 };
 
 }  // namespace sdr::rds

@@ -1,4 +1,4 @@
-// Squares in pieces of 24 symbols, then a Fourier transform over the pieces for each timing.
+// Squares in pieces of 16 symbols, then a Fourier transform over the pieces for each timing.
 #include "handset/fmdevice/sdr/rds/signal_search.h"
 
 #include <algorithm>
@@ -8,7 +8,7 @@ namespace sdr::rds {
 namespace {
 
 constexpr double kPi = 3.14159265358979323846;
-// Power over noise is distributed as exp(-x): with some 500 places looked at fifty times a second, noise
+// Power over noise is distributed as exp(-x): with some 500 places looked at seventy times a second, noise
 // alone passes once in ten minutes, and then the blocks tell.
 constexpr double kSignificant = 16.0;
 // A signal that the reference carries has no frequency of its own; another has to be that much likelier.
@@ -110,9 +110,10 @@ double SignalSearch::Significance(std::size_t pieces, std::size_t timing, double
 std::optional<FoundSignal> SignalSearch::JudgeLast(std::size_t pieces) const {
     Peak peak;
     Peak straight;
-    const int bins = static_cast<int>(pieces);
+    // Up to 14 Hz either way.
+    const int bins = static_cast<int>(pieces * 3 / 4);
     for (std::size_t timing = 0; timing < kTimings; ++timing) {
-        for (int bin = -bins; bin < bins; ++bin) {
+        for (int bin = -bins; bin <= bins; ++bin) {
             const double significance = Significance(pieces, timing, bin);
             if (significance > peak.significance) peak = {significance, timing, bin};
             if (bin == 0 && significance > straight.significance) straight = {significance, timing, bin};

@@ -35,11 +35,11 @@ class SignalSearch {
 
   private:
     static constexpr std::size_t kTimings = 8;
-    // 20 ms, in which the squares of a signal 12 Hz off turn by half a turn.
-    static constexpr std::int64_t kPieceSymbols = 24;
+    // 13 ms, in which the squares of a signal 14 Hz off turn by less than half a turn.
+    static constexpr std::int64_t kPieceSymbols = 16;
     // Beyond 0.65 s a clock that is 200 ppm off would blur the timing.
-    static constexpr std::size_t kMostPieces = 32;
-    static constexpr std::size_t kFewestPieces = 4;
+    static constexpr std::size_t kMostPieces = 48;
+    static constexpr std::size_t kFewestPieces = 6;
 
     struct Square {
         double re = 0.0, im = 0.0;

@@ -34,7 +34,8 @@ class LineFit {
 class SymbolTracker {
   public:
     SymbolTracker();
-    void Stop() { running_ = false; }
+    // What was given does not count: the next beginning takes all that is in the ring.
+    void Forget() { hasGiven_ = false; }
     // Takes the signal up at the oldest symbol that is in the ring and was not given yet.
     void Begin(const FoundSignal& signal, const Baseband& baseband, const MatchedFilter& filter);
     bool Running() const { return running_; }

@@ -60,7 +60,7 @@ bool TextVoter::Believe(std::size_t place, std::uint16_t letters, bool certain) 
     pair.candidate = letters;
     if (otherwise) {
         // Perhaps the first sign of another text: what was seen so far does not count any more.
-        seen_ = 0;
+        seen_ = rounds_ = 0;
         for (Pair& each : all_) each.again = false;
     }
     if (!certain && !twice) return false;
@@ -145,7 +145,7 @@ bool TextVoter::Judge() {
         for (Pair& pair : all_) pair.again = false;
     }
     const bool inOrder = inOrder_ >= *pairs;
-    const bool often = seen_ >= sights_;
+    const bool often = seen_ >= sights_ || (rounds_ >= kEnoughRounds && *pairs == highest_ + 1);
     if (!inOrder && !often && !whole_) return false;
     std::string codes = Codes(*pairs);
     const bool wholeAgain = inOrder || often || whole_ == codes;
