@@ -123,10 +123,11 @@ void stop_record(CMainState& state, HWND owner, BOOL bByPreRecord) {
     NKDbgPrintfW(L"FM: stop_record: bByPreRecord = %d\n", bByPreRecord);
     UnlockScreen(state);
     EnableScanCommand(TRUE);
-    ShowStatusText(state);
     InvalidateRect(state.m_skin.hWnd, nullptr, TRUE);
     if (state.m_pRecorder != nullptr) EndRecorder(state, owner, bByPreRecord);
     g_app.bRecordingActive = 0;
+    // Not before: the look into the list takes its time, in which the file would grow.
+    ShowStatusText(state);
 }
 
 void RequestStopRecording(CMainState& state) {

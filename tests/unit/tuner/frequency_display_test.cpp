@@ -5,6 +5,7 @@
 
 #include "shell/settings_key.h"
 #include "tests/support/device_settings.h"
+#include "tests/support/unused_root.h"
 #include "tests/unit/tuner/tuner_test.h"
 
 namespace {
@@ -24,13 +25,7 @@ TEST_F(FrequencyDisplay, ShowsTheTunedFrequencyAndUnknownForOneThatIsNotStored) 
 
 TEST_F(FrequencyDisplay, ShowsTheNameUnderWhichTheSelectedGroupStoresTheFrequency) {
     const test::DeviceSettings settings;
-    // Other tests may have a volume open that cannot be deleted then: a root that none has used.
-    WCHAR root[MAX_PATH] = L"";
-    GetEnvironmentVariableW(L"KORA_DEVICEROOT", root, MAX_PATH);
-    const std::wstring own =
-        L"\\Names " + std::to_wstring(GetCurrentProcessId()) + L' ' + std::to_wstring(GetTickCount());
-    ASSERT_TRUE(CreateDirectoryW(own.c_str(), nullptr));
-    SetEnvironmentVariableW(L"KORA_DEVICEROOT", (root + own).c_str());
+    const test::UnusedRoot root;
     WriteSelectedGroup(L"Mine");
     PropRecord record = {};
     wcscpy(record.szCountryName, L"Mine");

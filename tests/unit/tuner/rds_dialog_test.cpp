@@ -4,6 +4,7 @@
 #include "shell/settings_key.h"
 #include "tests/support/device_settings.h"
 #include "tests/support/modal_dialog.h"
+#include "tests/support/unused_root.h"
 #include "tests/unit/tuner/tuner_test.h"
 
 namespace {
@@ -65,7 +66,7 @@ TEST_F(RDSDialog, ItNamesTheFrequencyAndAChannelThatIsNotStored) {
 }
 
 TEST_F(RDSDialog, ItNamesAChannelOfTheSelectedGroup) {
-    DeleteFileW(L"\\KORA.vol");
+    const test::UnusedRoot root;
     WriteSelectedGroup(L"Mine");
     PropRecord record = {};
     wcscpy(record.szCountryName, L"Mine");
@@ -76,7 +77,6 @@ TEST_F(RDSDialog, ItNamesAChannelOfTheSelectedGroup) {
     std::wstring name;
     Open([&](HWND dialog) { name = ControlText(dialog, IDC_RDS_CHANNEL_NAME); });
     EXPECT_EQ(name, L"One");
-    DeleteFileW(L"\\KORA.vol");
 }
 
 TEST_F(RDSDialog, OKEndsItWith1AndNothingElseDoes) {

@@ -53,6 +53,10 @@ std::ostream& operator<<(std::ostream& out, const ShownText& shown) {
 TunerTest::TunerTest() {
     SetEnvironmentVariableA("KORA_SCREENWIDTH", "240");
     SetEnvironmentVariableA("KORA_SCREENHEIGHT", "320");
+    // Where the names of stations are looked for.
+    WCHAR folder[MAX_PATH] = L"";
+    GetEnvironmentVariableW(L"TEMP", folder, MAX_PATH);
+    SetEnvironmentVariableW(L"KORA_DEVICEROOT", folder);
     g_app = {};
     g_app.hInstance = GetModuleHandleW(nullptr);
     g_app.pFMDevice = &device;
