@@ -4,6 +4,7 @@
 
 #include "shell/app_block.h"
 #include "shell/main_state.h"
+#include "shell/worker_threads.h"
 
 // Suspensions are not balanced here: the system's own count is relied on.
 void HandleActivation(CMainState& state, HWND window, WPARAM wParam, LPARAM lParam) {
@@ -12,7 +13,7 @@ void HandleActivation(CMainState& state, HWND window, WPARAM wParam, LPARAM lPar
     if (how == WA_INACTIVE) {
         NKDbgPrintfW(L"***WA_INACTIVE***\n");
         AllKeys(FALSE);
-        SuspendThread(state.m_hMonitorThread);
+        SuspendWorker(state.m_hMonitorThread);
     } else if (how == WA_ACTIVE || how == WA_CLICKACTIVE) {
         NKDbgPrintfW(L"===WA_ACTIVE : %d===\n", how);
         ResumeThread(state.m_hMonitorThread);

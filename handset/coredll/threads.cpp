@@ -1,8 +1,11 @@
 // Threads: creation, suspension between platform calls, end.
 #include <algorithm>
+#include <atomic>
+#include <cstdint>
 #include <new>
 
 #include "handset/coredll/call_guard.h"
+#include "handset/state/handset_state.h"
 
 namespace {
 
@@ -55,6 +58,15 @@ bool FreezeInOwnCode(ThreadRecord& target, HANDLE thread) {
     if (GetThreadContext(thread, &context) && InProgram(context.Rip) && target.Freeze(thread)) return true;
     ResumeThread(thread);
     return false;
+}
+
+// The fault "suspend:N": the next N attempts fail, as they do on the device while the thread is in a call of
+// its kernel. Counted anew when it has changed.
+bool IsRefusedByFault() {
+    static std::atomic<std::uint32_t> before{0}, refused{0};
+    const std::uint32_t wanted = handset::FaultCount(L"suspend");
+    if (before.exchange(wanted) != wanted) refused = 0;
+    return wanted > 0 && refused++ < wanted;
 }
 
 bool HasStopped(const ThreadRecord& target) {
@@ -112,6 +124,10 @@ COREDLL_EXPORT DWORD WINAPI DeviceSuspendThread(HANDLE thread) {
     const CallGuard guard(CallKind::CallsBack);
     const DWORD id = OwnLiveThread(thread);
     if (id == 0) return SuspendThread(thread);
+    if (IsRefusedByFault()) {
+        SetLastError(ERROR_SIGNAL_REFUSED);
+        return ThreadRecord::kRefused;
+    }
     const auto target = coredll::ThreadRecordOf(id);
     const DWORD previous = target->AddSuspension();
     if (previous == ThreadRecord::kRefused || id == GetCurrentThreadId()) return previous;

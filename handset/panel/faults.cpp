@@ -10,6 +10,7 @@ namespace {
 struct FaultRow {
     const wchar_t* name;
     const wchar_t* meaning;
+    bool counted = false;  // "name:N", how often it comes; once without a number
 };
 // clang-format off
 constexpr FaultRow kFaults[] = {
@@ -21,6 +22,7 @@ constexpr FaultRow kFaults[] = {
     {L"power-notify",    L"power notifications are refused"},
     {L"registry-rights", L"the power manager's registry keys are not to be written"},
     {L"database-write",  L"no record can be written"},
+    {L"suspend",         L"no thread can be suspended, once; suspend:N so many times", true},
 };
 // The tuner device's operations, in the order of its interface.
 constexpr const wchar_t* kOperations[] = {
@@ -33,12 +35,22 @@ constexpr const wchar_t* kOperations[] = {
 static_assert(std::size(kOperations) == 22, "slots of the interface");
 constexpr wchar_t kCrash[] = L"crash:";
 
+bool IsNumber(const std::wstring& text) {
+    return !text.empty() && text.find_first_not_of(L"0123456789") == std::wstring::npos;
+}
+
+bool Names(const FaultRow& row, const std::wstring& name) {
+    if (name == row.name) return true;
+    const std::wstring before = row.name + std::wstring(L":");
+    return row.counted && name.rfind(before, 0) == 0 && IsNumber(name.substr(before.size()));
+}
+
 }  // namespace
 
 bool IsFault(const std::wstring& name) {
     if (name.rfind(kCrash, 0) != 0) {
         return std::any_of(std::begin(kFaults), std::end(kFaults),
-                           [&](const FaultRow& row) { return name == row.name; });
+                           [&](const FaultRow& row) { return Names(row, name); });
     }
     const std::wstring operation = name.substr(std::size(kCrash) - 1);
     return std::any_of(std::begin(kOperations), std::end(kOperations),

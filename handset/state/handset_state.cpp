@@ -100,6 +100,14 @@ bool FaultInjected(const wchar_t* fault) {
     return !faults.empty() && FaultIn(faults, fault);
 }
 
+std::uint32_t FaultCount(const wchar_t* fault) {
+    const std::wstring faults = L" " + InjectedFaults() + L" ";
+    if (FaultIn(faults, fault)) return 1;
+    const std::wstring counted = L" " + std::wstring(fault) + L":";
+    const std::size_t at = faults.find(counted);
+    return at == std::wstring::npos ? 0 : std::wcstoul(faults.c_str() + at + counted.size(), nullptr, 10);
+}
+
 std::wstring DeviceRoot() {
     std::wstring root = StateString(L"DeviceRoot", L"");
     while (!root.empty() && (root.back() == L'\\' || root.back() == L'/')) root.pop_back();

@@ -39,6 +39,9 @@ std::wstring InjectedFaults();
 bool FaultIn(const std::wstring& faults, const wchar_t* fault);
 // True when they hold `fault`.
 bool FaultInjected(const wchar_t* fault);
+// How often a fault is to come that is given with a number ("suspend:3"): once without one, 0 when it is not
+// there.
+std::uint32_t FaultCount(const wchar_t* fault);
 
 // The host folder that is the root of the device's file system, without a trailing backslash.
 std::wstring DeviceRoot();

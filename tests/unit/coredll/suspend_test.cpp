@@ -48,6 +48,36 @@ TEST(SuspendThread, RefusesMoreThan127) {
     caller.stop = true;
 }
 
+class SuspendFault : public HandsetTest {};
+
+TEST_F(SuspendFault, RefusesTheFirstAttemptsAndStopsTheThreadAfterThem) {
+    Caller caller;
+    const Worker worker([&] { caller(); });
+    SetState(L"KORA_FAULT", L"seek suspend:3");
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(SuspendThread(worker.get()), kFailed);
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_SIGNAL_REFUSED));
+        EXPECT_TRUE(caller.Moves());
+    }
+    EXPECT_EQ(SuspendThread(worker.get()), 0u);
+    EXPECT_TRUE(caller.StandsStill());
+    EXPECT_EQ(ResumeThread(worker.get()), 1u);
+    caller.stop = true;
+}
+
+TEST_F(SuspendFault, ComesAgainWhenItIsInjectedAgain) {
+    Caller caller;
+    const Worker worker([&] { caller(); });
+    for (int i = 0; i < 2; ++i) {
+        SetState(L"KORA_FAULT", L"suspend");
+        EXPECT_EQ(SuspendThread(worker.get()), kFailed);
+        SetState(L"KORA_FAULT", L"seek");
+        EXPECT_EQ(SuspendThread(worker.get()), 0u);
+        EXPECT_EQ(ResumeThread(worker.get()), 1u);
+    }
+    caller.stop = true;
+}
+
 TEST(SuspendThread, RefusesWhatIsNoThread) {
     EXPECT_EQ(SuspendThread(nullptr), kFailed);
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));

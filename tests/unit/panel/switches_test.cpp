@@ -116,6 +116,17 @@ TEST_F(Switches, EveryOperationOfTheTunerMayBeToldToCrash) {
     EXPECT_TRUE(handset::FaultInjected(L"power-notify"));
 }
 
+TEST_F(Switches, AFaultMayBeGivenWithHowOftenItComes) {
+    EXPECT_EQ(Run({L"fault", L"seek", L"suspend:12"}), kDone);
+    EXPECT_EQ(handset::FaultCount(L"suspend"), 12u);
+    EXPECT_EQ(Run({L"fault", L"suspend"}), kDone);
+    EXPECT_EQ(handset::FaultCount(L"suspend"), 1u);
+    EXPECT_EQ(handset::FaultCount(L"seek"), 0u);
+    for (const wchar_t* wrong : {L"suspend:", L"suspend:x", L"suspend:-1", L"seek:2"})
+        EXPECT_EQ(Run({L"fault", wrong}), kBadUsage) << wrong;
+    EXPECT_EQ(handset::FaultCount(L"suspend"), 1u);
+}
+
 TEST_F(Switches, FaultsReplaceThoseBeforeAndNoneTakesThemAway) {
     EXPECT_EQ(Run({L"fault", L"seek", L"database-write"}), kDone);
     EXPECT_TRUE(handset::FaultInjected(L"seek"));
