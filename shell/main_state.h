@@ -11,6 +11,7 @@
 #include "recording/record_name.h"
 #include "schedule/command_line.h"
 #include "skin/skin.h"
+#include "tuner/auto_scan.h"
 
 class CaptureRecorder;
 
@@ -47,6 +48,7 @@ class CMainState {
 
     // Worker threads and what stops them (both events auto-reset, made by the creation handler).
     HANDLE m_hMutex = nullptr;  // "MyMutex", from the start of an automatic scan on
+    ScanThread m_scan;
     HANDLE m_hPowerThread = nullptr;
     HANDLE m_hPowerStopEvent = nullptr;
     HANDLE m_hMonitorThread = nullptr;

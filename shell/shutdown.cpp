@@ -6,6 +6,7 @@
 #include "shell/app_block.h"
 #include "shell/main_state.h"
 #include "shell/messages.h"
+#include "shell/worker_threads.h"
 #include "tuner/device.h"
 #include "tuner/phone_state.h"
 
@@ -16,34 +17,25 @@ void CloseAndClear(HANDLE& handle) {
     handle = nullptr;
 }
 
-// Without a time-out. What the thread sends to this window meanwhile is handled: each would else wait for the
-// other for ever.
-void Join(HANDLE thread) {
-    while (MsgWaitForMultipleObjectsEx(1, &thread, INFINITE, QS_SENDMESSAGE, 0) == WAIT_OBJECT_0 + 1) {
-        MSG message;
-        PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
-    }
-}
-
 // Closed while recording, by the headset or the sleep timer: the file is ended properly, and nobody is asked.
 void EndRecording(CMainState& state, HWND window) {
     if (state.m_pRecorder != nullptr) stop_record(state, window, TRUE);
 }
 
 // Kept: the scan thread never clears the handle that it closed, so after any scan this runs on a stale
-// handle; releasing and closing that does nothing, and the message finds nothing left to undo.
-void EndInterruptedScan(CMainState& state, HWND window) {
+// handle; it is not released and closed again, and the message finds nothing left to undo.
+void EndScan(CMainState& state, HWND window) {
+    EndAutoScan(state);
     if (state.m_hMutex == nullptr) return;
     std::printf("m_hMutex.........");
-    ReleaseMutex(state.m_hMutex);
-    CloseHandle(state.m_hMutex);
+    ReleaseScanMutex(state);
     SendMessageW(window, WM_AUTOSCAN_FINISHED, 0, 0);
 }
 
 void EndPowerThread(CMainState& state) {
     if (state.m_hPowerStopEvent != nullptr) EventModify(state.m_hPowerStopEvent, EVENT_SET);
     if (state.m_hPowerThread != nullptr) {
-        Join(state.m_hPowerThread);
+        JoinWorker(state.m_hPowerThread);
         CloseAndClear(state.m_hPowerThread);
     }
     if (state.m_hPowerStopEvent != nullptr) CloseAndClear(state.m_hPowerStopEvent);
@@ -64,7 +56,7 @@ void EndMonitorThread(CMainState& state) {
     }
     if (state.m_hMonitorThread != nullptr) {
         NKDbgPrintfW(L"FM: ResumeThread: Before...\n");
-        Join(state.m_hMonitorThread);
+        JoinWorker(state.m_hMonitorThread);
         NKDbgPrintfW(L"FM: ResumeThread: After...\n");
         CloseAndClear(state.m_hMonitorThread);
     }
@@ -81,8 +73,10 @@ void DeleteListObjects(CMainState& state) {
 }  // namespace
 
 void ShutDown(CMainState& state, HWND window) {
+    // Before anything that takes its time: a scan that begins anew meanwhile would empty the user's group.
+    state.m_scan.bEndNow = true;
     EndRecording(state, window);
-    EndInterruptedScan(state, window);
+    EndScan(state, window);
     UnwatchPhoneState(state);
     EndPowerThread(state);
     EndMonitorThread(state);

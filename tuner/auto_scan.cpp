@@ -12,9 +12,11 @@
 #include "shell/owned.h"
 #include "shell/settings_key.h"
 #include "shell/texts.h"
+#include "shell/worker_threads.h"
 #include "skin/skin_paint.h"
 #include "tuner/audio.h"
 #include "tuner/frequency.h"
+#include "tuner/frequency_display.h"
 
 namespace {
 
@@ -28,6 +30,8 @@ constexpr int kProgressSteps = 10;
 constexpr DWORD kShortScan_ms = 10000;
 constexpr int kMostScans = 3;
 constexpr std::size_t kPrefixCapacity = 100;
+// A box that the scan shows while the program waits for its end is answered after this time at the latest.
+constexpr DWORD kLookForBoxes_ms = 50;
 
 // What a station that was found before the scan may still show.
 constexpr int kLabelsOfTheStation[] = {TEXT_STEREO,     TEXT_PROGRAM_TYPE, TEXT_PROGRAM_TEXT,
@@ -76,7 +80,7 @@ void Walk(CMainState& state, const WCHAR* group, const WCHAR* prefix) {
     std::uint32_t current = kBandLowest_10kHz;
     auto last = static_cast<WORD>(current);
     int number = 0;
-    while (current < kScanEnd_10kHz) {
+    while (current < kScanEnd_10kHz && !state.m_scan.bEndNow) {
         NKDbgPrintfW(L"FM: Scanning Channel: %d\n", last);
         if (g_app.pFMDevice->SeekNext() != 0) {
             current = SkipAfterFailedSeek(current);
@@ -103,6 +107,8 @@ int ScanOnce(CMainState& state) {
         return 0;
     }
     SendMessageW(state.m_hListView, LVM_DELETEALLITEMS, 0, 0);
+    // The window may have been closed before it answered: what is stored by now stays.
+    if (state.m_scan.bEndNow) return 1;
     state.m_ChannelDB.CEDB_DeleteGroup(kEmptyGroup, group);
     if (g_app.pFMDevice->SetChannel(kBandLowest_10kHz) != 0) {
         NKDbgPrintfW(L"FM: *** CFMDevice_SetChannel Error.\n");
@@ -119,11 +125,11 @@ int ScanOnce(CMainState& state) {
 
 void ScanUntilLongEnough(CMainState& state) {
     NKDbgPrintfW(L"FM: Start Auto Scan Channels.\n");
-    for (int run = 1; run <= kMostScans; ++run) {
+    for (int run = 1; run <= kMostScans && !state.m_scan.bEndNow; ++run) {
         const DWORD start = GetTickCount();
         ScanOnce(state);
-        const DWORD now = GetTickCount();
-        const DWORD elapsed = now > start ? now - start : start - now;
+        // Right also when the count has begun anew meanwhile.
+        const DWORD elapsed = GetTickCount() - start;
         NKDbgPrintfW(L"FM: Auto Scan Elapsed = %d\n", elapsed);
         if (elapsed > kShortScan_ms) break;
     }
@@ -138,14 +144,16 @@ void SelectFirstRow(HWND list) {
 
 void AskAndScan(CMainState& state, HWND window) {
     MuteOnOff(TRUE);
-    SuspendThread(state.m_hMonitorThread);
+    SuspendWorker(state.m_hMonitorThread);
     ShowWindow(state.m_hListView, SW_HIDE);
     if (ShowTexts(window, IDS_QUESTION_TEXT, IDS_QUESTION_CAPTION, MB_OKCANCEL | MB_ICONQUESTION) != IDOK)
         return;
     ScanUntilLongEnough(state);
-    ShowText(window, IDS_SCAN_FINISHED, L"FM", MB_OK);
-    SelectFirstRow(state.m_hListView);
-    InvalidateRect(window, nullptr, TRUE);
+    if (!state.m_scan.bEndNow) {
+        ShowText(window, IDS_SCAN_FINISHED, L"FM", MB_OK);
+        SelectFirstRow(state.m_hListView);
+        InvalidateRect(window, nullptr, TRUE);
+    }
     NKDbgPrintfW(L"FM: End Auto Scan Channels.\n");
 }
 
@@ -154,11 +162,36 @@ DWORD WINAPI ScanStarterProc(LPVOID parameter) {
     const HWND window = state.m_skin.hWnd;
     // Kept: the main state keeps the handle after it was closed; shut-down meets it again, to no effect.
     state.m_hMutex = CreateMutexW(nullptr, FALSE, kScanMutex);
-    if (state.m_hMutex != nullptr && GetLastError() != ERROR_ALREADY_EXISTS) AskAndScan(state, window);
-    ReleaseMutex(state.m_hMutex);
-    CloseHandle(state.m_hMutex);
+    const bool alone = state.m_hMutex != nullptr && GetLastError() != ERROR_ALREADY_EXISTS;
+    state.m_scan.bMutexOpen = state.m_hMutex != nullptr;
+    if (alone && !state.m_scan.bEndNow) AskAndScan(state, window);
+    ReleaseScanMutex(state);
+    // Before the window is told: it may start another scan at once. From here on nothing of the radio is
+    // touched.
+    EventModify(state.m_scan.hOver, EVENT_SET);
     PostMessageW(window, WM_AUTOSCAN_FINISHED, 0, 0);
     return 0;
+}
+
+bool StartThread(CMainState& state) {
+    ScanThread& scan = state.m_scan;
+    if (scan.hOver == nullptr) scan.hOver = CreateEventW(nullptr, TRUE, TRUE, nullptr);
+    if (scan.hOver == nullptr) return false;
+    EventModify(scan.hOver, EVENT_RESET);
+    const OwnedHandle thread(CreateThread(nullptr, 0, ScanStarterProc, &state, 0, &scan.dwId));
+    if (!thread) EventModify(scan.hOver, EVENT_SET);
+    return static_cast<bool>(thread);
+}
+
+// For EnumWindows, with the scan's thread.
+BOOL CALLBACK AnswerBox(HWND window, LPARAM thread) {
+    if (GetWindowThreadProcessId(window, nullptr) != static_cast<DWORD>(thread)) return TRUE;
+    for (const int button : {IDCANCEL, IDOK}) {
+        if (GetDlgItem(window, button) == nullptr) continue;
+        PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(button), 0);
+        break;
+    }
+    return TRUE;
 }
 
 }  // namespace
@@ -169,6 +202,27 @@ void FormatScannedName(const WCHAR* prefix, int number, WCHAR* name, std::size_t
 
 void StartAutoScan(CMainState& state, HWND window) {
     DrawSkinText(state.m_skin, TEXT_CHANNEL_NAME, L"");
-    const OwnedHandle thread(CreateThread(nullptr, 0, ScanStarterProc, &state, 0, nullptr));
-    EnableWindow(window, FALSE);
+    if (StartThread(state)) {
+        EnableWindow(window, FALSE);
+    } else {
+        RefreshFrequencyDisplay(state);
+    }
+}
+
+void EndAutoScan(CMainState& state) {
+    ScanThread& scan = state.m_scan;
+    scan.bEndNow = true;
+    if (scan.hOver == nullptr) return;
+    do {
+        // The window is being destroyed, and takes with it only those boxes that its own thread shows.
+        EnumWindows(AnswerBox, static_cast<LPARAM>(scan.dwId));
+    } while (!WaitAnswering(scan.hOver, kLookForBoxes_ms));
+    CloseHandle(scan.hOver);
+    scan.hOver = nullptr;
+}
+
+void ReleaseScanMutex(CMainState& state) {
+    if (!state.m_scan.bMutexOpen.exchange(false)) return;
+    ReleaseMutex(state.m_hMutex);
+    CloseHandle(state.m_hMutex);
 }

@@ -104,6 +104,8 @@ TEST_F(AutoScan, TheWalkEndsWhereTheSeekWrapsAndTheTraceSaysEachStep) {
     EXPECT_THAT(handset.Trace(), HasSubstr("FM: Scanning Channel: 10790\n"));
     EXPECT_THAT(handset.Trace(), HasSubstr("FM: ulastChannel =10790, uCurrentChannel = 8760"
                                            "FM: *** ulastChannel > uCurrentChannel!\n"));
+    // The store would refuse the station of the wrap, and the scan would say so.
+    EXPECT_THAT(handset.Trace(), Not(HasSubstr("FM: *** CEDB_InsertRecord() Error!")));
     EXPECT_THAT(handset.Trace(), HasSubstr("FM: Start Auto Scan Channels.\n"));
     EXPECT_THAT(handset.Trace(), HasSubstr("FM: End Auto Scan Channels.\n"));
     EXPECT_THAT(handset.Console(), HasSubstr("WM_AUTOSCAN_FINISHED 1\nWM_AUTOSCAN_FINISHED 2\n"));

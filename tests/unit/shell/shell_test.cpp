@@ -65,6 +65,7 @@ DWORD ShellTest::StateDword(const WCHAR* name) {
 LRESULT CALLBACK ShellTest::Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (g_test != nullptr && IsOfInterest(message)) {
         g_test->m_seen.push_back({message, wParam, lParam, GetTickCount()});
+        if (g_test->onMessage) g_test->onMessage(message);
         return 0;
     }
     return DefWindowProcW(window, message, wParam, lParam);

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,8 @@ class ShellTest : public testing::Test {
     static DWORD KeysWanted() { return StateDword(L"AllKeys"); }
     // A number of the handset's state; 0 when there is none.
     static DWORD StateDword(const WCHAR* name);
+    // Called with each of them.
+    std::function<void(UINT)> onMessage;
 
     FakeFMDevice device;
     CMainState* state = nullptr;

@@ -1,5 +1,8 @@
 #include "shell/shutdown.h"
 
+#include <atomic>
+#include <vector>
+
 #include "shell/messages.h"
 #include "tests/unit/shell/shell_test.h"
 
@@ -20,28 +23,67 @@ class ShutDownTest : public test::ShellTest {
     static HANDLE StopEvent() { return CreateEventW(nullptr, FALSE, FALSE, nullptr); }
 };
 
+// Whether somebody else could take the mutex; the calling thread may own it.
+bool IsFree(HANDLE mutex) {
+    const HANDLE other = CreateThread(
+        nullptr, 0,
+        [](LPVOID asked) -> DWORD {
+            const bool free = WaitForSingleObject(asked, 0) == WAIT_OBJECT_0;
+            if (free) ReleaseMutex(asked);
+            return free;
+        },
+        mutex, 0, nullptr);
+    WaitForSingleObject(other, INFINITE);
+    DWORD free = FALSE;
+    GetExitCodeThread(other, &free);
+    CloseHandle(other);
+    return free != FALSE;
+}
+
 TEST_F(ShutDownTest, ExitWhileAScanRunsReleasesTheMutexAndFinishesTheScanBeforeTheThreadsAreStopped) {
     state->m_hMutex = CreateMutexW(nullptr, TRUE, L"MyMutex");
+    state->m_scan.bMutexOpen = true;
+    const HANDLE same = CreateMutexW(nullptr, FALSE, L"MyMutex");
+    ASSERT_FALSE(IsFree(same));
     state->m_hPowerStopEvent = StopEvent();
-    HANDLE stop = state->m_hPowerStopEvent;
-    Worker power(stop);
+    state->m_hMonitorStopEvent = StopEvent();
+    Worker power(state->m_hPowerStopEvent);
+    Worker monitor(state->m_hMonitorStopEvent);
     state->m_hPowerThread = power.Thread();
+    state->m_hMonitorThread = monitor.Thread();
+    bool free = false, powerRan = false, monitorRan = false;
+    onMessage = [&](UINT message) {
+        if (message != WM_AUTOSCAN_FINISHED) return;
+        free = IsFree(same);
+        powerRan = power.KeepsRunning();
+        monitorRan = monitor.KeepsRunning();
+    };
     const std::string console = ConsoleOf([&] { ShutDown(*state, window); });
     EXPECT_EQ(console, "m_hMutex.........");
     ASSERT_TRUE(HasSeen(WM_AUTOSCAN_FINISHED));
-    // Nobody holds the mutex any more: it can be made anew.
+    EXPECT_TRUE(free);
+    EXPECT_TRUE(powerRan);
+    EXPECT_TRUE(monitorRan);
+    // Nobody has it open any more: it can be made anew.
+    CloseHandle(same);
     const HANDLE again = CreateMutexW(nullptr, FALSE, L"MyMutex");
     EXPECT_NE(GetLastError(), static_cast<DWORD>(ERROR_ALREADY_EXISTS));
     CloseHandle(again);
 }
 
-TEST_F(ShutDownTest, AStaleScanHandleIsHarmless) {
-    state->m_hMutex = CreateMutexW(nullptr, TRUE, L"MyMutex");
-    ReleaseMutex(state->m_hMutex);
+TEST_F(ShutDownTest, AStaleScanHandleIsHarmlessToWhateverHasItsNumberNow) {
+    state->m_hMutex = CreateMutexW(nullptr, FALSE, L"MyMutex");
     CloseHandle(state->m_hMutex);
-    ShutDown(*state, window);
+    std::vector<HANDLE> events;
+    do {
+        events.push_back(CreateEventW(nullptr, TRUE, TRUE, nullptr));
+    } while (events.back() != state->m_hMutex && events.size() < 1000);
+    ASSERT_EQ(events.back(), state->m_hMutex);
+    EXPECT_EQ(ConsoleOf([&] { ShutDown(*state, window); }), "m_hMutex.........");
     EXPECT_TRUE(HasSeen(WM_AUTOSCAN_FINISHED));
     EXPECT_EQ(g_app.pFMDevice, nullptr);
+    EXPECT_EQ(WaitForSingleObject(events.back(), 0), WAIT_OBJECT_0);
+    for (const HANDLE event : events) EXPECT_TRUE(CloseHandle(event));
 }
 
 TEST_F(ShutDownTest, WithoutAScanNothingIsSaidAboutAMutex) {
@@ -100,6 +142,34 @@ TEST_F(ShutDownTest, BothThreadsAreJoinedAndTheirHandlesCleared) {
     EXPECT_FALSE(monitor.KeepsRunning());
     EXPECT_EQ(state->m_hPowerThread, nullptr);
     EXPECT_EQ(state->m_hPowerStopEvent, nullptr);
+}
+
+// A power thread that takes its time to end, and a monitor that looks whether it has.
+TEST_F(ShutDownTest, ThePowerThreadHasEndedBeforeTheMonitorIsStopped) {
+    struct Pair {
+        static DWORD WINAPI Power(LPVOID parameter) {
+            auto& pair = *static_cast<Pair*>(parameter);
+            WaitForSingleObject(pair.powerStop, INFINITE);
+            Sleep(100);
+            pair.powerEnded = true;
+            return 0;
+        }
+        static DWORD WINAPI Monitor(LPVOID parameter) {
+            auto& pair = *static_cast<Pair*>(parameter);
+            WaitForSingleObject(pair.monitorStop, INFINITE);
+            pair.sawPowerEnded = pair.powerEnded.load();
+            return 0;
+        }
+        HANDLE powerStop = StopEvent(), monitorStop = StopEvent();
+        std::atomic<bool> powerEnded{false}, sawPowerEnded{false};
+    } pair;
+    state->m_hPowerStopEvent = pair.powerStop;
+    state->m_hMonitorStopEvent = pair.monitorStop;
+    state->m_hPowerThread = CreateThread(nullptr, 0, Pair::Power, &pair, 0, nullptr);
+    state->m_hMonitorThread = CreateThread(nullptr, 0, Pair::Monitor, &pair, 0, nullptr);
+    ShutDown(*state, window);
+    EXPECT_TRUE(pair.powerEnded);
+    EXPECT_TRUE(pair.sawPowerEnded);
 }
 
 TEST_F(ShutDownTest, TheTunerIsSilencedThenTheVolumeRestoredThenItIsClosedAndReleased) {

@@ -1,10 +1,10 @@
-// What the automatic scan shows while it walks the band.
+// What the automatic scan shows and stores while it walks the band.
 #include "tuner/auto_scan.h"
 
-#include "shell/settings_key.h"
 #include "skin/skin_paint.h"
-#include "tests/support/own_device.h"
-#include "tests/unit/tuner/tuner_test.h"
+#include "tests/unit/recording/tick_count.h"
+#include "tests/unit/tuner/refused_threads.h"
+#include "tests/unit/tuner/scan_on_screen.h"
 
 static std::vector<int> g_levels;
 void RealDrawScanProgress(CSkin& skin, int level) __asm__("__real__Z16DrawScanProgressR5CSkini");
@@ -16,47 +16,17 @@ void NotedDrawScanProgress(CSkin& skin, int level) {
 
 namespace {
 
-using test::WaitFor;
 using testing::ElementsAreArray;
+using testing::HasSubstr;
+using testing::Not;
 
-bool g_finished = false;
-WNDPROC g_windowProc = nullptr;
-
-LRESULT CALLBACK NoteEnd(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_AUTOSCAN_FINISHED) g_finished = true;
-    return CallWindowProcW(g_windowProc, window, message, wParam, lParam);
-}
-
-// Presses OK in the scan's boxes.
-void AnswerBoxes() {
-    for (const WCHAR* caption : {L"Stored channels", L"FM"}) {
-        const HWND box = FindWindowW(L"#32770", caption);
-        if (box != nullptr && IsWindowVisible(box)) PostMessageW(box, WM_COMMAND, IDOK, 0);
-    }
-}
-
-class AutoScanScreen : public TunerTest {
+class AutoScanScreen : public ScanOnScreen {
   protected:
-    const test::OwnDevice ownDevice{L"Software\\Kora Scan Test"};
-
     AutoScanScreen() {
-        WriteSelectedGroup(L"Mine");
-        g_finished = false;
         g_levels.clear();
-        g_windowProc = reinterpret_cast<WNDPROC>(
-            SetWindowLongW(window, GWL_WNDPROC, reinterpret_cast<LONG_PTR>(&NoteEnd)));
-        // Three short walks, each ended by a wrap.
-        for (int walk = 0; walk < 3; ++walk)
-            device.stations.insert(device.stations.end(), {8760, 9850, 10790, 8760});
+        ThreeShortWalks();
     }
-    void Scan() {
-        StartAutoScan(*state, window);
-        ASSERT_TRUE(WaitFor([] {
-            AnswerBoxes();
-            return g_finished;
-        }));
-        EnableWindow(window, TRUE);
-    }
+    ~AutoScanScreen() override { test::g_tickOffset = 0; }
 };
 
 TEST_F(AutoScanScreen, TheProgressIsTheTenthOfTheBandThatWasWalked) {
@@ -85,8 +55,55 @@ TEST_F(AutoScanScreen, TheStationsLabelsAreClearedAndEachStationFoundIsShown) {
 TEST_F(AutoScanScreen, ATunerThatRefusesTheBottomOfTheBandIsTracedAndTheWalkGoesOn) {
     device.results["SetChannel"] = E_FAIL;
     const std::string trace = test::TraceOf([this] { Scan(); });
-    EXPECT_THAT(trace,
-                testing::HasSubstr("FM: *** CFMDevice_SetChannel Error.\nFM: Scanning Channel: 8750\n"));
+    EXPECT_THAT(trace, HasSubstr("FM: *** CFMDevice_SetChannel Error.\nFM: Scanning Channel: 8750\n"));
+    EXPECT_EQ(LastShown(211), L"107.9 MHz");
+}
+
+TEST_F(AutoScanScreen, AStationThatIsMetAgainAfterAWrapIsNotStoredASecondTime) {
+    const std::string trace = test::TraceOf([this] { Scan(); });
+    // The store itself would refuse it, and the scan would say so.
+    EXPECT_THAT(trace, Not(HasSubstr("FM: *** CEDB_InsertRecord() Error!")));
+    EXPECT_EQ(StoredName(8760), L"Channel  1");
+    EXPECT_EQ(StoredName(10790), L"Channel  3");
+}
+
+TEST_F(AutoScanScreen, EachRunStartsFromAnEmptiedGroup) {
+    device.stations = {8760, 9850, 10790, 8760, 9850, 8760, 10110, 10790, 8760};
+    Scan();
+    EXPECT_EQ(StoredName(10110), L"Channel  1");
+    EXPECT_EQ(StoredName(10790), L"Channel  2");
+    EXPECT_EQ(StoredName(8760), L"");
+    EXPECT_EQ(StoredName(9850), L"");
+}
+
+TEST_F(AutoScanScreen, AScanThatTakesLongIsMadeOnce) {
+    device.onCall = [](const std::string& call) {
+        if (call == "SeekNext") test::g_tickOffset += 4000;
+    };
+    EXPECT_THAT(test::TraceOf([this] { Scan(); }), HasSubstr("FM: Auto Scan Elapsed = 16"));
+    EXPECT_EQ(Asked("SetChannel 8750"), 1);
+}
+
+// The count of milliseconds begins anew after 49.7 days.
+TEST_F(AutoScanScreen, AScanDuringWhichTheTickCountBeginsAnewTakesNoLongerForThat) {
+    test::g_tickOffset = 0 - GetTickCount() - 1000;
+    bool wrapped = false;
+    device.onCall = [&wrapped](const std::string& call) {
+        if (call != "SeekNext" || std::exchange(wrapped, true)) return;
+        test::g_tickOffset += 2000;
+    };
+    EXPECT_THAT(test::TraceOf([this] { Scan(); }), HasSubstr("FM: Auto Scan Elapsed = 2"));
+    EXPECT_EQ(Asked("SetChannel 8750"), 3);
+}
+
+TEST_F(AutoScanScreen, WithoutAThreadTheWindowIsLeftAloneAndTheStationsNameComesBack) {
+    test::g_threadsRefused = true;
+    StartAutoScan(*state, window);
+    test::g_threadsRefused = false;
+    EXPECT_TRUE(IsWindowEnabled(window));
+    EXPECT_EQ(LastShown(TEXT_CHANNEL_NAME), L"Unknown");
+    EXPECT_FALSE(Finished());
+    Scan();
     EXPECT_EQ(LastShown(211), L"107.9 MHz");
 }
 
