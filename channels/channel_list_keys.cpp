@@ -57,7 +57,14 @@ void FindEdges(HWND list) {
     }
 }
 
+bool IsInput(UINT message) {
+    return (message >= WM_KEYFIRST && message <= WM_KEYLAST) ||
+           (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) || message == WM_CONTEXTMENU;
+}
+
 LRESULT CALLBACK ListProc(HWND list, UINT message, WPARAM wParam, LPARAM lParam) {
+    // A scan has the channels, or a box the user: what was pressed before has no effect any more.
+    if (IsInput(message) && (GetWindowLongW(GetParent(list), GWL_STYLE) & WS_DISABLED) != 0) return 0;
     if (message == WM_KEYDOWN && BelongsToMainWindow(wParam)) return HandToMainWindow(list, wParam, lParam);
     // An accelerator's command goes to the window with the focus; the commands are the main window's.
     if (message == WM_COMMAND && lParam == 0) return SendMessageW(GetParent(list), message, wParam, lParam);

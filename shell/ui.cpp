@@ -116,10 +116,21 @@ LRESULT OnAFSwitched(CMainState&, HWND hwnd, UINT, WPARAM, LPARAM) {
     return 0;
 }
 
+// A key of the skin that is held. Disabling the window took the stylus away, so that nobody lets the key go.
+LRESULT OnTimer(CMainState& state, HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (IsWindowEnabled(hwnd)) return ToSkin(state, hwnd, message, wParam, lParam);
+    KillTimer(hwnd, wParam);
+    return 0;
+}
+
 struct MessageRow {
     UINT uFirst, uLast;
     Handler handler;
+    // What the user does. It has no effect while the window is disabled, because a scan or a box has the
+    // radio: the soft keys are a window of their own, which disabling does not reach.
+    bool bFromUser = false;
 };
+constexpr bool kFromUser = true;
 
 // clang-format off
 constexpr MessageRow kMessages[] = {
@@ -129,13 +140,13 @@ constexpr MessageRow kMessages[] = {
     {WM_PAINT,             WM_PAINT,             OnPaint},
     {WM_SETTINGCHANGE,     WM_SETTINGCHANGE,     OnSettingChange},
     {WM_NOTIFY,            WM_NOTIFY,            OnNotify},
-    {WM_CONTEXTMENU,       WM_CONTEXTMENU,       OnContextMenu},
-    {WM_KEYDOWN,           WM_KEYDOWN,           OnKeyDown},
-    {WM_KEYUP,             WM_KEYUP,             Swallow},
-    {WM_COMMAND,           WM_COMMAND,           OnCommand},
-    {WM_TIMER,             WM_TIMER,             ToSkin},
-    {WM_INITMENUPOPUP,     WM_INITMENUPOPUP,     OnInitMenuPopup},
-    {WM_MOUSEMOVE,         WM_LBUTTONUP,         ToSkin},
+    {WM_CONTEXTMENU,       WM_CONTEXTMENU,       OnContextMenu, kFromUser},
+    {WM_KEYDOWN,           WM_KEYDOWN,           OnKeyDown, kFromUser},
+    {WM_KEYUP,             WM_KEYUP,             Swallow, kFromUser},
+    {WM_COMMAND,           WM_COMMAND,           OnCommand, kFromUser},
+    {WM_TIMER,             WM_TIMER,             OnTimer},
+    {WM_INITMENUPOPUP,     WM_INITMENUPOPUP,     OnInitMenuPopup, kFromUser},
+    {WM_MOUSEMOVE,         WM_LBUTTONUP,         ToSkin, kFromUser},
     {WM_AUTOSCAN_FINISHED, WM_AUTOSCAN_FINISHED, OnScanFinished},
     {WM_SKIN_SLIDER,       WM_SKIN_CLICK,        OnControl},
     {WM_SKIN_SETPOS,       WM_SKIN_GETPOS,       ToSkin},
@@ -145,6 +156,10 @@ constexpr MessageRow kMessages[] = {
     {WM_AF_SWITCHED,       WM_AF_SWITCHED,       OnAFSwitched},
 };
 // clang-format on
+
+bool TakesInput(const CMainState& state, HWND window) {
+    return IsWindowEnabled(window) && !state.m_scan.bEndNow;
+}
 
 const MessageRow* FindMessage(UINT message) {
     for (const MessageRow& row : kMessages) {
@@ -162,5 +177,6 @@ LRESULT CALLBACK WndProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) 
     const MessageRow* row = FindMessage(message);
     CMainState* state = MainStateOf(hwnd);
     if (row == nullptr || state == nullptr) return DefWindowProcW(hwnd, message, wParam, lParam);
+    if (row->bFromUser && !TakesInput(*state, hwnd)) return 0;
     return row->handler(*state, hwnd, message, wParam, lParam);
 }

@@ -1,6 +1,7 @@
 // Windows as the device makes them: no frame unless one is asked for, clipped by their neighbours, and one
 // with no size of its own fills the display.
 #include "handset/coredll/call_guard.h"
+#include "handset/coredll/disabled_windows.h"
 #include "handset/coredll/platform_call.h"
 #include "handset/coredll/tap_and_hold.h"
 #include "handset/coredll/uncovering.h"
@@ -48,6 +49,7 @@ COREDLL_EXPORT HWND WINAPI DeviceCreateWindowExW(DWORD extendedStyle, const wcha
     const CallGuard guard(CallKind::CallsBack);
     coredll::WatchTapAndHold();
     coredll::WatchUncovering();
+    coredll::KeepDisabledWindowsInactive();
     style |= WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
     Place place{x, y, width, height};
     if ((style & WS_CHILD) == 0 && parent != HWND_MESSAGE) {

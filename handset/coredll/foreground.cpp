@@ -1,7 +1,8 @@
 // Windows of all programs: which one is in front, and which there are.
 //
 // SetForegroundWindow: on the device the lowest bit of the handle asks for the windows that the window owns
-// as well; the host brings them along by itself and does not know the bit.
+// as well; the host brings them along by itself and does not know the bit. In the place of a window that is
+// disabled comes the box that it waits for.
 #include <atomic>
 #include <cstdint>
 
@@ -15,6 +16,26 @@ bool StandsAlone(HWND window) {
     return GetAncestor(window, GA_PARENT) == GetDesktopWindow() && GetWindow(window, GW_OWNER) == nullptr;
 }
 
+struct Search {
+    HWND owner;
+    HWND box;
+};
+
+BOOL CALLBACK FindBox(HWND window, LPARAM data) {
+    auto& search = *reinterpret_cast<Search*>(data);
+    if (GetWindow(window, GW_OWNER) != search.owner || !IsWindowEnabled(window) || !IsWindowVisible(window))
+        return TRUE;
+    search.box = window;
+    return FALSE;
+}
+
+// The uppermost window that `owner` owns and that takes input; null when there is none.
+HWND BoxOf(HWND owner) {
+    Search search = {owner, nullptr};
+    EnumWindows(FindBox, reinterpret_cast<LPARAM>(&search));
+    return search.box;
+}
+
 bool HostAskedToHide() {
     STARTUPINFOW startup{};
     GetStartupInfoW(&startup);
@@ -26,7 +47,9 @@ bool HostAskedToHide() {
 COREDLL_EXPORT BOOL WINAPI DeviceSetForegroundWindow(HWND window) {
     const coredll::CallGuard guard(coredll::CallKind::CallsBack);
     const auto value = reinterpret_cast<std::uintptr_t>(window) & ~std::uintptr_t{1};
-    return SetForegroundWindow(reinterpret_cast<HWND>(value));
+    const HWND asked = reinterpret_cast<HWND>(value);
+    const HWND box = IsWindowEnabled(asked) ? nullptr : BoxOf(asked);
+    return SetForegroundWindow(box != nullptr ? box : asked);
 }
 
 // The windows of the device are those of its programs; whatever else stands on the host's desktop, another

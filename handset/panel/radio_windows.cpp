@@ -41,10 +41,17 @@ GUITHREADINFO RadioThread() {
     return info;
 }
 
+// As long as it and the window that it lies in are enabled.
+bool TakesInput(HWND window) {
+    return IsWindowEnabled(window) && IsWindowEnabled(GetAncestor(window, GA_ROOT));
+}
+
+// Null when nobody takes keys, as while the radio scans.
 HWND KeyTarget() {
     const GUITHREADINFO info = RadioThread();
     if ((info.flags & GUI_INMENUMODE) != 0 && info.hwndMenuOwner != nullptr) return info.hwndMenuOwner;
-    return info.hwndFocus != nullptr ? info.hwndFocus : info.hwndActive;
+    const HWND target = info.hwndFocus != nullptr ? info.hwndFocus : info.hwndActive;
+    return TakesInput(target) ? target : nullptr;
 }
 
 bool IsExtended(WORD virtualKey) {

@@ -6,6 +6,7 @@
 
 #include "handset_fixture.h"
 #include "panel_stand_in.h"
+#include "worker.h"
 
 namespace {
 
@@ -87,6 +88,25 @@ TEST_F(MessageBoxes, AnOwnerIsEnabledAgainOnlyWhenItWasEnabledBefore) {
     EnableWindow(owner, FALSE);
     Show(L"Question", MB_OK, IDOK, owner);
     EXPECT_FALSE(IsWindowEnabled(owner));
+    DestroyWindow(owner);
+}
+
+// A worker thread shows the box, as a scan does.
+TEST_F(MessageBoxes, ADisabledOwnerIsNotActivatedWhenTheBoxCloses) {
+    const HWND owner = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                       nullptr, nullptr, nullptr);
+    SetForegroundWindow(owner);
+    ASSERT_EQ(GetActiveWindow(), owner);
+    EnableWindow(owner, FALSE);
+    {
+        const Worker worker([&] { Show(L"Question", MB_OK, IDOK, owner); });
+    }
+    HandleMessages();
+    EXPECT_TRUE(seen_.found);
+    EXPECT_NE(GetActiveWindow(), owner);
+    EnableWindow(owner, TRUE);
+    SetForegroundWindow(owner);
+    EXPECT_EQ(GetActiveWindow(), owner);
     DestroyWindow(owner);
 }
 

@@ -114,6 +114,17 @@ TEST_F(RadioFromOutside, KeysReachTheWindowWithTheFocus) {
         << Notes();
 }
 
+TEST_F(RadioFromOutside, KeysReachNobodyWhileTheWindowIsDisabled) {
+    StartStandIn();
+    EnableWindow(RadioMainWindow(), FALSE);
+    EXPECT_EQ(Run({L"key", L"9"}), kFailed);
+    EXPECT_NE(console_.Complained().find(L"no window of the radio takes keys"), std::wstring::npos);
+    EnableWindow(RadioMainWindow(), TRUE);
+    EXPECT_EQ(Run({L"key", L"8"}), kDone);
+    EXPECT_TRUE(WaitForNote("keydown 56\n")) << Notes();
+    EXPECT_EQ(Notes().find("keydown 57"), std::string::npos);
+}
+
 TEST_F(RadioFromOutside, SoftKeysReachTheMenuBarOfTheWindowInFront) {
     StartStandIn();
     EXPECT_EQ(Run({L"softkey", L"right"}), kDone);
