@@ -62,7 +62,7 @@ double CBiphasePulse::At(double time_bits) const {
     const double whole = std::floor(place);
     const int bit = kReach_bits - static_cast<int>(whole);
     if (bit < 0 || bit >= 2 * kReach_bits) return 0;
-    std::array<double, 2 * kReach_bits> one{};
+    std::vector<double> one(2 * kReach_bits);
     one[static_cast<std::size_t>(bit)] = 1;
     return Sum(one.data(), place - whole);
 }
