@@ -47,6 +47,52 @@
         "    .text\n" \
         "    .seh_endproc\n")
 // clang-format on
+#elif defined(__arm__)
+// Two words before the function name its handler and the scope table; the row of the function in .pdata has to say that
+// they are there, which the symbol "__guarded:NAME" asks for. The table has one row: from the call to the instruction
+// behind it, a filter that takes everything, going on at the last label. A C++ exception never comes through here, so
+// the C++ unwinder is told to stop.
+// clang-format off
+#define DEFINE_GUARDED_CALL(name) \
+    __asm__( \
+        "    .section .text." #name ",\"ax\",%progbits\n" \
+        "    .p2align 2\n" \
+        "    .arm\n" \
+        ".L" #name "_scope:\n" \
+        "    .word 1\n" \
+        "    .word .L" #name "_begin, .L" #name "_end\n" \
+        "    .word .L" #name "_filter, .L" #name "_raised\n" \
+        ".L" #name "_filter:\n" \
+        "    mov r0, #1\n" \
+        "    bx lr\n" \
+        "    .word __C_specific_handler\n" \
+        "    .word .L" #name "_scope\n" \
+        "    .globl " #name "\n" \
+        "    .globl \"__guarded:" #name "\"\n" \
+        "    .type " #name ", %function\n" \
+        #name ":\n" \
+        "\"__guarded:" #name "\":\n" \
+        "    .fnstart\n" \
+        "    .cantunwind\n" \
+        "    stmdb sp!, {r4, lr}\n" \
+        ".L" #name "_begin:\n" \
+        "    mov r2, r0\n" \
+        "    mov r0, r1\n" \
+        "    mov lr, pc\n" \
+        "    bx r2\n" \
+        "    mov r0, r0\n" \
+        ".L" #name "_end:\n" \
+        "    mov r0, #1\n" \
+        "    ldmia sp!, {r4, lr}\n" \
+        "    bx lr\n" \
+        ".L" #name "_raised:\n" \
+        "    mov r0, #0\n" \
+        "    ldmia sp!, {r4, lr}\n" \
+        "    bx lr\n" \
+        "    .fnend\n" \
+        "    .size " #name ", . - " #name "\n" \
+        "    .text\n")
+// clang-format on
 #else
 #define DEFINE_GUARDED_CALL(name) static_assert(true, "nothing is linked")
 #endif
