@@ -16,6 +16,8 @@ target_compile_options(kora_app_flags INTERFACE
     -marm -mfloat-abi=soft -fno-pic
     # Types as the device's compiler lays them out.
     -fshort-wchar -fno-short-enums -mms-bitfields -fms-extensions
+    # The console is the device's printf; the compiler would make a puts of plain texts.
+    -fno-builtin-printf
     -fexceptions -ffunction-sections -fdata-sections -fvisibility=hidden
     -Wall -Wextra -Wshadow -Wswitch-enum -Werror
     # The platform headers speak to another compiler; the calling conventions are one on this processor.
