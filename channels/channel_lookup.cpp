@@ -3,6 +3,8 @@
 
 #include <strsafe.h>
 
+#include <cwchar>
+
 #include "channels/channel_db.h"
 #include "channels/record_reader.h"
 

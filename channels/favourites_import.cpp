@@ -3,6 +3,9 @@
 
 #include <strsafe.h>
 
+#include <cstring>
+#include <cwchar>
+
 #include "channels/channel_db.h"
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"

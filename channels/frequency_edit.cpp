@@ -1,5 +1,7 @@
 #include "channels/frequency_edit.h"
 
+#include <cwchar>
+
 #include "channels/frequency_input.h"
 
 namespace {

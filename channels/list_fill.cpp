@@ -4,6 +4,8 @@
 #include <commctrl.h>
 #include <strsafe.h>
 
+#include <cwchar>
+
 #include "channels/channel_db.h"
 #include "channels/record_reader.h"
 

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <cwchar>
+
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
 #include "shell/layout.h"

@@ -1,5 +1,6 @@
 #include "recording/recording_control.h"
 
+#include <cwchar>
 #include <new>
 
 #include <strsafe.h>

@@ -3,6 +3,8 @@
 #include <aygshell.h>
 #include <strsafe.h>
 
+#include <cwchar>
+
 #include "resources/resource_ids.h"
 #include "schedule/booking_list.h"
 #include "schedule/day_buttons.h"

@@ -3,6 +3,8 @@
 #include <aygshell.h>
 #include <commctrl.h>
 
+#include <cwchar>
+
 #include "resources/resource_ids.h"
 #include "schedule/booking_list.h"
 #include "shell/owned.h"

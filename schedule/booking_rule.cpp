@@ -1,5 +1,7 @@
 #include "schedule/booking_rule.h"
 
+#include <strsafe.h>
+
 #include <algorithm>
 #include <cwchar>
 #include <iterator>
@@ -102,7 +104,7 @@ ChannelArgument ChannelArgumentOf(const wchar_t* channel) {
 
 BookingCommandLine CommandLineOf(const wchar_t* channel, std::int32_t duration_min) {
     BookingCommandLine line = {};
-    std::swprintf(line.sz, std::size(line.sz), L"-Rec -Channel %ls -Duration %d",
-                  ChannelArgumentOf(channel).sz, static_cast<int>(duration_min));
+    StringCchPrintfW(line.sz, std::size(line.sz), L"-Rec -Channel %s -Duration %d",
+                     ChannelArgumentOf(channel).sz, static_cast<int>(duration_min));
     return line;
 }

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <cwchar>
+
 #include "channels/frequency_edit.h"
 #include "channels/frequency_input.h"
 #include "resources/resource_ids.h"

@@ -8,7 +8,7 @@ INT_PTR RunDialog(HWND owner, UINT templateId, DLGPROC procedure, LPARAM paramet
     const HGLOBAL dialogTemplate = LoadResource(g_app.hInstance, resource);
     if (dialogTemplate == nullptr) return -1;
     // A loaded resource is its own memory on the device: there is no lock.
-    return DialogBoxIndirectParamW(g_app.hInstance, static_cast<LPCDLGTEMPLATEW>(dialogTemplate), owner,
+    return DialogBoxIndirectParamW(g_app.hInstance, static_cast<LPCDLGTEMPLATE>(dialogTemplate), owner,
                                    procedure, parameter);
 }
 

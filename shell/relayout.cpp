@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cwchar>
 
 namespace {
 

@@ -95,7 +95,7 @@ void BrowseForFile(HWND dialog, int) {
     WCHAR path[MAX_PATH] = L"";
     OPENFILENAMEW request = {};
     // The record as the device knows it (76 bytes there), without what later desktops have added.
-    request.lStructSize = OPENFILENAME_SIZE_VERSION_400W;
+    request.lStructSize = sizeof(request);
     request.hwndOwner = dialog;
     request.lpstrFile = path;
     request.nMaxFile = ARRAYSIZE(path);

@@ -1,5 +1,7 @@
 #include "tuner/device.h"
 
+#include <objbase.h>
+
 #include <cstdint>
 
 #include "resources/resource_ids.h"

@@ -1,7 +1,8 @@
 #include "tuner/digit_machine.h"
 
+#include <strsafe.h>
+
 #include <cstddef>
-#include <cwchar>
 #include <iterator>
 
 namespace {
@@ -86,7 +87,7 @@ FrequencyText DigitLabel(const DigitEntry& entry, DigitEcho echo) {
     };
     const std::uint32_t(&d)[4] = entry.auDigit;
     FrequencyText label = {};
-    std::swprintf(label.sz, std::size(label.sz), kFormats[static_cast<std::size_t>(echo)], d[0], d[1], d[2],
-                  d[3]);
+    StringCchPrintfW(label.sz, std::size(label.sz), kFormats[static_cast<std::size_t>(echo)], d[0], d[1],
+                     d[2], d[3]);
     return label;
 }

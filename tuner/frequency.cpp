@@ -1,7 +1,8 @@
 #include "tuner/frequency.h"
 
+#include <strsafe.h>
+
 #include <cstddef>
-#include <cwchar>
 #include <iterator>
 
 namespace {
@@ -9,8 +10,8 @@ namespace {
 // The format takes whole megahertz and tenths.
 FrequencyText Format(const wchar_t* format, std::uint32_t channel) {
     FrequencyText text = {};
-    std::swprintf(text.sz, std::size(text.sz), format, static_cast<int>(channel / 100),
-                  static_cast<int>(channel % 100 / 10));
+    StringCchPrintfW(text.sz, std::size(text.sz), format, static_cast<int>(channel / 100),
+                     static_cast<int>(channel % 100 / 10));
     return text;
 }
 
