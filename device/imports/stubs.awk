@@ -3,6 +3,9 @@
 # "__import:DLL:FUNCTION", by which the converter to the phone's file format knows it. The stub jumps by bx: the system's
 # DLLs may be Thumb code.
 BEGIN {
+    # The device's own formatting takes no count, or none that every compiler's header means: StringCchPrintfW does.
+    split("swprintf vswprintf _snwprintf _vsnwprintf sprintf vsprintf _snprintf _vsnprintf", uncounted, " ")
+    for (i in uncounted) seen[uncounted[i]] = 1
     print "    .syntax unified\n    .arch armv4t\n    .arm"
     for (i = 1; i < ARGC; i++) {
         split(ARGV[i], part, "=")

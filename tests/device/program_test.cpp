@@ -1,15 +1,12 @@
 // What the phone's loader would look at: headers, sections, imports, fixups, the table of functions, and that
 // no instruction is beyond the phone's processor.
+#include "tests/device/disassembly.h"
 #include "tests/device/program_file.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <fstream>
-#include <memory>
-#include <regex>
 #include <set>
 
 namespace {
@@ -26,20 +23,6 @@ constexpr std::uint32_t kMostCode = 128 * 1024;
 const ProgramFile& Program() {
     static const ProgramFile program(KORA_DEVICE_PROGRAM);
     return program;
-}
-
-// What another program prints, line by line.
-std::vector<std::string> Output(const std::string& command) {
-    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
-    std::vector<std::string> lines(1);
-    for (int c; pipe && (c = std::fgetc(pipe.get())) != EOF;) {
-        if (c == '\n') {
-            lines.emplace_back();
-        } else {
-            lines.back().push_back(static_cast<char>(c));
-        }
-    }
-    return lines;
 }
 
 Names Listed(const std::string& name) {
@@ -64,7 +47,8 @@ TEST(DeviceProgram, ItIsAWindowsCeProgramForArm) {
 
 TEST(DeviceProgram, AReaderThatNobodyHereWroteSeesTheSame) {
     const std::string program = KORA_DEVICE_PROGRAM;
-    const auto lines = Output("llvm-readobj --file-headers --sections --coff-imports '" + program + "' 2>&1");
+    const auto lines =
+        device::OutputOf("llvm-readobj --file-headers --sections --coff-imports '" + program + "'");
     EXPECT_THAT(lines, ::testing::Contains("  Machine: IMAGE_FILE_MACHINE_ARM (0x1C0)"));
     EXPECT_THAT(lines, ::testing::Contains("  Subsystem: IMAGE_SUBSYSTEM_WINDOWS_CE_GUI (0x9)"));
     std::size_t imports = 0, sections = 0;
@@ -151,28 +135,10 @@ TEST(DeviceProgram, TheTableOfFunctionsIsSortedAndCoversTheEntry) {
     EXPECT_GT(program.functions.size(), 300u);
 }
 
-// A function's rows in the disassembly begin behind "ADDRESS <NAME>:".
 TEST(DeviceProgram, NoInstructionIsBeyondTheProcessor) {
-    static const std::regex kBeyond(
-        "\\b(blx|clz|ldrd|strd|pld|qadd|qsub|smul[bt][bt]|smla[bt][bt]|movw|movt|bfi|bfc|"
-        "ubfx|sbfx|rev|uxt[bh]|sxt[bh]|dmb|ldrex|strex)\\b|UNDEFINED");
-    // What the exception library would keep of coprocessors that the phone has not; it looks for them first.
-    static const std::regex kOfCoprocessors("^_*(gnu_Unwind_)?(Save|Restore)_?(WMMX|VFP)|_WMMX|_VFP");
-    std::string function;
-    Names beyond;
-    std::size_t instructions = 0;
-    for (const std::string& line : Output("arm-none-eabi-objdump -d -m armv4t '" KORA_DEVICE_ELF "'")) {
-        std::smatch name;
-        if (std::regex_search(line, name, std::regex("^[0-9a-f]+ <(.*)>:$"))) {
-            function = name[1];
-        } else if (line.find('\t') != std::string::npos) {
-            ++instructions;
-            if (std::regex_search(line, kBeyond) && !std::regex_search(function, kOfCoprocessors))
-                beyond.insert(function + ": " + line);
-        }
-    }
-    EXPECT_THAT(beyond, IsEmpty());
-    EXPECT_GT(instructions, 15000u);
+    const device::Disassembly code = device::Disassemble(KORA_DEVICE_ELF);
+    EXPECT_THAT(code.beyond, IsEmpty());
+    EXPECT_GT(code.instructions, 15000u);
 }
 
 }  // namespace

@@ -1,0 +1,100 @@
+// What would not work on the phone does not get through: each of these is compiled and linked, or looked at,
+// as the phone's program is.
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <regex>
+
+#include "tests/device/disassembly.h"
+
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::SizeIs;
+
+// What a command says, as one text.
+std::string Output(const std::string& command) {
+    std::string text;
+    for (const std::string& line : device::OutputOf(command)) text += line + "\n";
+    return text;
+}
+
+class Refusals : public ::testing::Test {
+  protected:
+    std::filesystem::path folder;
+
+    void SetUp() override {
+        char name[] = "/tmp/kora-refusal-XXXXXX";
+        ASSERT_NE(mkdtemp(name), nullptr);
+        folder = name;
+    }
+    void TearDown() override { std::filesystem::remove_all(folder); }
+
+    std::string Path(const char* name) const { return (folder / name).string(); }
+
+    // What the compiler says of this source, compiled as the application is; by the build's own command.
+    std::string Compile(const std::string& source) const {
+        std::ofstream(Path("tried.cpp")) << source;
+        std::string command =
+            Output("ninja -C '" KORA_DEVICE_BUILD
+                   "' -t commands tuner/CMakeFiles/app_tuner.dir/frequency.cpp.obj | tail -n 1");
+        command = command.substr(0, command.find(" -MD "));
+        return Output("cd '" KORA_DEVICE_BUILD "' && " + command + " -o '" + Path("tried.o") + "' -c '" +
+                      Path("tried.cpp") + "'");
+    }
+
+    // What the linker says when it is linked against the device's stubs alone.
+    std::string Link() const {
+        return Output("ld.lld -e Tried --defsym=__aeabi_unwind_cpp_pr0=0 --target2=rel -o '" +
+                      Path("tried.elf") + "' '" + Path("tried.o") + "' '" +
+                      KORA_DEVICE_BUILD "/device/stubs.o'");
+    }
+};
+
+TEST_F(Refusals, WhatTheDeviceHasIsLinked) {
+    EXPECT_EQ(Compile("#include <windows.h>\n"
+                      "extern \"C\" __attribute__((visibility(\"default\"))) int Tried();\n"
+                      "int Tried() { return GetSystemMetrics(0); }\n"),
+              "");
+    EXPECT_THAT(Link(), Not(HasSubstr("error")));
+}
+
+TEST_F(Refusals, ACallThatTheDeviceLacksIsNotLinked) {
+    EXPECT_EQ(Compile("#include <windows.h>\n"
+                      "extern \"C\" int Tried();\n"
+                      "int Tried() { return GetConsoleWindow() != nullptr; }\n"),
+              "");
+    EXPECT_THAT(Link(), HasSubstr("undefined symbol: GetConsoleWindow"));
+}
+
+TEST_F(Refusals, WideFormattingWithACountOfItsOwnIsNotLinked) {
+    EXPECT_EQ(Compile("#include <cstddef>\n"
+                      "#include <cwchar>\n"
+                      "extern \"C\" int Tried(wchar_t* text, std::size_t count);\n"
+                      "int Tried(wchar_t* text, std::size_t count) { return std::swprintf(text, count, "
+                      "L\"%d\", 7); }\n"),
+              "");
+    EXPECT_THAT(Link(), HasSubstr("undefined symbol: "));
+}
+
+TEST_F(Refusals, AnInstructionOfALaterProcessorIsSeen) {
+    std::ofstream(Path("tried.s"))
+        << "    .arch armv5te\n    .arm\n    .globl Tried\nTried:\n    clz r0, r1\n    blx r0\n";
+    ASSERT_EQ(
+        Output("clang --target=armv5te-none-eabi -c '" + Path("tried.s") + "' -o '" + Path("tried.o") + "'"),
+        "");
+    EXPECT_THAT(device::Disassemble(Path("tried.o")).beyond, SizeIs(2));
+}
+
+TEST_F(Refusals, ARecordOfAnotherSizeIsNotCompiled) {
+    const std::string records = "#include \"device/runtime/records.cpp\"\n";
+    EXPECT_EQ(Compile(records), "");
+    // A member more at the end of the file dialog's record.
+    EXPECT_THAT(Compile("#define lpTemplateName lpTemplateName; void* pLater\n" + records),
+                HasSubstr("static_assert failed"));
+}
+
+}  // namespace

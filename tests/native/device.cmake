@@ -9,6 +9,7 @@ add_executable(native_device
     ../device/calls_store.cpp
     ../device/calls_windows.cpp
     ../device/converter_test.cpp
+    ../device/disassembly.cpp
     ../device/guard_test.cpp
     ../device/machine.cpp
     ../device/phone.cpp
