@@ -7,8 +7,10 @@
 
 namespace {
 
+// Without a leading backslash, which the call that makes a key forbids; the key is the same.
 struct KeyPath {
     KeyPath(const WCHAR* path, const WCHAR* name) {
+        if (*path == L'\\') ++path;
         StringCchPrintfW(sz, ARRAYSIZE(sz), name == nullptr ? L"%s" : L"%s\\%s", path, name);
     }
     WCHAR sz[MAX_PATH] = L"";

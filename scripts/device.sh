@@ -35,11 +35,11 @@ kora_device() {
     local program=$KORA_ROOT/build/device/UI.exe folder=$KORA_HOME/device-build code
     build_preset device all
     mkdir -p "$folder"
-    cp "$program" "$folder/UI.exe"
+    cp "$program" "$KORA_ROOT/build/device/Kora.cab" "$folder/"
     device_report "$program" >"$folder/report.txt"
     code=$(awk '$1 == ".text" { print $2 }' "$folder/report.txt")
     [ "$code" -le "$KORA_DEVICE_MOST_CODE" ] ||
         fail "the program has $code bytes of code; more than $KORA_DEVICE_MOST_CODE are too many"
     sed -n '1,/^$/p' "$folder/report.txt"
-    step "the phone's UI.exe and report.txt are in $folder; it has not been on a phone (docs/device.md says what is known)"
+    step "the phone's UI.exe, Kora.cab and report.txt are in $folder; the program has not been on a phone (docs/device.md says what is known)"
 }

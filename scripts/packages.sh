@@ -5,7 +5,7 @@ KORA_DISPLAY_PACKAGES=(xvfb x11-utils imagemagick)
 # An installed radio needs these alone; x11-utils shows the messages of a start without a terminal.
 KORA_RUN_PACKAGES=(wine64 x11-utils)
 KORA_PACKAGE_PACKAGES=(zip)
-KORA_TEST_PACKAGES=(clang libclang-rt-dev g++-mingw-w64-i686-posix ffmpeg sqlite3 desktop-file-utils zip unzip)
+KORA_TEST_PACKAGES=(clang libclang-rt-dev g++-mingw-w64-i686-posix ffmpeg sqlite3 desktop-file-utils zip unzip libunicorn-dev)
 KORA_RECEPTION_PACKAGES=(cmake ninja-build g++ gcc make libc6-dev dpkg-dev)
 KORA_COVERAGE_PACKAGES=(gcovr)
 

@@ -1,6 +1,7 @@
 # ./kora test: builds and runs every test. Sourced by kora.
 
 . "$KORA_ROOT/scripts/lanes.sh"
+. "$KORA_ROOT/scripts/device.sh"
 
 # run_tests PRESET FILTER [CTEST'S ARGUMENTS…]: every program whose name matches, or the tests of all programs whose name
 # does. What each program counted is left as XML in KORA_HOME/results.
@@ -50,10 +51,11 @@ tests_prepare() {
 }
 
 kora_test() {
-    packages_need "${KORA_BUILD_PACKAGES[@]}" "${KORA_DISPLAY_PACKAGES[@]}" "${KORA_TEST_PACKAGES[@]}"
+    packages_need "${KORA_BUILD_PACKAGES[@]}" "${KORA_DISPLAY_PACKAGES[@]}" "${KORA_TEST_PACKAGES[@]}" "${KORA_DEVICE_PACKAGES[@]}"
     local filter=${1:-.} failed=0
     build_preset release all
     build_preset device32 all
+    build_preset device all
     build_preset native all
     tests_prepare
 

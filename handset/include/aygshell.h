@@ -92,7 +92,9 @@ HRESULT WINAPI StopAppAtTimeEx(LPCWSTR name);
 
 // --- Images ----------------------------------------------------------------------------------------------
 
-// Loads a bitmap resource (BMP) of a module by number. The caller deletes it. NULL when it is not there.
+// Loads an image of a module by the number of its resource, whose type is GIF; the image itself may be of any
+// form that the system knows (BMP, GIF, JPEG). The caller deletes it. NULL when there is none, or none of
+// that type.
 HBITMAP WINAPI SHLoadImageResource(HINSTANCE module, UINT id);
 
 #ifdef __cplusplus

@@ -135,6 +135,11 @@ TEST(DeviceProgram, TheTableOfFunctionsIsSortedAndCoversTheEntry) {
     EXPECT_GT(program.functions.size(), 300u);
 }
 
+TEST(DeviceProgram, TheCabinetHoldsTheProgramAndWhatTheInstallerDoesWithIt) {
+    const auto names = device::OutputOf("gcab -t '" KORA_DEVICE_BUILD "/Kora.cab'");
+    EXPECT_THAT(names, ::testing::UnorderedElementsAre("_setup.xml", "UI.exe"));
+}
+
 TEST(DeviceProgram, NoInstructionIsBeyondTheProcessor) {
     const device::Disassembly code = device::Disassemble(KORA_DEVICE_ELF);
     EXPECT_THAT(code.beyond, IsEmpty());

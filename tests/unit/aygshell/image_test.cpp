@@ -6,8 +6,8 @@
 
 namespace {
 
-TEST(ImageResource, IsLoadedWithItsSizeAndColours) {
-    const HBITMAP bitmap = SHLoadImageResource(GetModuleHandleW(nullptr), PICTURE);
+void ExpectThePicture(UINT id) {
+    const HBITMAP bitmap = SHLoadImageResource(GetModuleHandleW(nullptr), id);
     ASSERT_NE(bitmap, nullptr);
     BITMAP shape = {};
     ASSERT_NE(GetObjectW(bitmap, sizeof shape, &shape), 0);
@@ -20,6 +20,25 @@ TEST(ImageResource, IsLoadedWithItsSizeAndColours) {
     SelectObject(dc, previous);
     DeleteDC(dc);
     EXPECT_TRUE(DeleteObject(bitmap));
+}
+
+TEST(ImageResource, ABitmapIsLoadedWithItsSizeAndColours) {
+    ExpectThePicture(PICTURE);
+}
+
+TEST(ImageResource, AnotherFormIsLoadedAsWell) {
+    ExpectThePicture(PICTURE_GIF);
+}
+
+// As on the device: a skin declared as bitmaps would be missing there.
+TEST(ImageResource, AResourceOfAnotherTypeIsNoImage) {
+    EXPECT_EQ(SHLoadImageResource(GetModuleHandleW(nullptr), PICTURE_OF_ANOTHER_TYPE), nullptr);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_RESOURCE_TYPE_NOT_FOUND));
+}
+
+TEST(ImageResource, ABrokenImageIsNone) {
+    EXPECT_EQ(SHLoadImageResource(GetModuleHandleW(nullptr), PICTURE_BROKEN), nullptr);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_DATA));
 }
 
 TEST(ImageResource, IsNullWhenItIsNotThere) {

@@ -13,6 +13,9 @@
 #define MENU_LEFT 100  // bar and menu share a number, as in programs of the device
 #define DIALOG_FRAMED 300
 #define PICTURE 400
+#define PICTURE_GIF 401
+#define PICTURE_OF_ANOTHER_TYPE 402
+#define PICTURE_BROKEN 403
 
 #define STRING_LEFT 10
 #define STRING_RIGHT 11

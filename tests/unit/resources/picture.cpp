@@ -29,9 +29,12 @@ Picture Picture::Part(int x, int y, int cx, int cy) const {
 }
 
 Picture LoadPicture(unsigned id) {
-    const ResourceBytes bytes = FindBytes(RT_BITMAP, id);
+    ResourceBytes bytes = FindBytes(L"GIF", id);
     BITMAPINFOHEADER header{};
-    if (bytes.size < sizeof header) return {};
+    if (bytes.size < sizeof(BITMAPFILEHEADER) + sizeof header) return {};
+    // The whole file is the resource.
+    bytes.data += sizeof(BITMAPFILEHEADER);
+    bytes.size -= sizeof(BITMAPFILEHEADER);
     std::memcpy(&header, bytes.data, sizeof header);
     if (header.biBitCount != 24 || header.biCompression != BI_RGB || header.biHeight <= 0) return {};
     const std::size_t stride = (static_cast<std::size_t>(header.biWidth) * 3 + 3) / 4 * 4;

@@ -35,7 +35,7 @@ TEST(Program, CarriesEveryKindOfResource) {
     const struct {
         LPCWSTR type;
         unsigned id;
-    } kinds[] = {{RT_BITMAP, IDB_BACKGROUND_PORTRAIT},
+    } kinds[] = {{L"GIF", IDB_BACKGROUND_PORTRAIT},
                  {RT_GROUP_ICON, IDI_APP},
                  {RT_MENU, IDM_MAIN},
                  {RT_RCDATA, IDM_MAIN},
@@ -46,4 +46,6 @@ TEST(Program, CarriesEveryKindOfResource) {
     for (const auto& kind : kinds)
         EXPECT_NE(FindBytes(kind.type, kind.id, program.Get()).data, nullptr)
             << "type " << reinterpret_cast<ULONG_PTR>(kind.type) << " id " << kind.id;
+    // The image loader passes over any other type.
+    EXPECT_EQ(FindBytes(RT_BITMAP, IDB_BACKGROUND_PORTRAIT, program.Get()).data, nullptr);
 }

@@ -1,12 +1,27 @@
 // The scan's progress and the signal's strength. Their images are resources of this test program.
+#include <cstring>
+
 #include "skin/skin_paint.h"
 #include "tests/unit/skin/skin_on_screen.h"
 
 namespace {
 
-// The loader of the desktop, so that the expectation does not rest on the one under test.
+// Read without the loader under test: a resource of the type GIF that is a bitmap's file.
 Picture Resource(int id) {
-    const OwnedBitmap bitmap(LoadBitmapW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id)));
+    const HMODULE module = GetModuleHandleW(nullptr);
+    const HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(id), L"GIF");
+    const auto* file = static_cast<const BYTE*>(LockResource(LoadResource(module, found)));
+    if (file == nullptr) {
+        ADD_FAILURE() << "the test has no image " << id;
+        return {};
+    }
+    BITMAPFILEHEADER head;
+    std::memcpy(&head, file, sizeof head);
+    const HDC screen = GetDC(nullptr);
+    const OwnedBitmap bitmap(CreateDIBitmap(
+        screen, reinterpret_cast<const BITMAPINFOHEADER*>(file + sizeof head), CBM_INIT,
+        file + head.bfOffBits, reinterpret_cast<const BITMAPINFO*>(file + sizeof head), DIB_RGB_COLORS));
+    ReleaseDC(nullptr, screen);
     EXPECT_TRUE(bitmap) << "the test has no bitmap " << id;
     return Picture::OfBitmap(bitmap.get());
 }
