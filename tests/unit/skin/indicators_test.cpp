@@ -1,30 +1,8 @@
 // The scan's progress and the signal's strength. Their images are resources of this test program.
-#include <cstring>
-
 #include "skin/skin_paint.h"
 #include "tests/unit/skin/skin_on_screen.h"
 
 namespace {
-
-// Read without the loader under test: a resource of the type GIF that is a bitmap's file.
-Picture Resource(int id) {
-    const HMODULE module = GetModuleHandleW(nullptr);
-    const HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(id), L"GIF");
-    const auto* file = static_cast<const BYTE*>(LockResource(LoadResource(module, found)));
-    if (file == nullptr) {
-        ADD_FAILURE() << "the test has no image " << id;
-        return {};
-    }
-    BITMAPFILEHEADER head;
-    std::memcpy(&head, file, sizeof head);
-    const HDC screen = GetDC(nullptr);
-    const OwnedBitmap bitmap(CreateDIBitmap(
-        screen, reinterpret_cast<const BITMAPINFOHEADER*>(file + sizeof head), CBM_INIT,
-        file + head.bfOffBits, reinterpret_cast<const BITMAPINFO*>(file + sizeof head), DIB_RGB_COLORS));
-    ReleaseDC(nullptr, screen);
-    EXPECT_TRUE(bitmap) << "the test has no bitmap " << id;
-    return Picture::OfBitmap(bitmap.get());
-}
 
 class ScanProgress : public SkinOnScreen {
   protected:
@@ -46,7 +24,7 @@ TEST_P(ScanProgress, EachLevelShowsItsImageOverTheBackgroundAndItsPercentage) {
         SCOPED_TRACE(level);
         Picture expected = WithText(kTexts[level]);
         expected.Copy(Image(0), at.x, at.y, at);
-        expected.Overlay(Resource(217 + level), 0, 0, at);
+        expected.Overlay(Picture::OfResource(217 + level), 0, 0, at);
         BlankScreen();
         DrawScanProgress(m_skin, level);
         EXPECT_TRUE(Same(expected, Shown()));
@@ -79,9 +57,9 @@ class Signal : public SkinOnScreen {
     Picture Expected(int id) {
         Picture expected = Blank();
         if (screen().wide) {
-            expected.Overlay(Resource(id + 1000), 0, 0, {14, 12, 49, 22});
+            expected.Overlay(Picture::OfResource(id + 1000), 0, 0, {14, 12, 49, 22});
         } else {
-            expected.Copy(Resource(id), 0, 0, {5, 10, 24, 11});
+            expected.Copy(Picture::OfResource(id), 0, 0, {5, 10, 24, 11});
         }
         return expected;
     }

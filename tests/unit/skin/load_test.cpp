@@ -32,9 +32,7 @@ class LoadedImages : public SkinOnScreen {
     void ExpectIs(HBITMAP bitmap, int id) {
         SCOPED_TRACE(id);
         ASSERT_NE(bitmap, nullptr);
-        const OwnedBitmap expected(LoadBitmapW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id)));
-        ASSERT_TRUE(expected);
-        EXPECT_TRUE(Same(Picture::OfBitmap(expected.get()), Picture::OfBitmap(bitmap)));
+        EXPECT_TRUE(Same(Picture::OfResource(id), Picture::OfBitmap(bitmap)));
     }
 
     std::vector<OwnedBitmap> m_loaded;

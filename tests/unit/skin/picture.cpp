@@ -1,6 +1,8 @@
 // Pixels in memory, made, captured and compared.
 #include "tests/unit/skin/picture.h"
 
+#include <cstring>
+
 namespace {
 
 // A device context with a 32-bit picture of its own, whose rows run from the top.
@@ -70,6 +72,24 @@ Picture Picture::OfBitmap(HBITMAP bitmap) {
     const OwnedMemoryDC dc(CreateCompatibleDC(nullptr));
     const SelectObjectGuard selected(dc.get(), bitmap);
     return OfDC(dc.get(), size.bmWidth, size.bmHeight);
+}
+
+Picture Picture::OfResource(int id) {
+    const HMODULE module = GetModuleHandleW(nullptr);
+    const HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(id), L"GIF");
+    const auto* file = static_cast<const BYTE*>(LockResource(LoadResource(module, found)));
+    if (file == nullptr) {
+        ADD_FAILURE() << "the test has no image " << id;
+        return Picture(0, 0);
+    }
+    BITMAPFILEHEADER head;
+    std::memcpy(&head, file, sizeof head);
+    const auto* info = reinterpret_cast<const BITMAPINFO*>(file + sizeof head);
+    const HDC screen = GetDC(nullptr);
+    const OwnedBitmap bitmap(
+        CreateDIBitmap(screen, &info->bmiHeader, CBM_INIT, file + head.bfOffBits, info, DIB_RGB_COLORS));
+    ReleaseDC(nullptr, screen);
+    return OfBitmap(bitmap.get());
 }
 
 Pixel& Picture::at(int x, int y) {

@@ -26,6 +26,9 @@ class Picture {
     static Picture Pattern(int cx, int cy, int seed);
     static Picture OfWindow(HWND window);
     static Picture OfBitmap(HBITMAP bitmap);
+    // An image of the program, a resource of the type GIF that is a bitmap's file; read without the image
+    // loader.
+    static Picture OfResource(int id);
     // The first cx by cy pixels of a device context.
     static Picture OfDC(HDC dc, int cx, int cy);
 
