@@ -4,7 +4,7 @@ KORA_LINT_PACKAGES=(clang-format cppcheck shellcheck)
 KORA_DEEP_LINT_PACKAGES=(clang-tidy)
 
 lint_layout() {
-    (cd "$KORA_ROOT" && find channels handset recording resources schedule shell skin tests tuner \
+    (cd "$KORA_ROOT" && find channels device handset recording resources schedule shell skin tests tuner \
         \( -name "*.cpp" -o -name "*.h" \) -print0 | xargs -0 -n 64 -P "$(nproc)" clang-format --dry-run -Werror)
 }
 
@@ -14,7 +14,7 @@ lint_sources() {
     (cd "$KORA_ROOT" && cppcheck -q -j "$(nproc)" --cppcheck-build-dir=build/lint --error-exitcode=1 --std=c++17 --platform=win64 \
         --enable=warning,performance,portability --inline-suppr --suppressions-list=.cppcheck-suppressions --suppress=missingInclude \
         --library=windows -I. -Ihandset/include -D_WIN32 -DUNICODE -D_UNICODE \
-        shell tuner channels recording schedule skin handset)
+        shell tuner channels recording schedule skin handset device)
 }
 
 # Names are shared among files that are sourced; paths to them are not constant.

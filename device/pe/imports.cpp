@@ -1,6 +1,7 @@
 #include "device/pe/imports.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace pe {
 namespace {
@@ -37,7 +38,7 @@ Bytes ImportDirectory(const std::vector<ImportedDll>& dlls, std::uint32_t rva, s
     slots.clear();
     for (std::size_t i = 0; i < dlls.size(); ++i) {
         // The functions' names, each behind a hint that says nothing.
-        std::vector<std::uint32_t>& words = slots.emplace_back();
+        std::vector<std::uint32_t> words;
         for (const std::string& function : dlls[i].functions) {
             Pad(bytes, 2);
             words.push_back(rva + static_cast<std::uint32_t>(bytes.size()));
@@ -52,6 +53,7 @@ Bytes ImportDirectory(const std::vector<ImportedDll>& dlls, std::uint32_t rva, s
         const auto lookup = static_cast<std::uint32_t>(bytes.size());
         for (const std::uint32_t word : words) Add32(bytes, word);
         Add32(bytes, 0);
+        slots.push_back(std::move(words));
         Put32(bytes, kDescriptor * i, rva + lookup);
         Put32(bytes, kDescriptor * i + 12, rva + dllName);
         Put32(bytes, kDescriptor * i + 16, dlls[i].firstSlot - imageBase);

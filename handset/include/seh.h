@@ -48,10 +48,10 @@
         "    .seh_endproc\n")
 // clang-format on
 #elif defined(__arm__)
-// Two words before the function name its handler and the scope table; the row of the function in .pdata has to say that
-// they are there, which the symbol "__guarded:NAME" asks for. The table has one row: from the call to the instruction
-// behind it, a filter that takes everything, going on at the last label. A C++ exception never comes through here, so
-// the C++ unwinder is told to stop.
+// Two words before the function name its handler and the scope table; the row of the function in .pdata has
+// to say that they are there, which the symbol "__guarded:NAME" asks for. The table has one row: from the
+// call to the instruction behind it, a filter that takes everything, going on at the last label. A C++
+// exception never comes through here, so the C++ unwinder is told to stop.
 // clang-format off
 #define DEFINE_GUARDED_CALL(name) \
     __asm__( \

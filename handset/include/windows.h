@@ -9,7 +9,8 @@
 
 #ifndef WINCEOEM_NAME
 // The name that a call has in the device's DLL, where the C++ name has to differ because a desktop
-// header already declares another function under it. 32-bit programs of the desktop are compiled but not linked.
+// header already declares another function under it. 32-bit programs of the desktop are compiled but not
+// linked.
 #if defined(__i386__)
 #define WINCEOEM_NAME(name)
 #else

@@ -29,9 +29,8 @@ bool GrowHandsetDesktop(int width, int height) {
     };
     const auto area = [](const DEVMODEW& m) { return std::uint64_t{m.dmPelsWidth} * m.dmPelsHeight; };
     for (DWORD i = 0; EnumDisplaySettingsW(nullptr, i, &mode); ++i) {
-        const bool better =
-            fits(best) ? fits(mode) && area(mode) < area(best) : fits(mode) || area(mode) > area(best);
-        if (better) best = mode;
+        const std::uint64_t size = area(mode), bestSize = area(best);
+        if (fits(best) ? fits(mode) && size < bestSize : fits(mode) || bestSize < size) best = mode;
     }
     best.dmFields = DM_PELSWIDTH | DM_PELSHEIGHT;
     return best.dmSize != 0 && ChangeDisplaySettingsW(&best, 0) == DISP_CHANGE_SUCCESSFUL;

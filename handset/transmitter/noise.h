@@ -17,7 +17,7 @@ class CNoise {
 
   private:
     std::uint64_t Next();
-    std::uint64_t state_[4];
+    std::uint64_t state_[4] = {};
 };
 
 }  // namespace transmitter

@@ -7,7 +7,7 @@ add_executable(native_schedule
     ${CMAKE_SOURCE_DIR}/handset/state/app_booking.cpp
     ${CMAKE_SOURCE_DIR}/schedule/booking_rule.cpp
     ${CMAKE_SOURCE_DIR}/schedule/command_options.cpp)
-target_include_directories(native_schedule PRIVATE ${CMAKE_SOURCE_DIR})
+target_include_directories(native_schedule PRIVATE platform ${CMAKE_SOURCE_DIR})
 # Eighty-five million pairs of spans are walked.
 target_compile_options(native_schedule PRIVATE -O1)
 target_link_libraries(native_schedule PRIVATE kora_flags GTest::gmock_main)

@@ -7,7 +7,7 @@ add_executable(native_tuner
     ${CMAKE_SOURCE_DIR}/schedule/command_options.cpp
     ${CMAKE_SOURCE_DIR}/tuner/digit_machine.cpp
     ${CMAKE_SOURCE_DIR}/tuner/frequency.cpp)
-target_include_directories(native_tuner PRIVATE ${CMAKE_SOURCE_DIR})
+target_include_directories(native_tuner PRIVATE platform ${CMAKE_SOURCE_DIR})
 # A hundred million steps are walked.
 target_compile_options(native_tuner PRIVATE -O1)
 target_link_libraries(native_tuner PRIVATE kora_flags GTest::gmock_main)

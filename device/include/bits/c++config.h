@@ -1,5 +1,6 @@
-// The C++ library's configuration on the device: its headers are those of the desktop's compiler, which has threads, a
-// C99 library and ready-made wide strings. The device has none of them, so what is used of a template is made here.
+// The C++ library's configuration on the device: its headers are those of the desktop's compiler, which has
+// threads, a C99 library and ready-made wide strings. The device has none of them, so what is used of a
+// template is made here.
 #pragma once
 
 #include_next <bits/c++config.h>
