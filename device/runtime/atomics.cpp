@@ -15,6 +15,9 @@ extern "C" {
 unsigned LoadWord(const volatile void* address, int) __asm__("__atomic_load_4");
 void StoreWord(volatile void* address, unsigned value, int) __asm__("__atomic_store_4");
 unsigned AddToWord(volatile void* address, unsigned value, int) __asm__("__atomic_fetch_add_4");
+unsigned char LoadByte(const volatile void* address, int) __asm__("__atomic_load_1");
+void StoreByte(volatile void* address, unsigned char value, int) __asm__("__atomic_store_1");
+unsigned char SetByte(volatile void* address, unsigned char value, int) __asm__("__atomic_exchange_1");
 unsigned SyncAddToWord(volatile void* address, unsigned value) __asm__("__sync_fetch_and_add_4");
 unsigned SyncSetWord(volatile void* address, unsigned value) __asm__("__sync_lock_test_and_set_4");
 unsigned SyncSwapWord(volatile void* address, unsigned expected,
@@ -31,7 +34,21 @@ unsigned LoadWord(const volatile void* address, int) {
 void StoreWord(volatile void* address, unsigned value, int) {
     *static_cast<volatile unsigned*>(address) = value;
 }
+unsigned char LoadByte(const volatile void* address, int) {
+    return *static_cast<const volatile unsigned char*>(address);
+}
+void StoreByte(volatile void* address, unsigned char value, int) {
+    *static_cast<volatile unsigned char*>(address) = value;
+}
 void Synchronize() {}
+
+unsigned char SetByte(volatile void* address, unsigned char value, int) {
+    for (unsigned char seen = LoadByte(address, 0);;) {
+        const unsigned char before = SyncSwapByte(address, seen, value);
+        if (before == seen) return before;
+        seen = before;
+    }
+}
 
 unsigned AddToWord(volatile void* address, unsigned value, int) {
     return static_cast<unsigned>(SystemExchangeAdd(Word(address), static_cast<LONG>(value)));

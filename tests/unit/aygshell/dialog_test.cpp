@@ -150,8 +150,9 @@ TEST_F(Dialog, OfItsOwnSizeIsCentredInTheDisplay) {
 }
 
 TEST_F(Dialog, ThatIsLargerThanTheDisplayBeginsAtItsCorner) {
-    m_handset.SetScreen(60, 40);
     Open(SHIDIF_SIZEDLG);
+    SetWindowPos(m_dialog, nullptr, 5, 5, 400, 400, SWP_NOZORDER | SWP_NOACTIVATE);
+    test::SendDisplayChange(m_dialog);
     RECT place = {};
     GetWindowRect(m_dialog, &place);
     EXPECT_EQ(place.left, 0);
