@@ -7,7 +7,7 @@
 
 KORA_MUTANT_FOLDERS=(shell tuner channels recording schedule skin)
 KORA_UNIT_PROGRAMS=(test_tuner test_channels test_shell test_settings test_skin test_schedule test_recording)
-KORA_SYSTEM_PROGRAMS=(test_system test_system_recording test_system_schedule)
+KORA_SYSTEM_PROGRAMS=(test_system test_system_recording test_system_schedule test_system_outside)
 # Programs whose tests wait for seconds of the handset's clock (their CMake lists say so as well).
 declare -A KORA_PROGRAM_RATE=([test_recording]=10)
 # What the folder's own tests are, and which of the radio's tests come first.
