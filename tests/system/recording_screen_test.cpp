@@ -146,7 +146,8 @@ TEST_F(RecordingScreen, ABookedRecordingStartsRunsItsMinuteAndClosesTheRadioWith
 }
 
 TEST_F(RecordingScreen, ABookedRecordingThatIsStoppedByHandLeavesTheRadioOpen) {
-    // The minute lasts four seconds: the stop comes well before its end, also on a machine that has much to do.
+    // The minute lasts four seconds: the stop comes well before its end, also on a machine that has much to
+    // do.
     SetClockRate(15);
     Radio radio(handset, L"-Rec -Channel 9850 -Duration 1");
     radio.WaitUntilShown();
