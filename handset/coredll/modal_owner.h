@@ -12,19 +12,30 @@ namespace coredll {
 class ModalOwner {
   public:
     explicit ModalOwner(HWND owner)
-        : disabled_(owner != nullptr && !IsWindowEnabled(owner) ? owner : nullptr) {
+        : enabled_(owner != nullptr && IsWindowEnabled(owner) ? owner : nullptr),
+          disabled_(enabled_ == nullptr ? owner : nullptr) {
         KeepDisabledWindowsInactive();
         if (disabled_ != nullptr) HoldDisabled(disabled_, true);
     }
     ~ModalOwner() {
-        if (disabled_ == nullptr) return;
-        EnableWindow(disabled_, FALSE);
-        HoldDisabled(disabled_, false);
+        if (disabled_ != nullptr) {
+            EnableWindow(disabled_, FALSE);
+            HoldDisabled(disabled_, false);
+        }
+        if (enabled_ != nullptr && !IsWindowEnabled(enabled_)) Free();
     }
     ModalOwner(const ModalOwner&) = delete;
     ModalOwner& operator=(const ModalOwner&) = delete;
 
   private:
+    // Of two boxes one above the other the lower may be answered first: the upper one then leaves the owner
+    // disabled, as it found it, and nobody else is left who would free it.
+    void Free() const {
+        EnableWindow(enabled_, TRUE);
+        if (GetActiveWindow() != enabled_) SetActiveWindow(enabled_);
+    }
+
+    HWND enabled_;
     HWND disabled_;
 };
 

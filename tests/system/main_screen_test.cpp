@@ -1,4 +1,6 @@
 // The main screen as it stands on the display: ground, labels and buttons, in every orientation and size.
+#include <cstring>
+
 #include "resources/resource_ids.h"
 #include "tests/system/radio_test.h"
 
@@ -15,8 +17,10 @@ class SkinBitmap {
   public:
     SkinBitmap(const std::wstring& program, UINT id) {
         const HMODULE module = LoadLibraryExW(program.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
-        m_bitmap = static_cast<HBITMAP>(
-            LoadImageW(module, MAKEINTRESOURCEW(id), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
+        // A resource of the type GIF, which the image loader wants; the image is a bitmap's file.
+        const HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(id), L"GIF");
+        const auto* file = static_cast<const BYTE*>(LockResource(LoadResource(module, found)));
+        if (file != nullptr) m_bitmap = FromFile(file);
         FreeLibrary(module);
         m_dc = CreateCompatibleDC(nullptr);
         m_previous = SelectObject(m_dc, m_bitmap);
@@ -32,6 +36,17 @@ class SkinBitmap {
     COLORREF At(int x, int y) const { return GetPixel(m_dc, x, y); }
 
   private:
+    static HBITMAP FromFile(const BYTE* file) {
+        BITMAPFILEHEADER head;
+        std::memcpy(&head, file, sizeof head);
+        const auto* info = reinterpret_cast<const BITMAPINFO*>(file + sizeof head);
+        const HDC screen = GetDC(nullptr);
+        const HBITMAP bitmap =
+            CreateDIBitmap(screen, &info->bmiHeader, CBM_INIT, file + head.bfOffBits, info, DIB_RGB_COLORS);
+        ReleaseDC(nullptr, screen);
+        return bitmap;
+    }
+
     HBITMAP m_bitmap = nullptr;
     HDC m_dc = nullptr;
     HGDIOBJ m_previous = nullptr;
