@@ -140,7 +140,9 @@ TEST_F(Monitor, AFaultOfTheTunerInEachOfItsOperationsInTurnNeverEndsTheRadio) {
     }
     Set(L"EnableAFAutoSwitch", 0);
     handset.WriteBand(Band(60));
-    ASSERT_TRUE(WaitAnswering(radio, [&] { return radio.Box(L"FM") == nullptr; }));
+    // While a box is open the window is disabled, and keys have no effect.
+    ASSERT_TRUE(
+        WaitAnswering(radio, [&] { return radio.Box(L"FM") == nullptr && IsWindowEnabled(radio.Window()); }));
     radio.Type("875");
     EXPECT_TRUE(WaitForCall("SetChannel 8750 -> 0"));
     PostMessageW(radio.Window(), WM_CLOSE, 0, 0);
