@@ -1,6 +1,7 @@
 # The ground of the handset, under the sanitizers.
 include(${CMAKE_SOURCE_DIR}/handset/base/portable.cmake)
 add_executable(native_base
+    base/antenna_text_test.cpp
     base/clock_moment_test.cpp
     base/device_path_test.cpp
     base/number_text_test.cpp

@@ -5,6 +5,7 @@ kora_test(test_fmdevice
         fmdevice/faults_test.cpp
         fmdevice/operations_test.cpp
         fmdevice/rds_test.cpp
+        fmdevice/reception_state_test.cpp
         fmdevice/seek_test.cpp
         fmdevice/slots_test.cpp
         fmdevice/sound_tap_test.cpp
