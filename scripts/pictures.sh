@@ -156,8 +156,15 @@ pictures_rds() {
     join rds rds.png frequencies.png
 }
 
+# The radio's settings, as `handset reg` names their key.
+settings_key() {
+    sed -n 's/^inline constexpr wchar_t kTunerKey\[\] = L"\(.*\)";$/\1/p' "$KORA_ROOT/handset/include/tuner_slots.h" |
+        sed 's/\\\\/\\/g'
+}
+
 pictures_messages() {
-    local settings='HKCR\CLSID\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}'
+    local settings
+    settings=$(settings_key)
     handset_do reg set "$settings" EnableMute dword 1
     radio_on
     tune 9 0 1

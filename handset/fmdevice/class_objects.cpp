@@ -42,7 +42,7 @@ class CClassFactory final : public IClassFactory {
 };
 
 const ClassRow kClasses[] = {
-    {CLSID_CFMDevice, fm::CreateTunerDevice},
+    {fm::kTunerClass, fm::CreateTunerDevice},
 };
 
 CClassFactory g_factories[] = {

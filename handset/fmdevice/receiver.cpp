@@ -18,21 +18,21 @@ using Guard = std::lock_guard<std::mutex>;
 
 struct KindRow {
     RdsTextKind kind;
-    RdsKind alone;
-    RdsKind withAlternatives;
+    TextKind alone;
+    TextKind withAlternatives;
 };
 
 constexpr KindRow kKinds[] = {
-    {RdsTextKind::kServiceName, kRdsServiceName, kRdsServiceNameWithAF},
-    {RdsTextKind::kRadioText, kRdsRadioText, kRdsRadioText},
-    {RdsTextKind::kProgramText, kRdsProgramText, kRdsProgramText},
+    {RdsTextKind::kServiceName, TextKind::kServiceName, TextKind::kServiceNameWithAF},
+    {RdsTextKind::kRadioText, TextKind::kRadioText, TextKind::kRadioText},
+    {RdsTextKind::kProgramText, TextKind::kProgramText, TextKind::kProgramText},
 };
 
-RdsKind DeviceKind(RdsTextKind kind, const RdsData& data) {
+TextKind DeviceKind(RdsTextKind kind, const RdsData& data) {
     for (const KindRow& row : kKinds) {
         if (row.kind == kind) return data.alternatives_10kHz.empty() ? row.alone : row.withAlternatives;
     }
-    return kRdsServiceName;
+    return TextKind::kServiceName;
 }
 
 }  // namespace
@@ -214,7 +214,7 @@ HRESULT CReceiver::GetRDSData(std::wstring* text, std::int32_t* kind) {
     if (!next) return S_FALSE;
     rds_.Given(*next);
     *text = handset::Wide(next->text);
-    *kind = DeviceKind(next->kind, data);
+    *kind = static_cast<std::int32_t>(DeviceKind(next->kind, data));
     return S_OK;
 }
 
@@ -239,18 +239,18 @@ HRESULT CReceiver::GetAFItem(std::int32_t index, std::wstring* text) {
     return S_OK;
 }
 
-HRESULT CReceiver::GetRDSInfo(rds_inf* info) {
+HRESULT CReceiver::GetRDSInfo(RdsServices* services) {
     const Guard guard(lock_);
-    *info = {};
+    *services = {};
     const HRESULT ready = Enter();
     if (ready != S_OK) return ready;
     const RdsData data = frontEnd_->Rds(now_.channel);
-    info->b_RDS_RT = !data.radioTexts.empty();
-    info->b_RDS_PS = !data.serviceNames.empty();
+    services->radioText = !data.radioTexts.empty();
+    services->serviceName = !data.serviceNames.empty();
     // Type 0 says that there is none.
-    info->b_RDS_PTY = data.programmeType > 0;
-    info->b_RDS_AF = !data.alternatives_10kHz.empty();
-    info->b_RDS_CT = data.clockTime;
+    services->programmeType = data.programmeType > 0;
+    services->alternatives = !data.alternatives_10kHz.empty();
+    services->clockTime = data.clockTime;
     return S_OK;
 }
 

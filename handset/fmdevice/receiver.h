@@ -21,7 +21,7 @@
 #include "handset/fmdevice/front_end.h"
 #include "handset/fmdevice/rds_reader.h"
 #include "handset/fmdevice/sound_engine.h"
-#include "tuner/fm_device.h"
+#include "handset/include/tuner_slots.h"
 
 namespace fm {
 
@@ -57,7 +57,7 @@ class CReceiver {
     // better moments.
     HRESULT GetAFCount(std::int32_t* count);
     HRESULT GetAFItem(std::int32_t index, std::wstring* text);
-    HRESULT GetRDSInfo(rds_inf* info);
+    HRESULT GetRDSInfo(RdsServices* services);
     HRESULT GetPTYText(std::wstring* text);
 
   private:

@@ -1,4 +1,4 @@
-// The operations of CFMDevice: arguments checked, the receiver asked, a line logged.
+// The operations of the tuner device: arguments checked, the receiver asked, a line logged.
 #include "handset/fmdevice/tuner_device.h"
 
 #include <algorithm>
@@ -80,8 +80,8 @@ HRESULT CreateTunerDevice(REFIID iid, void** out) {
     *out = nullptr;
     return Perform(L"CreateInstance", [&]() -> HRESULT {
         if (handset::FaultInjected(L"create")) return E_FAIL;
-        if (iid != IID_IUnknown && iid != IID_IFMDevice) return E_NOINTERFACE;
-        *out = static_cast<IFMDevice*>(new CTunerDevice(SharedReceiver()));
+        if (iid != IID_IUnknown && iid != kTunerInterface) return E_NOINTERFACE;
+        *out = static_cast<ITunerSlots*>(new CTunerDevice(SharedReceiver()));
         return S_OK;
     });
 }
@@ -98,9 +98,9 @@ HRESULT CTunerDevice::QueryInterface(REFIID iid, void** out) {
     CrashWhenDue(L"QueryInterface");
     if (out == nullptr) return E_POINTER;
     *out = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IFMDevice) return E_NOINTERFACE;
+    if (iid != IID_IUnknown && iid != kTunerInterface) return E_NOINTERFACE;
     AddRef();
-    *out = static_cast<IFMDevice*>(this);
+    *out = static_cast<ITunerSlots*>(this);
     return S_OK;
 }
 
@@ -195,7 +195,7 @@ HRESULT CTunerDevice::GetRDSData(WCHAR* text, std::int32_t* kind) {
         if (text == nullptr || kind == nullptr) return LogCall(L"GetRDSData", E_POINTER);
         std::wstring data;
         const HRESULT result = receiver_->GetRDSData(&data, kind);
-        CopyText(data, kRdsTextCapacity, text);
+        CopyText(data, kRdsTextRoom, text);
         return LogCall(L"GetRDSData", result, result == S_OK ? std::to_wstring(*kind) + L' ' + text : L"");
     });
 }
@@ -218,18 +218,18 @@ HRESULT CTunerDevice::GetAFItem(std::int32_t index, WCHAR* text) {
         if (text == nullptr) return LogCall(call, E_POINTER);
         std::wstring item;
         const HRESULT result = receiver_->GetAFItem(index, &item);
-        CopyText(item, kAFTextCapacity, text);
+        CopyText(item, kAlternativeTextRoom, text);
         return LogCall(call, result, item);
     });
 }
 
-HRESULT CTunerDevice::GetRDSInfo(rds_inf* info) {
+HRESULT CTunerDevice::GetRDSInfo(RdsServices* services) {
     return Perform(L"GetRDSInfo", [&] {
-        if (info == nullptr) return LogCall(L"GetRDSInfo", E_POINTER);
-        const HRESULT result = receiver_->GetRDSInfo(info);
+        if (services == nullptr) return LogCall(L"GetRDSInfo", E_POINTER);
+        const HRESULT result = receiver_->GetRDSInfo(services);
         std::wstring words;
-        for (const std::int32_t word :
-             {info->b_RDS_RT, info->b_RDS_PS, info->b_RDS_PTY, info->b_RDS_AF, info->b_RDS_CT}) {
+        for (const std::int32_t word : {services->radioText, services->serviceName, services->programmeType,
+                                        services->alternatives, services->clockTime}) {
             words += (words.empty() ? L"" : L" ") + std::to_wstring(word);
         }
         return LogCall(L"GetRDSInfo", result, result == S_OK ? words : L"");
@@ -241,7 +241,7 @@ HRESULT CTunerDevice::GetPTYText(WCHAR* text) {
         if (text == nullptr) return LogCall(L"GetPTYText", E_POINTER);
         std::wstring type;
         const HRESULT result = receiver_->GetPTYText(&type);
-        CopyText(type, kRdsTextCapacity, text);
+        CopyText(type, kRdsTextRoom, text);
         return LogCall(L"GetPTYText", result, type);
     });
 }

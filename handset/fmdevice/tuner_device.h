@@ -1,13 +1,13 @@
-// The COM object behind CFMDevice. Each operation is one platform call, writes one line to the tuner log and
-// lets no exception out (E_OUTOFMEMORY, E_UNEXPECTED). Results are those of the receiver (receiver.h), and
-// E_POINTER for a null pointer. Any thread.
+// The COM object of the tuner device. Each operation is one platform call, writes one line to the tuner log
+// and lets no exception out (E_OUTOFMEMORY, E_UNEXPECTED). Results are those of the receiver (receiver.h),
+// and E_POINTER for a null pointer. Any thread.
 #pragma once
 
 #include <atomic>
 #include <memory>
 
 #include "handset/fmdevice/receiver.h"
-#include "tuner/fm_device.h"
+#include "handset/include/tuner_slots.h"
 
 namespace fm {
 
@@ -15,7 +15,7 @@ namespace fm {
 // E_NOINTERFACE, E_OUTOFMEMORY, or E_FAIL with the fault "create".
 HRESULT CreateTunerDevice(REFIID iid, void** out);
 
-class CTunerDevice final : public IFMDevice {
+class CTunerDevice final : public ITunerSlots {
   public:
     explicit CTunerDevice(std::shared_ptr<CReceiver> receiver);
     CTunerDevice(const CTunerDevice&) = delete;
@@ -43,7 +43,7 @@ class CTunerDevice final : public IFMDevice {
     HRESULT STDMETHODCALLTYPE GetStereo() override;
     HRESULT STDMETHODCALLTYPE GetAFCount(std::int32_t* count) override;
     HRESULT STDMETHODCALLTYPE GetAFItem(std::int32_t index, WCHAR* text) override;
-    HRESULT STDMETHODCALLTYPE GetRDSInfo(rds_inf* info) override;
+    HRESULT STDMETHODCALLTYPE GetRDSInfo(RdsServices* services) override;
     HRESULT STDMETHODCALLTYPE GetPTYText(WCHAR* text) override;
 
   private:

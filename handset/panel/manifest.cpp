@@ -2,21 +2,36 @@
 #include "handset/panel/manifest.h"
 
 #include <algorithm>
+#include <cwchar>
+#include <iterator>
 
+#include "handset/capture/class_ids.h"
+#include "handset/include/tuner_slots.h"
 #include "handset/panel/encoding.h"
 #include "handset/panel/host_builder.h"
 
 namespace panel {
+namespace {
+
+std::wstring ClassText(const CLSID& id) {
+    wchar_t text[39] = L"";
+    std::swprintf(text, std::size(text), L"{%08lx-%04x-%04x-%02x%02x-%02x%02x%02x%02x%02x%02x}", id.Data1,
+                  id.Data2, id.Data3, id.Data4[0], id.Data4[1], id.Data4[2], id.Data4[3], id.Data4[4],
+                  id.Data4[5], id.Data4[6], id.Data4[7]);
+    return text;
+}
+
+}  // namespace
 
 const std::vector<ManifestClass>& HandsetClasses() {
     // clang-format off
     static const std::vector<ManifestClass> kClasses = {
-        {L"fmdevice.dll", L"{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}", L"Both", L"FM tuner"},
-        {L"capture.dll", L"{e30629d2-27e5-11ce-875d-00608cb78066}", L"Both", L"Audio capture filter"},
-        {L"capture.dll", L"{a3abfe59-c33f-4e34-a0c4-cec0ce25ec9e}", L"Both", L"WAV writer"},
-        {L"capture.dll", L"{94297043-bd82-4dfd-b0de-8177739c6d20}", L"Both", L"AMR-NB encoder"},
-        {L"capture.dll", L"{6a59220b-a696-4b79-ad80-e3c239a9d788}", L"Both", L"MP4 multiplexer"},
-        {L"capture.dll", L"{bf87b6e0-8c27-11d0-b3f0-00aa003761c5}", L"Both", L"Capture graph builder", HostLacksStreamControl},
+        {L"fmdevice.dll", fm::kTunerClass, L"Both", L"FM tuner"},
+        {L"capture.dll", capture::kClassAudioCapture, L"Both", L"Audio capture filter"},
+        {L"capture.dll", capture::kClassWavWriter, L"Both", L"WAV writer"},
+        {L"capture.dll", capture::kClassAmrEncoder, L"Both", L"AMR-NB encoder"},
+        {L"capture.dll", capture::kClassMultiplexer, L"Both", L"MP4 multiplexer"},
+        {L"capture.dll", capture::kClassGraphBuilder, L"Both", L"Capture graph builder", HostLacksStreamControl},
     };
     // clang-format on
     return kClasses;
@@ -37,7 +52,7 @@ std::string ManifestText(const std::vector<std::wstring>& presentDlls) {
             open = row.dll;
             text += L"  <file name=\"" + open + L"\">\r\n";
         }
-        text += L"    <comClass clsid=\"" + std::wstring(row.classId) + L"\" threadingModel=\"" +
+        text += L"    <comClass clsid=\"" + ClassText(row.classId) + L"\" threadingModel=\"" +
                 row.threadingModel + L"\" description=\"" + row.description + L"\"/>\r\n";
     }
     if (!open.empty()) text += L"  </file>\r\n";

@@ -2,6 +2,8 @@
 // registration.
 #pragma once
 
+#include <windows.h>
+
 #include <string>
 #include <vector>
 
@@ -10,7 +12,7 @@ namespace panel {
 // A COM class that one of the handset's DLLs serves.
 struct ManifestClass {
     const wchar_t* dll;
-    const wchar_t* classId;         // with its braces
+    const CLSID& classId;
     const wchar_t* threadingModel;  // "Both", "Apartment" or "Free"
     const wchar_t* description;
     bool (*wanted)() = nullptr;  // none: on every host

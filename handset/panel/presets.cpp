@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include "handset/include/tuner_slots.h"
 #include "handset/panel/device_registry.h"
 #include "handset/state/power_manager.h"
 
@@ -20,7 +21,6 @@ struct FirstString {
     const wchar_t* data;
 };
 
-constexpr wchar_t kSettingsKey[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
 constexpr wchar_t kTimeoutsKey[] = L"HKLM\\System\\CurrentControlSet\\Control\\Power\\Timeouts";
 constexpr wchar_t kFavouritesKey[] = L"HKCU\\Software\\Quillon\\Kora\\My Favorite";
 
@@ -30,14 +30,14 @@ constexpr FirstDword kFirstDwords[] = {
     {L"HKLM\\System\\State\\Phone",    L"Status",  0},
     {kTimeoutsKey, handset::kUserIdleValue, handset::kUserIdleDefault_s},
     {kTimeoutsKey, handset::kSuspendValue,  handset::kSuspendDefault_s},
-    {kSettingsKey, L"RecordAudioType",    0},
-    {kSettingsKey, L"SaveFileType",       0},
-    {kSettingsKey, L"EnableMute",         0},
-    {kSettingsKey, L"EnableRDSPSPTY",     1},
-    {kSettingsKey, L"EnableAFAutoSwitch", 0},
+    {fm::kTunerKey, L"RecordAudioType",    0},
+    {fm::kTunerKey, L"SaveFileType",       0},
+    {fm::kTunerKey, L"EnableMute",         0},
+    {fm::kTunerKey, L"EnableRDSPSPTY",     1},
+    {fm::kTunerKey, L"EnableAFAutoSwitch", 0},
 };
 constexpr FirstString kFirstStrings[] = {
-    {kSettingsKey, L"Selected", L"My Favorite"},
+    {fm::kTunerKey, L"Selected", L"My Favorite"},
 };
 // Keys that the platform's own start-up makes.
 constexpr const wchar_t* kFirstKeys[] = {

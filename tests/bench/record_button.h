@@ -4,10 +4,9 @@
 #include "tests/bench/table.h"
 #include "tests/support/handset_under_test.h"
 #include "tests/support/radio.h"
+#include "tests/support/tuner_contract.h"
 
 namespace bench {
-
-inline constexpr WCHAR kSettings[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
 
 // The next recordings go to this name, without its extension.
 void DefineName(const test::HandsetUnderTest& handset, const std::wstring& name);

@@ -1,8 +1,11 @@
 // The shell library, common controls and COM, with the tuner device behind it.
 #include <array>
+#include <cstdio>
+#include <iterator>
 #include <stdexcept>
 
 #include "tests/device/phone.h"
+#include "tests/support/tuner_contract.h"
 
 namespace device {
 namespace {
@@ -20,12 +23,26 @@ std::uint32_t MenuBar(Phone& phone) {
     return 1;
 }
 
+// As it lies in memory.
+std::vector<std::uint8_t> TunerClass() {
+    unsigned first = 0, words[2] = {}, bytes[8] = {};
+    if (std::sscanf(TEST_TUNER_CLASS, "{%8x-%4x-%4x-%2x%2x-%2x%2x%2x%2x%2x%2x}", &first, &words[0], &words[1],
+                    &bytes[0], &bytes[1], &bytes[2], &bytes[3], &bytes[4], &bytes[5], &bytes[6],
+                    &bytes[7]) != 11)
+        throw std::logic_error("the tuner's class cannot be read");
+    std::vector<std::uint8_t> lying;
+    for (int shift = 0; shift < 32; shift += 8) lying.push_back(static_cast<std::uint8_t>(first >> shift));
+    for (const unsigned word : words) {
+        lying.push_back(static_cast<std::uint8_t>(word));
+        lying.push_back(static_cast<std::uint8_t>(word >> 8));
+    }
+    lying.insert(lying.end(), std::begin(bytes), std::end(bytes));
+    return lying;
+}
+
 std::uint32_t CreateObject(Phone& phone) {
-    // {cd0dd476-b0be-48fd-90fe-91fc36ed0a77}
-    const std::vector<std::uint8_t> kTuner = {0x76, 0xd4, 0x0d, 0xcd, 0xbe, 0xb0, 0xfd, 0x48,
-                                              0x90, 0xfe, 0x91, 0xfc, 0x36, 0xed, 0x0a, 0x77};
     phone.Cpu().Write32(phone.Argument(4), 0);
-    if (!phone.receiver || phone.Cpu().Read(phone.Argument(0), 16) != kTuner) return kNotRegistered;
+    if (!phone.receiver || phone.Cpu().Read(phone.Argument(0), 16) != TunerClass()) return kNotRegistered;
     phone.Cpu().Write32(phone.Argument(4), MakeTuner(phone));
     return 0;
 }

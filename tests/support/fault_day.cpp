@@ -6,12 +6,12 @@
 #include <cstdio>
 
 #include "handset/state/booking_lock.h"
+#include "tests/support/tuner_contract.h"
 #include "tests/support/wait.h"
 
 namespace test {
 namespace {
 
-constexpr wchar_t kSettings[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
 constexpr wchar_t kPhone[] = L"HKLM\\System\\State\\Phone";
 constexpr DWORD kAnswer_ms = 20000;
 constexpr DWORD kPatience_ms = 1500;
@@ -60,7 +60,7 @@ void Agree(HWND box) {
 FaultDay::FaultDay(HandsetUnderTest& handset, unsigned seed)
     : m_handset(handset), m_random(seed), m_service(std::make_unique<ServiceProcess>(handset)) {
     for (const wchar_t* setting : {L"EnableMute", L"EnableRDSPSPTY", L"EnableAFAutoSwitch"})
-        m_handset.SetRegistry(kSettings, setting, 1u);
+        m_handset.SetRegistry(kRadioSettings, setting, 1u);
     ChangeSignal();
 }
 

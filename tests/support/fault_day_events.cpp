@@ -6,12 +6,12 @@
 #include "tests/support/fault_day.h"
 #include "tests/support/hand.h"
 #include "tests/support/remote_list.h"
+#include "tests/support/tuner_contract.h"
 #include "tests/support/wait.h"
 
 namespace test {
 namespace {
 
-constexpr wchar_t kSettings[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
 constexpr DWORD kDialog_ms = 3000;
 constexpr DWORD kKilled = 99;
 constexpr wchar_t kPhone[] = L"HKLM\\System\\State\\Phone";
@@ -117,11 +117,11 @@ void FaultDay::ClearFaults() {
 }
 
 void FaultDay::ChangeRecordSettings() {
-    m_handset.SetRegistry(kSettings, L"RecordAudioType", Below(3));
+    m_handset.SetRegistry(kRadioSettings, L"RecordAudioType", Below(3));
     const bool named = Below(3) == 0;
-    m_handset.SetRegistry(kSettings, L"SaveFileType", named ? 1u : 0u);
+    m_handset.SetRegistry(kRadioSettings, L"SaveFileType", named ? 1u : 0u);
     if (named)
-        m_handset.SetRegistry(kSettings, L"DefineFileName",
+        m_handset.SetRegistry(kRadioSettings, L"DefineFileName",
                               L"\\Storage Card\\Take " + std::to_wstring(++m_names) + L".");
 }
 
@@ -182,7 +182,7 @@ void FaultDay::BookPair(int minutes) {
     } kOnes[] = {{L"87.6", L"8760"}, {L"107.9", L"10790"}};
     for (const auto& channel : kOnes) {
         const std::wstring name = handset::BookingName(kPairNumbers + static_cast<std::uint32_t>(++m_names));
-        const std::wstring booking = kNotifications + (L"\\" + name), entry = kSettings + (L"\\" + name);
+        const std::wstring booking = kNotifications + (L"\\" + name), entry = kRadioSettings + (L"\\" + name);
         m_handset.SetRegistry(booking, handset::kBookingProgram, L"\\Windows\\UI.exe");
         m_handset.SetRegistry(booking, handset::kBookingCommandLine,
                               L"-Rec -Channel " + std::wstring(channel.argument) + L" -Duration 2");

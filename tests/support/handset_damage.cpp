@@ -6,12 +6,12 @@
 #include <set>
 
 #include "tests/support/host_tool.h"
+#include "tests/support/tuner_contract.h"
 
 namespace test {
 namespace {
 
 constexpr wchar_t kVolume[] = L"\\KORA.vol";
-constexpr wchar_t kEntries[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
 constexpr wchar_t kNotifications[] = L"HKLM\\System\\Notifications";
 constexpr std::size_t kShortestName = 20;
 constexpr int kLowest_10kHz = 8750, kHighest_10kHz = 10800;
@@ -65,7 +65,7 @@ void LookAtChannels(const HandsetUnderTest& handset, Kept& kept) {
 
 void LookAtBookings(const HandsetUnderTest& handset, Kept& kept) {
     std::set<std::wstring> entries, notifications;
-    for (const std::wstring& name : handset.RegistrySubkeys(kEntries)) {
+    for (const std::wstring& name : handset.RegistrySubkeys(kRadioSettings)) {
         if (name.size() >= kShortestName) entries.insert(name);
     }
     for (const std::wstring& name : handset.RegistrySubkeys(kNotifications)) notifications.insert(name);
@@ -75,7 +75,7 @@ void LookAtBookings(const HandsetUnderTest& handset, Kept& kept) {
     }
     for (const std::wstring& name : entries) {
         for (const wchar_t* value : {L"Channel", L"StartTime", L"EndTime", L"Week"}) {
-            if (handset.RegistryText(kEntries + (L"\\" + name), value).empty())
+            if (handset.RegistryText(kRadioSettings + (L"\\" + name), value).empty())
                 kept.damage.push_back("a booking without its " + Narrow(value));
         }
     }

@@ -1,11 +1,12 @@
 #include "tests/support/odd_values.h"
 
+#include "tests/support/tuner_contract.h"
+
 namespace test {
 namespace {
 
-constexpr wchar_t kSettings[] = L"Registry\\HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
-constexpr wchar_t kEntry[] =
-    L"Registry\\HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}\\RunAppAtTime-0000000077";
+constexpr wchar_t kSettings[] = L"Registry\\HKCR\\CLSID\\" TEST_TUNER_CLASS;
+constexpr wchar_t kEntry[] = L"Registry\\HKCR\\CLSID\\" TEST_TUNER_CLASS "\\RunAppAtTime-0000000077";
 constexpr wchar_t kPhone[] = L"Registry\\HKLM\\System\\State\\Phone";
 constexpr wchar_t kTimeouts[] = L"Registry\\HKLM\\System\\CurrentControlSet\\Control\\Power\\Timeouts";
 constexpr wchar_t kBookings[] = L"Registry\\HKLM\\System\\Notifications";

@@ -1,11 +1,11 @@
 #include "tests/support/random_day.h"
 
+#include "tests/support/tuner_contract.h"
 #include "tests/support/wait.h"
 
 namespace test {
 namespace {
 
-constexpr wchar_t kSettingsKey[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
 constexpr wchar_t kPhoneKey[] = L"HKLM\\System\\State\\Phone";
 constexpr std::uint32_t kCallStates[] = {0, 0x00010000, 0x00020000, 0x20000000};
 constexpr const char* kFrequencies[] = {"985", "1011", "1034"};
@@ -31,7 +31,7 @@ void StoreFavourites(HandsetUnderTest& handset) {
 RandomDay::RandomDay(HandsetUnderTest& handset, Radio& radio, unsigned seed)
     : m_handset(handset), m_radio(radio), m_random(seed) {
     for (const wchar_t* setting : {L"EnableMute", L"EnableRDSPSPTY", L"EnableAFAutoSwitch"}) {
-        m_handset.SetRegistry(kSettingsKey, setting, 1u);
+        m_handset.SetRegistry(kRadioSettings, setting, 1u);
     }
 }
 

@@ -8,14 +8,13 @@
 #include "resources/resource_ids.h"
 #include "tests/support/hand.h"
 #include "tests/support/remote_list.h"
+#include "tests/support/tuner_contract.h"
 #include "tests/system/radio_test.h"
 
 namespace test {
 
 class ChannelsOnRadio : public RadioTest {
   protected:
-    static constexpr wchar_t kSettings[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
-
     // A preset group; its channels get numbers from 1.
     struct Preset {
         std::wstring name;
@@ -36,7 +35,7 @@ class ChannelsOnRadio : public RadioTest {
     }
     // The presets that come with the handset would stand beside those of the test.
     void ForgetPresets() const { handset.DeleteRegistryKey(L"HKCU\\Software\\Quillon\\Kora\\My Favorite"); }
-    void Select(const std::wstring& group) const { handset.SetRegistry(kSettings, L"Selected", group); }
+    void Select(const std::wstring& group) const { handset.SetRegistry(kRadioSettings, L"Selected", group); }
 
     // Starts the radio to build the volume and answers its box; the box's text.
     std::wstring BuildVolume() {

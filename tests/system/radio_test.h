@@ -10,6 +10,7 @@
 
 #include "tests/support/handset_under_test.h"
 #include "tests/support/radio.h"
+#include "tests/support/tuner_contract.h"
 #include "tests/support/wait.h"
 
 namespace test {
@@ -36,7 +37,7 @@ class RadioTest : public testing::Test {
 
     // One of the radio's settings, such as L"EnableMute"; it takes effect with the next round of the monitor.
     void Set(const wchar_t* setting, std::uint32_t value) const {
-        handset.SetRegistry(L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}", setting, value);
+        handset.SetRegistry(kRadioSettings, setting, value);
     }
     // What radios that are started from now on take for a second.
     void SetClockRate(std::uint32_t rate) const { handset.SetState(L"ClockRate", rate); }

@@ -4,11 +4,10 @@
 
 #include "resources/resource_ids.h"
 #include "tests/support/host_tool.h"
+#include "tests/support/tuner_contract.h"
 #include "tests/system/radio_test.h"
 
 namespace test {
-
-inline constexpr WCHAR kSettings[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
 
 // Files with automatic names go there.
 inline std::wstring Music(const wchar_t* name) {
@@ -57,10 +56,12 @@ class RecordingTest : public RadioTest {
         return (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
     }
     void DefineName(const std::wstring& name) const {
-        handset.SetRegistry(kSettings, L"SaveFileType", 1u);
-        handset.SetRegistry(kSettings, L"DefineFileName", name);
+        handset.SetRegistry(kRadioSettings, L"SaveFileType", 1u);
+        handset.SetRegistry(kRadioSettings, L"DefineFileName", name);
     }
-    void SetFormat(std::uint32_t type) const { handset.SetRegistry(kSettings, L"RecordAudioType", type); }
+    void SetFormat(std::uint32_t type) const {
+        handset.SetRegistry(kRadioSettings, L"RecordAudioType", type);
+    }
 };
 
 }  // namespace test

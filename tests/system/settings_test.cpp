@@ -1,6 +1,7 @@
 // The settings of the running radio, worked with the stylus and read back from the device's registry.
 #include "resources/resource_ids.h"
 #include "tests/support/dialog.h"
+#include "tests/support/tuner_contract.h"
 #include "tests/system/radio_test.h"
 
 namespace {
@@ -13,8 +14,6 @@ using test::Radio;
 using test::RunProgram;
 using test::TapControl;
 using test::WaitFor;
-
-constexpr WCHAR kSettings[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
 
 class Settings : public test::RadioTest {
   protected:
@@ -29,7 +28,7 @@ class Settings : public test::RadioTest {
     }
     void ExpectTapStores(HWND dialog, int id, const wchar_t* value, std::uint32_t expected) {
         TapControl(dialog, id);
-        EXPECT_TRUE(WaitFor([&] { return handset.RegistryNumber(kSettings, value) == expected; }))
+        EXPECT_TRUE(WaitFor([&] { return handset.RegistryNumber(test::kRadioSettings, value) == expected; }))
             << id << " did not store " << expected;
     }
     void Turn(const wchar_t* orientation) {
@@ -80,7 +79,7 @@ TEST_F(Settings, EveryTapIsStoredAtOnceUnderItsName) {
 }
 
 TEST_F(Settings, WhatWasStoredIsShownWhenTheDialogIsOpenedAgainAndAfterARestart) {
-    handset.SetRegistry(kSettings, L"EnableRDSPSPTY", 0u);
+    handset.SetRegistry(test::kRadioSettings, L"EnableRDSPSPTY", 0u);
     {
         Radio radio(handset);
         const HWND dialog = Open(radio);
@@ -105,19 +104,20 @@ TEST_F(Settings, AChosenFileIsStoredAsAPathOfTheDevice) {
     const HWND dialog = Open(radio);
     ExpectTapStores(dialog, IDC_SAVE_DEFINED, L"SaveFileType", 1);
     AnswerFileDialog(radio, dialog, L"Today.", IDOK);
-    EXPECT_TRUE(WaitFor([&] { return handset.RegistryText(kSettings, L"DefineFileName") == L"\\Today."; }));
+    EXPECT_TRUE(WaitFor(
+        [&] { return handset.RegistryText(test::kRadioSettings, L"DefineFileName") == L"\\Today."; }));
     EXPECT_TRUE(WaitFor([&] { return ControlText(dialog, IDC_SAVE_FILE_NAME) == L"\\Today."; }));
 }
 
 TEST_F(Settings, CancellingTheFileDialogKeepsTheNameAndThePlace) {
-    handset.SetRegistry(kSettings, L"DefineFileName", std::wstring(L"\\Before."));
+    handset.SetRegistry(test::kRadioSettings, L"DefineFileName", std::wstring(L"\\Before."));
     Radio radio(handset);
     const HWND dialog = Open(radio);
     ExpectTapStores(dialog, IDC_SAVE_DEFINED, L"SaveFileType", 1);
     AnswerFileDialog(radio, dialog, L"Other.", IDCANCEL);
     EXPECT_EQ(ControlText(dialog, IDC_SAVE_FILE_NAME), L"\\Before.");
-    EXPECT_EQ(handset.RegistryText(kSettings, L"DefineFileName"), L"\\Before.");
-    EXPECT_EQ(handset.RegistryNumber(kSettings, L"SaveFileType"), 1u);
+    EXPECT_EQ(handset.RegistryText(test::kRadioSettings, L"DefineFileName"), L"\\Before.");
+    EXPECT_EQ(handset.RegistryNumber(test::kRadioSettings, L"SaveFileType"), 1u);
 }
 
 TEST_F(Settings, TurningTheDeviceWhileTheDialogIsOpenMovesItsControls) {

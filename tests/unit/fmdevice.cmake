@@ -4,6 +4,7 @@ kora_test(test_fmdevice
         fmdevice/class_test.cpp
         fmdevice/faults_test.cpp
         fmdevice/operations_test.cpp
+        fmdevice/pinned_test.cpp
         fmdevice/rds_test.cpp
         fmdevice/reception_state_test.cpp
         fmdevice/seek_test.cpp

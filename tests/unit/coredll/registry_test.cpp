@@ -5,10 +5,9 @@
 #include <string>
 
 #include "handset_fixture.h"
+#include "tests/support/tuner_contract.h"
 
 namespace {
-
-constexpr wchar_t kSettings[] = L"\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
 
 class Registry : public HandsetTest {
   protected:
@@ -39,15 +38,16 @@ DWORD Get(HKEY key, const wchar_t* name) {
 TEST_F(Registry, AKeyPathMayBeginWithABackslash) {
     HKEY key = nullptr;
     DWORD disposition = 0;
-    ASSERT_EQ(RegCreateKeyExW(HKEY_CLASSES_ROOT, kSettings, 0, nullptr, 0, 0, nullptr, &key, &disposition),
+    ASSERT_EQ(RegCreateKeyExW(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, 0, nullptr, 0, 0, nullptr, &key,
+                              &disposition),
               ERROR_SUCCESS);
     EXPECT_EQ(disposition, static_cast<DWORD>(REG_CREATED_NEW_KEY));
     EXPECT_EQ(Set(key, L"EnableMute", 1), ERROR_SUCCESS);
     EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
-    ASSERT_EQ(RegOpenKeyExW(HKEY_CLASSES_ROOT, kSettings + 1, 0, 0, &key), ERROR_SUCCESS);
+    ASSERT_EQ(RegOpenKeyExW(HKEY_CLASSES_ROOT, test::kRadioSettingsPath + 1, 0, 0, &key), ERROR_SUCCESS);
     EXPECT_EQ(Get(key, L"EnableMute"), 1u);
     RegCloseKey(key);
-    EXPECT_EQ(OnHostRegistry(L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}", L"EnableMute"), 1u);
+    EXPECT_EQ(OnHostRegistry(test::kRadioSettings, L"EnableMute"), 1u);
 }
 
 TEST_F(Registry, AnOpenKeyTakesAPathWithABackslashToo) {

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+#include "tests/support/tuner_contract.h"
 #include "tests/unit/fmdevice/tuner_under_test.h"
 
 namespace {
@@ -90,7 +91,8 @@ TEST_F(TunerClass, AManifestIsEnoughForCoCreateInstance) {
                      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n"
                      "<assembly xmlns=\"urn:schemas-microsoft-com:asm.v1\" manifestVersion=\"1.0\">\r\n"
                      "<assemblyIdentity type=\"win32\" name=\"Kora.Test\" version=\"1.0.0.0\"/>\r\n"
-                     "<file name=\"fmdevice.dll\"><comClass clsid=\"{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}\""
+                     "<file name=\"fmdevice.dll\"><comClass clsid=\"" TEST_TUNER_CLASS
+                     "\""
                      " threadingModel=\"Both\"/></file>\r\n</assembly>\r\n");
     ACTCTXW context{};
     context.cbSize = sizeof context;

@@ -10,11 +10,9 @@
 
 #include "handset/state/handset_state.h"
 #include "tests/support/handset_here.h"
+#include "tests/support/tuner_contract.h"
 
 namespace {
-
-constexpr wchar_t kClass[] = L"{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
-constexpr wchar_t kInterface[] = L"{3a905b65-d245-4160-a7fd-fbcdd8a6d1ef}";
 
 union Argument {
     std::uint32_t number;
@@ -33,8 +31,8 @@ class TunerSlots : public testing::Test {
         handset::SetStateString(L"TunerLog", L"\\tuner.log");
         CLSID clsid;
         IID iid;
-        ASSERT_EQ(CLSIDFromString(kClass, &clsid), S_OK);
-        ASSERT_EQ(IIDFromString(kInterface, &iid), S_OK);
+        ASSERT_EQ(CLSIDFromString(test::kTunerClassText, &clsid), S_OK);
+        ASSERT_EQ(IIDFromString(test::kTunerInterfaceText, &iid), S_OK);
         void* factory = nullptr;
         ASSERT_EQ(classObject(clsid, IID_IClassFactory, &factory), S_OK);
         ASSERT_EQ(static_cast<IClassFactory*>(factory)->CreateInstance(nullptr, iid, &device_), S_OK);

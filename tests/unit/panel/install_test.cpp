@@ -5,6 +5,7 @@
 #include "handset/panel/encoding.h"
 #include "handset/panel/manifest.h"
 #include "handset/panel/presets.h"
+#include "tests/support/tuner_contract.h"
 #include "tests/unit/panel/handset_fixture.h"
 
 namespace panel {
@@ -12,7 +13,6 @@ namespace {
 
 using Install = HandsetTest;
 
-constexpr wchar_t kSettings[] = L"HKCR\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
 constexpr wchar_t kFavourites[] = L"HKCU\\Software\\Quillon\\Kora\\My Favorite";
 
 bool Exists(const std::wstring& path) {
@@ -50,8 +50,8 @@ TEST_F(Install, WritesTheFirstRegistryValues) {
     InstallHandset(ProgramsToInstall());
     EXPECT_EQ(DeviceDword(L"HKLM\\System\\State\\Hardware", L"Headset", 0), 1u);
     EXPECT_EQ(DeviceDword(L"HKLM\\System\\State\\Phone", L"Status", 9), 0u);
-    EXPECT_EQ(DeviceString(kSettings, L"Selected", L""), L"My Favorite");
-    EXPECT_EQ(DeviceDword(kSettings, L"EnableRDSPSPTY", 9), 1u);
+    EXPECT_EQ(DeviceString(test::kRadioSettings, L"Selected", L""), L"My Favorite");
+    EXPECT_EQ(DeviceDword(test::kRadioSettings, L"EnableRDSPSPTY", 9), 1u);
     EXPECT_TRUE(DeviceKeyExists(L"HKLM\\System\\CurrentControlSet\\Control\\Power\\State\\ScreenOff"));
 }
 
@@ -86,8 +86,8 @@ TEST_F(Install, ASecondTimeReplacesProgramsAndKeepsWhatIsTheUsers) {
     ASSERT_EQ(InstallHandset(programs).fault, L"");
     WriteWholeFile(Device(L"\\Windows\\band.ini"), "[9850]\nps=MINE\n");
     WriteWholeFile(Device(L"\\My Documents\\My Music\\one.wav"), "sound");
-    SetDeviceString(kSettings, L"Selected", L"Mine");
-    SetDeviceDword(kSettings, L"EnableRDSPSPTY", 0);
+    SetDeviceString(test::kRadioSettings, L"Selected", L"Mine");
+    SetDeviceDword(test::kRadioSettings, L"EnableRDSPSPTY", 0);
     SetDeviceDword(L"HKLM\\System\\State\\Hardware", L"Headset", 0);
     DeleteDeviceKey(std::wstring(kFavourites) + L"\\Group1");
     WriteWholeFile(programs + L"\\COREDLL.dll", "second");
@@ -97,8 +97,8 @@ TEST_F(Install, ASecondTimeReplacesProgramsAndKeepsWhatIsTheUsers) {
     EXPECT_EQ(ReadWholeFile(Device(L"\\Windows\\COREDLL.dll")), "second");
     EXPECT_EQ(ReadWholeFile(Device(L"\\Windows\\band.ini")), "[9850]\nps=MINE\n");
     EXPECT_EQ(ReadWholeFile(Device(L"\\My Documents\\My Music\\one.wav")), "sound");
-    EXPECT_EQ(DeviceString(kSettings, L"Selected", L""), L"Mine");
-    EXPECT_EQ(DeviceDword(kSettings, L"EnableRDSPSPTY", 9), 0u);
+    EXPECT_EQ(DeviceString(test::kRadioSettings, L"Selected", L""), L"Mine");
+    EXPECT_EQ(DeviceDword(test::kRadioSettings, L"EnableRDSPSPTY", 9), 0u);
     EXPECT_EQ(DeviceDword(L"HKLM\\System\\State\\Hardware", L"Headset", 9), 0u);
     EXPECT_FALSE(DeviceKeyExists(std::wstring(kFavourites) + L"\\Group1"));
 }
@@ -114,7 +114,7 @@ TEST_F(Install, ReadOnlyProgramsAreReplacedToo) {
 TEST(Manifest, NamesTheTunersClassInItsOwnDll) {
     const std::string text = ManifestText({L"UI.exe", L"fmdevice.dll"});
     EXPECT_NE(text.find("<file name=\"fmdevice.dll\">"), std::string::npos);
-    EXPECT_NE(text.find("<comClass clsid=\"{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}\" threadingModel=\"Both\""),
+    EXPECT_NE(text.find("<comClass clsid=\"" TEST_TUNER_CLASS "\" threadingModel=\"Both\""),
               std::string::npos);
     EXPECT_NE(text.find("</assembly>"), std::string::npos);
 }

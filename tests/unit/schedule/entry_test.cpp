@@ -3,6 +3,7 @@
 
 #include <regext.h>
 
+#include "tests/support/tuner_contract.h"
 #include "tests/unit/schedule/schedule_test.h"
 
 namespace {
@@ -10,7 +11,6 @@ namespace {
 using Entries = test::ScheduleTest;
 using test::Texts;
 
-constexpr wchar_t kPath[] = L"\\CLSID\\{cd0dd476-b0be-48fd-90fe-91fc36ed0a77}";
 constexpr wchar_t kName[] = L"RunAppAtTime-0000000001";
 
 ScheduleEntry Entry() {
@@ -18,13 +18,13 @@ ScheduleEntry Entry() {
 }
 
 TEST_F(Entries, LieBelowTheRadiosSettings) {
-    EXPECT_STREQ(kSettingsKey, kPath);
+    EXPECT_STREQ(kSettingsKey, test::kRadioSettingsPath);
 }
 
 TEST_F(Entries, AKeyIsCreatedWithOrWithoutAName) {
-    EXPECT_EQ(CreateScheduleKey(HKEY_CLASSES_ROOT, kPath, nullptr), 0);
+    EXPECT_EQ(CreateScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, nullptr), 0);
     EXPECT_TRUE(EntryNames().empty());
-    EXPECT_EQ(CreateScheduleKey(HKEY_CLASSES_ROOT, kPath, kName), 0);
+    EXPECT_EQ(CreateScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, kName), 0);
     EXPECT_EQ(EntryNames(), std::vector<std::wstring>{kName});
 }
 
@@ -32,46 +32,48 @@ TEST_F(Entries, ANullArgumentIsRefusedAndAnImpossibleKeyFails) {
     wchar_t name[kEntryNameCapacity] = L"";
     DWORD length = kEntryNameCapacity;
     const auto invalid = static_cast<HRESULT>(0x80070057);
-    EXPECT_EQ(CreateScheduleKey(nullptr, kPath, kName), invalid);
+    EXPECT_EQ(CreateScheduleKey(nullptr, test::kRadioSettingsPath, kName), invalid);
     EXPECT_EQ(CreateScheduleKey(HKEY_CLASSES_ROOT, nullptr, kName), invalid);
-    EXPECT_EQ(EnumScheduleKey(nullptr, kPath, 0, name, &length), invalid);
+    EXPECT_EQ(EnumScheduleKey(nullptr, test::kRadioSettingsPath, 0, name, &length), invalid);
     EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, nullptr, 0, name, &length), invalid);
-    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, kPath, 0, nullptr, &length), invalid);
-    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, kPath, 0, name, nullptr), invalid);
+    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, 0, nullptr, &length), invalid);
+    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, 0, name, nullptr), invalid);
     const auto noKey = reinterpret_cast<HKEY>(static_cast<UINT_PTR>(0x12344));
-    EXPECT_EQ(CreateScheduleKey(noKey, kPath, kName), static_cast<HRESULT>(0x80004005));
+    EXPECT_EQ(CreateScheduleKey(noKey, test::kRadioSettingsPath, kName), static_cast<HRESULT>(0x80004005));
 }
 
 TEST_F(Entries, AreWalkedByIndexUntilThereAreNoMore) {
     wchar_t name[kEntryNameCapacity] = L"";
     DWORD length = kEntryNameCapacity;
-    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, kPath, 0, name, &length), static_cast<HRESULT>(0x80004005));
-    CreateScheduleKey(HKEY_CLASSES_ROOT, kPath, L"first");
-    CreateScheduleKey(HKEY_CLASSES_ROOT, kPath, L"second");
-    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, kPath, 1, name, &length), 0);
+    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, 0, name, &length),
+              static_cast<HRESULT>(0x80004005));
+    CreateScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, L"first");
+    CreateScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, L"second");
+    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, 1, name, &length), 0);
     EXPECT_STREQ(name, L"second");
     EXPECT_EQ(length, 6u);
     length = kEntryNameCapacity;
-    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, kPath, 2, name, &length), static_cast<HRESULT>(0x80004005));
+    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, 2, name, &length),
+              static_cast<HRESULT>(0x80004005));
 }
 
 TEST_F(Entries, AKeyWhoseNameIsTooLongForOneIsWalkedPastWithoutAName) {
-    CreateScheduleKey(HKEY_CLASSES_ROOT, kPath, std::wstring(200, L'a').c_str());
-    CreateScheduleKey(HKEY_CLASSES_ROOT, kPath, L"second");
+    CreateScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, std::wstring(200, L'a').c_str());
+    CreateScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, L"second");
     wchar_t name[kEntryNameCapacity] = L"before";
     DWORD length = kEntryNameCapacity;
-    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, kPath, 0, name, &length), 0);
+    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, 0, name, &length), 0);
     EXPECT_STREQ(name, L"");
     EXPECT_EQ(length, 0u);
     length = kEntryNameCapacity;
-    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, kPath, 1, name, &length), 0);
+    EXPECT_EQ(EnumScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, 1, name, &length), 0);
     EXPECT_STREQ(name, L"second");
 }
 
 TEST_F(Entries, AreWrittenAsFourTextsAndReadAgain) {
-    WriteScheduleEntry(HKEY_CLASSES_ROOT, kPath, Entry());
+    WriteScheduleEntry(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, Entry());
     EXPECT_EQ(EntryTexts(kName), (Texts{L"87.5", L"Mon", L"10 : 00", L"11 : 00"}));
-    const ScheduleEntry read = ReadScheduleEntry(HKEY_CLASSES_ROOT, kPath, kName);
+    const ScheduleEntry read = ReadScheduleEntry(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, kName);
     EXPECT_STREQ(read.szName, kName);
     EXPECT_STREQ(read.szChannel, L"87.5");
     EXPECT_STREQ(read.szWeek, L"Mon");
@@ -80,12 +82,12 @@ TEST_F(Entries, AreWrittenAsFourTextsAndReadAgain) {
 }
 
 TEST_F(Entries, ATextThatIsMissingTooLongOrANumberIsEmpty) {
-    CreateScheduleKey(HKEY_CLASSES_ROOT, kPath, kName);
-    const std::wstring key = kPath + (L"\\" + std::wstring(kName));
+    CreateScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, kName);
+    const std::wstring key = test::kRadioSettingsPath + (L"\\" + std::wstring(kName));
     RegistrySetString(HKEY_CLASSES_ROOT, key.c_str(), L"Channel", L"a text of 16 let");
     RegistrySetDWORD(HKEY_CLASSES_ROOT, key.c_str(), L"Week", 1);
     RegistrySetString(HKEY_CLASSES_ROOT, key.c_str(), L"StartTime", L"a text of 15 le");
-    const ScheduleEntry read = ReadScheduleEntry(HKEY_CLASSES_ROOT, kPath, kName);
+    const ScheduleEntry read = ReadScheduleEntry(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, kName);
     EXPECT_STREQ(read.szChannel, L"");
     EXPECT_STREQ(read.szWeek, L"");
     EXPECT_STREQ(read.szStartTime, L"a text of 15 le");
@@ -93,9 +95,9 @@ TEST_F(Entries, ATextThatIsMissingTooLongOrANumberIsEmpty) {
 }
 
 TEST_F(Entries, ADeletedOneIsGone) {
-    WriteScheduleEntry(HKEY_CLASSES_ROOT, kPath, Entry());
-    EXPECT_TRUE(DeleteScheduleKey(HKEY_CLASSES_ROOT, kPath, kName));
-    EXPECT_FALSE(DeleteScheduleKey(HKEY_CLASSES_ROOT, kPath, kName));
+    WriteScheduleEntry(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, Entry());
+    EXPECT_TRUE(DeleteScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, kName));
+    EXPECT_FALSE(DeleteScheduleKey(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, kName));
     EXPECT_TRUE(EntryNames().empty());
 }
 
