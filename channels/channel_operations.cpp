@@ -18,7 +18,7 @@ void TakeGroupName(PropRecord& record, const CEPROPVAL& property) {
 
 void TakeChannelName(PropRecord& record, const CEPROPVAL& property) {
     StringCchCopyW(record.szPropRecord_ChannelName, kChannelTextCapacity, property.val.lpwstr);
-    NKDbgPrintfW(L"lpPropRecord->szPropRecord_ChannelName: %s", record.szPropRecord_ChannelName);
+    NKDbgPrintfW(L"lpPropRecord->szPropRecord_ChannelName: %.80s", record.szPropRecord_ChannelName);
 }
 
 void TakeChannelValue(PropRecord& record, const CEPROPVAL& property) {
@@ -28,7 +28,7 @@ void TakeChannelValue(PropRecord& record, const CEPROPVAL& property) {
 
 void TakeChannelPGuide(PropRecord& record, const CEPROPVAL& property) {
     StringCchCopyW(record.szPropRecord_ChannelPGuide, kChannelTextCapacity, property.val.lpwstr);
-    NKDbgPrintfW(L"lpPropRecord->szPropRecord_ChannelPGuide: %s", record.szPropRecord_ChannelPGuide);
+    NKDbgPrintfW(L"lpPropRecord->szPropRecord_ChannelPGuide: %.80s", record.szPropRecord_ChannelPGuide);
 }
 
 struct PropertyRow {

@@ -80,7 +80,7 @@ int CChannelDB::CreateOrOpen(const WCHAR* name, const CEPROPID* sortOrders, WORD
 
     CEOID oid = CeCreateDatabaseWithProps(&m_guid, &m_info, 0, nullptr);
     if (oid != 0) {
-        NKDbgPrintfW(L"Database created: %s\n", name);
+        NKDbgPrintfW(L"Database created: %.24s\n", name);
     } else if (const DWORD error = GetLastError(); error != ERROR_DUP_NAME) {
         NKDbgPrintfW(texts.pszCreateFailed, name, error);
     } else {
@@ -101,20 +101,20 @@ int CChannelDB::CreateOrOpen(const WCHAR* name, const CEPROPID* sortOrders, WORD
 
 int CChannelDB::CEDB_OpenDB(const WCHAR* name) {
     static const OpenTexts kTexts = {
-        L"[CEDB_OpenDB]ERROR: Failed creating database %s - error = %ld\n",
-        L"[CEDB_OpenDB]ERROR: Name already exists!: %s\n",
-        L"[CEDB_OpenDB]OK: opened database: %s\n",
-        L"[CEDB_OpenDB]ERROR: could not open the created database!: %s GetLastError(): 0x%x\n",
+        L"[CEDB_OpenDB]ERROR: Failed creating database %.24s - error = %ld\n",
+        L"[CEDB_OpenDB]ERROR: Name already exists!: %.24s\n",
+        L"[CEDB_OpenDB]OK: opened database: %.24s\n",
+        L"[CEDB_OpenDB]ERROR: could not open the created database!: %.24s GetLastError(): 0x%x\n",
     };
     return CreateOrOpen(name, kChannelSortOrders, ARRAYSIZE(kChannelSortOrders), kTexts);
 }
 
 int CChannelDB::CEDB_OpenIndexDB(const WCHAR* name) {
     static const OpenTexts kTexts = {
-        L"ERROR: Failed creating database %s - error = %ld\n",
-        L"ERROR: Name already exists!: %s\n",
-        L"OK: opened database: %s\n",
-        L"ERROR: could not open the created database!: %s GetLastError(): 0x%x\n",
+        L"ERROR: Failed creating database %.24s - error = %ld\n",
+        L"ERROR: Name already exists!: %.24s\n",
+        L"OK: opened database: %.24s\n",
+        L"ERROR: could not open the created database!: %.24s GetLastError(): 0x%x\n",
     };
     return CreateOrOpen(name, kGroupSortOrders, ARRAYSIZE(kGroupSortOrders), kTexts);
 }

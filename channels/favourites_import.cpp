@@ -103,9 +103,9 @@ struct ImportedChannel {
 
     void Trace() const {
         NKDbgPrintfW(L"======================================================================");
-        NKDbgPrintfW(L"szCountryName: %s", group.sz);
-        NKDbgPrintfW(L"szChannelName: %s dwChannelValue: %d", name.sz, dwValue);
-        NKDbgPrintfW(L"szChannelPGuide: %s", guide.sz);
+        NKDbgPrintfW(L"szCountryName: %.80s", group.sz);
+        NKDbgPrintfW(L"szChannelName: %.80s dwChannelValue: %d", name.sz, dwValue);
+        NKDbgPrintfW(L"szChannelPGuide: %.80s", guide.sz);
     }
 };
 

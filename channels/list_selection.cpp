@@ -50,7 +50,7 @@ void HighlightTunedChannel(HWND list) {
     std::uint32_t channel = 0;
     g_app.pFMDevice->GetChannel(&channel);
     const FrequencyText tuned = ListFrequencyText(channel);
-    NKDbgPrintfW(L"Current szHighLightChannel %s ...\n", tuned.sz);
+    NKDbgPrintfW(L"Current szHighLightChannel %.31s ...\n", tuned.sz);
     const int count = static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
     for (int row = 0; row < count; ++row) {
         WCHAR text[kRowTextCapacity] = L"";

@@ -11,7 +11,7 @@ inline constexpr int kFailed = 1;
 
 // Traces why a step failed.
 inline int Failed(const WCHAR* line) {
-    NKDbgPrintfW(L"%s", line);
+    NKDbgPrintfW(L"%.127s", line);
     return kFailed;
 }
 

@@ -39,10 +39,10 @@ struct PathText {
 // False, after a word to the user, for a name on a card that is not in.
 bool CheckPath(HWND owner, const WCHAR* path) {
     if (FileExists(kStorageCard) || wcsstr(path, L"Storage Card") == nullptr) {
-        NKDbgPrintfW(L"Path OK(%s) can Record! \r\n", path);
+        NKDbgPrintfW(L"Path OK(%.90s) can Record! \r\n", path);
         return true;
     }
-    NKDbgPrintfW(L"Path error(%s) ! Can't RECORD \r\n", path);
+    NKDbgPrintfW(L"Path error(%.90s) ! Can't RECORD \r\n", path);
     MessageBoxW(owner, PathText(IDS_PATH_ERROR, L"Path error(%s)!", path).sz, L"Warning", MB_ICONEXCLAMATION);
     return false;
 }

@@ -14,8 +14,8 @@ struct OptionRow {
 // clang-format off
 constexpr OptionRow kOptions[] = {
     {L"-Rec",      &CommandLineRequest::uRecord,       nullptr},
-    {L"-Channel",  &CommandLineRequest::uChannel,      L"Channel: %s\r\n"},
-    {L"-Duration", &CommandLineRequest::uDuration_min, L"Duration: %s\r\n"},
+    {L"-Channel",  &CommandLineRequest::uChannel,      L"Channel: %.100s\r\n"},
+    {L"-Duration", &CommandLineRequest::uDuration_min, L"Duration: %.100s\r\n"},
 };
 // clang-format on
 

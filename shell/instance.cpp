@@ -52,7 +52,7 @@ BOOL InitInstance(HINSTANCE hInstance, int nCmdShow) {
     LoadStringW(hInstance, IDS_APP_TITLE, title, kTitleCapacity);
 
     if (const HWND running = FindWindowW(kMainWindowClass, title)) {
-        NKDbgPrintfW(L"FM is exist.szWindowClass : %s", kMainWindowClass);
+        NKDbgPrintfW(L"FM is exist.szWindowClass : %.90s", kMainWindowClass);
         if (!IsScheduledStart()) {
             SetForegroundWindow(WithOwnedWindows(running));
             return FALSE;

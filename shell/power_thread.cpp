@@ -72,7 +72,7 @@ constexpr StateRow kStates[] = {{L"unattended", GoUnattended}, {L"on", GoOn}};
 void OnTransition(PowerWatch& watch, const POWER_BROADCAST& message) {
     NKDbgPrintfW(L"FM: Power Notification Message: PBT_TRANSITION\n");
     if (message.Length == 0) return;
-    NKDbgPrintfW(L"FM: SystemPowerState: %s\n", message.SystemPowerState);
+    NKDbgPrintfW(L"FM: SystemPowerState: %.100s\n", message.SystemPowerState);
     for (const StateRow& row : kStates) {
         if (std::wcscmp(message.SystemPowerState, row.pszName) == 0) row.handler(watch);
     }

@@ -64,8 +64,8 @@ PropRecord FoundRecord(const WCHAR* group, const WCHAR* prefix, int number, std:
 
 void StoreFound(CMainState& state, const PropRecord& record, const WCHAR* prefix, int number) {
     if (state.m_ChannelDB.CEDB_InsertRecord(record) != 0) return;
-    NKDbgPrintfW(L"FM: InsertRecord: szChannel = %s%s, szCountryName = %s, uCurrentChannel = %d\n", prefix,
-                 NumberText(number).sz, record.szCountryName, record.dwPropRecord_ChannelValue);
+    NKDbgPrintfW(L"FM: InsertRecord: szChannel = %.16s%.4s, szCountryName = %.27s, uCurrentChannel = %d\n",
+                 prefix, NumberText(number).sz, record.szCountryName, record.dwPropRecord_ChannelValue);
     NKDbgPrintfW(L"FM: *** CEDB_InsertRecord() Error!\n");
 }
 

@@ -68,7 +68,7 @@ void OnOutgoingCall(CMainState& state, HWND) {
         state.m_bMutedByCall = FALSE;
         return;
     }
-    NKDbgPrintfW(L"FM: ### Caller Number %s\r\n", number.sz);
+    NKDbgPrintfW(L"FM: ### Caller Number %.100s\r\n", number.sz);
     if (!state.m_bMutedByCall) MuteForCall(state);
     StopRecording(state);
     state.m_bMutedByCall = TRUE;

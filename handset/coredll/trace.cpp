@@ -11,23 +11,24 @@
 #include "handset/coredll/call_guard.h"
 #include "handset/state/utf8_text.h"
 
+namespace {
+
+// The device writes fewer than 128 characters a call. What is longer is cut.
+constexpr std::size_t kMostCharacters = 127;
+
+}  // namespace
+
 COREDLL_EXPORT void WINAPIV NKDbgPrintfW(const WCHAR* format, ...) {
     const coredll::CallGuard guard;
     const DWORD lastError = GetLastError();
+    // With a terminator that a longer line does not reach.
+    WCHAR text[kMostCharacters + 1] = L"";
     va_list arguments;
     va_start(arguments, format);
-    va_list counted;
-    va_copy(counted, arguments);
-    const int length = _vscwprintf(format, counted);
-    va_end(counted);
-    if (length >= 0) {
-        std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
-        _vsnwprintf(text.data(), text.size(), format, arguments);
-        text.resize(static_cast<std::size_t>(length));
-        const std::string bytes = handset::Utf8(text);
-        handset::WriteWhole(GetStdHandle(STD_ERROR_HANDLE), bytes.data(), bytes.size());
-    }
+    _vsnwprintf(text, kMostCharacters, format, arguments);
     va_end(arguments);
+    const std::string bytes = handset::Utf8(text);
+    handset::WriteWhole(GetStdHandle(STD_ERROR_HANDLE), bytes.data(), bytes.size());
     SetLastError(lastError);
 }
 

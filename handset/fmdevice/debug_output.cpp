@@ -1,12 +1,20 @@
 // Lines of the tuner device in the handset's debug output.
 #include "handset/fmdevice/debug_output.h"
 
+#include <string>
+
 #include "handset/state/utf8_text.h"
 
 namespace fm {
 
 void ReportLine(std::string_view utf8) {
-    NKDbgPrintfW(L"FM device: %s\n", handset::Wide(utf8).c_str());
+    // A call writes fewer than 128 characters, the words before the text and the line end included.
+    constexpr std::size_t kMost = 115;
+    std::wstring text = handset::Wide(utf8);
+    do {
+        NKDbgPrintfW(L"FM device: %.115s\n", text.c_str());
+        text.erase(0, kMost);
+    } while (!text.empty());
 }
 
 }  // namespace fm

@@ -56,8 +56,12 @@ std::uint32_t FormatWide(Phone& phone) {
     return fits ? 0 : kTooLong;
 }
 
+// The device's debug output takes fewer than 128 characters a call; its program never gives it more.
 std::uint32_t Trace(Phone& phone) {
-    AddLines(phone.trace, phone.partialTrace, Format(phone, phone.Wide(0), 1, true));
+    constexpr std::size_t kMostCharacters = 127;
+    const std::string text = Format(phone, phone.Wide(0), 1, true);
+    if (text.size() > kMostCharacters) throw std::runtime_error("a trace line is too long: " + text);
+    AddLines(phone.trace, phone.partialTrace, text);
     return 0;
 }
 
@@ -92,7 +96,9 @@ std::string Format(const Phone& phone, const std::string& format, int first, boo
             text += number;
         } else if (kind == 's' || kind == 'S') {
             Machine& cpu = const_cast<Phone&>(phone).Cpu();
-            text += (kind == 's') == wide ? cpu.WideText(value) : cpu.NarrowText(value);
+            const std::string whole = (kind == 's') == wide ? cpu.WideText(value) : cpu.NarrowText(value);
+            const std::size_t bound = how.find('.');
+            text += bound == std::string::npos ? whole : whole.substr(0, std::stoul(how.substr(bound + 1)));
         } else {
             throw std::runtime_error("a format is not known here: " + format);
         }

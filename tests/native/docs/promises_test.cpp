@@ -95,6 +95,23 @@ TEST(Promises, EveryLineThatTheApplicationTracesHasItsRow) {
     EXPECT_THAT(In(listed, traced), IsEmpty()) << "in the table, but nothing traces it";
 }
 
+// The device's debug output has room for so many. A text in a line is cut by its format.
+TEST(Promises, NoTracedLineCanBeLongerThanTheDevicesDebugOutputTakes) {
+    constexpr std::size_t kMost = 127;
+    // Seven flags of one digit.
+    const std::string flags = "Check Result Sun:%d ,Mon:%d, Tue:%d, Wed:%d, Thr:%d, Fri:%d, Sat:%d,\\n";
+    Complaints complaints;
+    for (const auto& file : test::CppFiles(kRoot, kApplication)) {
+        for (const std::string& line : test::TracedBy(test::ReadSource(file))) {
+            if (line == flags) continue;
+            const auto most = test::MostCharacters(line);
+            if (most.value_or(kMost + 1) > kMost)
+                complaints.push_back(file.filename().string() + ": " + line);
+        }
+    }
+    EXPECT_THAT(complaints, IsEmpty());
+}
+
 TEST(Promises, EveryOddityThatIsKeptHasItsRow) {
     std::multiset<std::string> kept;
     for (const auto& file : test::CppFiles(kRoot, kApplication)) {
@@ -147,6 +164,13 @@ TEST(AppSources, TracedTextsAreFoundAsTheyAreSpelled) {
         "NKDbgPrintfW(x ? L\"yes\" : L\"no\"); const WCHAR* row = L\"end\\r\\n\"; f(L\"other\");\n"
         "std::swprintf(text, 9, L\"%d.%d\", 1); NKDbgPrintfW(\n    L\"below\");\n");
     EXPECT_THAT(lines, UnorderedElementsAre("FM: %d \\n", "dots....", "yes", "no", "end\\r\\n", "below"));
+}
+
+TEST(AppSources, ATracedLineIsAsLongAsItsLongestNumbersAndTexts) {
+    EXPECT_EQ(test::MostCharacters("FM: %d:%x 100%%\\r\\n"), 4u + 11 + 1 + 8 + 5 + 2);
+    EXPECT_EQ(test::MostCharacters("%3d %15ld"), 11u + 1 + 15);
+    EXPECT_EQ(test::MostCharacters("(%.90s)"), 92u);
+    EXPECT_EQ(test::MostCharacters("(%s)"), std::nullopt);
 }
 
 TEST(AppSources, KeptCommentsAreCounted) {

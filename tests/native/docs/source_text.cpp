@@ -28,6 +28,10 @@ std::size_t EndOfComment(const std::string& source, std::size_t at) {
     return end == std::string::npos ? source.size() : end + (line ? 0 : 2);
 }
 
+// Formats that hand on a line that is written elsewhere: to the debug output as much as it takes, to the
+// console all.
+constexpr char kAnyTrace[] = "%.127s", kAnyPrint[] = "%s";
+
 bool IsDigitSeparator(const std::string& source, std::size_t at) {
     return source[at] == '\'' && at > 0 && std::isxdigit(static_cast<unsigned char>(source[at - 1])) != 0;
 }
@@ -102,9 +106,30 @@ std::set<std::string> TracedBy(const std::string& source) {
             before.find("swprintf(") != std::string::npos && before.find(';') == std::string::npos;
         const bool traced =
             !formatsOnly && (std::regex_search(before, kTraced) || std::regex_search(before, kOtherArm));
-        if (text != "%s" && (traced || text.find("\\n") != std::string::npos)) lines.insert(text);
+        const bool handsOn = text == kAnyTrace || (text == kAnyPrint && before.back() != 'L');
+        if (!handsOn && (traced || text.find("\\n") != std::string::npos)) lines.insert(text);
     }
     return lines;
+}
+
+std::optional<std::size_t> MostCharacters(const std::string& format) {
+    // Of a number of 32 bits, with its sign.
+    static const std::map<char, std::size_t> kDigits = {{'d', 11}, {'u', 10}, {'x', 8}};
+    static const std::regex kPart(R"(%(\d*)(?:\.(\d+))?l?([a-zA-Z%])|\\.|[^])");
+    std::size_t most = 0;
+    for (std::sregex_iterator part(format.begin(), format.end(), kPart), end; part != end; ++part) {
+        const std::string kind = (*part)[3], bound = (*part)[2];
+        if (kind.empty() || kind == "%") {
+            ++most;
+        } else if (kind == "s") {
+            if (bound.empty()) return std::nullopt;
+            most += std::stoul(bound);
+        } else {
+            const std::string width = (*part)[1];
+            most += std::max<std::size_t>(kDigits.at(kind[0]), width.empty() ? 0 : std::stoul(width));
+        }
+    }
+    return most;
 }
 
 int KeptIn(const std::string& source) {

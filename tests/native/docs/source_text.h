@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -23,6 +24,10 @@ std::set<std::string> TestsOf(const std::string& source);
 // The lines that a source file traces, as it spells them: what it hands to the debug output or the console,
 // and every other text with the end of a line in it.
 std::set<std::string> TracedBy(const std::string& source);
+
+// The most characters that a line traced with this format can have; without a value when it has a text of any
+// length in it.
+std::optional<std::size_t> MostCharacters(const std::string& format);
 
 // How many comments begin with "Kept:".
 int KeptIn(const std::string& source);

@@ -37,6 +37,15 @@ TEST_F(ChannelRecords, ReadingFillsTheRecordAndTracesNameValueAndGuide) {
     EXPECT_STREQ(record.szPropRecord_ChannelPGuide, L"http://one");
 }
 
+TEST_F(ChannelRecords, ALongNameIsReadWholeAndTracedAsFarAsTheDebugOutputHasRoom) {
+    const std::wstring name(200, L'n');
+    const CEOID oid = Put(L"Mine", name.c_str(), 9850);
+    PropRecord record = {};
+    const std::string trace = TraceOf([&] { db.CEDB_ReadRecord(oid, &record); });
+    EXPECT_THAT(trace, testing::HasSubstr("ChannelName: " + std::string(80, 'n') + "lpPropRecord->dw"));
+    EXPECT_EQ(record.szPropRecord_ChannelName, name);
+}
+
 TEST_F(ChannelRecords, WhatTheStoredRecordLacksKeepsWhatTheCallerHad) {
     const CEOID oid = PutProperties(kChannelDatabase, {TextProperty(kPropChannelName, L"Bare")});
     PropRecord record = Record(L"had", L"had", 9990, L"had");

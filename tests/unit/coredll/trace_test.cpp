@@ -84,6 +84,21 @@ TEST(Trace, IsWrittenInUtf8AndInOnePiece) {
     EXPECT_EQ(error.Writes(), std::vector<std::string>{"FM: \xC3\xBC\xD0\x96\xE2\x82\xAC wide 42 narrow\n"});
 }
 
+TEST(Trace, HasRoomFor127CharactersAndCutsALongerLine) {
+    const CaughtStream error(STD_ERROR_HANDLE);
+    const std::wstring line(126, L'\x20AC');
+    NKDbgPrintfW(L"%s\n", line.c_str());
+    NKDbgPrintfW(L"%s\n", (line + L"!").c_str());
+    NKDbgPrintfW(L"%s\n", std::wstring(5000, L'-').c_str());
+    const std::vector<std::string> writes = error.Writes();
+    ASSERT_EQ(writes.size(), 3u);
+    EXPECT_EQ(writes[0].size(), 126u * 3 + 1);
+    EXPECT_EQ(writes[0].back(), '\n');
+    EXPECT_EQ(writes[1].size(), 126u * 3 + 1);
+    EXPECT_EQ(writes[1].back(), '!');
+    EXPECT_EQ(writes[2], std::string(127, '-'));
+}
+
 TEST(Trace, KeepsTheLastError) {
     const CaughtStream error(STD_ERROR_HANDLE);
     SetLastError(1234);

@@ -13,6 +13,20 @@ class BandReload : public test::TunerTest {
     }
 };
 
+std::string BandFileName() {
+    return std::filesystem::path(handset::HostPath(L"\\Windows\\band.ini")).u8string();
+}
+
+// The one report of a trace; a long one has several lines.
+std::string Reported(std::string trace) {
+    static const std::string kBegin = "FM device: ";
+    if (trace.rfind(kBegin, 0) != 0 || trace.back() != '\n') return "no report: " + trace;
+    trace = trace.substr(kBegin.size(), trace.size() - kBegin.size() - 1);
+    for (std::size_t at; (at = trace.find("\n" + kBegin)) != std::string::npos;)
+        trace.erase(at, kBegin.size() + 1);
+    return trace;
+}
+
 TEST_F(BandReload, LevelsFollowTheFile) {
     WriteBand("[8750]\nlevel=45\n");
     PowerUp();
@@ -87,9 +101,9 @@ TEST_F(BandReload, AFileThatCannotBeReadLeavesTheBandAsItWasUntilItCan) {
         const ULONGLONG end = GetTickCount64() + 600;
         while (GetTickCount64() < end && Signal() == 45) Sleep(5);
     });
-    EXPECT_EQ(trace,
-              "FM device: " + std::filesystem::path(handset::HostPath(L"\\Windows\\band.ini")).u8string() +
-                  ": the band file cannot be read or is larger than 1 MiB; the band stays as it was\n");
+    EXPECT_EQ(
+        Reported(trace),
+        BandFileName() + ": the band file cannot be read or is larger than 1 MiB; the band stays as it was");
     EXPECT_TRUE(SignalBecomes(12));
 }
 
@@ -108,9 +122,7 @@ TEST_F(BandReload, WithoutAFileTheBandIsNoiseUntilThereIsOne) {
         for (int i = 0; i < 20; ++i) Signal();
         trace = capture.Text();
     }
-    EXPECT_EQ(trace,
-              "FM device: " + std::filesystem::path(handset::HostPath(L"\\Windows\\band.ini")).u8string() +
-                  ": there is no band file; the band is nothing but noise\n");
+    EXPECT_EQ(Reported(trace), BandFileName() + ": there is no band file; the band is nothing but noise");
     EXPECT_EQ(Signal(), 3);
     WriteBand("[8750]\nlevel=45\n");
     EXPECT_TRUE(SignalBecomes(45));

@@ -98,6 +98,19 @@ TEST_F(TunerSound, AFileThatIsNotThereIsSilenceAndALine) {
               "64 MiB\n");
 }
 
+TEST_F(TunerSound, AReportThatIsLongerThanTheDebugOutputTakesIsSeveralLinesOfIt) {
+    const std::string missing = "\\" + std::string(200, 'm') + ".wav";
+    WriteBand("[9700]\nlevel=100\nprogramme=" + missing + "\n");
+    ASSERT_EQ(device_->SetChannel(9700), S_OK);
+    test::StreamCapture capture(STD_ERROR_HANDLE);
+    ASSERT_TRUE(test::WaitFor([&] { return Signal() == 100; }));
+    ASSERT_TRUE(test::WaitFor([&] { return capture.Text().find("MiB") != std::string::npos; }));
+    const std::string report =
+        missing + " cannot be played: there is no such file, or it is larger than 64 MiB";
+    EXPECT_EQ(capture.Text(), "FM device: " + report.substr(0, 115) + "\nFM device: " +
+                                  report.substr(115, 115) + "\nFM device: " + report.substr(230) + "\n");
+}
+
 // Rendering would open the file and complain.
 TEST_F(TunerSound, WhenNobodyListensNothingIsRendered) {
     if (handset::StateDword(L"HostSound", 1) != 0) GTEST_SKIP() << "the host's loudspeakers are listening";
