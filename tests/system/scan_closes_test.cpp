@@ -63,12 +63,23 @@ class ScanCloses : public test::ThreeChannelsOnRadio {
         }
         const auto calls = handset.TunerCalls();
         ExpectNothingAfterTheEnd(calls);
-        ExpectStored({calls.begin() + static_cast<std::ptrdiff_t>(from), calls.end()}, before);
+        const std::vector<std::string> own(calls.begin() + static_cast<std::ptrdiff_t>(from), calls.end());
+        ExpectNoRunBegunForNothing(own);
+        ExpectStored(own, before);
     }
     static void ExpectNothingAfterTheEnd(const std::vector<std::string>& calls) {
         ASSERT_GE(calls.size(), 2u);
         EXPECT_EQ(calls[calls.size() - 2], "Close -> 0");
         EXPECT_EQ(calls.back(), "Release -> 0");
+    }
+    // Each begins by emptying the group. The end may come right behind that, but no further run after it.
+    static void ExpectNoRunBegunForNothing(const std::vector<std::string>& calls) {
+        int withoutASeek = 0;
+        for (const std::string& call : calls) {
+            if (StartsWith(call, "SetChannel 8750 ")) ++withoutASeek;
+            if (StartsWith(call, "SeekNext")) withoutASeek = 0;
+            EXPECT_LT(withoutASeek, 2) << "the group was emptied again after the end";
+        }
     }
     // Before the walk has begun everything is as it was; afterwards every station that it came to is there.
     void ExpectStored(const std::vector<std::string>& calls, const std::vector<std::string>& before) {

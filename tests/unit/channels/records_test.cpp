@@ -134,6 +134,17 @@ TEST_F(ChannelRecords, AChannelMayBeUpdatedWithoutChangingItsFrequency) {
                                               SentMessage{LVM_SETITEMTEXTW, 2, 1, L"98.5 MHz "}));
 }
 
+TEST_F(ChannelRecords, AnUpdateShowsOnTheFirstRowAsWell) {
+    const CEOID oid = Put(L"Mine", L"One", 9850);
+    channelList.selectionMark = 0;
+    PropRecord record = Record(L"Mine", L"Uno", 9850);
+    record.oid = oid;
+    TraceOf([&] { EXPECT_EQ(db.CEDB_UpdateRecord(oid, record), oid); });
+    EXPECT_THAT(channelList.sent, ElementsAre(SentMessage{LVM_GETSELECTIONMARK, 0, 0, L""},
+                                              SentMessage{LVM_SETITEMTEXTW, 0, 0, L"Uno"},
+                                              SentMessage{LVM_SETITEMTEXTW, 0, 1, L"98.5 MHz "}));
+}
+
 TEST_F(ChannelRecords, AnUpdateWithoutASelectionMarkLeavesTheRowsAlone) {
     const CEOID oid = Put(L"Mine", L"One", 9850);
     PropRecord record = Record(L"Mine", L"Uno", 9860);

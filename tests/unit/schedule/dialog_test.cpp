@@ -58,6 +58,35 @@ TEST_F(Dialog, ATapTogglesADayAndTracesAllOfThem) {
     EXPECT_THAT(schedule.SelectedDays(), ElementsAre(6));
 }
 
+TEST_F(Dialog, AChosenDayIsWhiteOnBlackAndAnotherBlackOnWhite) {
+    OpenSchedule schedule;
+    schedule.ChooseDays({2});
+    const HDC dc = CreateCompatibleDC(nullptr);
+    for (const int day : {2, 3}) {
+        const auto brush = reinterpret_cast<HBRUSH>(
+            SendMessageW(schedule.Dialog(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
+                         reinterpret_cast<LPARAM>(schedule.Control(IDC_SCHEDULE_SUNDAY + day))));
+        LOGBRUSH filled = {};
+        GetObjectW(brush, sizeof filled, &filled);
+        EXPECT_EQ(GetTextColor(dc), day == 2 ? RGB(255, 255, 255) : RGB(0, 0, 0)) << day;
+        EXPECT_EQ(GetBkColor(dc), day == 2 ? RGB(0, 0, 0) : RGB(255, 255, 255)) << day;
+        EXPECT_EQ(filled.lbColor, GetBkColor(dc)) << day;
+    }
+    DeleteDC(dc);
+}
+
+TEST_F(Dialog, ATapIsSeenOnTheDayAtOnce) {
+    OpenSchedule schedule;
+    schedule.ChooseDays({});
+    const HWND day = schedule.Control(IDC_SCHEDULE_SUNDAY + 1);
+    const HDC dc = GetDC(day);
+    for (const COLORREF expected : {RGB(0, 0, 0), RGB(255, 255, 255)}) {
+        schedule.TapDay(1);
+        EXPECT_EQ(GetPixel(dc, 1, 1), expected);
+    }
+    ReleaseDC(day, dc);
+}
+
 TEST_F(Dialog, ATapBesideTheDaysTogglesNone) {
     OpenSchedule schedule;
     const std::string trace =

@@ -145,7 +145,7 @@ TEST_P(Dispatcher, AReleaseOverNothingGives0AndSendsNothing) {
 
 TEST_P(Dispatcher, AMoveIsShownToTheButtonsOnlyWhileTheSliderIsHeld) {
     Touch(WM_LBUTTONDOWN, 224);
-    Touch(WM_MOUSEMOVE, 225);
+    EXPECT_EQ(Touch(WM_MOUSEMOVE, 225), 0);
     EXPECT_EQ(Button(224).dwLook, 2u) << "a move alone does not leave a held button";
     EXPECT_EQ(Button(225).dwLook, 1u);
     Touch(WM_LBUTTONUP, 224);

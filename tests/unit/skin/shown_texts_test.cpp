@@ -1,5 +1,8 @@
 // Texts that are shown: painted when they are new, or when something was painted over them.
+#include "skin/shown_texts.h"
+
 #include "skin/skin_paint.h"
+#include "skin/skin_rows.h"
 #include "tests/unit/skin/skin_on_screen.h"
 
 namespace {
@@ -79,6 +82,21 @@ TEST_P(ShownTexts, AFieldElsewhereDoesNotMatter) {
     ShowSkinText(m_skin, kService, L"KORA ONE");
     DrawSkinText(m_skin, 218, L"50%");
     EXPECT_FALSE(Paints(kService, L"KORA ONE"));
+}
+
+TEST_P(ShownTexts, WhatIsPaintedRightBesideAFieldDoesNotMatterAndOnePixelOfItDoes) {
+    const SkinRect at = PlaceOf(*FindText(m_skin, kService), CurrentScreen());
+    const auto paintedAgainAfter = [this](const SkinRect& place) {
+        ShowSkinText(m_skin, kService, L"KORA ONE");
+        MarkPaintedOver(m_skin, CurrentScreen(), place);
+        return Paints(kService, L"KORA ONE");
+    };
+    for (const int by : {0, 1}) {
+        EXPECT_EQ(paintedAgainAfter({at.x - 7, at.y, 7 + by, at.cy}), by != 0) << "on the left";
+        EXPECT_EQ(paintedAgainAfter({at.x + at.cx - by, at.y, 7, at.cy}), by != 0) << "on the right";
+        EXPECT_EQ(paintedAgainAfter({at.x, at.y - 7, at.cx, 7 + by}), by != 0) << "above";
+        EXPECT_EQ(paintedAgainAfter({at.x, at.y + at.cy - by, at.cx, 7}), by != 0) << "below";
+    }
 }
 
 TEST_P(ShownTexts, OfTwoThatOverlapTheUpperIsPaintedAgainAfterTheLowerAndNotTheOtherWayRound) {
