@@ -55,7 +55,7 @@ class RecordingRadio {
     // What the radio is started with.
     struct Rate {
         Rate(test::HandsetUnderTest& handset, int clockRate, const Format* format) {
-            handset.SetRegistry(kSettings, L"RecordAudioType",
+            handset.SetRegistry(test::kRadioSettings, L"RecordAudioType",
                                 format != nullptr ? static_cast<std::uint32_t>(*format) : 0u);
             DefineName(handset, kFile);
             for (const wchar_t* extension : {L"amr", L"wav"})

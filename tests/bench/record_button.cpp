@@ -57,7 +57,7 @@ double BareGraph_ms(const test::HandsetUnderTest& handset) {
 // How much shorter the file is than the time between the two presses.
 double Button_ms(test::HandsetUnderTest& handset) {
     constexpr DWORD kRecorded_ms = 1500;
-    handset.SetRegistry(kSettings, L"RecordAudioType", 2u);
+    handset.SetRegistry(test::kRadioSettings, L"RecordAudioType", 2u);
     DefineName(handset, kFile);
     const std::wstring file = handset.DevicePath(std::wstring(kFile) + L"wav");
     std::vector<double> latencies;
@@ -79,8 +79,8 @@ double Button_ms(test::HandsetUnderTest& handset) {
 }  // namespace
 
 void DefineName(const test::HandsetUnderTest& handset, const std::wstring& name) {
-    handset.SetRegistry(kSettings, L"SaveFileType", 1u);
-    handset.SetRegistry(kSettings, L"DefineFileName", name);
+    handset.SetRegistry(test::kRadioSettings, L"SaveFileType", 1u);
+    handset.SetRegistry(test::kRadioSettings, L"DefineFileName", name);
 }
 
 void TapRecord(const test::Radio& radio) {

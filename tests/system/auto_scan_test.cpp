@@ -194,7 +194,7 @@ TEST_F(AutoScan, CancelLeavesTheStoredChannelsAndGivesEverythingBack) {
 }
 
 TEST_F(AutoScan, WithoutASelectedGroupTheScanTriesThreeTimesAndStoresNothing) {
-    handset.DeleteRegistry(kSettings, L"Selected");
+    handset.DeleteRegistry(test::kRadioSettings, L"Selected");
     Radio radio(handset);
     radio.WaitUntilShown();
     Begin(radio);

@@ -122,9 +122,9 @@ TEST_F(BookedTrouble, DaylightSavingNeitherLosesARecordingNorStartsItTwice) {
 TEST_F(BookedTrouble, HundredsOfBookingsAndNonsenseAreListedAndDeletedByHand) {
     constexpr int kBookings = 300;
     const auto text = [&](const std::wstring& name, const wchar_t* value, const std::wstring& data) {
-        handset.SetRegistry(test::kSettings + (L"\\" + name), value, data);
+        handset.SetRegistry(test::kRadioSettings + (L"\\" + name), value, data);
     };
-    const std::size_t others = handset.RegistrySubkeys(test::kSettings).size();
+    const std::size_t others = handset.RegistrySubkeys(test::kRadioSettings).size();
     for (int i = 1; i <= kBookings; ++i) {
         wchar_t name[32];
         swprintf(name, 32, L"RunAppAtTime-%010d", i);
@@ -142,7 +142,7 @@ TEST_F(BookedTrouble, HundredsOfBookingsAndNonsenseAreListedAndDeletedByHand) {
     text(L"RunAppAtTime-0000000008", L"StartTime", L"never");
     text(L"RunAppAtTime-0000000008", L"Week", L"Someday");
     text(L"RunAppAtTime-0000000009", L"Channel", std::wstring(5000, L'9'));
-    handset.SetRegistry(test::kSettings + std::wstring(L"\\RunAppAtTime-0000000010"), L"Week", 77u);
+    handset.SetRegistry(test::kRadioSettings + std::wstring(L"\\RunAppAtTime-0000000010"), L"Week", 77u);
     text(std::wstring(250, L'k'), L"Channel", L"99.9");
 
     Radio radio(handset);
@@ -157,7 +157,7 @@ TEST_F(BookedTrouble, HundredsOfBookingsAndNonsenseAreListedAndDeletedByHand) {
     DeleteAllByHand(radio, dialog);
     EXPECT_EQ(test::RowCount(list), 0);
     EXPECT_TRUE(WaitFor([&] { return handset.RegistrySubkeys(kNotifications).empty(); }));
-    EXPECT_EQ(handset.RegistrySubkeys(test::kSettings).size(), others + 1);
+    EXPECT_EQ(handset.RegistrySubkeys(test::kRadioSettings).size(), others + 1);
 }
 
 }  // namespace

@@ -36,7 +36,7 @@ TEST_F(ChannelList, ShowsTheChannelsOfTheSelectedGroup) {
 }
 
 TEST_F(ChannelList, AMissingSelectionLeavesTheListEmpty) {
-    handset.DeleteRegistry(kSettings, L"Selected");
+    handset.DeleteRegistry(test::kRadioSettings, L"Selected");
     Radio radio(handset);
     radio.WaitUntilShown();
     EXPECT_EQ(RowCount(radio.ListView()), 0);

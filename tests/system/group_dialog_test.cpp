@@ -55,7 +55,7 @@ class GroupDialog : public test::ChannelsOnRadio {
         PressSoftKey(nameDialog, SoftKey::kLeft);
         EXPECT_TRUE(WaitUntilClosed(nameDialog));
     }
-    std::wstring Selected() const { return handset.RegistryText(kSettings, L"Selected"); }
+    std::wstring Selected() const { return handset.RegistryText(test::kRadioSettings, L"Selected"); }
 };
 
 TEST_F(GroupDialog, TheGroupsAreListedByNameAndTheSelectedOneIsPicked) {

@@ -46,7 +46,7 @@ TEST_F(OutsideRegistry, AnyValueOfAnyKindThatChangesWhileItIsReadLeavesTheRadioA
     EXPECT_FALSE(CaughtAFault());
 
     // What was written is no reason to be any worse afterwards.
-    handset.DeleteRegistryKey(kSettings);
+    handset.DeleteRegistryKey(test::kRadioSettings);
     for (const ReadPlace& place : test::kReadByTheRadio) {
         if (place.pszKey[0] == L'\0') handset.DeleteState(place.pszValue);
     }

@@ -10,7 +10,7 @@ namespace {
 using test::Radio;
 using test::WaitFor;
 
-constexpr int kUsualCloses = 20;
+constexpr int kUsualCloses = 10;
 // A scan of the test's band, three times, and its boxes.
 constexpr DWORD kLongestScan_ms = 6000;
 
@@ -42,16 +42,18 @@ class ScanCloses : public test::ThreeChannelsOnRadio {
             },
             time_ms);
     }
-    void CloseAtARandomMoment() {
+    // The moments of all closes together cover a scan from its beginning to its end.
+    void CloseAtARandomMoment(int close, int closes) {
         const std::size_t from = handset.TunerCalls().size();
         const auto before = Stored();
-        const DWORD moment_ms = std::uniform_int_distribution<DWORD>(0, kLongestScan_ms)(m_random);
+        const double share = (close + std::uniform_real_distribution<>(0, 1)(m_random)) / closes;
+        const auto moment_ms = static_cast<DWORD>(share * kLongestScan_ms);
         SCOPED_TRACE("closed after " + std::to_string(moment_ms) + " ms");
         {
             Radio radio(handset);
             radio.WaitUntilShown();
             // One in four waits with its question still unanswered.
-            if (m_random() % 4 == 0) {
+            if (close % 4 == 0) {
                 radio.Command(IDC_AUTOSCAN);
                 ASSERT_NE(radio.WaitForBox(L"Stored channels"), nullptr);
             } else {
@@ -113,7 +115,7 @@ TEST_F(ScanCloses, AtARandomMomentNothingIsCalledAfterTheReleaseNothingStaysAndN
     const int closes = Number("KORA_SCAN_CLOSES", kUsualCloses);
     for (int close = 0; close < closes && !HasFailure(); ++close) {
         SCOPED_TRACE("close " + std::to_string(close));
-        CloseAtARandomMoment();
+        CloseAtARandomMoment(close, closes);
     }
     EXPECT_EQ(handset.Trace().find("xception"), std::string::npos);
     std::printf("%d closes, %d of them with the walk begun\n", closes, m_walks);
