@@ -33,6 +33,22 @@ class RdsBlockSync : public testing::Test {
     void PushRandom(int bits) {
         for (int i = 0; i < bits; ++i) PushBit((random_() & 1u) != 0);
     }
+    // A block in noise: no symbol says much, and the third and the last but two of them say the wrong thing.
+    void PushWeakBlock(std::uint32_t block) {
+        for (int i = 25; i >= 0; --i) {
+            one_ ^= (block >> i & 1u) != 0;
+            const bool wrong = i == 23 || i == 2;
+            sync_.Push(one_ != wrong ? 1.2f : -1.2f);
+        }
+    }
+    void PushClearGroups(std::uint16_t pi, int count) {
+        for (int i = 0; i < count; ++i) {
+            PushBlock(Encode(pi, Offset::kA));
+            PushBlock(Encode(0x2000, Offset::kB));
+            PushBlock(Encode(0x1111, Offset::kC));
+            PushBlock(Encode(0x2222, Offset::kD));
+        }
+    }
 
     std::mt19937 random_{17};
     bool one_ = false;
@@ -118,6 +134,69 @@ TEST_F(RdsBlockSync, BlocksUnderOffsetECarryNoDataAndDoNoHarm) {
     }
     PushGroup(0x2000, 0x1111, 0x2222);
     EXPECT_TRUE(groups_.back().Whole());
+}
+
+TEST_F(RdsBlockSync, ABlockInNoiseIsTakenForTheStationsCodeOnceThatIsKnown) {
+    PushClearGroups(kPi, 6);
+    PushWeakBlock(Encode(kPi, Offset::kA));
+    EXPECT_TRUE(blocks_.back().Received());
+    EXPECT_EQ(blocks_.back().information, kPi);
+    EXPECT_FALSE(blocks_.back().Certain());
+}
+
+TEST_F(RdsBlockSync, WithACodeThatWasSeenOnceTheSameBlockIsNothing) {
+    // Six codes, each once; this one comes last.
+    for (int i = 5; i >= 0; --i) PushClearGroups(static_cast<std::uint16_t>(kPi + 0x111 * i), 1);
+    PushWeakBlock(Encode(kPi, Offset::kA));
+    EXPECT_FALSE(blocks_.back().Received());
+}
+
+TEST_F(RdsBlockSync, OnlyTheBlocksThatRepeatTheCodeAreExpectedToHoldIt) {
+    PushClearGroups(kPi, 6);
+    PushBlock(Encode(kPi, Offset::kA));
+    PushWeakBlock(Encode(kPi, Offset::kB));
+    EXPECT_FALSE(blocks_.back().Received());
+    PushBlock(Encode(0x2222, Offset::kC));
+    PushWeakBlock(Encode(kPi, Offset::kD));
+    EXPECT_FALSE(blocks_.back().Received());
+    // The third block of version B repeats it.
+    PushBlock(Encode(kPi, Offset::kA));
+    PushBlock(Encode(0x2800, Offset::kB));
+    PushWeakBlock(Encode(kPi, Offset::kCPrime));
+    EXPECT_TRUE(blocks_.back().Received());
+    EXPECT_EQ(blocks_.back().information, kPi);
+}
+
+TEST_F(RdsBlockSync, AnExpectedCodeReplacesNoneThatIsClearAndIsNotMadeOfNoise) {
+    PushClearGroups(kPi, 20);
+    PushBlock(Encode(0x1234, Offset::kA));
+    EXPECT_TRUE(blocks_.back().Received());
+    EXPECT_EQ(blocks_.back().information, 0x1234);
+    int made = 0;
+    for (int i = 0; i < 2000; ++i) {
+        PushClearGroups(kPi, 1);
+        // In step after clear blocks, and where the code should stand there is noise of any loudness.
+        const float size = 0.5f * static_cast<float>(1 + i % 8);
+        for (int bit = 0; bit < 26; ++bit) sync_.Push((random_() & 1u) != 0 ? size : -size);
+        made += blocks_.back().Received() ? 1 : 0;
+        PushBlock(Encode(0x2000, Offset::kB));
+        PushBlock(Encode(0x1111, Offset::kC));
+        PushBlock(Encode(0x2222, Offset::kD));
+    }
+    EXPECT_LE(made, 100);
+}
+
+TEST_F(RdsBlockSync, AnotherStationsCodeIsExpectedInItsTurnAndTheOldOneNoMore) {
+    PushClearGroups(kPi, 20);
+    PushClearGroups(0x1234, 12);
+    PushWeakBlock(Encode(0x1234, Offset::kA));
+    EXPECT_TRUE(blocks_.back().Received());
+    EXPECT_EQ(blocks_.back().information, 0x1234);
+    PushBlock(Encode(0x2000, Offset::kB));
+    PushBlock(Encode(0x1111, Offset::kC));
+    PushBlock(Encode(0x2222, Offset::kD));
+    PushWeakBlock(Encode(kPi, Offset::kA));
+    EXPECT_FALSE(blocks_.back().Received() && blocks_.back().information == kPi);
 }
 
 TEST_F(RdsBlockSync, ARestartForgetsTheStep) {

@@ -17,6 +17,7 @@ using sdr::Sample;
 using sdr::SampleForm;
 using testing::AllOf;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 class IqFileTest : public testing::Test {
   protected:
@@ -35,11 +36,10 @@ class IqFileTest : public testing::Test {
         std::ofstream(folder_ / std::filesystem::u8path(name), std::ios::binary) << bytes;
         return Path(name);
     }
-    // A name for the file and one for the fault.
+    // The file's path first, then what is wrong with it.
     void ExpectError(const std::string& path, const IqHints& hints, const std::string& fault) {
         IqFile file;
-        EXPECT_THAT(file.Open(path, hints),
-                    AllOf(HasSubstr(std::filesystem::u8path(path).stem().u8string()), HasSubstr(fault)));
+        EXPECT_THAT(file.Open(path, hints), AllOf(StartsWith(path + ": "), HasSubstr(fault)));
         std::vector<Sample> samples;
         EXPECT_EQ(file.Read(10, &samples), 0u);
     }
@@ -144,6 +144,45 @@ TEST_F(IqFileTest, WhatFollowsTheSamplesInAWavFileIsNotTakenForSome) {
     EXPECT_EQ(samples.size(), kSamples);
 }
 
+// The form of recordings beyond 4 GiB: the true lengths stand in a chunk of their own, before the others.
+std::string BigWav(std::uint64_t dataBytes, const std::string& data, const std::string& after) {
+    const std::string ds64 = "ds64" + Little(28, 4) + Little(0, 8) + Little(dataBytes, 8) +
+                             Little(dataBytes / 4, 8) + Little(0, 4);
+    std::string bytes = Wav(1, 2, 16, 240000, "", data);
+    bytes.replace(0, 8, "RF64" + Little(0xFFFFFFFF, 4));
+    bytes.replace(40, 4, Little(0xFFFFFFFF, 4));
+    bytes.insert(12, ds64);
+    return bytes + after;
+}
+
+TEST_F(IqFileTest, ABigWavFileHasItsLengthInAChunkOfItsOwn) {
+    const std::string data(4 * kSamples, '\0');
+    IqFile file;
+    ASSERT_EQ(file.Open(Write("big.wav", BigWav(4 * kSamples, data, "LIST" + Little(4, 4) + "more"))), "");
+    EXPECT_EQ(file.Description().samples, kSamples);
+    EXPECT_EQ(file.Description().rate_Hz, 240000.0);
+    std::vector<Sample> samples;
+    while (file.Read(1000, &samples) > 0) {
+    }
+    EXPECT_EQ(samples.size(), kSamples);
+}
+
+TEST_F(IqFileTest, ABigWavFileThatWasCutOffOrNeverFinishedHasWhatIsThere) {
+    const std::string data(4 * kSamples, '\0');
+    IqFile file;
+    // More than 4 GiB were announced.
+    ASSERT_EQ(file.Open(Write("cut.wav", BigWav(0x300000000, data, ""))), "");
+    EXPECT_EQ(file.Description().samples, kSamples);
+    ASSERT_EQ(file.Open(Write("begun.wav", BigWav(0, data, ""))), "");
+    EXPECT_EQ(file.Description().samples, kSamples);
+    // A chunk too short for a length says nothing.
+    std::string brief = BigWav(4 * kSamples, data, "");
+    brief.replace(16, 4, Little(8, 4));
+    brief.erase(28, 20);
+    ASSERT_EQ(file.Open(Write("brief.wav", brief)), "");
+    EXPECT_EQ(file.Description().samples, kSamples);
+}
+
 TEST_F(IqFileTest, SigmfIsFoundByEitherOfItsFiles) {
     Write("s.sigmf-data", std::string(8 * kSamples, '\0'));
     Write("s.sigmf-meta",
@@ -176,6 +215,12 @@ TEST_F(IqFileTest, WhatIsWrongIsSaidWithTheFilesName) {
     ExpectError(Write("mono.wav", Wav(1, 1, 16, 240000, "", bytes)), {}, "1 channel");
     ExpectError(Write("bits.wav", Wav(1, 2, 24, 240000, "", bytes)), {}, "24 bits");
     ExpectError(Write("sound.wav", Wav(1, 2, 16, 48000, "", bytes)), {}, "below 200000 Hz");
+    ExpectError(Write("odd.wav", Wav(1, 2, 16, 240000, "", bytes + bytes + "xy")), {}, "odd");
+    ExpectError(Write("brief.wav", Wav(1, 2, 16, 240000, "", "only a few")), {}, "odd");
+    ExpectError(Write("brief2.wav", Wav(1, 2, 16, 240000, "", "only some samples...")), {}, "too short");
+    ExpectError(Write("fast.wav", Wav(1, 2, 16, 4000000000, "", bytes)), {}, "beyond anything real");
+    ExpectError(Write("adpcm.wav", Wav(17, 2, 16, 240000, "", bytes)), {}, "format 17");
+    ExpectError(Write("unheard.wav", Wav(1, 2, 16, 240000, "", bytes).erase(12, 24)), {}, "no format chunk");
     ExpectError(Write("nothing.wav", Wav(1, 2, 16, 240000, "", bytes).substr(0, 36)), {}, "no data chunk");
     ExpectError(Write("t.sigmf-data", bytes), {}, "metadata");
     Write("u.sigmf-meta", R"({"global": {"core:datatype": "ri16_le", "core:sample_rate": 240000}})");
