@@ -6,6 +6,7 @@
 # tree and its build are not touched. What is known of a run stands in one file, so that a run that was broken off goes on
 # where it stopped.
 
+KORA_MUTANT_TIMEOUT_s=600
 KORA_MUTANT_FOLDERS=(shell tuner channels recording schedule skin)
 KORA_UNIT_PROGRAMS=(test_tuner test_channels test_shell test_settings test_skin test_schedule test_recording)
 KORA_SYSTEM_PROGRAMS=(test_system test_system_recording test_system_schedule test_system_outside)
@@ -80,14 +81,15 @@ compiled_as() {
 # Without the time that the compiler writes into it.
 same_object() { cmp -s -i 8 "$1" "$2"; }
 
-# linked_as BUILD TARGET OBJECT OTHER PROGRAM: the target's link with one object in the other's place.
+# linked_as BUILD TARGET OBJECT OTHER PROGRAM: the target's link with one object in the other's place. Fails when it does
+# not link.
 linked_as() {
     local command
     command=$(ninja_command "$1" "$2")
     command=${command//" $3 "/" $4 "}
     command=$(sed "s| -o [^ ]* | -o $5 |; s| -Wl,--out-implib,[^ ]*||" <<<"$command")
     rm -f "$5"
-    (cd "$1" && eval "$command") >"$KORA_HOME/linker.log" 2>&1 || fail "$2 could not be linked; see $KORA_HOME/linker.log"
+    (cd "$1" && eval "$command") >"$KORA_HOME/linker.log" 2>&1
 }
 
 mutant_link() { linked_as "$KORA_BUILD" "$1" "$(object_of "$2")" "$KORA_HOME/mutant/object.obj" "$3"; }
@@ -136,15 +138,16 @@ baseline_of() {
     echo $((SECONDS - began)) >"$record.seconds"
 }
 
-# tests_notice PROGRAM FILTER: the test that notices. It fails a second time and passes without the change: what fails once
+# tests_notice PROGRAM FILTER: the test that notices; of a whole program ("*") none that its baseline has left out. It fails a second time and passes without the change: what fails once
 # may be the machine's doing, and is then left out of the rest.
 tests_notice() {
-    local name filter without seconds test
+    local name filter without='' seconds=$KORA_MUTANT_TIMEOUT_s test
     name=$(basename "$1" .exe)
-    baseline_of "$name"
-    without=$(cat "$KORA_BASELINE/$name.without")
-    seconds=$(cat "$KORA_BASELINE/$name.seconds")
-    seconds=$((60 + 3 * seconds))
+    if [ "$2" = '*' ]; then
+        baseline_of "$name"
+        without=$(cat "$KORA_BASELINE/$name.without")
+        seconds=$((60 + 3 * $(cat "$KORA_BASELINE/$name.seconds")))
+    fi
     while :; do
         filter=$2${without:+-$without}
         test=$(tests_run "$1" "$filter" "$seconds") && return 1
@@ -159,7 +162,9 @@ tests_notice() {
 # linked_tests_notice SOURCE NAME FILTER: the same with the change in it.
 linked_tests_notice() {
     local program=$KORA_HOME/bin/$2.exe
-    if [ -z "${KORA_LINKED[$2]:-}" ]; then mutant_link "$2" "$1" "$program"; fi
+    if [ -z "${KORA_LINKED[$2]:-}" ]; then
+        mutant_link "$2" "$1" "$program" || fail "$2 could not be linked; see $KORA_HOME/linker.log"
+    fi
     KORA_LINKED[$2]=1
     tests_notice "$program" "$3"
 }
@@ -171,7 +176,8 @@ portable_tests_notice() {
         name=$(sed 's|.*/\([^/]*\)\.dir/__/__/.*|\1|' <<<"$object")
         compiled_as "$KORA_NATIVE" "$object" "$KORA_HOME/mutant/${1##*/}" "$program.o" ||
             fail "$1 compiles for the handset alone; see $program.o.log"
-        linked_as "$KORA_NATIVE" "tests/native/$name" "$object" "$program.o" "$program"
+        linked_as "$KORA_NATIVE" "tests/native/$name" "$object" "$program.o" "$program" ||
+            fail "$name could not be linked; see $KORA_HOME/linker.log"
         if ! GTEST_FAIL_FAST=1 timeout -k 5 300 "$program" >"$log" 2>&1 </dev/null; then
             echo "$name:$(failed_in "$log" "$name")"
             return 0
@@ -194,11 +200,15 @@ own_tests_notice() {
 }
 
 near_tests_notice() {
-    local near=$KORA_HOME/bin/${KORA_NEAR_PROGRAM[${1%%/*}]:-test_system}.exe named
-    mutant_link UI "$1" "$KORA_HOME/bin/UI.exe"
+    local program named
     named=$(radio_tests_named_for "$1")
-    if [ -n "$named" ] && tests_notice "$near" "$named"; then return 0; fi
-    tests_notice "$near" "$(near_tests "${1%%/*}")"
+    if [ -n "$named" ]; then
+        for program in "${KORA_SYSTEM_PROGRAMS[@]}"; do
+            if tests_notice "$KORA_HOME/bin/$program.exe" "$named"; then return 0; fi
+        done
+    fi
+    program=${KORA_NEAR_PROGRAM[${1%%/*}]:-test_system}
+    tests_notice "$KORA_HOME/bin/$program.exe" "$(near_tests "${1%%/*}")"
 }
 
 other_tests_notice() {
@@ -207,7 +217,6 @@ other_tests_notice() {
         case " ${KORA_OWN_PROGRAMS[${1%%/*}]} " in *" $program "*) continue ;; esac
         if linked_tests_notice "$1" "$program" '*'; then return 0; fi
     done
-    mutant_link UI "$1" "$KORA_HOME/bin/UI.exe"
     for program in "${KORA_SYSTEM_PROGRAMS[@]}"; do
         if tests_notice "$KORA_HOME/bin/$program.exe" '*'; then return 0; fi
     done
@@ -230,6 +239,7 @@ mutant_verdict() {
     same_object "$KORA_HOME/mutant/object.obj" "$KORA_BUILD/$(object_of "$source")" && { echo 'same -'; return; }
     # The handset beside it, as it is.
     cp -l "$KORA_BIN"/* "$KORA_HOME/bin" 2>/dev/null || cp "$KORA_BIN"/* "$KORA_HOME/bin"
+    mutant_link UI "$source" "$KORA_HOME/bin/UI.exe" || { echo 'no-code -'; return; }
     if test=$("${stage}_tests_notice" "$source"); then echo "noticed $test"; else echo "${KORA_AFTER_STAGE[$stage]} -"; fi
 }
 

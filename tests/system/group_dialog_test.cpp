@@ -98,12 +98,14 @@ TEST_F(GroupDialog, OkShowsThePickedGroupAndRemembersIt) {
 TEST_F(GroupDialog, CancelChangesNothing) {
     Radio radio(handset);
     radio.WaitUntilShown();
+    const auto before = Stored();
     const HWND dialog = Open(radio);
     Pick(dialog, 0);
     PressSoftKey(dialog, SoftKey::kRight);
     ASSERT_TRUE(WaitUntilClosed(dialog));
     EXPECT_EQ(Selected(), L"Travel");
     EXPECT_EQ(test::RowCount(radio.ListView()), 2);
+    EXPECT_EQ(Stored(), before);
 }
 
 TEST_F(GroupDialog, ANewGroupIsProposedWithTheNextNumberAndAddedAtTheEnd) {
@@ -140,6 +142,7 @@ TEST_F(GroupDialog, LeavingTheNameDialogAddsNothing) {
     EXPECT_TRUE(WaitUntilClosed(nameDialog));
     EXPECT_EQ(Listed(dialog).size(), 3u);
     EXPECT_EQ(radio.Box(L"Error"), nullptr);
+    EXPECT_THAT(Stored(), Not(Contains("G Group 4")));
 }
 
 TEST_F(GroupDialog, ARenamedGroupMovesToTheEndAndItsFormerNeighbourIsPicked) {

@@ -1,4 +1,7 @@
 // The capture pin's formats and properties.
+#include <set>
+#include <utility>
+
 #include "handset/capture/class_ids.h"
 #include "tests/unit/capture/recording_rig.h"
 
@@ -46,12 +49,14 @@ TEST_F(CapturePin, OffersEveryRateWithOneAndTwoChannels) {
     ASSERT_EQ(config_->GetNumberOfCapabilities(&count, &size), S_OK);
     EXPECT_EQ(size, 52);
     ASSERT_EQ(count, 8);
+    std::set<std::pair<DWORD, WORD>> offered;
     for (int i = 0; i < count; ++i) {
         AM_MEDIA_TYPE* type = nullptr;
         AUDIO_STREAM_CONFIG_CAPS caps{};
         ASSERT_EQ(config_->GetStreamCaps(i, &type, reinterpret_cast<BYTE*>(&caps)), S_OK);
         const auto& wave = *reinterpret_cast<const WAVEFORMATEX*>(type->pbFormat);
         EXPECT_EQ(type->formattype, FORMAT_WaveFormatEx);
+        offered.emplace(wave.nSamplesPerSec, wave.nChannels);
         EXPECT_EQ(wave.wBitsPerSample, 16);
         EXPECT_EQ(wave.nBlockAlign, wave.nChannels * 2);
         EXPECT_EQ(wave.nAvgBytesPerSec, wave.nSamplesPerSec * wave.nBlockAlign);
@@ -60,6 +65,10 @@ TEST_F(CapturePin, OffersEveryRateWithOneAndTwoChannels) {
         EXPECT_EQ(pin_->QueryAccept(type), S_OK);
         CoTaskMemFree(type->pbFormat);
         CoTaskMemFree(type);
+    }
+    for (const DWORD rate_Hz : {8000u, 11025u, 22050u, 44100u}) {
+        for (const WORD channels : {WORD{1}, WORD{2}})
+            EXPECT_EQ(offered.count({rate_Hz, channels}), 1u) << rate_Hz << " " << channels;
     }
 }
 

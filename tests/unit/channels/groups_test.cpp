@@ -21,8 +21,10 @@ class ChannelGroups : public test::ChannelsTest {
 };
 
 TEST_F(ChannelGroups, AnAddedGroupIsFoundByItsExactName) {
-    const CEOID oid = PutGroup(L"Mine");
+    CEOID oid = 0;
+    TraceOf([&] { oid = db.CEDB_AddGroup(L"Mine"); });
     ASSERT_NE(oid, 0u);
+    EXPECT_THAT(Groups(), ElementsAre(L"Mine"));
     EXPECT_EQ(db.CEDB_FindGroup(L"Mine"), oid);
     EXPECT_EQ(db.CEDB_FindGroup(L"mine"), 0u);
     EXPECT_EQ(db.CEDB_FindGroup(L"Min"), 0u);

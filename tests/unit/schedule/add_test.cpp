@@ -94,11 +94,13 @@ TEST_F(Add, NoDayIsRefused) {
     EXPECT_THAT(Booked(), IsEmpty());
 }
 
-TEST_F(Add, NoDayIsToldBeforeEqualTimesAre) {
+TEST_F(Add, NoDayIsToldBeforeEqualTimesAndAnEarlierEndAre) {
     OpenSchedule schedule;
-    schedule.SetTimes(10, 0, 10, 0);
     schedule.ChooseDays({});
-    EXPECT_EQ(schedule.AddAndAnswer().text, L"Please choose at least one day.");
+    for (const WORD endHour : {WORD{10}, WORD{9}}) {
+        schedule.SetTimes(10, 0, endHour, 0);
+        EXPECT_EQ(schedule.AddAndAnswer().text, L"Please choose at least one day.");
+    }
 }
 
 TEST_F(Add, AnEndEqualToTheStartIsRefused) {

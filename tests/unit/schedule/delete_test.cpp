@@ -30,11 +30,21 @@ class Delete : public test::ScheduleTest {
 
 TEST_F(Delete, AnEmptyListHasNoMenuAndGetsTheFocus) {
     OpenSchedule schedule;
-    SendMessageW(schedule.Dialog(), WM_CONTEXTMENU, 0, MAKELPARAM(60, 200));
-    GUITHREADINFO info = {};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(schedule.Dialog(), nullptr), &info);
-    EXPECT_EQ(info.hwndFocus, schedule.Control(IDC_SCHEDULE_LIST));
+    const auto focus = [&schedule] {
+        GUITHREADINFO info = {};
+        info.cbSize = sizeof info;
+        GetGUIThreadInfo(GetWindowThreadProcessId(schedule.Dialog(), nullptr), &info);
+        return info.hwndFocus;
+    };
+    SendMessageW(schedule.Dialog(), WM_NEXTDLGCTL,
+                 reinterpret_cast<WPARAM>(schedule.Control(IDC_SCHEDULE_CHANNEL)), TRUE);
+    ASSERT_EQ(focus(), schedule.Control(IDC_SCHEDULE_CHANNEL));
+    // A menu would keep the answer back until somebody leaves it.
+    DWORD_PTR result = 0;
+    EXPECT_NE(SendMessageTimeoutW(schedule.Dialog(), WM_CONTEXTMENU, 0, MAKELPARAM(60, 200), SMTO_NORMAL,
+                                  test::kDeadline_ms, &result),
+              0);
+    EXPECT_EQ(focus(), schedule.Control(IDC_SCHEDULE_LIST));
 }
 
 TEST_F(Delete, BothCommandsAreGreyWithoutASelectedRow) {

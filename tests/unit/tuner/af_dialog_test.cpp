@@ -147,6 +147,7 @@ TEST_F(AFDialog, AnyOtherCommandLeavesItOpenAndTheTunerAlone) {
     const INT_PTR ended = Open([&](HWND dialog) {
         device.ForgetCalls();
         for (const WORD id : {WORD{IDCANCEL}, kNoControl}) SendMessageW(dialog, WM_COMMAND, id, 0);
+        SendMessageW(dialog, WM_CLOSE, 0, 0);
         open = IsWindowVisible(dialog) != FALSE;
     });
     EXPECT_TRUE(open);
