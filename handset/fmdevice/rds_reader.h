@@ -12,20 +12,13 @@
 #include <string>
 
 #include "handset/fmdevice/band.h"
+#include "handset/fmdevice/rds_text.h"
 
 namespace fm {
 
 // Up to kNoRdsLevel no group comes through; up to kFlawedRdsLevel some seconds are lost, the more the weaker.
 inline constexpr int kNoRdsLevel = 15;
 inline constexpr int kFlawedRdsLevel = 25;
-
-enum class RdsTextKind { kServiceName, kRadioText, kProgramText };
-inline constexpr std::size_t kRdsTextKinds = 3;
-
-struct RdsText {
-    RdsTextKind kind;
-    std::string text;
-};
 
 // The number of the group that is on the air.
 [[nodiscard]] std::uint64_t RdsGroupAt(std::uint64_t now_ms);

@@ -3,7 +3,6 @@
 
 #include "handset/coredll/platform_call.h"
 #include "handset/fmdevice/pty_names.h"
-#include "handset/fmdevice/seek.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/utf8_text.h"
 
@@ -28,9 +27,9 @@ constexpr KindRow kKinds[] = {
     {RdsTextKind::kProgramText, TextKind::kProgramText, TextKind::kProgramText},
 };
 
-TextKind DeviceKind(RdsTextKind kind, const RdsData& data) {
+TextKind DeviceKind(RdsTextKind kind, bool alternatives) {
     for (const KindRow& row : kKinds) {
-        if (row.kind == kind) return data.alternatives_10kHz.empty() ? row.alone : row.withAlternatives;
+        if (row.kind == kind) return alternatives ? row.withAlternatives : row.alone;
     }
     return TextKind::kServiceName;
 }
@@ -65,7 +64,7 @@ void CReceiver::Show() {
     if (up_) {
         const bool silent = now_.mute || seeks_ > 0;
         scene->frontEnd = frontEnd_;
-        scene->reception = frontEnd_->Receive(now_.channel);
+        scene->reception = frontEnd_->Receive();
         scene->gain = silent ? 0.0F : static_cast<float>(now_.volume) / kFullVolume;
         scene->stereoOut = !now_.speaker && !now_.bluetooth;
         scene->logPath = soundLog_;
@@ -76,15 +75,9 @@ void CReceiver::Show() {
 void CReceiver::Tuned(std::uint32_t channel) {
     now_.channel = channel;
     ++tunings_;
-    rds_.Restart(HandsetMilliseconds());
+    frontEnd_->Tune(channel);
     // For the handset's panel, whose slider weakens this station.
     handset::SetStateDword(L"TunedChannel", channel);
-}
-
-RdsData CReceiver::Listen() {
-    RdsData data = frontEnd_->Rds(now_.channel);
-    rds_.Listen(data, frontEnd_->Level(now_.channel), HandsetMilliseconds());
-    return data;
 }
 
 template <typename Change>
@@ -104,6 +97,7 @@ HRESULT CReceiver::Initialize() {
     if (up_) return S_OK;
     up_ = true;
     now_ = {};
+    frontEnd_->Power(true);
     Tuned(now_.channel);
     lookedAt_ms_ = GetTickCount64();
     soundLog_ = handset::StateString(L"SoundLog", L"");
@@ -119,6 +113,7 @@ HRESULT CReceiver::Close() {
     up_ = false;
     ++tunings_;
     Show();
+    frontEnd_->Power(false);
     return S_OK;
 }
 
@@ -140,26 +135,29 @@ HRESULT CReceiver::GetChannel(std::uint32_t* channel) {
 HRESULT CReceiver::Seek(bool up) {
     const bool fault = handset::FaultInjected(L"seek");
     std::uint64_t tuning = 0;
-    SeekResult result;
+    std::unique_ptr<ISeek> seek;
     {
         const Guard guard(lock_);
         const HRESULT ready = Enter();
         if (ready != S_OK) return ready;
         if (fault) return E_FAIL;
-        result = SeekStation(now_.channel, up, frontEnd_->Wraps(),
-                             [this](std::uint32_t channel) { return frontEnd_->Level(channel); });
+        seek = frontEnd_->Seek(up);
         tuning = ++tunings_;
         ++seeks_;
         Show();
     }
-    ::Sleep(HandsetRealTimeout(result.Duration_ms()));
-    const Guard guard(lock_);
-    --seeks_;
-    const bool overtaken = !up_ || tuning != tunings_;
-    if (!overtaken && result.found) Tuned(result.channel);
-    Show();
-    if (overtaken) return E_ABORT;
-    return result.found ? S_OK : kNoStation;
+    for (;;) {
+        std::uint32_t channel = 0;
+        const SeekState state = seek->Step(&channel);
+        const Guard guard(lock_);
+        const bool overtaken = !up_ || tuning != tunings_;
+        if (state == SeekState::kUnderWay && !overtaken) continue;
+        --seeks_;
+        if (!overtaken && state == SeekState::kFound) Tuned(channel);
+        Show();
+        if (overtaken) return E_ABORT;
+        return state == SeekState::kFound ? S_OK : kNoStation;
+    }
 }
 
 HRESULT CReceiver::SetVolume(std::uint32_t percent) {
@@ -190,17 +188,21 @@ HRESULT CReceiver::SetBTAudio(bool on) {
 }
 
 HRESULT CReceiver::GetSignal(std::int32_t* level) {
-    const Guard guard(lock_);
-    const HRESULT ready = Enter();
-    *level = ready == S_OK ? frontEnd_->Level(now_.channel) : 0;
-    return ready;
+    *level = 0;
+    {
+        const Guard guard(lock_);
+        const HRESULT ready = Enter();
+        if (ready != S_OK) return ready;
+    }
+    *level = frontEnd_->AwaitLevel();
+    return S_OK;
 }
 
 HRESULT CReceiver::GetStereo() {
     const Guard guard(lock_);
     const HRESULT ready = Enter();
     if (ready != S_OK) return ready;
-    return frontEnd_->Receive(now_.channel).stereo ? S_OK : S_FALSE;
+    return frontEnd_->Receive().stereo ? S_OK : S_FALSE;
 }
 
 HRESULT CReceiver::GetRDSData(std::wstring* text, std::int32_t* kind) {
@@ -209,12 +211,11 @@ HRESULT CReceiver::GetRDSData(std::wstring* text, std::int32_t* kind) {
     *kind = -1;
     const HRESULT ready = Enter();
     if (ready != S_OK) return ready;
-    const RdsData data = Listen();
-    const auto next = rds_.Next();
+    const auto next = frontEnd_->TakeText();
     if (!next) return S_FALSE;
-    rds_.Given(*next);
     *text = handset::Wide(next->text);
-    *kind = static_cast<std::int32_t>(DeviceKind(next->kind, data));
+    *kind =
+        static_cast<std::int32_t>(DeviceKind(next->kind, !frontEnd_->Services().alternatives_10kHz.empty()));
     return S_OK;
 }
 
@@ -223,7 +224,7 @@ HRESULT CReceiver::GetAFCount(std::int32_t* count) {
     *count = 0;
     const HRESULT ready = Enter();
     if (ready != S_OK) return ready;
-    *count = static_cast<std::int32_t>(frontEnd_->Rds(now_.channel).alternatives_10kHz.size());
+    *count = static_cast<std::int32_t>(frontEnd_->Services().alternatives_10kHz.size());
     return *count > 0 ? S_OK : S_FALSE;
 }
 
@@ -232,7 +233,7 @@ HRESULT CReceiver::GetAFItem(std::int32_t index, std::wstring* text) {
     text->clear();
     const HRESULT ready = Enter();
     if (ready != S_OK) return ready;
-    const auto alternatives = frontEnd_->Rds(now_.channel).alternatives_10kHz;
+    const auto alternatives = frontEnd_->Services().alternatives_10kHz;
     if (index < 0 || static_cast<std::size_t>(index) >= alternatives.size()) return E_INVALIDARG;
     const std::uint32_t channel = alternatives[static_cast<std::size_t>(index)];
     *text = std::to_wstring(channel / 100) + L'.' + std::to_wstring(channel % 100 / 10);
@@ -244,13 +245,13 @@ HRESULT CReceiver::GetRDSInfo(RdsServices* services) {
     *services = {};
     const HRESULT ready = Enter();
     if (ready != S_OK) return ready;
-    const RdsData data = frontEnd_->Rds(now_.channel);
-    services->radioText = !data.radioTexts.empty();
-    services->serviceName = !data.serviceNames.empty();
+    const StationServices known = frontEnd_->Services();
+    services->radioText = known.radioText;
+    services->serviceName = known.serviceName;
     // Type 0 says that there is none.
-    services->programmeType = data.programmeType > 0;
-    services->alternatives = !data.alternatives_10kHz.empty();
-    services->clockTime = data.clockTime;
+    services->programmeType = known.programmeType > 0;
+    services->alternatives = !known.alternatives_10kHz.empty();
+    services->clockTime = known.clockTime;
     return S_OK;
 }
 
@@ -259,10 +260,9 @@ HRESULT CReceiver::GetPTYText(std::wstring* text) {
     text->clear();
     const HRESULT ready = Enter();
     if (ready != S_OK) return ready;
-    const RdsData data = Listen();
-    const bool received = rds_.HasGroup() && frontEnd_->Level(now_.channel) > kNoRdsLevel;
-    if (!received || data.programmeType <= 0) return S_FALSE;
-    *text = handset::Wide(ProgrammeTypeName(data.programmeType));
+    const StationServices services = frontEnd_->Services();
+    if (!services.received || services.programmeType <= 0) return S_FALSE;
+    *text = handset::Wide(ProgrammeTypeName(services.programmeType));
     return S_OK;
 }
 

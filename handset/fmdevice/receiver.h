@@ -1,8 +1,9 @@
 // The receiver of the handset: its switches, its tuning and its memory, over a front end. One receiver stands
 // behind all tuner devices of a process, as one chip would.
 //
-// Any thread. One lock guards all of it and the front end; no operation holds it while it sleeps or plays.
-// Results: S_OK for success; S_FALSE where nothing is wrong but there is nothing either; else
+// Any thread. One lock guards all of it and the front end; no operation holds it while it waits or plays.
+// None waits longer than a second, and a tuning overtakes what waits for the one before. Results: S_OK for
+// success; S_FALSE where nothing is wrong but there is nothing either; else
 //   kNotReady     the receiver is not powered up (no Initialize yet, or after Close)
 //   kNoStation    a seek found no other station; the channel stays
 //   E_ABORT       a seek was overtaken by another tuning, whose channel stays
@@ -19,7 +20,6 @@
 #include <string>
 
 #include "handset/fmdevice/front_end.h"
-#include "handset/fmdevice/rds_reader.h"
 #include "handset/fmdevice/sound_engine.h"
 #include "handset/include/tuner_slots.h"
 
@@ -40,13 +40,15 @@ class CReceiver {
     HRESULT Close();
     HRESULT SetChannel(std::uint32_t channel);
     HRESULT GetChannel(std::uint32_t* channel);
-    // Takes 0.1 to 0.3 s of handset time, during which the radio is silent.
+    // Takes 0.1 to 0.3 s of handset time on the simulated band and up to kLongestSeek_ms of real time on the
+    // air, during which the radio is silent.
     HRESULT Seek(bool up);
     HRESULT SetVolume(std::uint32_t percent);
     HRESULT GetVolume(std::uint32_t* percent);
     HRESULT SetMute(bool mute);
     HRESULT SetSpeaker(bool on);
     HRESULT SetBTAudio(bool on);
+    // Of what is tuned, measured since: so alternatives are compared by tuning to each and asking.
     HRESULT GetSignal(std::int32_t* level);
     // S_OK: stereo.
     HRESULT GetStereo();
@@ -72,7 +74,6 @@ class CReceiver {
     HRESULT Enter();  // S_OK when powered up, with fresh conditions; else kNotReady
     void Show();
     void Tuned(std::uint32_t channel);
-    RdsData Listen();
 
     template <typename Change>
     HRESULT Switch(Change change);
@@ -84,7 +85,6 @@ class CReceiver {
     Switches now_;
     std::uint64_t tunings_ = 0;  // counts what may overtake a seek
     int seeks_ = 0;              // under way
-    CRdsReader rds_;
     std::uint64_t lookedAt_ms_ = 0;
     std::wstring soundLog_;
 };

@@ -3,10 +3,12 @@
 
 #include <algorithm>
 
+#include "handset/coredll/platform_call.h"
 #include "handset/fmdevice/band_file.h"
 #include "handset/fmdevice/debug_output.h"
 #include "handset/fmdevice/host_file.h"
 #include "handset/fmdevice/receiver_sound.h"
+#include "handset/fmdevice/seek.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/utf8_text.h"
 
@@ -40,7 +42,30 @@ std::unique_ptr<IGenerator> OpenFile(const std::string& devicePath) {
     return MakeGenerator({});
 }
 
+// Where the seek ends is known at once; its time passes step by step, so that a tuning ends it.
+class CSimulatedSeek : public ISeek {
+  public:
+    explicit CSimulatedSeek(const SeekResult& result)
+        : result_(result), left_ms_(HandsetRealTimeout(result.Duration_ms())) {}
+
+    SeekState Step(std::uint32_t* channel) override {
+        constexpr DWORD kStep_ms = 20;
+        const DWORD step_ms = std::min(left_ms_, kStep_ms);
+        ::Sleep(step_ms);
+        left_ms_ -= step_ms;
+        if (left_ms_ > 0) return SeekState::kUnderWay;
+        *channel = result_.channel;
+        return result_.found ? SeekState::kFound : SeekState::kNothing;
+    }
+
+  private:
+    const SeekResult result_;
+    DWORD left_ms_;
+};
+
 }  // namespace
+
+void CSimulatedBand::Power(bool) {}
 
 CSimulatedBand::FileStamp CSimulatedBand::StampOf(const std::wstring& hostPath) {
     WIN32_FILE_ATTRIBUTE_DATA data;
@@ -51,7 +76,9 @@ CSimulatedBand::FileStamp CSimulatedBand::StampOf(const std::wstring& hostPath) 
 
 bool CSimulatedBand::Refresh() {
     const bool limited = RefreshLimit();
-    return RefreshFile() || limited;
+    const bool changed = RefreshFile() || limited;
+    if (changed) level_ = Level(channel_);
+    return changed;
 }
 
 bool CSimulatedBand::RefreshLimit() {
@@ -121,20 +148,62 @@ int CSimulatedBand::Level(std::uint32_t channel) const {
     return limitedChannel_ == 0 || limitedChannel_ == channel ? std::min(limit_, level) : level;
 }
 
-Reception CSimulatedBand::Receive(std::uint32_t channel) const {
-    const int level = Level(channel);
-    const auto found = band_.stations.find(channel);
-    if (found == band_.stations.end()) return {channel, level, false, {}};
+void CSimulatedBand::Tune(std::uint32_t channel) {
+    channel_ = channel;
+    level_ = Level(channel);
+    rds_.Restart(HandsetMilliseconds());
+}
+
+Reception CSimulatedBand::Receive() {
+    const int level = Level(channel_);
+    const auto found = band_.stations.find(channel_);
+    if (found == band_.stations.end()) return {channel_, level, false, {}};
     const Station& station = found->second;
-    return {channel, level, station.stereo && level > kStereoThreshold, station.programme};
+    return {channel_, level, station.stereo && level > kStereoThreshold, station.programme};
 }
 
-RdsData CSimulatedBand::Rds(std::uint32_t channel) const {
-    const auto station = band_.stations.find(channel);
-    return station == band_.stations.end() ? RdsData() : station->second.rds;
+const RdsData& CSimulatedBand::Sent() const {
+    static const RdsData kNothing;
+    const auto station = band_.stations.find(channel_);
+    return station == band_.stations.end() ? kNothing : station->second.rds;
 }
 
-void CSimulatedBand::Render(const Reception& reception, float* frames, std::size_t count) {
+void CSimulatedBand::Listen() {
+    rds_.Listen(Sent(), Level(channel_), HandsetMilliseconds());
+}
+
+// The list and the services are what the station sends, at any level: a receiver keeps them from better
+// moments.
+StationServices CSimulatedBand::Services() {
+    Listen();
+    const RdsData& sent = Sent();
+    StationServices services;
+    services.serviceName = !sent.serviceNames.empty();
+    services.radioText = !sent.radioTexts.empty();
+    services.clockTime = sent.clockTime;
+    services.programmeType = sent.programmeType;
+    services.alternatives_10kHz = sent.alternatives_10kHz;
+    services.received = rds_.HasGroup() && Level(channel_) > kNoRdsLevel;
+    return services;
+}
+
+std::optional<RdsText> CSimulatedBand::TakeText() {
+    Listen();
+    const auto next = rds_.Next();
+    if (next) rds_.Given(*next);
+    return next;
+}
+
+std::unique_ptr<ISeek> CSimulatedBand::Seek(bool up) {
+    return std::make_unique<CSimulatedSeek>(
+        SeekStation(channel_, up, band_.wrap, [this](std::uint32_t channel) { return Level(channel); }));
+}
+
+int CSimulatedBand::AwaitLevel() {
+    return level_;
+}
+
+void CSimulatedBand::Render(const Reception& reception, std::uint64_t, float* frames, std::size_t count) {
     const Programme& programme = reception.programme;
     if (!generator_ || generatorChannel_ != reception.channel || generatorSource_ != programme.source) {
         generator_ =

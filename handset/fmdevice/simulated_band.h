@@ -5,23 +5,29 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "handset/fmdevice/front_end.h"
 #include "handset/fmdevice/generators.h"
+#include "handset/fmdevice/rds_reader.h"
 
 namespace fm {
 
 class CSimulatedBand : public ITunerFrontEnd {
   public:
+    void Power(bool on) override;
     [[nodiscard]] bool Refresh() override;
-    [[nodiscard]] bool Wraps() const override { return band_.wrap; }
-    [[nodiscard]] int Level(std::uint32_t channel) const override;
-    [[nodiscard]] Reception Receive(std::uint32_t channel) const override;
-    [[nodiscard]] RdsData Rds(std::uint32_t channel) const override;
-    void Render(const Reception& reception, float* frames, std::size_t count) override;
+    void Tune(std::uint32_t channel) override;
+    [[nodiscard]] Reception Receive() override;
+    [[nodiscard]] StationServices Services() override;
+    [[nodiscard]] std::optional<RdsText> TakeText() override;
+    [[nodiscard]] std::unique_ptr<ISeek> Seek(bool up) override;
+    [[nodiscard]] int AwaitLevel() override;
+    void Render(const Reception& reception, std::uint64_t position, float* frames,
+                std::size_t count) override;
 
   private:
     // What tells one state of the file from another.
@@ -46,8 +52,16 @@ class CSimulatedBand : public ITunerFrontEnd {
     bool RefreshFile();
     // True when the handset's limit of reception has changed.
     bool RefreshLimit();
+    int Level(std::uint32_t channel) const;
+    // What the tuned station sends; empty when it sends nothing, or there is none.
+    const RdsData& Sent() const;
+    void Listen();
 
     Band band_;
+    std::uint32_t channel_ = kBandBottom_10kHz;
+    CRdsReader rds_;
+    // Of the tuned channel, for who asks without the receiver's lock.
+    std::atomic<int> level_{0};
     int limit_ = 100;                   // no station comes in better; the state value SignalLimit
     std::uint32_t limitedChannel_ = 0;  // the only one that the limit is for; 0 = all
     bool looked_ = false;

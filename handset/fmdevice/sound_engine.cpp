@@ -220,8 +220,9 @@ void CSoundEngine::Rest(std::unique_lock<handset::CLock>* lock) {
 void CSoundEngine::MakeBlock(std::unique_lock<handset::CLock>* lock) {
     std::array<std::int16_t, kBlockFrames * kChannels> samples;
     const auto scene = scene_ ? scene_ : std::make_shared<const SoundScene>();
+    const std::uint64_t position = ring_.End();
     lock->unlock();
-    RenderBlock(*scene, samples.data());
+    RenderBlock(*scene, position, samples.data());
     lock->lock();
     ring_.Append(samples.data(), kBlockFrames);
     const bool play = SpeakerWanted(*scene);
@@ -235,14 +236,14 @@ void CSoundEngine::MakeBlock(std::unique_lock<handset::CLock>* lock) {
     if (failed) speakerRetry_ms_ = GetTickCount64() + kSpeakerRetry_ms;
 }
 
-void CSoundEngine::RenderBlock(const SoundScene& scene, std::int16_t* samples) {
+void CSoundEngine::RenderBlock(const SoundScene& scene, std::uint64_t position, std::int16_t* samples) {
     const float gain = scene.frontEnd && !HandsetPhoneSleeps() ? scene.gain : 0;
     if (gain == 0 && gainBefore_ == 0) {
         std::fill_n(samples, kBlockFrames * kChannels, std::int16_t{0});
         return;
     }
     std::array<float, kBlockFrames * kChannels> frames{};
-    if (scene.frontEnd) scene.frontEnd->Render(scene.reception, frames.data(), kBlockFrames);
+    if (scene.frontEnd) scene.frontEnd->Render(scene.reception, position, frames.data(), kBlockFrames);
     ToSamples(frames.data(), kBlockFrames, gainBefore_, gain, samples);
     gainBefore_ = gain;
 }

@@ -62,7 +62,7 @@ class CSoundEngine {
     std::uint64_t RealMilliseconds(std::uint64_t frames) const;
     // On the sound thread, without the lock.
     void OutputBlock(const SoundScene& scene, const std::int16_t* samples);
-    void RenderBlock(const SoundScene& scene, std::int16_t* samples);
+    void RenderBlock(const SoundScene& scene, std::uint64_t position, std::int16_t* samples);
 
     // Guards everything below it but what is the sound thread's own. Never held while rendering or playing.
     // The receiver's lock may be held outside it, never the other way round.

@@ -83,9 +83,13 @@ TEST_F(TunerRds, NoDataIsNotZeroAndEmpty) {
 }
 
 TEST_F(TunerRds, TheProgrammeTypeIsItsTerm) {
-    device_->SetChannel(9850);
-    EXPECT_EQ(TypeText(S_FALSE), L"") << "no group can have arrived yet";
     WCHAR text[kRdsTextCapacity];
+    // Unless a group begins this very moment, none can have arrived yet.
+    EXPECT_TRUE(test::WaitFor([&] {
+        device_->SetChannel(9850);
+        return device_->GetPTYText(text) == S_FALSE;
+    }));
+    EXPECT_STREQ(text, L"");
     EXPECT_TRUE(test::WaitFor([&] { return device_->GetPTYText(text) == S_OK; }));
     EXPECT_EQ(TypeText(S_OK), L"News");
     device_->SetChannel(9900);
