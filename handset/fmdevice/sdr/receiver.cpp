@@ -14,6 +14,8 @@ constexpr double kWeakNeighbour = 0.15;
 // Above this the medium filter's distortion counts for more than the noise that it keeps out.
 constexpr double kWideFrom_dBHz = 71.5;
 constexpr double kMediumFrom_dBHz = 70.0;
+// What the filters still hold of the station before may be a thousand times as strong as this one.
+constexpr double kFaded_s = 0.002;
 
 ChannelWidth FirstWidth(ChannelChoice choice) {
     switch (choice) {
@@ -72,9 +74,11 @@ void Receiver::Process(const Sample* samples, std::size_t count, std::vector<flo
 
 void Receiver::ProcessBlock(const Sample* channel, std::vector<float>* frames) {
     channelFilter_.Process(Pairs(channel), kBlockSamples, Pairs(filtered_.data()));
-    meter_.AddChannel(channel, filtered_.data(), channelFilter_.Width(), kBlockSamples);
     discriminator_.Process(Pairs(filtered_.data()), kBlockSamples, multiplex_.data());
-    meter_.AddMultiplex(multiplex_.data(), kBlockSamples);
+    if (stream_s_ >= kFaded_s) {
+        meter_.AddChannel(channel, filtered_.data(), channelFilter_.Width(), kBlockSamples);
+        meter_.AddMultiplex(multiplex_.data(), kBlockSamples);
+    }
     MpxBlock block;
     pilot_.Process(multiplex_.data(), &block, pairs_.data());
     if (options_.rds) rds_.Feed(block);

@@ -230,6 +230,24 @@ TEST(Receiver, ARetuneFindsThePilotWithinFortyMilliseconds) {
     EXPECT_EQ(receiver.Snapshot().stereo.value, 1.0);
 }
 
+TEST(Receiver, AWeakStationAfterAStrongOneHasItsOwnLevelWithinSixtyMilliseconds) {
+    FmSignal strong;
+    strong.seconds = 0.3;
+    Receiver receiver(ReceiverOptions{});
+    std::vector<float> frames;
+    receiver.Tune(0.0);
+    std::vector<Sample> samples = MakeFm(strong);
+    receiver.Process(samples.data(), samples.size(), &frames);
+    FmSignal weak = strong;
+    weak.amplitude = 0.01;
+    weak.carrierToNoise_dBHz = 70.0;
+    samples = MakeFm(weak);
+    receiver.Tune(0.0);
+    receiver.Process(samples.data(), static_cast<std::size_t>(0.06 * weak.rate_Hz), &frames);
+    ASSERT_TRUE(receiver.Snapshot().level.present);
+    EXPECT_NEAR(receiver.Snapshot().level.value, 70.0 - 48.0, 2.0);
+}
+
 TEST(Receiver, BesideAStrongNeighbourTheNarrowFilterIsTaken) {
     FmSignal signal;
     signal.seconds = 1.0;

@@ -1,0 +1,192 @@
+#include "handset/fmdevice/antenna/air_receiver.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "handset/fmdevice/receiver_sound.h"
+
+namespace fm {
+namespace {
+
+// A station is received this far beside the centre, where a converter's direct current does not reach, and no
+// farther away than the tuner's filter is even.
+constexpr double kNearest_Hz = 150e3;
+constexpr double kFarthest_Hz = 750e3;
+constexpr double kAside_Hz = 300e3;
+// Of which a narrow stream has no room.
+constexpr double kReach = 0.39;
+constexpr double kChannelHalf_Hz = 100e3;
+// What a look needs to tell a station from noise, and how often those in view are looked at while one is
+// heard.
+constexpr double kLook_s = 0.025;
+constexpr double kLookPeriod_s = 0.5;
+// A level is one of the tuned station after so much of it.
+constexpr double kMeasured_s = 0.05;
+// A carrier that far away is another channel's, whatever its strength.
+constexpr double kMostOffset_Hz = 45e3;
+
+double Reach_Hz(double rate_Hz) {
+    return std::min(kReach * rate_Hz, kFarthest_Hz);
+}
+
+sdr::ReceiverOptions Options(const StreamForm& form, sdr::DeEmphasis deEmphasis) {
+    sdr::ReceiverOptions options;
+    options.rate_Hz = form.rate_Hz;
+    options.deEmphasis = deEmphasis;
+    options.rds = true;
+    return options;
+}
+
+}  // namespace
+
+CAirReceiver::CAirReceiver(const StreamForm& form, sdr::DeEmphasis deEmphasis, CBandMemory* band,
+                           SetCentre setCentre, StaleTime stale_s)
+    : form_(form),
+      band_(band),
+      setCentre_(std::move(setCentre)),
+      staleTime_s_(std::move(stale_s)),
+      decoder_(form.form),
+      receiver_(Options(form, deEmphasis)),
+      look_(form.rate_Hz),
+      centre_Hz_(form.centre_Hz) {}
+
+double CAirReceiver::Offset_Hz() const {
+    return channel_10kHz_ * 1e4 - centre_Hz_;
+}
+
+double CAirReceiver::HalfWidth_Hz() const {
+    return std::min(look_.UsableHalfWidth_Hz(), Reach_Hz(form_.rate_Hz));
+}
+
+bool CAirReceiver::InView(std::uint32_t channel_10kHz) const {
+    return std::fabs(channel_10kHz * 1e4 - centre_Hz_) <= HalfWidth_Hz();
+}
+
+void CAirReceiver::GoTo(double centre_Hz) {
+    if (!form_.tunable || centre_Hz == centre_Hz_) return;
+    centre_Hz_ = centre_Hz;
+    setCentre_(centre_Hz);
+    stale_s_ = staleTime_s_();
+}
+
+void CAirReceiver::Tune(std::uint32_t channel_10kHz) {
+    channel_10kHz_ = channel_10kHz;
+    mode_ = Mode::kStation;
+    const double reach_Hz = Reach_Hz(form_.rate_Hz);
+    const double away_Hz = std::fabs(Offset_Hz());
+    const double aside_Hz = std::min(kAside_Hz, reach_Hz / 2.0);
+    const bool clear = away_Hz >= std::min(kNearest_Hz, aside_Hz) && away_Hz <= reach_Hz;
+    if (!clear) GoTo(channel_10kHz * 1e4 + aside_Hz);
+    look_.Restart();
+    looked_ = 0;
+    idle_s_ = kLookPeriod_s;
+    snapshot_ = {};
+    const double half_Hz = form_.rate_Hz / 2.0;
+    receiver_.Tune(std::clamp(Offset_Hz(), -half_Hz, half_Hz));
+}
+
+void CAirReceiver::Look(std::optional<double> centre_Hz) {
+    mode_ = Mode::kLook;
+    if (centre_Hz) GoTo(*centre_Hz);
+    look_.Restart();
+    looked_ = 0;
+}
+
+void CAirReceiver::EndLook() {
+    if (mode_ != Mode::kStation) Tune(channel_10kHz_);
+}
+
+void CAirReceiver::Silence(double seconds, std::vector<float>* frames) {
+    owed_ += seconds * sdr::kSoundRate_Hz;
+    const double whole = std::floor(owed_);
+    owed_ -= whole;
+    frames->resize(frames->size() + 2 * static_cast<std::size_t>(whole), 0.0F);
+}
+
+void CAirReceiver::Hiss(double seconds, std::vector<float>* frames) {
+    const std::size_t before = frames->size();
+    Silence(seconds, frames);
+    AddReception(0, false, &hiss_, frames->data() + before, (frames->size() - before) / 2);
+}
+
+void CAirReceiver::Lost(std::uint64_t count, std::vector<float>* frames) {
+    const double seconds =
+        static_cast<double>(count) / static_cast<double>(sdr::BytesOf(form_.form)) / form_.rate_Hz;
+    stale_s_ = std::max(stale_s_ - seconds, 0.0);
+    // More than a listener could wait for is made up by the clock of those who listen.
+    Silence(std::min(seconds, 1.0), frames);
+    decoder_.Reset();
+}
+
+void CAirReceiver::TakeLook(std::uint64_t now_ms) {
+    band_->See(look_.Channels(centre_Hz_, CBandMemory::Raster_Hz()), now_ms);
+    look_.Restart();
+    looked_ = 0;
+}
+
+void CAirReceiver::Process(const std::uint8_t* bytes, std::size_t count, std::uint64_t now_ms,
+                           std::vector<float>* frames) {
+    samples_.clear();
+    decoder_.Decode(bytes, count, &samples_);
+    std::size_t begin = 0;
+    if (stale_s_ > 0.0) {
+        begin = std::min(samples_.size(), static_cast<std::size_t>(std::ceil(stale_s_ * form_.rate_Hz)));
+        const double seconds = static_cast<double>(begin) / form_.rate_Hz;
+        stale_s_ = std::max(stale_s_ - seconds, 0.0);
+        // Less than a sample is none.
+        if (stale_s_ * form_.rate_Hz < 0.5) stale_s_ = 0.0;
+        Silence(seconds, frames);
+    }
+    const sdr::Sample* const samples = samples_.data() + begin;
+    const std::size_t fresh = samples_.size() - begin;
+    if (fresh == 0) return;
+    const double seconds = static_cast<double>(fresh) / form_.rate_Hz;
+
+    idle_s_ += seconds;
+    const bool looking = mode_ == Mode::kLook || (mode_ == Mode::kStation && idle_s_ >= kLookPeriod_s);
+    if (looking) {
+        look_.Add(samples, fresh);
+        looked_ += fresh;
+        if (static_cast<double>(looked_) >= kLook_s * form_.rate_Hz) {
+            TakeLook(now_ms);
+            idle_s_ = 0.0;
+            if (mode_ == Mode::kLook) mode_ = Mode::kSeen;
+        }
+    }
+    if (mode_ != Mode::kStation) {
+        Silence(seconds, frames);
+    } else if (std::fabs(Offset_Hz()) + kChannelHalf_Hz > form_.rate_Hz / 2.0) {
+        // A recording that does not hold this channel: nothing comes in.
+        Hiss(seconds, frames);
+    } else {
+        receiver_.Process(samples, fresh, frames);
+        snapshot_ = receiver_.Snapshot();
+    }
+}
+
+const sdr::rds::Station& CAirReceiver::Station() {
+    return snapshot_.rds;
+}
+
+AirSnapshot CAirReceiver::Snapshot() {
+    AirSnapshot result;
+    if (mode_ != Mode::kStation) return result;
+    if (std::fabs(Offset_Hz()) + kChannelHalf_Hz > form_.rate_Hz / 2.0) {
+        result.measured = true;
+        return result;
+    }
+    if (!snapshot_.level.present || snapshot_.stream_s < kMeasured_s) return result;
+    result.measured = true;
+    const bool beside =
+        snapshot_.carrierOffset_Hz.present && std::fabs(snapshot_.carrierOffset_Hz.value) > kMostOffset_Hz;
+    const auto level = static_cast<int>(std::lround(snapshot_.level.value));
+    result.level = beside ? std::min(level, kSeekThreshold) : level;
+    result.stereo = snapshot_.stereo.value != 0.0 && result.level > kStereoThreshold;
+    result.carrierToNoise_dBHz = snapshot_.carrierToNoise_dBHz.value;
+    if (snapshot_.carrierOffset_Hz.present) result.offset_Hz = snapshot_.carrierOffset_Hz.value;
+    result.pi = snapshot_.rds.pi;
+    if (snapshot_.rds.blocks > 0) result.blockErrors = snapshot_.rds.blockErrorRate;
+    return result;
+}
+
+}  // namespace fm

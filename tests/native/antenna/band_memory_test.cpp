@@ -1,0 +1,95 @@
+// What was seen of the band, and the seek by it.
+#include "handset/fmdevice/antenna/band_memory.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <set>
+
+namespace {
+
+using fm::CBandMemory;
+using fm::CBandSeek;
+
+constexpr double kHalf_Hz = 750e3;
+
+// A band with stations at these channels, looked at around a centre.
+void Look(CBandMemory* memory, const std::set<std::uint32_t>& stations, double centre_Hz,
+          std::uint64_t now_ms) {
+    std::vector<sdr::ChannelLook> looks;
+    for (const double f : CBandMemory::Raster_Hz()) {
+        if (std::fabs(f - centre_Hz) > kHalf_Hz) continue;
+        sdr::ChannelLook look;
+        look.frequency_Hz = f;
+        look.carrier = stations.count(static_cast<std::uint32_t>(std::lround(f / 1e4))) > 0;
+        look.level = look.carrier ? 40.0 : 2.0;
+        looks.push_back(look);
+    }
+    memory->See(looks, now_ms);
+}
+
+struct Sought {
+    CBandSeek::Where where;
+    std::uint32_t channel;
+    int looks;
+};
+
+Sought Seek(const std::set<std::uint32_t>& stations, std::uint32_t from, bool up) {
+    CBandMemory memory;
+    CBandSeek seek(from, up);
+    for (int looks = 0; looks < 100; ++looks) {
+        const auto where = seek.GoOn(memory, 0);
+        if (where != CBandSeek::Where::kUnknown) return {where, seek.Channel_10kHz(), looks};
+        Look(&memory, stations, seek.Centre_Hz(kHalf_Hz), 1);
+    }
+    return {CBandSeek::Where::kUnknown, 0, 100};
+}
+
+TEST(BandSeek, FindsTheNextStationEachWayRoundTheEnds) {
+    const std::set<std::uint32_t> stations = {8760, 9850, 10790};
+    struct Row {
+        std::uint32_t from;
+        bool up;
+        std::uint32_t found;
+    };
+    constexpr Row kRows[] = {{8750, true, 8760},  {8760, true, 9850},   {9850, true, 10790},
+                             {10790, true, 8760}, {8760, false, 10790}, {10800, false, 10790},
+                             {9850, false, 8760}, {9855, false, 9850},  {9845, true, 9850}};
+    for (const Row& row : kRows) {
+        const Sought sought = Seek(stations, row.from, row.up);
+        EXPECT_EQ(sought.where, CBandSeek::Where::kFound) << row.from;
+        EXPECT_EQ(sought.channel, row.found) << row.from;
+    }
+}
+
+TEST(BandSeek, AnEmptyBandIsSeenInAsFewLooksAsItHasRoomFor) {
+    for (const bool up : {true, false}) {
+        const Sought sought = Seek({}, 9000, up);
+        EXPECT_EQ(sought.where, CBandSeek::Where::kNothing);
+        EXPECT_LE(sought.looks, 15);
+    }
+}
+
+TEST(BandSeek, TheOnlyStationIsNotFoundFromItself) {
+    EXPECT_EQ(Seek({9850}, 9850, true).where, CBandSeek::Where::kNothing);
+}
+
+TEST(BandSeek, WhatWasSeenTooLongAgoIsLookedAtAgain) {
+    CBandMemory memory;
+    Look(&memory, {9010}, 90e6, 1000);
+    CBandSeek seek(9000, true);
+    EXPECT_EQ(seek.GoOn(memory, 1001), CBandSeek::Where::kUnknown);
+    EXPECT_EQ(seek.Channel_10kHz(), 9010u);
+    EXPECT_EQ(seek.GoOn(memory, 1000), CBandSeek::Where::kFound);
+}
+
+TEST(BandMemory, KeepsLevelsAndSaysWhatItNeverSaw) {
+    CBandMemory memory;
+    EXPECT_EQ(memory.Levels()[0], fm::kNeverSeen);
+    Look(&memory, {8750}, 87.5e6, 5);
+    EXPECT_EQ(memory.Levels()[0], 40);
+    EXPECT_EQ(memory.Levels()[1], 2);
+    EXPECT_EQ(memory.Levels()[100], fm::kNeverSeen);
+}
+
+}  // namespace
