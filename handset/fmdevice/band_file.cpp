@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "handset/fmdevice/ascii.h"
+#include "handset/fmdevice/band_line.h"
 #include "handset/fmdevice/pty_names.h"
 #include "handset/fmdevice/utf8.h"
 
@@ -12,19 +13,11 @@ namespace fm {
 namespace {
 
 constexpr std::size_t kQuotedCharacters = 40;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::string_view Trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t");
     if (first == std::string_view::npos) return {};
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
-std::string_view WithoutComment(std::string_view line) {
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        if (line[i] == ';' && (i == 0 || line[i - 1] == ' ' || line[i - 1] == '\t')) return line.substr(0, i);
-    }
-    return line;
 }
 
 bool HasControlCharacter(std::string_view line) {
@@ -166,13 +159,20 @@ class CBandReader {
         ++number_;
         if (!IsUtf8(line)) return Fault("the line is not valid UTF-8");
         if (HasControlCharacter(line)) return Fault("the line has a control character in it");
-        line = Trimmed(WithoutComment(line));
-        if (line.empty()) return;
-        if (line.front() == '[') return ReadSection(line);
-        const std::size_t equals = line.find('=');
-        if (equals == std::string_view::npos)
-            return Fault(Quoted(line) + " is neither a section nor a key with a value");
-        ReadKey(Trimmed(line.substr(0, equals)), Trimmed(line.substr(equals + 1)));
+        const BandLine read = ReadBandLine(line);
+        switch (read.kind) {
+            case BandLineKind::kEmpty:
+                return;
+            case BandLineKind::kSection:
+                return ReadSection(read);
+            case BandLineKind::kOpenSection:
+                section_ = Section::kFaulty;
+                return Fault(Quoted(read.text) + " lacks the closing bracket");
+            case BandLineKind::kKey:
+                return ReadKey(read.name, read.value);
+            case BandLineKind::kOther:
+                return Fault(Quoted(read.text) + " is neither a section nor a key with a value");
+        }
     }
 
     Band Take() { return std::move(band_); }
@@ -192,18 +192,16 @@ class CBandReader {
                            (last ? "this and further faults are not listed" : what));
     }
 
-    void ReadSection(std::string_view line) {
+    void ReadSection(const BandLine& line) {
         section_ = Section::kFaulty;
-        if (line.back() != ']') return Fault(Quoted(line) + " lacks the closing bracket");
-        const std::string_view title = Trimmed(line.substr(1, line.size() - 2));
-        if (SameLetters(title, "band")) {
+        if (SameLetters(line.name, "band")) {
             section_ = Section::kBand;
             return;
         }
-        const auto channel = NumberIn(title, kBandBottom_10kHz, kBandTop_10kHz);
-        if (!channel) return Fault(Quoted(line) + " is neither [band] nor a channel from 8750 to 10800");
-        const auto [station, isNew] = band_.stations.try_emplace(static_cast<std::uint32_t>(*channel));
-        if (!isNew) Fault(Quoted(line) + " was there before; its keys are added to the first");
+        const auto channel = SectionChannel(line.name);
+        if (!channel) return Fault(Quoted(line.text) + " is neither [band] nor a channel from 8750 to 10800");
+        const auto [station, isNew] = band_.stations.try_emplace(*channel);
+        if (!isNew) Fault(Quoted(line.text) + " was there before; its keys are added to the first");
         section_ = Section::kStation;
         station_ = &station->second;
     }
@@ -240,11 +238,9 @@ class CBandReader {
 
 Band ReadBand(std::string_view name, std::string_view text, std::vector<std::string>* faults) {
     CBandReader reader(name, faults);
-    if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) text.remove_prefix(kByteOrderMark.size());
+    text = AfterByteOrderMark(text);
     while (!text.empty()) {
-        const std::size_t end = text.find('\n');
-        std::string_view line = text.substr(0, end);
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+        std::string_view line = TakeBandLine(text);
         if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
         reader.ReadLine(line);
     }

@@ -1,6 +1,8 @@
 # The sources of the tuner device that need nothing of Windows.
 set(FM_PORTABLE_SOURCES
+    ${CMAKE_CURRENT_LIST_DIR}/band_edit.cpp
     ${CMAKE_CURRENT_LIST_DIR}/band_file.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/band_line.cpp
     ${CMAKE_CURRENT_LIST_DIR}/generators.cpp
     ${CMAKE_CURRENT_LIST_DIR}/programme.cpp
     ${CMAKE_CURRENT_LIST_DIR}/pty_names.cpp

@@ -1,6 +1,6 @@
 // band: what is on the air.
+#include "handset/fmdevice/band_edit.h"
 #include "handset/fmdevice/band_file.h"
-#include "handset/panel/band_edit.h"
 #include "handset/panel/command.h"
 #include "handset/panel/encoding.h"
 #include "handset/panel/station_name.h"
@@ -54,7 +54,7 @@ int Band(const Arguments& arguments, Console& console) {
         if (equals == std::wstring::npos || equals == 0) {
             return BadArguments(console, L"band", L"\"" + arguments[i] + L"\" is no KEY=VALUE");
         }
-        text = SetBandKey(text, *channel, Utf8(arguments[i].substr(0, equals)),
+        text = fm::SetBandKey(text, *channel, Utf8(arguments[i].substr(0, equals)),
                           Utf8(arguments[i].substr(equals + 1)));
     }
     const auto faults = FaultsOf(text);

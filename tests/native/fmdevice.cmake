@@ -7,6 +7,7 @@ target_compile_options(fm_portable PUBLIC -O1)
 target_link_libraries(fm_portable PUBLIC kora_flags)
 
 add_executable(test_fm_portable
+    fmdevice/band_edit_test.cpp
     fmdevice/band_file_test.cpp
     fmdevice/band_fuzz_test.cpp
     fmdevice/programme_test.cpp

@@ -2,7 +2,6 @@
 #include <atomic>
 #include <thread>
 
-#include "handset/panel/band_edit.h"
 #include "handset/panel/encoding.h"
 #include "handset/state/handset_state.h"
 #include "tests/unit/panel/handset_fixture.h"
