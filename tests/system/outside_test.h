@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 
+#include "shell/messages.h"
 #include "tests/system/channels_on_radio.h"
 
 namespace test {
@@ -38,6 +39,29 @@ class OutsideTest : public ThreeChannelsOnRadio {
         if (SendMessageTimeoutW(radio.Window(), WM_NULL, 0, 0, SMTO_NORMAL, kDeadline_ms, &result) == 0)
             return testing::AssertionFailure() << "its window does not answer";
         return testing::AssertionSuccess();
+    }
+
+    // What was posted before is done, or has opened its box: a position that was posted behind it is the
+    // slider's. What is sent, as Answers does, overtakes it.
+    static bool IsDone(const Radio& radio) {
+        const LRESULT position = radio.Send(WM_SKIN_GETPOS, SKIN_VOLUME) == 1 ? 2 : 1;
+        PostMessageW(radio.Window(), WM_SKIN_SETPOS, SKIN_VOLUME, position);
+        return WaitFor([&] { return radio.Send(WM_SKIN_GETPOS, SKIN_VOLUME) == position; });
+    }
+
+    // Types 107.9. Digits are lost while a box is open or the radio records, and those that come later go on
+    // where the entry stands: the first one is typed until it stands at the front.
+    testing::AssertionResult Types1079(const Radio& radio) const {
+        for (int digit = 0; digit < 4; ++digit) {
+            const int taken = CountIn(handset.Trace(), ":1--"), first = CountIn(handset.Trace(), "FM: 0:1--");
+            radio.Type("1");
+            if (!WaitFor([&] { return CountIn(handset.Trace(), ":1--") > taken; }))
+                return testing::AssertionFailure() << "a digit is not taken";
+            if (CountIn(handset.Trace(), "FM: 0:1--") == first) continue;
+            radio.Type("079");
+            return testing::AssertionSuccess();
+        }
+        return testing::AssertionFailure() << "four digits are no entry";
     }
 
     // Closes it as its user does.

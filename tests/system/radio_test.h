@@ -49,19 +49,13 @@ class RadioTest : public testing::Test {
         return WaitFor([&] { return Rounds() >= before + more; });
     }
 
+    // How often a key came to the main window. Not every line of the trace before it has an end of its own.
+    int KeysTaken() const { return CountIn(handset.Trace(), "WM_KEYDOWN\n"); }
     // What was posted before is done, or has opened its dialog.
     bool WaitUntilKeysCome(const Radio& radio) const {
-        // Not every line before it has an end of its own.
-        const auto keys = [this] {
-            const std::string trace = handset.Trace();
-            int count = 0;
-            for (std::size_t at = 0; (at = trace.find("WM_KEYDOWN\n", at)) != std::string::npos; ++at)
-                ++count;
-            return count;
-        };
-        const int before = keys();
+        const int before = KeysTaken();
         radio.Key(VK_F5);
-        return WaitFor([&] { return keys() > before; });
+        return WaitFor([&] { return KeysTaken() > before; });
     }
 
     // A wait that was in vain shows what came instead.
@@ -86,6 +80,12 @@ class RadioTest : public testing::Test {
     static int Count(const std::vector<std::string>& lines, const std::string& start) {
         return static_cast<int>(std::count_if(
             lines.begin(), lines.end(), [&](const std::string& line) { return line.rfind(start, 0) == 0; }));
+    }
+
+    static int CountIn(const std::string& text, const std::string& part) {
+        int count = 0;
+        for (std::size_t at = 0; (at = text.find(part, at)) != std::string::npos; ++at) ++count;
+        return count;
     }
 
   private:

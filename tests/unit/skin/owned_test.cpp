@@ -152,19 +152,27 @@ TEST_F(Owners, AMenuIsDestroyed) {
     SetLastError(kSomeError);
 }
 
+// By what is in it: the handle's number, too, may be another key's of the process by now.
 TEST_F(Owners, ARegistryKeyIsClosed) {
+    constexpr WCHAR kPath[] = L"Software\\KoraOwnedKey";
+    constexpr WCHAR kMark[] = L"Mark";
+    const auto isOpen = [&](HKEY key) {
+        return RegQueryValueExW(key, kMark, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+    };
     HKEY key = nullptr;
     {
         OwnedKey owner;
-        ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, L"", 0, KEY_READ, owner.put()), ERROR_SUCCESS);
-        ASSERT_TRUE(owner);
+        ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, kPath, 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS,
+                                  nullptr, owner.put(), nullptr),
+                  ERROR_SUCCESS);
+        ASSERT_EQ(RegSetValueExW(owner.get(), kMark, 0, REG_BINARY, nullptr, 0), ERROR_SUCCESS);
         key = owner.get();
+        EXPECT_TRUE(isOpen(key));
         SetLastError(kSomeError);
     }
-    DWORD subkeys = 0;
-    EXPECT_EQ(RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &subkeys, nullptr, nullptr, nullptr, nullptr,
-                               nullptr, nullptr, nullptr),
-              ERROR_INVALID_HANDLE);
+    EXPECT_EQ(GetLastError(), kSomeError);
+    EXPECT_FALSE(isOpen(key));
+    RegDeleteKeyW(HKEY_CURRENT_USER, kPath);
     SetLastError(kSomeError);
 }
 
