@@ -16,6 +16,7 @@ struct DataCase {
     Air air;
     double length_s = 40;
     int limitBlocks = 0;  // of how many the limit is worked out; 0: it is not
+    double most = -1;     // block errors that are allowed; below 0: this is for knowing only
 
     double limit = -1;  // block errors of the best possible decision
     Score ours;

@@ -46,7 +46,9 @@ bool ReadGroup(const std::string& line, GivenGroup* group) {
     for (auto& block : *group) {
         if (!(words >> word) || word.size() != 4) return false;
         block.reset();
-        if (word != "----") block = static_cast<std::uint16_t>(std::stoul(word, nullptr, 16));
+        if (word == "----") continue;
+        if (word.find_first_not_of("0123456789ABCDEFabcdef") != std::string::npos) return false;
+        block = static_cast<std::uint16_t>(std::stoul(word, nullptr, 16));
     }
     return true;
 }
@@ -55,8 +57,9 @@ double Seconds(const timeval& time) {
     return static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
 }
 
-// Runs it to its end; its processor time.
-double Run(const std::vector<std::string>& command, const CScratchFile& input, const CScratchFile& output) {
+// Runs it to its end; its processor time, or nothing when it failed.
+std::optional<double> Run(const std::vector<std::string>& command, const CScratchFile& input,
+                          const CScratchFile& output) {
     std::vector<char*> arguments;
     for (const std::string& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
@@ -72,7 +75,8 @@ double Run(const std::vector<std::string>& command, const CScratchFile& input, c
     }
     int status = 0;
     rusage usage{};
-    wait4(child, &status, 0, &usage);
+    if (child < 0 || wait4(child, &status, 0, &usage) != child) return std::nullopt;
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) return std::nullopt;
     return Seconds(usage.ru_utime) + Seconds(usage.ru_stime);
 }
 
@@ -88,13 +92,18 @@ std::string FindRedsea() {
     return "";
 }
 
-PeerResult RunRedsea(const std::string& program, const std::vector<std::int16_t>& multiplex) {
+std::optional<PeerResult> RunRedsea(const std::string& program, const std::vector<std::int16_t>& multiplex) {
     const CScratchFile input, output;
     std::ofstream(input.Name(), std::ios::binary)
         .write(reinterpret_cast<const char*>(multiplex.data()),
                static_cast<std::streamsize>(multiplex.size() * sizeof multiplex[0]));
+    const std::optional<double> processor_s = Run({program, "-r", "171000", "-x"}, input, output);
+    if (!processor_s) {
+        std::fprintf(stderr, "   %s failed\n", program.c_str());
+        return std::nullopt;
+    }
     PeerResult result;
-    result.processor_s = Run({program, "-r", "171000", "-x"}, input, output);
+    result.processor_s = *processor_s;
     std::ifstream lines(output.Name());
     for (std::string line; std::getline(lines, line);) {
         GivenGroup group;

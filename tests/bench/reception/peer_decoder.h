@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,8 @@ struct PeerResult {
     double processor_s = 0;
 };
 
-// The groups that it finds in a multiplex of kPeerRate_Hz.
-PeerResult RunRedsea(const std::string& program, const std::vector<std::int16_t>& multiplex);
+// The groups that it finds in a multiplex of kPeerRate_Hz; nothing when it cannot be started or fails: that
+// would look like a decoder that hears nothing.
+std::optional<PeerResult> RunRedsea(const std::string& program, const std::vector<std::int16_t>& multiplex);
 
 }  // namespace bench

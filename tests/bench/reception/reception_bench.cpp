@@ -13,35 +13,22 @@
 #include <string>
 
 #include "tests/bench/reception/curve.h"
-#include "tests/bench/reception/data_cases.h"
+#include "tests/bench/reception/demands.h"
 #include "tests/bench/reception/peer_decoder.h"
-#include "tests/bench/reception/processor_time.h"
 #include "tests/bench/reception/report.h"
-#include "tests/bench/reception/sound_cases.h"
-#include "tests/bench/reception/text_cases.h"
+#include "tests/bench/reception/results.h"
 
 namespace {
 
 using bench::CTable;
 using bench::DataCase;
-using bench::Demand;
+using bench::Results;
 using bench::Share;
 using bench::Text;
 
 struct Options {
     bool quick = false;
     std::string curves;
-};
-
-struct Results {
-    std::string redsea;
-    std::vector<DataCase> weak, fallback, odd;
-    std::vector<bench::TuningCase> tunings;
-    std::vector<bench::TruthCase> truths;
-    std::vector<bench::NoiseCase> noise;
-    std::vector<bench::SeparationCase> separation;
-    bench::CleanSound clean;
-    std::vector<bench::Cost> fast, plain;
 };
 
 Options ReadOptions(int count, char** arguments) {
@@ -86,6 +73,7 @@ Results MeasureAll(bool quick) {
     results.odd = bench::OddCases(quick);
     results.tunings = bench::TuningCases(quick);
     results.truths = bench::TruthCases(quick);
+    results.bands = bench::BandCases();
     results.noise = bench::NoiseCases(quick);
     results.separation = bench::SeparationCases(quick);
     std::vector<bench::Task> tasks;
@@ -98,6 +86,7 @@ Results MeasureAll(bool quick) {
     add(Measure(results.weak, results.redsea));
     add(Measure(results.fallback, results.redsea));
     add(Measure(results.odd, results.redsea));
+    add(Measure(results.bands));
     add(Measure(results.separation));
     add(Measure(results.clean));
     bench::RunAll(tasks);
@@ -153,6 +142,18 @@ void PrintTexts(const Results& results) {
     truths.Print();
 }
 
+void PrintBands(const Results& results) {
+    std::printf("The band from 87.5 to 108 MHz, looked at\n\n");
+    CTable table({"Band", "Looks", "Air for a look", "Processor for a look", "Whole band", "Found", "Missed",
+                  "Made up"});
+    for (const bench::BandCase& band : results.bands) {
+        table.Add({band.what, std::to_string(band.looks), Text("%.0f ms", 1000 * band.air_s),
+                   Text("%.2f ms", 1000 * band.processor_s), Text("%.2f s", band.Whole_s()),
+                   std::to_string(band.found), std::to_string(band.missed), std::to_string(band.untrue)});
+    }
+    table.Print();
+}
+
 void PrintSound(const Results& results) {
     std::printf("Sound: 1 kHz on the left, 57 kHz of deviation, 50 us\n\n");
     CTable noise({"C/N0", "SINAD", "Limit of FM stereo", "Below it"});
@@ -187,113 +188,6 @@ void PrintCosts(const Results& results) {
         table.Add({"redsea, RDS alone, from a multiplex at 171 kHz", share, share});
     }
     table.Print();
-}
-
-const DataCase* At(const std::vector<DataCase>& cases, double carrierToNoise_dBHz) {
-    for (const DataCase& data : cases) {
-        if (data.CarrierToNoise_dBHz() == carrierToNoise_dBHz) return &data;
-    }
-    return nullptr;
-}
-
-double ShareOf(const std::vector<bench::Cost>& costs, const char* what) {
-    for (const auto& cost : costs) {
-        if (cost.what == what) return cost.share;
-    }
-    return 1;
-}
-
-void DemandData(const Results& results, std::vector<Demand>* demands) {
-    const struct { double carrierToNoise_dBHz, most; } kErrors[] = {{70, 0.01}, {68, 0.10}, {66, 0.50}};
-    for (const auto& row : kErrors) {
-        const DataCase* data = At(results.weak, row.carrierToNoise_dBHz);
-        if (data == nullptr) continue;
-        demands->push_back(
-            {Text("block errors at %.0f dB-Hz", row.carrierToNoise_dBHz), Text("<= %.0f %%", 100 * row.most),
-             Share(data->ours.ErrorRate(), data->ours.sent), data->ours.ErrorRate() <= row.most});
-    }
-    double mostWrong = 0;
-    const DataCase* worst = nullptr;
-    for (const auto* cases : {&results.weak, &results.fallback, &results.odd}) {
-        for (const DataCase& data : *cases) {
-            if (worst == nullptr || data.ours.WrongRate() > mostWrong)
-                mostWrong = data.ours.WrongRate(), worst = &data;
-        }
-    }
-    if (worst != nullptr) {
-        demands->push_back({"wrong blocks, the most of any signal (" + worst->what + ")", "<= 0.5 %",
-                            Share(mostWrong, worst->ours.sent), mostWrong <= 0.005});
-    }
-    if (const DataCase* data = At(results.weak, 68)) {
-        demands->push_back({"whole groups at 68 dB-Hz", ">= 70 %",
-                            Text("%.0f %%", 100 * data->ours.WholeRate()), data->ours.WholeRate() >= 0.70});
-    }
-    for (const DataCase& data : results.fallback) {
-        if (data.CarrierToNoise_dBHz() != 69) continue;
-        demands->push_back({"block errors, " + data.what, "<= 10 %",
-                            Share(data.ours.ErrorRate(), data.ours.sent), data.ours.ErrorRate() <= 0.10});
-    }
-    for (std::size_t i = 0; i < 3 && i < results.odd.size(); ++i) {
-        const DataCase& data = results.odd[i];
-        demands->push_back({"block errors, " + data.what, "<= 1 %",
-                            Share(data.ours.ErrorRate(), data.ours.sent), data.ours.ErrorRate() <= 0.01});
-    }
-}
-
-void DemandTexts(const Results& results, std::vector<Demand>* demands) {
-    long untrue = 0;
-    for (const auto& truth : results.truths) untrue += truth.untrue;
-    demands->push_back({"texts shown that were not sent", "none", std::to_string(untrue), untrue == 0});
-    for (const auto& tuning : results.tunings) {
-        const double most_s = tuning.carrierToNoise_dBHz == 72   ? 0.3
-                              : tuning.carrierToNoise_dBHz == 68 ? 1.5
-                                                                 : 0;
-        if (most_s == 0) continue;
-        demands->push_back(
-            {Text("station code after tuning at %.0f dB-Hz, median", tuning.carrierToNoise_dBHz),
-             Text("<= %.1f s", most_s), Text("%.2f s", tuning.pi.Median()), tuning.pi.Median() <= most_s});
-    }
-}
-
-void DemandSound(const Results& results, std::vector<Demand>* demands) {
-    double mostBelow = -100;
-    for (const auto& row : results.noise) {
-        if (row.carrierToNoise_dBHz >= 66) mostBelow = std::max(mostBelow, row.limit_dB - row.reached_dB);
-        if (row.carrierToNoise_dBHz == 63) {
-            demands->push_back({"stereo SINAD at 63 dB-Hz", ">= 23.5 dB", Text("%.1f dB", row.reached_dB),
-                                row.reached_dB >= 23.5});
-        }
-    }
-    demands->push_back({"stereo SINAD below the limit, 66 to 90 dB-Hz", "<= 0.3 dB",
-                        Text("%.2f dB", mostBelow), mostBelow <= 0.3});
-    demands->push_back({"clean SINAD at 1 kHz", ">= 90 dB", Text("%.1f dB", results.clean.sinad_dB),
-                        results.clean.sinad_dB >= 90});
-    double to10 = 1e3, to14 = 1e3;
-    for (const auto& row : results.separation) {
-        double& least = row.frequency_Hz <= 10000 ? to10 : to14;
-        least = std::min(least, row.reached_dB);
-    }
-    demands->push_back({"separation to 10 kHz", ">= 70 dB", Text("%.1f dB", to10), to10 >= 70});
-    demands->push_back({"separation to 14 kHz", ">= 60 dB", Text("%.1f dB", to14), to14 >= 60});
-    for (const auto& [lowest, highest, name] :
-         {std::tuple{results.clean.lowest_dB, results.clean.highest_dB, "50 us"},
-          std::tuple{results.clean.lowest75_dB, results.clean.highest75_dB, "75 us"}}) {
-        demands->push_back({std::string("response 30 Hz to 14 kHz, ") + name, "+-0.1 dB",
-                            Text("%+.3f to ", lowest) + Text("%+.3f dB", highest),
-                            lowest >= -0.1 && highest <= 0.1});
-    }
-    demands->push_back({"19 kHz in the sound", "<= -80 dB", Text("%.1f dB", results.clean.pilot_dB),
-                        results.clean.pilot_dB <= -80});
-}
-
-void DemandCosts(const Results& results, std::vector<Demand>* demands) {
-    for (const char* what : {"all, with RDS", "all, with RDS, at 68 dB-Hz"}) {
-        const double plain = ShareOf(results.plain, what), fast = ShareOf(results.fast, what);
-        demands->push_back({std::string("processor, ") + what + ", plain", "<= 4 %",
-                            Text("%.2f %%", 100 * plain), plain <= 0.04});
-        demands->push_back({std::string("processor, ") + what + ", AVX2", "<= 3 %",
-                            Text("%.2f %%", 100 * fast), fast <= 0.03});
-    }
 }
 
 void Write(const std::string& file, const bench::Drawing& drawing) {
@@ -349,14 +243,10 @@ int main(int count, char** arguments) {
     PrintData("RDS without a pilot or beside it", results.fallback, results.redsea, false);
     PrintData("RDS in other situations", results.odd, results.redsea, false);
     PrintTexts(results);
+    PrintBands(results);
     PrintSound(results);
     PrintCosts(results);
     if (!options.curves.empty()) DrawCurves(results, options.curves);
-    std::vector<Demand> demands;
-    DemandData(results, &demands);
-    DemandTexts(results, &demands);
-    DemandSound(results, &demands);
-    DemandCosts(results, &demands);
     std::printf("Demand and result\n\n");
-    return bench::PrintDemands(demands) ? 0 : 1;
+    return bench::PrintDemands(bench::Demands(results)) ? 0 : 1;
 }

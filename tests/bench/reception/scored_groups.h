@@ -21,7 +21,7 @@ struct Score {
     long sentGroups = 0;
 
     double ErrorRate() const {
-        return sent == 0 ? 1 : 1 - static_cast<double>(right) / static_cast<double>(sent);
+        return sent == 0 ? 1 : static_cast<double>(sent - right) / static_cast<double>(sent);
     }
     double WrongRate() const {
         return sent == 0 ? 0 : static_cast<double>(wrong) / static_cast<double>(sent);

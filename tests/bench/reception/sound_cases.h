@@ -1,6 +1,7 @@
 // What is heard: noise, distortion, separation and response of the receiver's sound.
 #pragma once
 
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,14 +26,16 @@ struct SeparationCase {
 };
 std::vector<SeparationCase> SeparationCases(bool quick);
 
+// What was not measured is no number.
 struct CleanSound {
-    double sinad_dB = 0;       // 1 kHz on the left
-    double distortion_dB = 0;  // its harmonics, 2 to 14
-    double lowest_dB = 0;      // response from 30 Hz to 14 kHz against 1 kHz
-    double highest_dB = 0;
-    double pilot_dB = 0;     // 19 kHz in the sound, against the loudest 1 kHz
-    double lowest75_dB = 0;  // the same at 75 us
-    double highest75_dB = 0;
+    static constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+    double sinad_dB = kNone;       // 1 kHz on the left
+    double distortion_dB = kNone;  // its harmonics, 2 to 14
+    double lowest_dB = kNone;      // response from 30 Hz to 14 kHz against 1 kHz
+    double highest_dB = kNone;
+    double pilot_dB = kNone;     // 19 kHz in the sound, against the loudest 1 kHz
+    double lowest75_dB = kNone;  // the same at 75 us
+    double highest75_dB = kNone;
 };
 
 // Tasks that fill all of it in; what they are given must stay where it is.
