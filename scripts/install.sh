@@ -1,5 +1,7 @@
 # ./kora install: lays the built programs into a prefix of the machine. Sourced by kora.
 
+. "$KORA_ROOT/scripts/notices.sh"
+
 KORA_PROGRAM_FILES=(UI.exe COREDLL.dll AYGSHELL.dll COMMCTRL.dll COMMDLG.dll fmdevice.dll capture.dll handset.exe band.ini)
 KORA_LAUNCHER_SCRIPTS=(common packages wine display handset run uninstall)
 KORA_ICON_SIZES=(16 24 32 48 64 128 256)
@@ -12,6 +14,14 @@ programs_copy() {
         [ -f "$KORA_BIN/$file" ] || fail "$KORA_BIN/$file is missing; \`./kora build\` makes it"
         install -m 644 "$KORA_BIN/$file" "$1/$file"
     done
+}
+
+# documents_copy FOLDER: the guide with its pictures, and the licences.
+documents_copy() {
+    mkdir -p "$1/pictures"
+    install -m 644 "$KORA_ROOT/docs/guide.md" "$1/guide.md"
+    install -m 644 "$KORA_ROOT"/docs/pictures/*.png "$1/pictures/"
+    notices_copy "$1"
 }
 
 # A path as one word of a desktop entry's Exec line.
@@ -33,6 +43,10 @@ install_tree() {
     for script in "${KORA_LAUNCHER_SCRIPTS[@]}"; do
         install -m 644 "$KORA_ROOT/scripts/$script.sh" "$stage/share/kora/scripts/$script.sh"
     done
+    documents_copy "$stage/share/doc/kora"
+    mkdir -p "$stage/share/man/man1" "$stage/share/bash-completion/completions"
+    gzip -9 -n -c "$KORA_ROOT/packaging/linux/kora.1" >"$stage/share/man/man1/kora.1.gz"
+    install -m 644 "$KORA_ROOT/packaging/linux/kora.bash" "$stage/share/bash-completion/completions/kora"
     install -m 644 "$drawing" "$icons/scalable/apps/kora.svg"
     for size in "${KORA_ICON_SIZES[@]}"; do
         mkdir -p "$icons/${size}x$size/apps"

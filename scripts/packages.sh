@@ -4,8 +4,9 @@ KORA_BUILD_PACKAGES=(cmake ninja-build googletest g++-mingw-w64-x86-64-posix lib
 KORA_DISPLAY_PACKAGES=(xvfb x11-utils imagemagick)
 # An installed radio needs these alone; x11-utils shows the messages of a start without a terminal.
 KORA_RUN_PACKAGES=(wine64 x11-utils)
-KORA_PACKAGE_PACKAGES=(zip)
-KORA_TEST_PACKAGES=(clang libclang-rt-dev g++-mingw-w64-i686-posix ffmpeg sqlite3 desktop-file-utils zip unzip libunicorn-dev)
+KORA_PACKAGE_PACKAGES=(zip librsvg2-bin dpkg-dev)
+KORA_MAINTAINER="Kora developers <kora@users.noreply.github.com>"
+KORA_TEST_PACKAGES=(clang libclang-rt-dev g++-mingw-w64-i686-posix ffmpeg sqlite3 desktop-file-utils zip unzip lintian libunicorn-dev)
 KORA_RECEPTION_PACKAGES=(cmake ninja-build g++ gcc make libc6-dev dpkg-dev)
 KORA_COVERAGE_PACKAGES=(gcovr)
 

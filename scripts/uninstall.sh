@@ -93,7 +93,9 @@ kora_uninstall() {
         *) fail "uninstall: \"$1\" is not understood; --all is" ;;
     esac
     handset_remove $all
-    if [ -w "$KORA_ROOT" ]; then
+    if [ ! -f "$KORA_ROOT/installed" ] && dpkg-query -S "$KORA_ROOT/kora" >/dev/null 2>&1; then
+        step 'your handset is removed; "sudo apt remove kora" removes the programs'
+    elif [ -w "$KORA_ROOT" ]; then
         programs_remove
         step "Kora is removed"
     else

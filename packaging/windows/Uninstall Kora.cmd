@@ -12,7 +12,7 @@ if "%~1" == "" pause
 rem Only our own files, should there be others in the folder. This file is open until it ends, so the folder goes a
 rem moment later. One line, read as a whole before this file goes.
 cd /d "%TEMP%"
-rmdir /s /q "%HERE%\programs" & start "" /min cmd /c "for /l %%i in (1,1,20) do if exist "%HERE%" (ping -n 2 127.0.0.1 >nul & rmdir "%HERE%" 2>nul)" & del /q "%HERE%\README.txt" "%HERE%\Start Kora.cmd" "%HERE%\Uninstall Kora.cmd" & exit
+rmdir /s /q "%HERE%\programs" & rmdir /s /q "%HERE%\documents" & start "" /min cmd /c "for /l %%i in (1,1,20) do if exist "%HERE%" (ping -n 2 127.0.0.1 >nul & rmdir "%HERE%" 2>nul)" & del /q "%HERE%\README.txt" "%HERE%\Start Kora.cmd" "%HERE%\Uninstall Kora.cmd" & exit
 
 :failed
 if "%~1" == "" pause

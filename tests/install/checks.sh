@@ -46,9 +46,11 @@ as_user() { env -i HOME="$USER_HOME" PATH="$PATH" DISPLAY="$DISPLAY" LANG=C.UTF-
 
 # The programs and what installs them, as a tree of its own that can be taken away.
 copy_tree() {
-    mkdir -p "$1/build/release/bin" "$1/resources"
-    cp -r "$KORA_TREE/kora" "$KORA_TREE/scripts" "$KORA_TREE/packaging" "$1/"
-    cp -r "$KORA_TREE/resources/art" "$1/resources/"
+    mkdir -p "$1/build/release/bin" "$1/resources" "$1/docs"
+    cp -r "$KORA_TREE"/{kora,scripts,packaging,LICENSE,THIRD-PARTY.md} "$1/"
+    cp -r "$KORA_TREE/resources/art" "$KORA_TREE/resources/ui.rc" "$1/resources/"
+    cp -r "$KORA_TREE/docs/guide.md" "$KORA_TREE/docs/pictures" "$1/docs/"
+    ln -s "$KORA_TREE/build/sources" "$1/build/sources"
     cp "$KORA_PROGRAMS"/*.dll "$KORA_PROGRAMS"/UI.exe "$KORA_PROGRAMS"/handset.exe "$KORA_PROGRAMS"/band.ini "$1/build/release/bin/"
 }
 

@@ -41,6 +41,13 @@ windows_line_ends() {
     local file
     for file in "$FOLDER"/Kora/*.*; do [ "$(grep -c $'\r$' "$file")" -eq "$(wc -l <"$file")" ] || { echo "$file"; return 1; }; done
 }
+documents_are_there() {
+    local name
+    for name in LICENSE THIRD-PARTY.md guide.md notices/sqlite3.txt notices/opencore-amr.txt notices/libsoxr.txt \
+        notices/kissfft.txt notices/gcc-mingw-w64.txt notices/mingw-w64.txt notices/GPL-3.txt pictures/listening.png; do
+        [ -s "$FOLDER/Kora/documents/$name" ] || { echo "$name"; return 1; }
+    done
+}
 files() { (cd "$PREFIX" && find drive_c ! -path '*/Temp/*' ! -path 'drive_c/Meine Programme' | sort); }
 # Without the times of writing; the server writes them when it ends.
 registry() { server --wait; sed 's/^\(\[.*\]\) [0-9]*$/\1/; /^#time=/d; /^;; All keys/d' "$PREFIX/user.reg"; }
@@ -69,6 +76,7 @@ mkdir -p "$FOLDER"
 check Unpacks unzip -q "$WORK/kora.zip" -d "$FOLDER"
 check HasTheProgramsAsTheyWereBuilt same_programs
 check WantsNothingThatWindowsLacks only_system_dlls
+check TheLicencesAndTheGuideAreInIt documents_are_there
 check ItsTextsHaveTheLineEndsOfWindows windows_line_ends
 check StartsByItsCommandFile radio_starts
 check ANewPhoneHasItsChannelLists channels_filled

@@ -1,0 +1,33 @@
+# Completion of the command kora, for bash.
+
+_kora() {
+    local word=${COMP_WORDS[COMP_CWORD]}
+    local verbs='run start stop handset uninstall help'
+    local handset='install status clock start favourites stop key softkey tap tour headset card power orientation
+        bluetooth signal fault call band reg schedule service panel help uninstall'
+    local options=
+    if [ "$COMP_CWORD" -eq 1 ]; then
+        options=$verbs
+    else
+        case ${COMP_WORDS[1]}:$COMP_CWORD in
+            stop:2) options=--force ;;
+            uninstall:2) options=--all ;;
+            start:*) options='-Rec -Channel -Duration' ;;
+            handset:2) options=$handset ;;
+            handset:3)
+                case ${COMP_WORDS[2]} in
+                    help) options=$handset ;;
+                    headset) options='on off' ;;
+                    card) options='in out' ;;
+                    orientation) options='portrait landscape usual' ;;
+                    power) options='on idle screenoff unattended useridle off key' ;;
+                    call) options='incoming outgoing talk hangup' ;;
+                    softkey) options='left right' ;;
+                    reg) options='get set delete' ;;
+                    stop) options=--force ;;
+                esac ;;
+        esac
+    fi
+    mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")
+}
+complete -F _kora kora
