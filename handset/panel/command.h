@@ -34,6 +34,7 @@ struct CommandGroup {
 CommandGroup SetupCommands();
 CommandGroup SwitchCommands();
 CommandGroup BandCommands();
+CommandGroup AntennaCommands();
 CommandGroup TelephoneCommands();
 CommandGroup RegistryCommands();
 CommandGroup RadioCommands();

@@ -4,9 +4,11 @@
 #include <cwchar>
 #include <functional>
 
+#include "handset/panel/antenna.h"
 #include "handset/panel/booking_service.h"
 #include "handset/panel/command.h"
 #include "handset/panel/encoding.h"
+#include "handset/panel/ether_service.h"
 #include "handset/panel/handset_clock.h"
 #include "handset/panel/host_folder.h"
 #include "handset/panel/install.h"
@@ -44,6 +46,8 @@ int Install(const Arguments& words, Console& console) {
         return Failure(console, L"install", L"the user's registry refused the device root");
     }
     ClaimDeviceRoot();
+    // An ether that was killed with its handset is forgotten before a radio looks for it.
+    (void)EtherPort();
     const InstallReport report = InstallHandset(ProgramFolder());
     console.Line(L"device root " + handset::DeviceRoot());
     for (const std::wstring& line : report.done) console.Line(L"  " + line);
@@ -112,6 +116,8 @@ int Status(const Arguments& arguments, Console& console) {
         {L"Telephone",         PhoneText},
         {L"Bluetooth",         [] { return Hex(BluetoothBits()); }},
         {L"Signal",            SignalText},
+        {L"Antenna",           AntennaText},
+        {L"Reception",         ReceptionText},
         {L"Clock",             [] { return ClockText() + L", rate " + std::to_wstring(ShownRate()); }},
         {L"Service",           [] { return std::wstring(ServiceRuns() ? L"running" : L"not running"); }},
         {L"Free, device",      [] { return FreeSpaceText(L"ObjectStoreFree"); }},

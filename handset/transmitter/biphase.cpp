@@ -87,7 +87,13 @@ double CBiphasePulse::Sum(const double* signs, double phase) const {
     return (sums[0] + sums[1]) + (sums[2] + sums[3]);
 }
 
-CBiphaseSignal::CBiphaseSignal(GroupSource groups) : groups_(std::move(groups)) {
+const CBiphasePulse& CBiphasePulse::Shared() {
+    static const CBiphasePulse pulse;
+    return pulse;
+}
+
+CBiphaseSignal::CBiphaseSignal(GroupSource groups)
+    : groups_(std::move(groups)), pulse_(CBiphasePulse::Shared()) {
     // The first bit in hand is the first of a group.
     for (int i = 0; i <= CBiphasePulse::kReach_bits - 1; ++i) Advance();
     shifted_ = 0;

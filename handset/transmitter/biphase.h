@@ -16,6 +16,8 @@ namespace transmitter {
 class CBiphasePulse {
   public:
     CBiphasePulse();
+    // The one that every signal uses: its table takes milliseconds to make.
+    static const CBiphasePulse& Shared();
 
     // Its reach before and behind the middle of the bit.
     static constexpr int kReach_bits = 12;
@@ -49,7 +51,7 @@ class CBiphaseSignal {
     void Advance();
 
     GroupSource groups_;
-    CBiphasePulse pulse_;
+    const CBiphasePulse& pulse_;
     std::array<bool, kGroupBits> bits_{};
     int nextBit_ = kGroupBits;
     bool lastSent_ = false;

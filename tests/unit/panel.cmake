@@ -5,6 +5,8 @@ target_link_options(panel_stand_in PRIVATE -municode -mwindows)
 
 kora_test(test_panel
     SOURCES
+        ../support/stick_client.cpp
+        panel/antenna_test.cpp
         panel/band_test.cpp
         panel/booked_handset.cpp
         panel/canvas_test.cpp

@@ -1,0 +1,75 @@
+// The pace of the ether's samples, and what is lost when somebody is too slow.
+#include "handset/ether/stream.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using ether::CAir;
+using ether::CStream;
+using ether::kBusBuffer_bytes;
+using ether::kMostBuffers;
+
+class EtherStream : public testing::Test {
+  protected:
+    EtherStream() {
+        TakeAll();
+        // 1.024 MHz: a buffer takes 0.128 s.
+        const std::uint8_t rate[] = {0x02, 0x00, 0x0F, 0xA0, 0x00};
+        stream.Take(rate, sizeof rate, 100);
+    }
+    // A client that takes all there is. Result: how much that was.
+    std::size_t TakeAll() {
+        std::size_t bytes = 0;
+        while (stream.FrontSize() > 0) {
+            bytes += stream.FrontSize();
+            stream.Sent(stream.FrontSize());
+        }
+        return bytes;
+    }
+
+    CAir air{[](const std::string&) { return fm::MakeGenerator({}); }, 1795435200, 2};
+    CStream stream{&air, 0, 100};
+};
+
+TEST_F(EtherStream, SamplesComeAtThePaceOfTheClock) {
+    EXPECT_EQ(TakeAll(), 0u);
+    std::size_t bytes = 0;
+    double now_s = 100;
+    for (int step = 0; step < 1000; ++step) {
+        now_s += 0.01;
+        stream.Advance(now_s);
+        bytes += TakeAll();
+        // Whole buffers, and never more than the time allows but for the block in hand.
+        EXPECT_EQ(bytes % kBusBuffer_bytes, 0u);
+        EXPECT_LE(static_cast<double>(bytes), (now_s - 100 + 0.004) * 2048000);
+        EXPECT_GT(static_cast<double>(bytes + kBusBuffer_bytes), (now_s - 100) * 2048000 - 1);
+    }
+    EXPECT_EQ(stream.Late_s(), 0);
+}
+
+TEST_F(EtherStream, ASlowClientLosesTheOldestBuffersWhole) {
+    stream.Advance(100.15);
+    ASSERT_EQ(stream.FrontSize(), kBusBuffer_bytes);
+    stream.Sent(1001);
+    for (double now_s = 100.15; now_s < 103; now_s += 0.1) stream.Advance(now_s);
+    EXPECT_GT(stream.LostBuffers(), 5u);
+    // What was begun is ended, so that no sample is cut.
+    EXPECT_EQ(stream.FrontSize(), kBusBuffer_bytes - 1001);
+    EXPECT_EQ(TakeAll(), kMostBuffers * kBusBuffer_bytes - 1001);
+}
+
+TEST_F(EtherStream, AHostThatIsLateLeavesOutWhatItMissed) {
+    stream.Advance(100.2);
+    TakeAll();
+    stream.Advance(107.2);
+    EXPECT_NEAR(stream.Late_s(), 7, 0.01);
+    EXPECT_LE(TakeAll(), kBusBuffer_bytes);
+    stream.Advance(107.4);
+    EXPECT_GE(TakeAll(), kBusBuffer_bytes);
+    EXPECT_NEAR(stream.Late_s(), 7, 0.01);
+}
+
+}  // namespace
