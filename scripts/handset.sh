@@ -87,6 +87,8 @@ kora_stop() {
             fail "the radio did not stop; \`kora stop --force\` ends it as it is, and what it has recorded plays up to there:
 $(cat "$KORA_HOME/stop.log")"
     fi
+    handset_exe ether stop >"$KORA_HOME/stop.log" 2>&1 || fail "the ether did not stop:
+$(cat "$KORA_HOME/stop.log")"
     handset_exe service stop --unless-booked >"$KORA_HOME/stop.log" 2>&1 || fail "the service did not stop:
 $(cat "$KORA_HOME/stop.log")"
     if grep -q 'goes on' "$KORA_HOME/stop.log"; then

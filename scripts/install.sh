@@ -3,7 +3,7 @@
 . "$KORA_ROOT/scripts/notices.sh"
 
 KORA_PROGRAM_FILES=(UI.exe COREDLL.dll AYGSHELL.dll COMMCTRL.dll COMMDLG.dll fmdevice.dll capture.dll handset.exe band.ini)
-KORA_LAUNCHER_SCRIPTS=(common packages wine display handset run uninstall)
+KORA_LAUNCHER_SCRIPTS=(antenna common packages wine display handset run uninstall)
 KORA_ICON_SIZES=(16 24 32 48 64 128 256)
 
 # programs_copy FOLDER: all that a handset is made of, as it was built.

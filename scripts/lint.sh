@@ -20,7 +20,7 @@ lint_sources() {
 # Names are shared among files that are sourced; paths to them are not constant.
 lint_scripts() {
     (cd "$KORA_ROOT" && shellcheck -s bash -S warning -e SC1090,SC1091,SC2034,SC2154 \
-        kora .ci/run scripts/*.sh scripts/wine-run packaging/linux/kora tests/install/*.sh)
+        kora .ci/run scripts/*.sh scripts/wine-run packaging/linux/kora tests/install/*.sh tests/scripts/*.sh)
 }
 
 # lint_deep [FILE…]: clang-tidy, by .clang-tidy, on the radio's and the handset's sources as they are compiled for

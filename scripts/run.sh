@@ -1,5 +1,7 @@
 # ./kora run: the handset with the radio on it, or the guided tour. Sourced by kora.
 
+. "$KORA_ROOT/scripts/antenna.sh"
+
 # Picture requests of the tour: it prints "picture NAME", and waits until the file is there.
 tour_pictures() {
     local folder=$1 log=$2 done_list=" " name
@@ -32,9 +34,18 @@ run_tour() {
 }
 
 kora_run() {
-    local had_display=${DISPLAY:-}
+    local had_display=${DISPLAY:-} antenna=
+    while [ $# -gt 0 ]; do
+        case $1 in
+            --antenna) [ $# -gt 1 ] || fail '--antenna wants one: band, ether, stick, rtl_tcp:HOST:PORT or file:PATH'; antenna=$2; shift 2 ;;
+            --antenna=?*) antenna=${1#*=}; shift ;;
+            *) fail "run: \"$1\" is not understood; --antenna WHAT is" ;;
+        esac
+    done
     handset_ready
     favourites_once
+    trap antenna_end EXIT
+    antenna_begin "$antenna"
     if [ -z "$had_display" ]; then
         packages_need "${KORA_DISPLAY_PACKAGES[@]}"
         run_tour
