@@ -18,6 +18,16 @@ std::unordered_set<HANDLE>& LiveObjects() {
     return *objects;
 }
 
+// On the device a paint is on the screen at once. Wine keeps it until a message loop of the program turns,
+// which the window's own thread does; what another thread paints would wait for the next message that comes
+// to the window. A look for messages takes everything to the screen.
+void ShowWhatAWorkerPainted(HWND window) {
+    if (window == nullptr || GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId()) return;
+    const CallGuard guard(CallKind::CallsBack);
+    MSG message;
+    PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_NOYIELD);
+}
+
 }  // namespace
 
 // Exported, so that another program can read it without a thread of its own in this one.
@@ -123,7 +133,12 @@ COREDLL_EXPORT BOOL WINAPI DeviceDeleteDC(HDC dc) {
 }
 
 COREDLL_EXPORT int WINAPI DeviceReleaseDC(HWND window, HDC dc) {
-    const CallGuard guard;
-    coredll::GdiGone(dc);
-    return ReleaseDC(window, dc);
+    int released = 0;
+    {
+        const CallGuard guard;
+        coredll::GdiGone(dc);
+        released = ReleaseDC(window, dc);
+    }
+    ShowWhatAWorkerPainted(window);
+    return released;
 }

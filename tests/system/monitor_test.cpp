@@ -1,5 +1,6 @@
 // The monitor at work: what follows the signal by itself, and what it survives.
 #include "resources/resource_ids.h"
+#include "tests/support/screen_picture.h"
 #include "tests/system/radio_test.h"
 
 namespace {
@@ -64,6 +65,24 @@ TEST_F(Monitor, AWeakSignalMutesOnceAndAGoodOneRestoresTheVolume) {
     ASSERT_TRUE(WaitForRounds(2));
     EXPECT_THAT(TunerCommands(before),
                 ElementsAre("GetVolume -> 0: 50", "SetVolume 0 -> 0", "SetVolume 50 -> 0"));
+}
+
+TEST_F(Monitor, TheNoticeOfAWeakSignalIsThereAgainAfterTheScreenWasPainted) {
+    constexpr RECT kNotice = {18, 52, 128, 67};
+    constexpr COLORREF kRed = RGB(255, 0, 0);
+    Radio radio(handset);
+    Tune(radio);
+    Set(L"EnableMute", 1);
+    const auto shown = [&] { return test::PixelsOf(test::PictureOf(radio, kNotice), kRed) > 0; };
+    EXPECT_FALSE(shown());
+    handset.WriteBand(Band(10));
+    ASSERT_TRUE(WaitFor(shown));
+    RedrawWindow(radio.Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    ASSERT_TRUE(WaitFor([&] { return !GetUpdateRect(radio.Window(), nullptr, FALSE); }));
+    ASSERT_TRUE(WaitForRounds(3));
+    EXPECT_TRUE(WaitFor(shown)) << "silent, and nothing says why";
+    handset.WriteBand(Band(60));
+    EXPECT_TRUE(WaitFor([&] { return !shown(); }));
 }
 
 TEST_F(Monitor, ARadioThatClosesWhileItIsMutedForAWeakSignalLeavesTheVolumeAsItWas) {

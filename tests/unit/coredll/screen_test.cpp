@@ -5,6 +5,7 @@
 #include "handset/coredll/platform_call.h"
 #include "handset_fixture.h"
 #include "panel_stand_in.h"
+#include "worker.h"
 
 using Screen = HandsetTest;
 
@@ -96,4 +97,31 @@ TEST_F(Screen, AChildKeepsItsPlaceInItsParent) {
     ExpectRect(RectOf(child), 3, 4, 5, 6);
     EXPECT_EQ(static_cast<DWORD>(GetWindowLongW(child, GWL_STYLE)) & WS_POPUP, 0u);
     DestroyWindow(parent);
+}
+
+// The window's thread waits for an event meanwhile, as for a worker that it joins.
+TEST_F(Screen, WhatAWorkerPaintsIsThereWithoutAMessageToTheWindow) {
+    constexpr COLORREF kColour = RGB(10, 200, 30);
+    const HWND window = MakeWindow(WS_POPUP | WS_VISIBLE, 20, 50);
+    HandleMessages();
+    bool shown = false;
+    std::function<void()> paint = [&] {
+        const HDC dc = GetDC(window);
+        const HBRUSH brush = CreateSolidBrush(kColour);
+        const RECT whole = {0, 0, 50, 60};
+        FillRect(dc, &whole, brush);
+        DeleteObject(brush);
+        ReleaseDC(window, dc);
+        shown = Eventually([kColour] {
+            const HDC screen = GetDC(nullptr);
+            const COLORREF colour = GetPixel(screen, 40, 50);
+            ReleaseDC(nullptr, screen);
+            return colour == kColour;
+        });
+    };
+    const HANDLE worker = CreateThread(nullptr, 0, RunBody, &paint, 0, nullptr);
+    WaitForSingleObject(worker, INFINITE);
+    CloseHandle(worker);
+    EXPECT_TRUE(shown);
+    DestroyWindow(window);
 }
