@@ -1,5 +1,6 @@
 // The kernel: time, events, threads, thread values, power.
 #include <stdexcept>
+#include <utility>
 
 #include "tests/device/phone.h"
 
@@ -33,7 +34,10 @@ bool IsOver(Phone& phone, std::uint32_t handle) {
     if (object.threadProcedure != 0) {
         const std::uint32_t procedure = object.threadProcedure;
         object.threadProcedure = 0;
+        // It has thread values of its own.
+        const auto waiting = std::exchange(phone.threadValues, {});
         phone.Cpu().CallAsThread(procedure, object.threadArgument);
+        phone.threadValues = waiting;
         object.signalled = true;
     }
     if (!object.signalled) return false;

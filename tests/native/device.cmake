@@ -17,6 +17,7 @@ add_executable(native_device
     ../device/program_test.cpp
     ../device/refusal_test.cpp
     ../device/start_test.cpp
+    ../device/thrown_test.cpp
     ${CMAKE_SOURCE_DIR}/device/pe/elf_image.cpp
     ${CMAKE_SOURCE_DIR}/device/pe/functions.cpp
     ${CMAKE_SOURCE_DIR}/device/pe/imports.cpp
@@ -26,6 +27,7 @@ target_include_directories(native_device PRIVATE ${CMAKE_SOURCE_DIR})
 target_compile_definitions(native_device PRIVATE KORA_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
     KORA_DEVICE_BUILD="${CMAKE_SOURCE_DIR}/build/device"
     KORA_DEVICE_PROGRAM="${CMAKE_SOURCE_DIR}/build/device/UI.exe"
+    KORA_DEVICE_THROWN="${CMAKE_SOURCE_DIR}/build/device/Thrown.exe"
     KORA_DEVICE_ELF="${CMAKE_SOURCE_DIR}/build/device/UI.elf")
 target_compile_options(native_device PRIVATE -O1)
 target_link_libraries(native_device PRIVATE kora_flags GTest::gmock_main ${KORA_UNICORN})
