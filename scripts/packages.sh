@@ -6,7 +6,7 @@ KORA_DISPLAY_PACKAGES=(xvfb x11-utils imagemagick)
 KORA_RUN_PACKAGES=(wine64 x11-utils)
 KORA_PACKAGE_PACKAGES=(zip librsvg2-bin dpkg-dev)
 KORA_MAINTAINER="Kora developers <kora@users.noreply.github.com>"
-KORA_TEST_PACKAGES=(clang libclang-rt-dev g++-mingw-w64-i686-posix ffmpeg sqlite3 desktop-file-utils zip unzip lintian libunicorn-dev)
+KORA_TEST_PACKAGES=(clang libclang-rt-dev g++-mingw-w64-i686-posix ffmpeg sqlite3 desktop-file-utils zip unzip lintian libunicorn-dev libxml2-utils)
 KORA_RECEPTION_PACKAGES=(cmake ninja-build g++ gcc make libc6-dev dpkg-dev)
 KORA_COVERAGE_PACKAGES=(gcovr)
 

@@ -16,6 +16,7 @@ add_executable(native_device
     ../device/program_file.cpp
     ../device/program_test.cpp
     ../device/refusal_test.cpp
+    ../device/setup_test.cpp
     ../device/start_test.cpp
     ../device/thrown_test.cpp
     ${CMAKE_SOURCE_DIR}/device/pe/elf_image.cpp

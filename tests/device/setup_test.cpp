@@ -1,0 +1,92 @@
+// What the phone's installer is told to do, read from the cabinet itself.
+#include <gmock/gmock.h>
+#include <stdlib.h>
+
+#include <filesystem>
+
+#include "tests/device/disassembly.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using Lines = std::vector<std::string>;
+
+class Setup : public ::testing::Test {
+  protected:
+    std::filesystem::path folder;
+
+    void SetUp() override {
+        char name[] = "/tmp/kora-setup-XXXXXX";
+        ASSERT_NE(mkdtemp(name), nullptr);
+        folder = name;
+        ASSERT_THAT(device::OutputOf("gcab -x -C '" + folder.string() + "' '" KORA_DEVICE_BUILD "/Kora.cab'"),
+                    ElementsAre());
+    }
+    void TearDown() override { std::filesystem::remove_all(folder); }
+
+    // The value of an expression of XPath in the definition.
+    std::string Value(const std::string& expression) const {
+        const Lines lines = device::OutputOf("xmllint --xpath \"" + expression + "\" '" +
+                                             (folder / "_setup.xml").string() + "'");
+        std::string value;
+        for (const std::string& line : lines) value += (value.empty() ? "" : "\n") + line;
+        return value;
+    }
+    std::string Parameter(const std::string& name) const {
+        return Value("string(" + kInstall + "/parm[@name='" + name + "']/@value)");
+    }
+
+    const std::string kRoot = "/wap-provisioningdoc/characteristic";
+    const std::string kInstall = kRoot + "[@type='Install']";
+    const std::string kFiles = kRoot + "[@type='FileOperation']";
+    const std::string kRegistry = kRoot + "[@type='Registry']";
+};
+
+TEST_F(Setup, TellsTheInstallerOfFilesAndRegistryAndNothingElse) {
+    EXPECT_EQ(Value("count(" + kRoot + ")"), "3");
+    for (const std::string& part : {kInstall, kFiles, kRegistry})
+        EXPECT_EQ(Value("count(" + part + ")"), "1") << part;
+    EXPECT_EQ(Parameter("InstallPhase"), "install");
+    EXPECT_EQ(Parameter("AppName"), "Quillon Kora");
+}
+
+TEST_F(Setup, AsksForTheSystemThatTheProgramIsFor) {
+    EXPECT_EQ(Parameter("OSVersionMin"), "5.2");
+    EXPECT_EQ(Parameter("OSVersionMax"), "5.99");
+}
+
+// A booking starts "\Windows\UI.exe"; %CE2% is that folder on every phone.
+TEST_F(Setup, LaysTheProgramWhereBookingsStartIt) {
+    EXPECT_EQ(Parameter("InstallDir"), "%CE2%");
+    const std::string program = kFiles + "/characteristic[@type='%CE2%']/characteristic[@type='UI.exe']";
+    EXPECT_EQ(Value("string(" + program + "/@translation)"), "install");
+    EXPECT_EQ(Value("string(" + program + "/characteristic[@type='Extract']/parm[@name='Source']/@value)"),
+              "UI.exe");
+    EXPECT_EQ(Value("count(" + kFiles + "//characteristic[@type='Extract'])"), "1");
+    EXPECT_EQ(device::OutputOf("cmp '" + (folder / "UI.exe").string() + "' '" KORA_DEVICE_PROGRAM "'"),
+              Lines());
+}
+
+TEST_F(Setup, MakesAShortcutToItAmongThePrograms) {
+    const std::string shortcut = kFiles + "/characteristic[@type='%CE11%']/characteristic[@type='Kora.lnk']";
+    EXPECT_EQ(Value("string(" + shortcut + "/characteristic[@type='Shortcut']/parm[@name='Source']/@value)"),
+              "%CE2%\\UI.exe");
+    EXPECT_EQ(Value("count(" + kFiles + "//characteristic[@type='Shortcut'])"), "1");
+}
+
+// The installer takes away again what it has written: never a key that others write to, as the tuner's own.
+TEST_F(Setup, WritesToTheRadiosOwnRegistryKeyAlone) {
+    EXPECT_EQ(Value("string(" + kRegistry + "/characteristic/@type)"), "HKCU\\Software\\Quillon\\Kora");
+    EXPECT_EQ(Value("string(" + kRegistry + "/characteristic/parm/@name)"), "Installed");
+    EXPECT_EQ(Value("string(" + kRegistry + "/characteristic/parm/@datatype)"), "integer");
+}
+
+TEST_F(Setup, CountsWhatThereIsToDoAsItIs) {
+    EXPECT_EQ(Parameter("NumDirs"), Value("count(" + kFiles + "//characteristic[@type='MakeDir'])"));
+    EXPECT_EQ(Parameter("NumFiles"), Value("count(" + kFiles + "//characteristic[@type='Extract'])"));
+    EXPECT_EQ(Parameter("NumShortcuts"), Value("count(" + kFiles + "//characteristic[@type='Shortcut'])"));
+    EXPECT_EQ(Parameter("NumRegKeys"), Value("count(" + kRegistry + "/characteristic)"));
+    EXPECT_EQ(Parameter("NumRegVals"), Value("count(" + kRegistry + "/characteristic/parm)"));
+}
+
+}  // namespace
