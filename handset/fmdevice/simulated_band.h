@@ -26,6 +26,8 @@ class CSimulatedBand : public ITunerFrontEnd {
     [[nodiscard]] std::optional<RdsText> TakeText() override;
     [[nodiscard]] std::unique_ptr<ISeek> Seek(bool up) override;
     [[nodiscard]] int AwaitLevel() override;
+    // With the receiver's lock: the level at any channel of the band.
+    [[nodiscard]] int Level(std::uint32_t channel) const;
     void Render(const Reception& reception, std::uint64_t position, float* frames,
                 std::size_t count) override;
 
@@ -52,7 +54,6 @@ class CSimulatedBand : public ITunerFrontEnd {
     bool RefreshFile();
     // True when the handset's limit of reception has changed.
     bool RefreshLimit();
-    int Level(std::uint32_t channel) const;
     // What the tuned station sends; empty when it sends nothing, or there is none.
     const RdsData& Sent() const;
     void Listen();

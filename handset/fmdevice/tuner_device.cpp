@@ -7,8 +7,8 @@
 #include <set>
 
 #include "handset/coredll/platform_call.h"
+#include "handset/fmdevice/antenna/chosen_front_end.h"
 #include "handset/fmdevice/module.h"
-#include "handset/fmdevice/simulated_band.h"
 #include "handset/fmdevice/tuner_log.h"
 #include "handset/state/handset_state.h"
 
@@ -57,7 +57,7 @@ std::shared_ptr<CReceiver> SharedReceiver() {
     const std::lock_guard<std::mutex> guard(lock);
     std::shared_ptr<CReceiver> shared = receiver.lock();
     if (!shared) {
-        shared = std::make_shared<CReceiver>(std::make_shared<CSimulatedBand>(), &CSoundEngine::Instance());
+        shared = std::make_shared<CReceiver>(std::make_shared<CChosenFrontEnd>(), &CSoundEngine::Instance());
         receiver = shared;
     }
     return shared;

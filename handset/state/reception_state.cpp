@@ -17,6 +17,9 @@ namespace handset {
 namespace {
 
 constexpr std::int32_t kMostCorrection_ppm = 1000;
+// Every writing makes all readers of the state look anew: where nothing is new it is written just often
+// enough.
+constexpr std::uint64_t kUnchanged_ms = 2000;
 constexpr wchar_t kSource[] = L"Source";
 constexpr wchar_t kCondition[] = L"Condition";
 constexpr wchar_t kChannel[] = L"Channel";
@@ -88,13 +91,17 @@ class Writer {
             key_.reset(key);
         }
         bool good = true;
+        bool same = true;
         for (auto& [name, value] : ValuesOf(state)) {
             if (const auto found = written_.find(name); found != written_.end() && found->second == value)
                 continue;
             good = Set(name, value) && good;
             written_[name] = value;
+            same = false;
         }
         const std::uint64_t now_ms = GetTickCount64();
+        if (same && now_ms - written_ms_ < kUnchanged_ms) return true;
+        written_ms_ = now_ms;
         good = Set(kWritten, Bytes(REG_QWORD, &now_ms, sizeof now_ms)) && good;
         // Somebody has removed the key: all of it is written again next time.
         if (!good) Forget();
@@ -120,6 +127,7 @@ class Writer {
     std::wstring path_;
     OwnedKey key_;
     Values written_;
+    std::uint64_t written_ms_ = 0;
 };
 
 // Never destroyed: threads still write while the process ends.

@@ -1,5 +1,6 @@
 kora_test(test_fmdevice
     SOURCES
+        fmdevice/antenna_test.cpp
         fmdevice/band_reload_test.cpp
         fmdevice/class_test.cpp
         fmdevice/faults_test.cpp
@@ -12,8 +13,9 @@ kora_test(test_fmdevice
         fmdevice/sound_tap_test.cpp
         fmdevice/sound_test.cpp
         fmdevice/threads_test.cpp
+        fmdevice/stick_server.cpp
         fmdevice/tuner_log_test.cpp
         fmdevice/tuner_under_test.cpp
         fmdevice/wav_measure.cpp
         ../support/handset_here.cpp
-    LIBS fmdevice kora_state kernel32 advapi32 COREDLL)
+    LIBS fmdevice transmitter kora_state ws2_32 kernel32 advapi32 COREDLL)

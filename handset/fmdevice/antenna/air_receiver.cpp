@@ -119,7 +119,17 @@ void CAirReceiver::Lost(std::uint64_t count, std::vector<float>* frames) {
 }
 
 void CAirReceiver::TakeLook(std::uint64_t now_ms) {
-    band_->See(look_.Channels(centre_Hz_, CBandMemory::Raster_Hz()), now_ms);
+    std::vector<sdr::ChannelLook> looks = look_.Channels(centre_Hz_, CBandMemory::Raster_Hz());
+    if (!form_.tunable) {
+        // What a recording does not hold is nowhere.
+        for (const double frequency_Hz : CBandMemory::Raster_Hz()) {
+            if (std::fabs(frequency_Hz - centre_Hz_) <= look_.UsableHalfWidth_Hz()) continue;
+            sdr::ChannelLook nothing;
+            nothing.frequency_Hz = frequency_Hz;
+            looks.push_back(nothing);
+        }
+    }
+    band_->See(looks, now_ms);
     look_.Restart();
     looked_ = 0;
 }
