@@ -69,6 +69,14 @@ TEST_F(ListEdges, AtTheEndThereIsMoreAboveAndNothingBelow) {
     EXPECT_EQ(hints.nFirstRow, SendMessageW(list, LVM_GETTOPINDEX, 0, 0));
 }
 
+TEST_F(ListEdges, BackAtTheTopTheFirstRowIsTheTopmostAgain) {
+    Fill(30);
+    SendMessageW(list, LVM_ENSUREVISIBLE, 29, FALSE);
+    ASSERT_GT(LetGo(VK_UP).nFirstRow, 0);
+    SendMessageW(list, LVM_ENSUREVISIBLE, 0, FALSE);
+    EXPECT_EQ(LetGo(VK_UP).nFirstRow, 0);
+}
+
 TEST_F(ListEdges, AListWhoseLastRowLiesAtTheLowerEdgeHasNothingBelow) {
     Fill(30);
     const int last = LetGo(VK_DOWN).nLastRow;
