@@ -62,6 +62,20 @@ constexpr OddKind kKinds[] = {
     {REG_DWORD_BIG_ENDIAN, OddBytes},
 };
 
+std::wstring PathOf(const ReadPlace& place) {
+    return StateKey() + (place.pszKey[0] == L'\0' ? L"" : L"\\") + place.pszKey;
+}
+
+void Write(const ReadPlace& place, DWORD type, const std::vector<BYTE>& bytes) {
+    HKEY key = nullptr;
+    if (RegCreateKeyExW(HKEY_CURRENT_USER, PathOf(place).c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key,
+                        nullptr) != ERROR_SUCCESS) {
+        return;
+    }
+    RegSetValueExW(key, place.pszValue, 0, type, bytes.data(), static_cast<DWORD>(bytes.size()));
+    RegCloseKey(key);
+}
+
 }  // namespace
 
 const std::vector<ReadPlace> kReadByTheRadio = {
@@ -128,20 +142,17 @@ const std::vector<ReadPlace> kReadAsPresets = {
 };
 
 void WriteOddValue(const ReadPlace& place, std::mt19937& random) {
-    const std::wstring path = StateKey() + (place.pszKey[0] == L'\0' ? L"" : L"\\") + place.pszKey;
     if (random() % 5 == 0) {
-        RegDeleteKeyValueW(HKEY_CURRENT_USER, path.c_str(), place.pszValue);
+        RegDeleteKeyValueW(HKEY_CURRENT_USER, PathOf(place).c_str(), place.pszValue);
         return;
     }
     const OddKind& kind = kKinds[random() % std::size(kKinds)];
-    const std::vector<BYTE> bytes = kind.bytes(random);
-    HKEY key = nullptr;
-    if (RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr) !=
-        ERROR_SUCCESS) {
-        return;
-    }
-    RegSetValueExW(key, place.pszValue, 0, kind.dwType, bytes.data(), static_cast<DWORD>(bytes.size()));
-    RegCloseKey(key);
+    Write(place, kind.dwType, kind.bytes(random));
+}
+
+void WriteLongText(const ReadPlace& place) {
+    constexpr std::size_t kLong_bytes = 60000;
+    Write(place, REG_SZ, std::vector<BYTE>(kLong_bytes, 'x'));
 }
 
 OddWriter::OddWriter(const std::vector<ReadPlace>& places, unsigned seed)

@@ -28,6 +28,9 @@ extern const std::vector<ReadPlace> kReadAsPresets;
 // Writes one odd value there, or takes the value away.
 void WriteOddValue(const ReadPlace& place, std::mt19937& random);
 
+// Writes a text there that is longer than any buffer.
+void WriteLongText(const ReadPlace& place);
+
 // Writes odd values as fast as it can, from a thread of its own, until it goes.
 class OddWriter {
   public:
