@@ -1,7 +1,7 @@
 // Activation and settings changes: the focus survives a visit to another window, and the window follows the
 // display when it turns.
 #include "handset/aygshell/display_fit.h"
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/aygshell.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "handset/aygshell/owned.h"
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/aygshell.h"
 #include "handset/include/regext.h"
 #include "handset/state/app_booking.h"

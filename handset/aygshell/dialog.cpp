@@ -6,7 +6,7 @@
 #include "handset/aygshell/display_fit.h"
 #include "handset/aygshell/menu_bar_window.h"
 #include "handset/aygshell/picker_time.h"
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/aygshell.h"
 
 namespace handset {

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/state/handset_protocol.h"
 
 namespace handset {

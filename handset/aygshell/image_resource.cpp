@@ -6,7 +6,7 @@
 
 #include <cstring>
 
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/aygshell.h"
 
 namespace {

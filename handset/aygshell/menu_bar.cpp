@@ -8,7 +8,7 @@
 #include "handset/aygshell/dialog.h"
 #include "handset/aygshell/menu_bar_window.h"
 #include "handset/aygshell/soft_keys.h"
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/aygshell.h"
 
 namespace {

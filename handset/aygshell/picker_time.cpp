@@ -5,7 +5,7 @@
 #include <cwchar>
 #include <iterator>
 
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 
 namespace handset {
 namespace {

@@ -7,7 +7,7 @@
 #include "handset/aygshell/notify_condition.h"
 #include "handset/aygshell/registry_value.h"
 #include "handset/aygshell/registry_watcher.h"
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/regext.h"
 #include "handset/state/handset_state.h"
 

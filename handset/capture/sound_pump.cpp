@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "handset/capture/reference_clock.h"
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/sound_tap.h"
 
 namespace capture {

@@ -1,7 +1,7 @@
 // The receiver's operations.
 #include "handset/fmdevice/receiver.h"
 
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/pty_names.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/utf8_text.h"

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/band_file.h"
 #include "handset/fmdevice/debug_output.h"
 #include "handset/fmdevice/host_file.h"

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/receiver_sound.h"
 #include "handset/fmdevice/sound_tap.h"
 #include "handset/state/handset_state.h"

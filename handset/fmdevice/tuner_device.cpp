@@ -6,7 +6,7 @@
 #include <new>
 #include <set>
 
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/antenna/chosen_front_end.h"
 #include "handset/fmdevice/module.h"
 #include "handset/fmdevice/tuner_log.h"

@@ -6,7 +6,7 @@
 #include "handset/coredll/cedb/mounts.h"
 #include "handset/coredll/cedb/property_values.h"
 #include "handset/coredll/coredll_exports.h"
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "handset/coredll/cedb/mounts.h"
 #include "handset/coredll/cedb/volume_file.h"
 #include "handset/coredll/coredll_exports.h"
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <mutex>
 
 #include "handset/base/antenna_text.h"
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/antenna/file_source.h"
 #include "handset/fmdevice/antenna/rtl_tcp_source.h"
 #include "handset/fmdevice/debug_output.h"

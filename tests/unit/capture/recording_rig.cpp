@@ -2,7 +2,7 @@
 #include "tests/unit/capture/recording_rig.h"
 
 #include "handset/capture/class_ids.h"
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/audiowrapper.h"
 #include "tests/support/wait.h"
 

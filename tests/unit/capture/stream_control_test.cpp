@@ -1,5 +1,5 @@
 // When the stream flows: the capture pin's stream control, through the builder and directly.
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "tests/support/wait.h"
 #include "tests/unit/capture/recorded_sound.h"
 #include "tests/unit/capture/recording_rig.h"

@@ -1,6 +1,6 @@
 // COREDLL parks suspended threads at its calls; these programs have no COREDLL around the database calls and
 // suspend nobody.
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 
 extern "C" {
 void WINAPI HandsetEnterCall(BOOL) {}

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset_fixture.h"
 
 namespace {

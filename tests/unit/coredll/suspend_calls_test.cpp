@@ -4,7 +4,7 @@
 
 #include <atomic>
 
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset_fixture.h"
 #include "worker.h"
 

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset_fixture.h"
 
 namespace {

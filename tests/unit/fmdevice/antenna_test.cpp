@@ -4,7 +4,7 @@
 #include <atomic>
 #include <thread>
 
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/state/reception_state.h"
 #include "handset/transmitter/stream_format.h"
 #include "tests/support/trace_capture.h"

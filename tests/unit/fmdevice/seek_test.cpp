@@ -2,7 +2,7 @@
 #include <atomic>
 #include <thread>
 
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "tests/unit/fmdevice/tuner_under_test.h"
 
 namespace {

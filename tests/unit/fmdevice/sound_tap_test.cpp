@@ -2,7 +2,7 @@
 #include <thread>
 #include <vector>
 
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/sound_tap.h"
 #include "tests/unit/fmdevice/tuner_under_test.h"
 #include "tests/unit/fmdevice/wav_measure.h"

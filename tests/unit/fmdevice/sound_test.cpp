@@ -1,7 +1,7 @@
 // What is heard from the radio, by its sound log.
 #include <cmath>
 
-#include "handset/coredll/platform_call.h"
+#include "handset/coredll/kernel/platform_call.h"
 #include "tests/support/trace_capture.h"
 #include "tests/unit/fmdevice/tuner_under_test.h"
 #include "tests/unit/fmdevice/wav_measure.h"

@@ -1,0 +1,148 @@
+// TransparentImage: a copy that leaves one colour out. The device takes a bitmap or a device context as the
+// source; the desktop's TransparentBlt takes only the latter.
+#include <windows.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "handset/coredll/kernel/call_guard.h"
+#include "handset/state/display_format.h"
+
+namespace {
+
+constexpr std::uint32_t kColourBits = 0x00FFFFFF;
+
+// An image as 0x00RRGGBB, first row on top.
+struct Pixels {
+    LONG width = 0, height = 0;
+    std::vector<std::uint32_t> values;
+
+    BITMAPINFO Info() const { return handset::DisplayFormat(width, height); }
+    const std::uint32_t* Row(LONG y) const { return values.data() + static_cast<std::ptrdiff_t>(y) * width; }
+};
+
+bool ReadPixels(HDC dc, HBITMAP bitmap, Pixels* pixels) {
+    BITMAP shape = {};
+    if (GetObjectW(bitmap, sizeof shape, &shape) == 0) return false;
+    pixels->width = shape.bmWidth;
+    pixels->height = shape.bmHeight;
+    pixels->values.resize(static_cast<std::size_t>(shape.bmWidth) * static_cast<std::size_t>(shape.bmHeight));
+    BITMAPINFO info = pixels->Info();
+    if (GetDIBits(dc, bitmap, 0, static_cast<UINT>(shape.bmHeight), pixels->values.data(), &info,
+                  DIB_RGB_COLORS) != shape.bmHeight) {
+        return false;
+    }
+    for (std::uint32_t& value : pixels->values) value &= kColourBits;
+    return true;
+}
+
+// Where an image goes, in the logical coordinates of the device context, and from where in the bitmap it
+// comes.
+struct Copy {
+    LONG x, y, width, height, sourceX, sourceY;
+
+    bool LiesIn(const Pixels& pixels) const {
+        return sourceX >= 0 && sourceY >= 0 && width > 0 && height > 0 && sourceX + width <= pixels.width &&
+               sourceY + height <= pixels.height;
+    }
+    Pixels From(const Pixels& pixels) const {
+        Pixels part = {width, height, {}};
+        for (LONG row = 0; row < height; ++row) {
+            const std::uint32_t* begin = pixels.Row(sourceY + row) + sourceX;
+            part.values.insert(part.values.end(), begin, begin + width);
+        }
+        return part;
+    }
+};
+
+// The runs of pixels that are not left out, for an image that goes to (x, y).
+std::vector<RECT> OpaqueRuns(const Pixels& image, LONG x, LONG y, std::uint32_t leftOut) {
+    std::vector<RECT> runs;
+    for (LONG row = 0; row < image.height; ++row) {
+        const std::uint32_t* pixel = image.Row(row);
+        for (LONG from = 0; from < image.width;) {
+            LONG to = from;
+            while (to < image.width && pixel[to] != leftOut) ++to;
+            if (to > from) runs.push_back({x + from, y + row, x + to, y + row + 1});
+            from = to + 1;
+        }
+    }
+    return runs;
+}
+
+HRGN RegionOf(const std::vector<RECT>& runs) {
+    std::vector<BYTE> data(sizeof(RGNDATAHEADER) + runs.size() * sizeof(RECT));
+    auto* region = reinterpret_cast<RGNDATA*>(data.data());
+    region->rdh = {sizeof(RGNDATAHEADER), RDH_RECTANGLES, static_cast<DWORD>(runs.size()), 0, {}};
+    auto* rects = reinterpret_cast<RECT*>(region->Buffer);
+    for (std::size_t i = 0; i < runs.size(); ++i) rects[i] = runs[i];
+    return ExtCreateRegion(nullptr, static_cast<DWORD>(data.size()), region);
+}
+
+// A device context without scaling: a region's units are then its own, but for the origin.
+bool IsUnscaled(HDC dc) {
+    return GetMapMode(dc) == MM_TEXT && GetGraphicsMode(dc) == GM_COMPATIBLE && GetLayout(dc) == 0;
+}
+
+// The whole image at once, through a clip region that lets only the runs through. TransparentBlt makes two
+// bitmaps and two device contexts for the same, which costs ten times as much.
+bool CopyRuns(HDC destination, const Pixels& image, LONG x, LONG y, std::uint32_t leftOut) {
+    const std::vector<RECT> runs = OpaqueRuns(image, x, y, leftOut);
+    if (runs.empty()) return true;
+    const HRGN region = RegionOf(runs);
+    if (region == nullptr) return false;
+    POINT origin = {0, 0};
+    LPtoDP(destination, &origin, 1);
+    OffsetRgn(region, origin.x, origin.y);
+    const BITMAPINFO info = image.Info();
+    const auto height = static_cast<UINT>(image.height);
+    const int saved = SaveDC(destination);
+    const bool done = saved != 0 && ExtSelectClipRgn(destination, region, RGN_AND) != ERROR &&
+                      SetDIBitsToDevice(destination, x, y, static_cast<DWORD>(image.width), height, 0, 0, 0,
+                                        height, image.values.data(), &info, DIB_RGB_COLORS) != 0;
+    if (saved != 0) RestoreDC(destination, saved);
+    DeleteObject(region);
+    return done;
+}
+
+std::uint32_t PixelOf(COLORREF colour) {
+    return static_cast<std::uint32_t>(GetRValue(colour)) << 16 |
+           static_cast<std::uint32_t>(GetGValue(colour)) << 8 | GetBValue(colour);
+}
+
+bool CopyUnscaled(HDC destination, const Copy& copy, HBITMAP bitmap, COLORREF transparent) {
+    Pixels pixels;
+    return IsUnscaled(destination) && ReadPixels(destination, bitmap, &pixels) && copy.LiesIn(pixels) &&
+           CopyRuns(destination, copy.From(pixels), copy.x, copy.y, PixelOf(transparent));
+}
+
+}  // namespace
+
+COREDLL_EXPORT BOOL WINAPI TransparentImage(HDC destination, LONG x, LONG y, LONG width, LONG height,
+                                            HANDLE source, LONG sourceX, LONG sourceY, LONG sourceWidth,
+                                            LONG sourceHeight, COLORREF transparent) {
+    const coredll::CallGuard guard;
+    const auto object = static_cast<HGDIOBJ>(source);
+    const DWORD type = GetObjectType(object);
+    if (type == OBJ_DC || type == OBJ_MEMDC) {
+        return TransparentBlt(destination, x, y, width, height, static_cast<HDC>(object), sourceX, sourceY,
+                              sourceWidth, sourceHeight, transparent);
+    }
+    if (type != OBJ_BITMAP) {
+        SetLastError(ERROR_INVALID_HANDLE);
+        return FALSE;
+    }
+    const bool sameSize = width == sourceWidth && height == sourceHeight;
+    if (sameSize && CopyUnscaled(destination, {x, y, width, height, sourceX, sourceY},
+                                 static_cast<HBITMAP>(object), transparent)) {
+        return TRUE;
+    }
+    const HDC memory = CreateCompatibleDC(destination);
+    const HGDIOBJ previous = SelectObject(memory, object);
+    const BOOL done = TransparentBlt(destination, x, y, width, height, memory, sourceX, sourceY, sourceWidth,
+                                     sourceHeight, transparent);
+    SelectObject(memory, previous);
+    DeleteDC(memory);
+    return done;
+}

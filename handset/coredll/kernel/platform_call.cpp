@@ -1,0 +1,15 @@
+// Platform calls of the handset's other DLLs, marked for SuspendThread.
+#include "handset/coredll/kernel/platform_call.h"
+
+#include "handset/coredll/coredll_exports.h"
+#include "handset/coredll/kernel/thread_record.h"
+
+COREDLL_EXPORT void WINAPI HandsetEnterCall(BOOL mayWait) {
+    coredll::CurrentThreadRecord().Enter(mayWait ? coredll::CallKind::Waits : coredll::CallKind::Plain,
+                                         reinterpret_cast<std::uintptr_t>(__builtin_dwarf_cfa()),
+                                         reinterpret_cast<std::uintptr_t>(__builtin_return_address(0)));
+}
+
+COREDLL_EXPORT void WINAPI HandsetLeaveCall(void) {
+    coredll::CurrentThreadRecord().Leave();
+}

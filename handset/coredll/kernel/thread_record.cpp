@@ -1,0 +1,215 @@
+// The records of the process's threads: entering and leaving platform calls, parking, suspend counts.
+#include "handset/coredll/kernel/thread_record.h"
+
+#include <mutex>
+#include <unordered_map>
+
+namespace coredll {
+namespace {
+
+constexpr int kMaximumSuspendCount = 127;
+constexpr std::size_t kUsualCallDepth = 32;
+
+std::mutex g_recordsLock;  // guards g_records
+std::unordered_map<DWORD, std::shared_ptr<ThreadRecord>>& Records() {
+    // Never destroyed: threads still end while the process does.
+    static auto* const records = new std::unordered_map<DWORD, std::shared_ptr<ThreadRecord>>;
+    return *records;
+}
+
+void WINAPI OnThreadEnd(void* record) {
+    if (record == nullptr) return;
+    const std::lock_guard<std::mutex> lock(g_recordsLock);
+    const auto found = Records().find(GetCurrentThreadId());
+    if (found != Records().end() && found->second.get() == record) Records().erase(found);
+}
+
+DWORD RecordSlot() {
+    static const DWORD slot = FlsAlloc(OnThreadEnd);
+    return slot;
+}
+
+class KeptLastError {
+  public:
+    KeptLastError() : error_(GetLastError()) {}
+    ~KeptLastError() { SetLastError(error_); }
+    KeptLastError(const KeptLastError&) = delete;
+    KeptLastError& operator=(const KeptLastError&) = delete;
+
+  private:
+    DWORD error_;
+};
+
+class FreezeLock {
+  public:
+    explicit FreezeLock(SRWLOCK* lock) : lock_(lock) { AcquireSRWLockExclusive(lock_); }
+    ~FreezeLock() { ReleaseSRWLockExclusive(lock_); }
+    FreezeLock(const FreezeLock&) = delete;
+    FreezeLock& operator=(const FreezeLock&) = delete;
+
+  private:
+    SRWLOCK* lock_;
+};
+
+Whereabouts WhereaboutsIn(CallKind kind) {
+    return kind == CallKind::Plain ? Whereabouts::InCall : Whereabouts::InWait;
+}
+
+}  // namespace
+
+ThreadRecord::ThreadRecord(int suspendCount)
+    : suspendCount_(suspendCount),
+      parked_(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
+      wake_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
+    frames_.reserve(kUsualCallDepth);
+}
+
+ThreadRecord::~ThreadRecord() {
+    CloseHandle(parked_);
+    CloseHandle(wake_);
+    if (frozen_ != nullptr) CloseHandle(frozen_);
+}
+
+// A call that an exception guard of the application jumped out of never leaves; it is known by its place on
+// the stack, which the caller of this one has by now given up. A call that another DLL marks within one of
+// its functions may be followed by calls from the same place on the stack, but not by itself.
+bool ThreadRecord::IsAbandoned(const Frame& frame, std::uintptr_t stack, std::uintptr_t site) {
+    return frame.stack < stack || (frame.stack == stack && (frame.site == 0 || frame.site == site));
+}
+
+// A call inside another does not park, because the outer one may hold a lock; but the application's own code
+// that a call runs is as free to be suspended as any other.
+void ThreadRecord::Enter(CallKind kind, std::uintptr_t stack, std::uintptr_t site) {
+    while (!frames_.empty() && IsAbandoned(frames_.back(), stack, site)) frames_.pop_back();
+    const bool outermost = frames_.empty() || frames_.back().kind == CallKind::CallsBack;
+    frames_.push_back({stack, site, kind, outermost});
+    if (!outermost) return;
+    where_.store(WhereaboutsIn(kind));
+    ParkIfSuspended(WhereaboutsIn(kind));
+}
+
+void ThreadRecord::Leave() {
+    if (frames_.empty()) return;
+    const Frame frame = frames_.back();
+    frames_.pop_back();
+    if (!frame.outermost) return;
+    if (frame.kind != CallKind::Plain) where_.store(Whereabouts::InCall);
+    ParkIfSuspended(Whereabouts::InCall);
+    // Inside a call that runs the application's code nobody can tell when that code comes back.
+    where_.store(frames_.empty() ? Whereabouts::OwnCode : Whereabouts::InWait);
+}
+
+bool ThreadRecord::LeaveUnlessSuspended() {
+    if (!frames_.empty() && frames_.back().outermost) {
+        where_.store(Whereabouts::InCall);
+        if (Suspended()) return false;
+        frames_.pop_back();
+        where_.store(frames_.empty() ? Whereabouts::OwnCode : Whereabouts::InWait);
+    } else if (!frames_.empty()) {
+        frames_.pop_back();
+    }
+    return true;
+}
+
+// Each side first stores its own word and then reads the other's, in one order for all threads: either the
+// thread sees the count and parks, or the one that suspends sees where the thread is and waits for it.
+void ThreadRecord::ParkIfSuspended(Whereabouts next) {
+    if (Suspended()) Park(next);
+}
+
+void ThreadRecord::Park(Whereabouts next) {
+    const KeptLastError kept;
+    do {
+        where_.store(Whereabouts::Parked);
+        SetEvent(parked_);
+        while (Suspended()) WaitForSingleObject(wake_, INFINITE);
+        where_.store(next);
+    } while (Suspended());
+}
+
+DWORD ThreadRecord::AddSuspension() {
+    int count = suspendCount_.load();
+    do {
+        if (count >= kMaximumSuspendCount) {
+            SetLastError(ERROR_SIGNAL_REFUSED);
+            return kRefused;
+        }
+    } while (!suspendCount_.compare_exchange_weak(count, count + 1));
+    return static_cast<DWORD>(count);
+}
+
+DWORD ThreadRecord::RemoveSuspension() {
+    const FreezeLock lock(&freezing_);
+    int count = suspendCount_.load();
+    do {
+        if (count == 0) return 0;
+    } while (!suspendCount_.compare_exchange_weak(count, count - 1));
+    if (count > 1) return static_cast<DWORD>(count);
+    SetEvent(wake_);
+    if (frozen_ != nullptr) {
+        where_.store(Whereabouts::OwnCode);
+        ResumeThread(frozen_);
+        CloseHandle(frozen_);
+        frozen_ = nullptr;
+    }
+    return static_cast<DWORD>(count);
+}
+
+bool ThreadRecord::Freeze(HANDLE thread) {
+    const FreezeLock lock(&freezing_);
+    if (frozen_ != nullptr || !Suspended() || Where() != Whereabouts::OwnCode) return false;
+    const HANDLE process = GetCurrentProcess();
+    if (!DuplicateHandle(process, thread, process, &frozen_, 0, FALSE, DUPLICATE_SAME_ACCESS)) return false;
+    where_.store(Whereabouts::Frozen);
+    return true;
+}
+
+ThreadRecord& CurrentThreadRecord() {
+    const KeptLastError kept;
+    auto* record = static_cast<ThreadRecord*>(FlsGetValue(RecordSlot()));
+    if (record == nullptr) {
+        // The table of records keeps it alive until the thread ends.
+        record = ThreadRecordOf(GetCurrentThreadId()).get();
+        FollowPhone();
+        FlsSetValue(RecordSlot(), record);
+    }
+    return *record;
+}
+
+std::shared_ptr<ThreadRecord> ThreadRecordOf(DWORD threadId) {
+    const std::lock_guard<std::mutex> lock(g_recordsLock);
+    std::shared_ptr<ThreadRecord>& record = Records()[threadId];
+    if (!record) record = std::make_shared<ThreadRecord>();
+    return record;
+}
+
+// A program's own work at the end of a thread may make platform calls after the thread's record was given
+// back, and so leave another one behind. Under g_recordsLock.
+static void ForgetEndedThreads() {
+    for (auto at = Records().begin(); at != Records().end();) {
+        const HANDLE thread = OpenThread(SYNCHRONIZE, FALSE, at->first);
+        const bool ended = thread == nullptr ? GetLastError() == ERROR_INVALID_PARAMETER
+                                             : WaitForSingleObject(thread, 0) == WAIT_OBJECT_0;
+        if (thread != nullptr) CloseHandle(thread);
+        at = ended ? Records().erase(at) : std::next(at);
+    }
+}
+
+void RegisterThread(DWORD threadId, std::shared_ptr<ThreadRecord> record) {
+    const KeptLastError kept;
+    const std::lock_guard<std::mutex> lock(g_recordsLock);
+    ForgetEndedThreads();
+    Records()[threadId] = std::move(record);
+}
+
+void ForgetThread(DWORD threadId) {
+    const std::lock_guard<std::mutex> lock(g_recordsLock);
+    Records().erase(threadId);
+}
+
+void WakeHeldThreads() {
+    const std::lock_guard<std::mutex> lock(g_recordsLock);
+    for (const auto& [id, record] : Records()) record->Wake();
+}
+
+}  // namespace coredll

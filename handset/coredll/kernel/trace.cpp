@@ -1,0 +1,52 @@
+// The debug output and the console of the device: NKDbgPrintfW goes to standard error in UTF-8, printf to
+// standard output. One call is one write, so lines of several threads and programs never mix.
+#include <windows.h>
+
+#include <cstdarg>
+#include <cstdio>
+#include <cwchar>
+#include <string>
+
+#include "handset/base/whole_line.h"
+#include "handset/coredll/kernel/call_guard.h"
+#include "handset/state/utf8_text.h"
+
+namespace {
+
+// The device writes fewer than 128 characters a call. What is longer is cut.
+constexpr std::size_t kMostCharacters = 127;
+
+}  // namespace
+
+COREDLL_EXPORT void WINAPIV NKDbgPrintfW(const WCHAR* format, ...) {
+    const coredll::CallGuard guard;
+    const DWORD lastError = GetLastError();
+    // With a terminator that a longer line does not reach.
+    WCHAR text[kMostCharacters + 1] = L"";
+    va_list arguments;
+    va_start(arguments, format);
+    _vsnwprintf(text, kMostCharacters, format, arguments);
+    va_end(arguments);
+    const std::string bytes = handset::Utf8(text);
+    handset::WriteWhole(GetStdHandle(STD_ERROR_HANDLE), bytes.data(), bytes.size());
+    SetLastError(lastError);
+}
+
+COREDLL_EXPORT int WINAPIV ConsolePrintf(const char* format, ...) {
+    const coredll::CallGuard guard;
+    const DWORD lastError = GetLastError();
+    va_list arguments;
+    va_start(arguments, format);
+    va_list counted;
+    va_copy(counted, arguments);
+    const int length = _vscprintf(format, counted);
+    va_end(counted);
+    if (length >= 0) {
+        std::string text(static_cast<std::size_t>(length) + 1, '\0');
+        _vsnprintf(text.data(), text.size(), format, arguments);
+        handset::WriteWhole(GetStdHandle(STD_OUTPUT_HANDLE), text.data(), static_cast<std::size_t>(length));
+    }
+    va_end(arguments);
+    SetLastError(lastError);
+    return length;
+}

@@ -1,0 +1,59 @@
+// The handset's date and time: from the moment that all programs share, or else from the one at which this
+// process started.
+#include <cstdint>
+
+#include "handset/coredll/kernel/call_guard.h"
+#include "handset/coredll/kernel/platform_call.h"
+#include "handset/state/handset_clock.h"
+#include "handset/state/handset_time.h"
+
+namespace {
+
+constexpr std::uint64_t kTicksPerMillisecond = 10000;  // of a FILETIME, 100 ns each
+
+std::uint64_t Ticks(const FILETIME& time) {
+    return static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+}
+
+FILETIME FileTime(std::uint64_t ticks) {
+    return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+}
+
+const std::uint64_t g_processStart = handset::RealTime();
+
+std::uint64_t HandsetNow() {
+    if (const auto moment = handset::SharedMoment()) return handset::ShownAt(*moment, handset::RealTime());
+    return g_processStart + HandsetMilliseconds() * kTicksPerMillisecond;
+}
+
+BOOL SetHandsetNow(std::uint64_t time) {
+    if (handset::SetShownTime(time)) return TRUE;
+    SetLastError(ERROR_ACCESS_DENIED);
+    return FALSE;
+}
+
+}  // namespace
+
+COREDLL_EXPORT void WINAPI DeviceGetSystemTime(SYSTEMTIME* time) {
+    const coredll::CallGuard guard;
+    const FILETIME now = FileTime(HandsetNow());
+    FileTimeToSystemTime(&now, time);
+}
+
+COREDLL_EXPORT void WINAPI DeviceGetLocalTime(SYSTEMTIME* time) {
+    const coredll::CallGuard guard;
+    const FILETIME local = FileTime(handset::LocalFromUniversal(HandsetNow()));
+    FileTimeToSystemTime(&local, time);
+}
+
+COREDLL_EXPORT BOOL WINAPI DeviceSetSystemTime(const SYSTEMTIME* time) {
+    const coredll::CallGuard guard;
+    FILETIME universal;
+    return SystemTimeToFileTime(time, &universal) && SetHandsetNow(Ticks(universal));
+}
+
+COREDLL_EXPORT BOOL WINAPI DeviceSetLocalTime(const SYSTEMTIME* time) {
+    const coredll::CallGuard guard;
+    FILETIME local;
+    return SystemTimeToFileTime(time, &local) && SetHandsetNow(handset::UniversalFromLocal(Ticks(local)));
+}

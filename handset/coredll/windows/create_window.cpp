@@ -1,0 +1,62 @@
+// Windows as the device makes them: no frame unless one is asked for, clipped by their neighbours, and one
+// with no size of its own fills the display.
+#include "handset/coredll/kernel/call_guard.h"
+#include "handset/coredll/kernel/platform_call.h"
+#include "handset/coredll/windows/disabled_windows.h"
+#include "handset/coredll/windows/tap_and_hold.h"
+#include "handset/coredll/windows/uncovering.h"
+
+namespace {
+
+using coredll::CallGuard;
+using coredll::CallKind;
+
+struct Place {
+    int x;
+    int y;
+    int width;
+    int height;
+};
+
+constexpr bool IsDefault(int value) {
+    return value == CW_USEDEFAULT;
+}
+
+// Device differs: a position that a program gives for a window of its own counts from the corner of the
+// host's screen, as every position that it can read back does.
+Place OnDisplay(const Place& asked) {
+    if (!IsDefault(asked.x) && !IsDefault(asked.width)) return asked;
+    RECT display;
+    HandsetDisplayRect(&display);
+    Place place = asked;
+    if (IsDefault(asked.x)) {
+        place.x = display.left;
+        place.y = display.top;
+    }
+    if (IsDefault(asked.width)) {
+        place.width = display.right - place.x;
+        place.height = display.bottom - place.y;
+    }
+    return place;
+}
+
+}  // namespace
+
+COREDLL_EXPORT HWND WINAPI DeviceCreateWindowExW(DWORD extendedStyle, const wchar_t* windowClass,
+                                                 const wchar_t* title, DWORD style, int x, int y, int width,
+                                                 int height, HWND parent, HMENU menu, HINSTANCE module,
+                                                 void* parameter) {
+    const CallGuard guard(CallKind::CallsBack);
+    coredll::WatchTapAndHold();
+    coredll::WatchUncovering();
+    coredll::KeepDisabledWindowsInactive();
+    style |= WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
+    Place place{x, y, width, height};
+    if ((style & WS_CHILD) == 0 && parent != HWND_MESSAGE) {
+        // Without this the host adds a caption.
+        style |= WS_POPUP;
+        place = OnDisplay(place);
+    }
+    return CreateWindowExW(extendedStyle, windowClass, title, style, place.x, place.y, place.width,
+                           place.height, parent, menu, module, parameter);
+}

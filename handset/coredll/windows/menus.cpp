@@ -1,0 +1,83 @@
+// Popup menus: the host's own, kept inside the handset's display.
+#include <algorithm>
+#include <cwchar>
+#include <iterator>
+
+#include "handset/coredll/kernel/call_guard.h"
+#include "handset/coredll/kernel/platform_call.h"
+
+namespace {
+
+constexpr wchar_t kMenuClass[] = L"#32768";
+
+bool IsMenuWindow(HWND window) {
+    wchar_t name[8] = {};
+    return GetClassNameW(window, name, static_cast<int>(std::size(name))) > 0 &&
+           std::wcscmp(name, kMenuClass) == 0;
+}
+
+LONG Clamped(LONG position, LONG size, LONG low, LONG high) {
+    return std::max(low, std::min(position, high - size));
+}
+
+// Where `place` goes: into the display, and there not under the stylus, which would choose from the menu when
+// it is lifted from what opened it.
+POINT PlaceInDisplay(const RECT& place) {
+    RECT display = {};
+    HandsetDisplayRect(&display);
+    const LONG width = place.right - place.left;
+    const LONG height = place.bottom - place.top;
+    POINT corner = {Clamped(place.left, width, display.left, display.right),
+                    Clamped(place.top, height, display.top, display.bottom)};
+    POINT stylus = {};
+    GetCursorPos(&stylus);
+    const RECT placed = {corner.x, corner.y, corner.x + width, corner.y + height};
+    const bool moved = corner.x != place.left || corner.y != place.top;
+    if (!moved || !PtInRect(&placed, stylus)) return corner;
+    const LONG entryHeight = GetSystemMetrics(SM_CYMENU);
+    const LONG above = stylus.y - entryHeight - height;
+    corner.y =
+        above >= display.top ? above : Clamped(stylus.y + entryHeight, height, display.top, display.bottom);
+    return corner;
+}
+
+void KeepInDisplay(HWND menu) {
+    RECT place = {};
+    GetWindowRect(menu, &place);
+    const POINT corner = PlaceInDisplay(place);
+    if (corner.x == place.left && corner.y == place.top) return;
+    SetWindowPos(menu, nullptr, corner.x, corner.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// The host keeps menus inside its own screen; the handset's display may be a small part of it, and a menu
+// would open over the phone's keys or beside it. One host places a menu when it makes its window, another
+// when it shows it.
+LRESULT CALLBACK KeepInDisplayProc(int code, WPARAM wParam, LPARAM lParam) {
+    const auto& call = *reinterpret_cast<const CWPSTRUCT*>(lParam);
+    const bool placed = call.message == WM_MOVE || call.message == WM_WINDOWPOSCHANGED;
+    if (code == HC_ACTION && placed && IsMenuWindow(call.hwnd)) KeepInDisplay(call.hwnd);
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+class MenuPlacement {
+  public:
+    MenuPlacement()
+        : hook_(SetWindowsHookExW(WH_CALLWNDPROC, KeepInDisplayProc, nullptr, GetCurrentThreadId())) {}
+    ~MenuPlacement() {
+        if (hook_ != nullptr) UnhookWindowsHookEx(hook_);
+    }
+    MenuPlacement(const MenuPlacement&) = delete;
+    MenuPlacement& operator=(const MenuPlacement&) = delete;
+
+  private:
+    HHOOK hook_;
+};
+
+}  // namespace
+
+COREDLL_EXPORT BOOL WINAPI DeviceTrackPopupMenuEx(HMENU menu, UINT flags, int x, int y, HWND window,
+                                                  TPMPARAMS* parameters) {
+    const coredll::CallGuard guard(coredll::CallKind::CallsBack);
+    const MenuPlacement placement;
+    return TrackPopupMenuEx(menu, flags, x, y, window, parameters);
+}

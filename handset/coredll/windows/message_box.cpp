@@ -1,0 +1,146 @@
+// Message boxes: the host's own, laid out anew so that they stand in the middle of the handset's display.
+#include <algorithm>
+#include <vector>
+
+#include "handset/coredll/kernel/call_guard.h"
+#include "handset/coredll/kernel/platform_call.h"
+#include "handset/coredll/windows/dark_display.h"
+#include "handset/coredll/windows/modal_owner.h"
+#include "handset/coredll/windows/uncovering.h"
+
+namespace {
+
+using coredll::CallGuard;
+using coredll::CallKind;
+
+constexpr wchar_t kDialogClass[] = L"#32770";
+constexpr int kMargin_px = 4;
+
+thread_local HHOOK t_hook = nullptr;
+
+struct Parts {
+    HWND text = nullptr;
+    HWND icon = nullptr;
+    std::vector<HWND> buttons;
+};
+
+bool HasClass(HWND window, const wchar_t* name) {
+    wchar_t actual[16];
+    return GetClassNameW(window, actual, std::size(actual)) != 0 && lstrcmpiW(actual, name) == 0;
+}
+
+BOOL CALLBACK Collect(HWND child, LPARAM data) {
+    auto* parts = reinterpret_cast<Parts*>(data);
+    const LONG style = GetWindowLongW(child, GWL_STYLE);
+    if (HasClass(child, L"Button")) {
+        if ((style & WS_VISIBLE) != 0) parts->buttons.push_back(child);
+    } else if (HasClass(child, L"Static")) {
+        ((style & SS_TYPEMASK) == SS_ICON ? parts->icon : parts->text) = child;
+    }
+    return TRUE;
+}
+
+SIZE SizeOf(HWND window) {
+    RECT rect{};
+    if (window != nullptr) GetWindowRect(window, &rect);
+    return {rect.right - rect.left, rect.bottom - rect.top};
+}
+
+int HeightOfText(HWND text, int width) {
+    wchar_t words[2048];
+    GetWindowTextW(text, words, std::size(words));
+    const HDC dc = GetDC(text);
+    const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(text, WM_GETFONT, 0, 0));
+    const HGDIOBJ previous = font != nullptr ? SelectObject(dc, font) : nullptr;
+    RECT rect{0, 0, width, 0};
+    DrawTextW(dc, words, -1, &rect,
+              DT_CALCRECT | DT_WORDBREAK | DT_EXPANDTABS | DT_NOPREFIX | DT_EDITCONTROL);
+    if (previous != nullptr) SelectObject(dc, previous);
+    ReleaseDC(text, dc);
+    return rect.bottom;
+}
+
+// Buttons side by side from the middle; narrower where the row would not fit. Gives the row's lower edge.
+int PlaceButtons(const std::vector<HWND>& buttons, int width, int y) {
+    if (buttons.empty()) return y;
+    const auto count = static_cast<int>(buttons.size());
+    const SIZE size = SizeOf(buttons.front());
+    const int each = std::min<int>(size.cx, (width - kMargin_px * (count + 1)) / count);
+    int x = (width - each * count - kMargin_px * (count - 1)) / 2;
+    for (const HWND button : buttons) {
+        SetWindowPos(button, nullptr, x, y, each, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+        x += each + kMargin_px;
+    }
+    return y + size.cy;
+}
+
+// A box that is wider than the display: as wide as it, the text broken into more lines. Gives the new size.
+SIZE Narrow(HWND box, int boxWidth) {
+    Parts parts;
+    EnumChildWindows(box, Collect, reinterpret_cast<LPARAM>(&parts));
+    RECT client;
+    GetClientRect(box, &client);
+    const SIZE outer = SizeOf(box);
+    const int width = boxWidth - (outer.cx - client.right);
+    const SIZE icon = SizeOf(parts.icon);
+    const int textLeft = kMargin_px + (icon.cx != 0 ? icon.cx + kMargin_px : 0);
+    const int textWidth = width - textLeft - kMargin_px;
+    const int textHeight = parts.text != nullptr ? HeightOfText(parts.text, textWidth) : 0;
+    if (parts.icon != nullptr) {
+        SetWindowPos(parts.icon, nullptr, kMargin_px, kMargin_px, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    }
+    if (parts.text != nullptr) {
+        const LONG_PTR style = GetWindowLongPtrW(parts.text, GWL_STYLE);
+        SetWindowLongPtrW(parts.text, GWL_STYLE, style | SS_EDITCONTROL);
+        SetWindowPos(parts.text, nullptr, textLeft, kMargin_px, textWidth, textHeight, SWP_NOZORDER);
+    }
+    const int row = kMargin_px * 3 + std::max<int>(textHeight, icon.cy);
+    const int foot = PlaceButtons(parts.buttons, width, row) + kMargin_px * 2;
+    return {boxWidth, foot + (outer.cy - client.bottom)};
+}
+
+void PlaceOnDisplay(HWND box) {
+    RECT display;
+    HandsetDisplayRect(&display);
+    const LONG width = display.right - display.left;
+    const LONG height = display.bottom - display.top;
+    // The device's boxes are left by their buttons alone.
+    SetWindowLongPtrW(box, GWL_STYLE, GetWindowLongPtrW(box, GWL_STYLE) & ~static_cast<LONG_PTR>(WS_SYSMENU));
+    SIZE size = SizeOf(box);
+    if (size.cx > width) size = Narrow(box, width);
+    size.cy = std::min(size.cy, height);
+    SetWindowPos(box, nullptr, display.left + (width - size.cx) / 2, display.top + (height - size.cy) / 2,
+                 size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+}
+
+// The first dialog that this thread initialises is the box; by then the host has laid it out, and nobody has
+// seen it yet.
+LRESULT CALLBACK AfterMessage(int code, WPARAM fromThread, LPARAM data) {
+    const HHOOK hook = t_hook;
+    const auto* message = reinterpret_cast<const CWPRETSTRUCT*>(data);
+    if (code == HC_ACTION && hook != nullptr && message->message == WM_INITDIALOG &&
+        HasClass(message->hwnd, kDialogClass)) {
+        t_hook = nullptr;
+        UnhookWindowsHookEx(hook);
+        PlaceOnDisplay(message->hwnd);
+        coredll::HideWhileDark(message->hwnd);
+        return 0;
+    }
+    return CallNextHookEx(hook, code, fromThread, data);
+}
+
+}  // namespace
+
+COREDLL_EXPORT int WINAPI DeviceMessageBoxW(HWND owner, const wchar_t* text, const wchar_t* caption,
+                                            UINT type) {
+    const CallGuard guard(CallKind::CallsBack);
+    const coredll::ModalOwner kept(owner);
+    coredll::WatchUncovering();
+    t_hook = SetWindowsHookExW(WH_CALLWNDPROCRET, AfterMessage, nullptr, GetCurrentThreadId());
+    const int answer = MessageBoxW(owner, text, caption, type);
+    if (t_hook != nullptr) {
+        UnhookWindowsHookEx(t_hook);
+        t_hook = nullptr;
+    }
+    return answer;
+}

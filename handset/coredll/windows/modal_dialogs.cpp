@@ -1,0 +1,12 @@
+// Modal dialogs: the host's own.
+#include "handset/coredll/kernel/call_guard.h"
+#include "handset/coredll/windows/modal_owner.h"
+#include "handset/coredll/windows/uncovering.h"
+
+COREDLL_EXPORT INT_PTR WINAPI DeviceDialogBoxIndirectParamW(HINSTANCE module, const DLGTEMPLATE* layout,
+                                                            HWND owner, DLGPROC procedure, LPARAM parameter) {
+    const coredll::CallGuard guard(coredll::CallKind::CallsBack);
+    const coredll::ModalOwner kept(owner);
+    coredll::WatchUncovering();
+    return DialogBoxIndirectParamW(module, layout, owner, procedure, parameter);
+}

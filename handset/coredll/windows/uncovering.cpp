@@ -1,0 +1,84 @@
+#include "handset/coredll/windows/uncovering.h"
+
+#include <windows.h>
+
+#include <iterator>
+
+namespace coredll {
+namespace {
+
+thread_local HHOOK t_hook = nullptr;
+
+bool IsDialog(HWND window) {
+    wchar_t name[8] = L"";
+    GetClassNameW(window, name, static_cast<int>(std::size(name)));
+    return lstrcmpW(name, L"#32770") == 0;
+}
+
+// A dialog that ends is hidden before it goes.
+bool HasCovered(HWND window) {
+    const bool child = (GetWindowLongW(window, GWL_STYLE) & WS_CHILD) != 0;
+    return !child && (IsWindowVisible(window) || IsDialog(window));
+}
+
+// What is left of a window that goes, while the windows behind it are looked at from the front to the back.
+class BareArea {
+  public:
+    explicit BareArea(HWND gone) : gone_(gone) {
+        RECT place{};
+        GetWindowRect(gone, &place);
+        area_ = CreateRectRgnIndirect(&place);
+        part_ = CreateRectRgn(0, 0, 0, 0);
+    }
+    ~BareArea() {
+        DeleteObject(area_);
+        DeleteObject(part_);
+    }
+    BareArea(const BareArea&) = delete;
+    BareArea& operator=(const BareArea&) = delete;
+
+    // False when nothing is left.
+    bool Paint(HWND window) const {
+        RECT place;
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        // Device differs: another program's windows keep what they show, and cover nothing of this one's.
+        if (window == gone_ || process != GetCurrentProcessId()) return true;
+        if (!IsWindowVisible(window) || !GetWindowRect(window, &place)) return true;
+        SetRectRgn(part_, place.left, place.top, place.right, place.bottom);
+        const int common = CombineRgn(part_, area_, part_, RGN_AND);
+        if (common == NULLREGION || common == ERROR) return true;
+        const int left = CombineRgn(area_, area_, part_, RGN_DIFF);
+        POINT origin = {0, 0};
+        ClientToScreen(window, &origin);
+        OffsetRgn(part_, -origin.x, -origin.y);
+        RedrawWindow(window, nullptr, part_, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+        return left != NULLREGION;
+    }
+
+  private:
+    HWND gone_;
+    HRGN area_;  // on the screen
+    HRGN part_;
+};
+
+BOOL CALLBACK PaintBehind(HWND window, LPARAM area) {
+    return reinterpret_cast<const BareArea*>(area)->Paint(window);
+}
+
+LRESULT CALLBACK BeforeItGoes(int code, WPARAM window, LPARAM data) {
+    const auto gone = reinterpret_cast<HWND>(window);
+    if (code == HCBT_DESTROYWND && HasCovered(gone)) {
+        const BareArea area(gone);
+        EnumWindows(PaintBehind, reinterpret_cast<LPARAM>(&area));
+    }
+    return CallNextHookEx(t_hook, code, window, data);
+}
+
+}  // namespace
+
+void WatchUncovering() {
+    if (t_hook == nullptr) t_hook = SetWindowsHookExW(WH_CBT, BeforeItGoes, nullptr, GetCurrentThreadId());
+}
+
+}  // namespace coredll
