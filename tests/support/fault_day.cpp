@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 #include "handset/state/booking_lock.h"
 #include "tests/support/tuner_contract.h"
@@ -45,6 +46,15 @@ bool HasMainWindow(DWORD id) {
         if (owner == id) return true;
     }
     return false;
+}
+
+// The processes of a program that have their main window, in order.
+std::vector<DWORD> ShownOf(const std::wstring& program) {
+    std::vector<DWORD> shown = ProcessesOf(program);
+    shown.erase(std::remove_if(shown.begin(), shown.end(), [](DWORD id) { return !HasMainWindow(id); }),
+                shown.end());
+    std::sort(shown.begin(), shown.end());
+    return shown;
 }
 
 void Handset(const wchar_t* arguments) {
@@ -184,11 +194,15 @@ std::string FaultDay::ComplaintOfEnd(DWORD code, bool mayCrash) {
 
 void FaultDay::ExpectOneRadio() {
     const std::wstring program = m_handset.DevicePath(L"\\Windows\\UI.exe");
-    const auto one = [&program] {
-        const auto radios = ProcessesOf(program);
-        return std::count_if(radios.begin(), radios.end(), HasMainWindow) < 2;
-    };
-    if (one() || WaitAwake(one)) return;
+    const std::vector<DWORD> before = ShownOf(program);
+    if (before.size() < 2) return;
+    // They were looked at one after the other: one may have gone before the other came. Those that are there
+    // a second time were there together.
+    const std::vector<DWORD> after = ShownOf(program);
+    std::vector<DWORD> together;
+    std::set_intersection(before.begin(), before.end(), after.begin(), after.end(),
+                          std::back_inserter(together));
+    if (together.size() < 2) return;
     Complain("two radios run");
     for (const DWORD id : ProcessesOf(program)) {
         const HANDLE process = OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, id);

@@ -54,7 +54,7 @@ class FaultDay {
     void NoteEnd();
     void AnswerBoxes();
     void ExpectAnswer();
-    // One takes another's place, and never do two stay.
+    // One takes another's place: never are two there at the same time.
     void ExpectOneRadio();
     bool WaitAwake(const std::function<bool()>& condition);
     void Complain(const std::string& what);
