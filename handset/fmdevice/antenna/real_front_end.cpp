@@ -30,7 +30,7 @@ constexpr std::uint64_t kSilent_ms = 300;
 constexpr std::uint64_t kPublish_ms = 500;
 constexpr std::uint64_t kLossShown_ms = 2000;
 // A seek's bounds, and for how long the next one may go on by what it saw.
-constexpr std::uint64_t kLongestSeek_ms = 900;
+constexpr std::uint64_t kLongestSeek_ms = 800;
 constexpr std::uint64_t kSeekGoesOn_ms = 3000;
 constexpr DWORD kLookWait_ms = 200;
 

@@ -30,13 +30,15 @@ constexpr DWORD kLongestPause_ms = 500;
 // By which a server's pace is judged.
 constexpr std::uint64_t kPace_ms = 2000;
 constexpr double kTooSlow = 0.95;
-// A server of a stick sends what one transfer over the USB holds, 68 ms of samples: up to two of these are on
-// their way.
+// A server of a stick sends what one transfer over the USB holds, 68 ms of samples. One of these is being
+// filled when the stick is sent elsewhere, and goes on being filled with what was before until it has got
+// there.
 constexpr double kUsualGap_s = 0.068;
+constexpr double kGaps = 1.3;
 constexpr double kForgetGap = 0.97;  // with each arrival of a longer one
-constexpr double kNetwork_s = 0.015;
+constexpr double kElsewhere_s = 0.03;
 constexpr double kLeastStale_s = 0.06;
-constexpr double kMostStale_s = 0.3;
+constexpr double kMostStale_s = 0.2;
 
 class CWinsock {
   public:
@@ -296,7 +298,7 @@ void CRtlTcpSource::NoteArrival(std::uint64_t now_ms) {
 
 double CRtlTcpSource::Stale_s() {
     const std::lock_guard<handset::CLock> guard(lock_);
-    return std::clamp(2.0 * longestGap_s_ + kNetwork_s, kLeastStale_s, kMostStale_s);
+    return std::clamp(kGaps * longestGap_s_ + kElsewhere_s, kLeastStale_s, kMostStale_s);
 }
 
 void CRtlTcpSource::Send(Command command, std::uint32_t argument) {

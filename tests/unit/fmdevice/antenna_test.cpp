@@ -110,16 +110,16 @@ TEST_F(OnTheAir, ASeekGoesFromStationToStationBothWaysAndRoundTheEnds) {
     StickServer server(kAir);
     Use(server.Antenna());
     ASSERT_TRUE(Plays());
-    for (const std::uint32_t station : {10110u, 10400u}) {
-        ASSERT_EQ(device_->SeekNext(), S_OK);
+    // An empty part of the band may take more than one seek's time.
+    for (const std::uint32_t station : {10110u, 10400u, 9850u, 10110u}) {
+        EXPECT_TRUE(WaitFor([&] { return device_->SeekNext() == S_OK; }));
         EXPECT_EQ(Channel(), station);
     }
-    ASSERT_EQ(device_->SeekPrev(), S_OK);
-    EXPECT_EQ(Channel(), 10110u);
-    ASSERT_EQ(device_->SetChannel(10700), S_OK);
-    // An end of the band, and much of it empty, may take more than one seek's time.
-    EXPECT_TRUE(WaitFor([&] { return device_->SeekNext() == S_OK; }));
-    EXPECT_EQ(Channel(), 9850u);
+    for (const std::uint32_t station : {9850u, 10400u}) {
+        EXPECT_TRUE(WaitFor([&] { return device_->SeekPrev() == S_OK; }));
+        EXPECT_EQ(Channel(), station);
+    }
+    ASSERT_EQ(device_->SetChannel(9850), S_OK);
     EXPECT_NEAR(Signal(), 47, 4);
 }
 
@@ -128,14 +128,14 @@ TEST_F(OnTheAir, NoCallTakesLongerThanASecond) {
     Use(server.Antenna());
     ASSERT_TRUE(Plays());
     std::int32_t level = 0;
-    EXPECT_LE(Took([&] { device_->SeekNext(); }), 1300u);
+    EXPECT_LE(Took([&] { device_->SeekNext(); }), 1200u);
     EXPECT_LE(Took([&] { device_->SetChannel(9000); }), 300u);
     EXPECT_LE(Took([&] { device_->GetSignal(&level); }), 1000u);
     server.stalled = true;
     device_->SetChannel(10500);
     EXPECT_LE(Took([&] { device_->GetSignal(&level); }), 1000u);
     EXPECT_EQ(level, 0);
-    EXPECT_LE(Took([&] { device_->SeekNext(); }), 1300u);
+    EXPECT_LE(Took([&] { device_->SeekNext(); }), 1200u);
 }
 
 TEST_F(OnTheAir, ATuningOvertakesASeek) {

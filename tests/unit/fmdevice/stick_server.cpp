@@ -13,7 +13,8 @@ namespace {
 
 constexpr double kRate_Hz = 1920000.0;
 constexpr double kStrongest_dBHz = 100.0;
-constexpr DWORD kPiece_ms = 20;
+// What one transfer over the USB holds.
+constexpr DWORD kPiece_ms = 68;
 
 void SendAll(SOCKET client, const std::vector<std::uint8_t>& bytes, const std::atomic<bool>& stop) {
     std::size_t sent = 0;
