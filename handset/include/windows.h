@@ -3,7 +3,11 @@
 // COREDLL (see handset/coredll/coredll.def).
 #pragma once
 
+#include "menu_item_info.h"
+
 #include_next <windows.h>
+
+#include "menu_item_info.h"
 
 #include <shellapi.h>
 
