@@ -2,13 +2,23 @@
 
 handset_exe() { wine_start "$KORA_BIN/handset.exe" "$@"; }
 
+# handset_said ARGS…: what it says, in SAID, and its result. Through a file of this call alone: a Wine service that it was
+# the first to need would hold a pipe open for ever, and calls at the same time must not mix.
+handset_said() {
+    local file status=0
+    file=$(mktemp "$KORA_HOME/handset.XXXXXX")
+    handset_exe "$@" >"$file" 2>&1 || status=$?
+    SAID=$(tr -d '\r' <"$file")
+    rm -f "$file"
+    return $status
+}
+
 # The programs of the handset, built and laid on the device; with --unless-running not under a radio that runs.
 handset_ready() {
     programs_ready
     handset_stage
-    handset_exe install "$@" "$(windows_path "$KORA_HOME/device")" >"$KORA_HOME/handset-install.log" 2>&1 ||
-        fail "the handset could not be set up:
-$(cat "$KORA_HOME/handset-install.log")"
+    handset_said install "$@" "$(windows_path "$KORA_HOME/device")" || fail "the handset could not be set up:
+$SAID"
 }
 
 # The first time, the channel lists are filled with the preset favourites, as a phone does when it is new.
@@ -59,13 +69,17 @@ service_start() {
 # takes its place.
 kora_start() {
     handset_ready --unless-running
+    local installed=$SAID
     [ "$*" = Kora.vol ] || favourites_once
     # Appended to, so that programs that write at the same time do not write over one another. Those of a radio that
     # runs go on.
-    if ! grep -q 'the radio is running' "$KORA_HOME/handset-install.log"; then
-        : >"$KORA_HOME/console.log"
-        : >"$KORA_HOME/trace.log"
-    fi
+    case $installed in
+        *'the radio is running'*) ;;
+        *)
+            : >"$KORA_HOME/console.log"
+            : >"$KORA_HOME/trace.log"
+            ;;
+    esac
     service_start
     # The device takes one command line, not words: they are joined by blanks, as a scheduled start gives it.
     handset_exe start "$*" >>"$KORA_HOME/console.log" 2>>"$KORA_HOME/trace.log" ||
@@ -77,25 +91,24 @@ kora_stop() {
     case "$*" in '' | --force) ;; *) fail "stop: \"$*\" is not understood; --force is" ;; esac
     handset_stage
     if [ "${1:-}" = --force ]; then
-        timeout 60 "$KORA_WINE" "$KORA_BIN/handset.exe" stop --force >"$KORA_HOME/stop.log" 2>&1 || {
+        timeout 60 "$KORA_WINE" "$KORA_BIN/handset.exe" stop --force >/dev/null 2>&1 || {
             step "the radio could not be ended alone: its Wine is ended with all that runs in it"
             kora_stop_quietly
             return
         }
     else
-        handset_exe stop >"$KORA_HOME/stop.log" 2>&1 ||
+        handset_said stop ||
             fail "the radio did not stop; \`kora stop --force\` ends it as it is, and what it has recorded plays up to there:
-$(cat "$KORA_HOME/stop.log")"
+$SAID"
     fi
-    handset_exe ether stop >"$KORA_HOME/stop.log" 2>&1 || fail "the ether did not stop:
-$(cat "$KORA_HOME/stop.log")"
-    handset_exe service stop --unless-booked >"$KORA_HOME/stop.log" 2>&1 || fail "the service did not stop:
-$(cat "$KORA_HOME/stop.log")"
-    if grep -q 'goes on' "$KORA_HOME/stop.log"; then
-        step "recordings are booked: the service goes on; \`./kora handset service stop\` ends it"
-    else
-        display_stop
-    fi
+    handset_said ether stop || fail "the ether did not stop:
+$SAID"
+    handset_said service stop --unless-booked || fail "the service did not stop:
+$SAID"
+    case $SAID in
+        *'goes on'*) step "recordings are booked: the service goes on; \`./kora handset service stop\` ends it" ;;
+        *) display_stop ;;
+    esac
 }
 
 # Also when nothing runs, which Wine's server calls a failure.
@@ -107,11 +120,13 @@ kora_stop_quietly() {
 kora_handset() {
     programs_present
     handset_stage
-    local status=0
-    # Through files: a Wine service started by the call would hold a pipe open for ever.
-    handset_exe "$@" >"$KORA_HOME/handset.out" 2>"$KORA_HOME/handset.err" || status=$?
-    cat "$KORA_HOME/handset.out"
-    cat "$KORA_HOME/handset.err" >&2
+    local status=0 words
+    words=$(mktemp -d "$KORA_HOME/handset.XXXXXX")
+    # Through files of this call alone, as handset_said has them.
+    handset_exe "$@" >"$words/out" 2>"$words/err" || status=$?
+    cat "$words/out"
+    cat "$words/err" >&2
+    rm -rf "$words"
     return $status
 }
 

@@ -11,6 +11,24 @@ lane_use() {
     if [ -f "$KORA_HOME/display" ]; then DISPLAY=:$(cut -d' ' -f1 "$KORA_HOME/display"); fi
 }
 
+# Ends all that runs on this lane's Wine or display, and gives it its server again: one for the whole run, since a cold
+# start costs seconds and a warm one a tenth.
+lane_clean() {
+    local process
+    wineserver_run -k 2>/dev/null || true
+    wineserver_run --wait || true
+    for process in /proc/[0-9]*; do
+        process=${process#/proc/}
+        # What this shell started by now has the display as well; the shell itself was started without.
+        if [ "$process" != "$BASHPID" ] && [ -n "$DISPLAY" ] &&
+            grep -qzxF "DISPLAY=$DISPLAY" "/proc/$process/environ" 2>/dev/null; then
+            kill -9 "$process" 2>/dev/null || true
+        fi
+    done
+    rm -f "$KORA_HOME/busy"
+    wineserver_run -p >/dev/null 2>&1 </dev/null 9>&-
+}
+
 # lanes_open COUNT: makes them ready, below KORA_HOME.
 lanes_open() {
     export KORA_LANES=$1 KORA_LANES_HOME=$KORA_HOME
@@ -22,11 +40,8 @@ lanes_open() {
             display_virtual 1024x768
             wine_prefix
             wine_virtual_desktop 1024x768
-            # One server for the whole run: a cold start costs seconds, a warm one a tenth. One that a broken-off run
-            # left behind would refuse it.
-            wineserver_run -k 2>/dev/null || true
-            wineserver_run --wait || true
-            wineserver_run -p
+            # A broken-off run may have left something.
+            lane_clean
         )
     done
 }
@@ -42,8 +57,9 @@ lanes_close() {
     done
 }
 
-# lane_take: waits for a lane that nobody works in and goes there. It is free again when descriptor 9 is closed: a
-# Wine service that a program leaves behind must not inherit it.
+# lane_take: waits for a lane that nobody works in and goes there; lane_free says that the work is done. The lane is free
+# when descriptor 9 is closed: a Wine service that a program leaves behind must not inherit it. Whoever was ended before it
+# was done, as by its time limit, has left what it had started.
 lane_take() {
     local lane
     while :; do
@@ -51,9 +67,13 @@ lane_take() {
             exec 9>"$KORA_LANES_HOME/lane-$lane.lock"
             if flock -n 9; then
                 lane_use "$lane"
+                [ ! -f "$KORA_HOME/busy" ] || lane_clean
+                : >"$KORA_HOME/busy"
                 return 0
             fi
         done
         sleep 0.1
     done
 }
+
+lane_free() { rm -f "$KORA_HOME/busy"; }

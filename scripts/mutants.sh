@@ -95,13 +95,6 @@ linked_as() {
 
 mutant_link() { linked_as "$KORA_BUILD" "$1" "$(object_of "$2")" "$KORA_HOME/mutant/object.obj" "$3"; }
 
-# A lane whose programs are all gone, its server ready for the next.
-mutant_lane_clean() {
-    wineserver_run -k 2>/dev/null || true
-    wineserver_run --wait || true
-    wineserver_run -p
-}
-
 # failed_in LOG NAME: the first test that failed, or the one that ran when the program ended.
 failed_in() {
     { grep -a '^\[  FAILED  \] ' "$1" || grep -a '^\[ RUN  ' "$1" | tail -n 1 || echo "$2"; } |
@@ -116,7 +109,7 @@ tests_run() {
     env "${surroundings[@]}" timeout -k 5 "$3" "$KORA_WINE" "$1" >"$log" 2>&1 </dev/null || status=$?
     [ $status -ne 0 ] || return 0
     # A radio that a test started, or a program that hangs, is not left to the next one.
-    if [[ $name = test_system* ]] || ! grep -qa '^\[  FAILED  \] ' "$log"; then mutant_lane_clean; fi
+    if [[ $name = test_system* ]] || ! grep -qa '^\[  FAILED  \] ' "$log"; then lane_clean; fi
     failed_in "$log" "$name"
     return 1
 }

@@ -24,13 +24,36 @@ run_tour() {
     local tour=$!
     tour_pictures "$KORA_HOME" "$log" "$tour" &
     local pictures=$!
-    tail -n +1 -f --pid="$tour" "$log" | grep -av '^picture \|^sound: ' || true
+    # Not in the foreground, where it would keep a signal waiting.
+    { tail -n +1 -f --pid="$tour" "$log" | grep -av '^picture \|^sound: ' || true; } &
+    local words=$!
     wait "$tour" || status=$?
-    wait "$pictures" || true
+    wait "$pictures" "$words" || true
     display_stop
     [ $status -eq 0 ] || fail "the tour ended early; $KORA_HOME/trace.log says more"
     step "what was shown and heard:"
     ls "$KORA_HOME"/tour-*.png "$KORA_HOME/tour.wav"
+}
+
+# Ctrl-C, a closed terminal or an end by the system: what this run has started ends with it. A service that has bookings
+# goes on.
+run_broken_off() {
+    trap '' INT TERM HUP
+    trap - EXIT
+    step "ending the handset"
+    antenna_end
+    # The radio closes a recording; then the panel and whatever else is left of this Wine goes.
+    timeout 30 "$KORA_WINE" "$KORA_BIN/handset.exe" stop >/dev/null 2>&1 </dev/null || true
+    handset_said service stop --unless-booked || true
+    local booked=
+    case $SAID in *'goes on'*) booked=1 ;; esac
+    kora_stop_quietly
+    if [ -n "$booked" ]; then
+        unset DISPLAY
+        handset_stage
+        service_start
+    fi
+    exit 130
 }
 
 kora_run() {
@@ -45,14 +68,16 @@ kora_run() {
     handset_ready
     favourites_once
     trap antenna_end EXIT
+    trap run_broken_off INT TERM HUP
     antenna_begin "$antenna"
     if [ -z "$had_display" ]; then
         packages_need "${KORA_DISPLAY_PACKAGES[@]}"
         run_tour
         return
     fi
-    step "starting the handset; close its window to end"
+    step "starting the handset; close its window, or press Ctrl-C here, to end"
     # A desktop of its own keeps the phone and the radio's windows together, whatever the window manager does.
     wine_start explorer "/desktop=Kora,$KORA_DESKTOP" "$(windows_path "$KORA_BIN/handset.exe")" panel --with-radio \
-        >"$KORA_HOME/console.log" 2>"$KORA_HOME/trace.log"
+        >"$KORA_HOME/console.log" 2>"$KORA_HOME/trace.log" &
+    wait $!
 }

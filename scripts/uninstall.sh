@@ -57,7 +57,7 @@ handset_remove() {
     if [ "$KORA_HOME" = "$KORA_DEFAULT_HOME" ]; then
         rm -rf "$KORA_HOME"
     else
-        (cd "$KORA_HOME" && rm -f ./*.log handset.out handset.err display)
+        (cd "$KORA_HOME" && rm -rf ./*.log ./*.lock handset.?????? display)
         rmdir --ignore-fail-on-non-empty "$KORA_HOME"
     fi
     if [ -d "$kept" ]; then

@@ -1,13 +1,30 @@
 # One handset's Wine: its prefix lies in KORA_HOME. Sourced after common.sh.
 
-KORA_WINE=/usr/lib/wine/wine64
+# Where it lies: Debian puts it beside no path, others below lib64 or on the path, its makers below /opt. One that
+# KORA_WINE names comes before all. Without any it will be where Debian's package puts it.
+KORA_WINE_PLACES=(/usr/lib/wine/wine64 /usr/lib/wine-development/wine64 /usr/lib64/wine/wine64 wine64
+    /opt/wine-stable/bin/wine64 /opt/wine-staging/bin/wine64 /opt/wine-devel/bin/wine64 wine)
+wine_find() {
+    local place
+    for place in "${KORA_WINE_PLACES[@]}"; do
+        command -v "$place" && return 0
+    done
+    printf '%s\n' "${KORA_WINE_PLACES[0]}"
+}
+KORA_WINE=${KORA_WINE:-$(wine_find)}
 export WINEPREFIX=${KORA_WINEPREFIX:-$KORA_HOME/prefix}
 # No add-on downloads, no debugger that waits for a person after a crash, no entries in the desktop's menus.
 export WINEDLLOVERRIDES='mscoree,mshtml,winedbg.exe,winemenubuilder.exe='
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEARCH=win64
 
-wineserver_run() { "$(dirname "$KORA_WINE")/wineserver" "$@"; }
+# Beside the loader, or on the path.
+wineserver_run() {
+    local server
+    server=$(dirname "$KORA_WINE")/wineserver
+    [ -x "$server" ] || server=wineserver
+    "$server" "$@"
+}
 
 # wine_start PROGRAM ARGS…: output goes where the caller says; never into a pipe that a Wine service would
 # keep open for ever.
@@ -38,6 +55,15 @@ wine_no_virtual_desktop() {
 # A prefix takes some seconds to make; done once.
 wine_prefix() {
     [ -f "$WINEPREFIX/.kora-ready" ] && return 0
+    local lock
+    mkdir -p "$KORA_HOME"
+    exec {lock}>"$KORA_HOME/prefix.lock"
+    flock "$lock"
+    # Another call has made it meanwhile?
+    [ -f "$WINEPREFIX/.kora-ready" ] || wine_prefix_make {lock}>&-
+    exec {lock}>&-
+}
+wine_prefix_make() {
     step "making a Wine prefix in $WINEPREFIX (some seconds, once)"
     mkdir -p "$WINEPREFIX"
     wine_start wineboot --init >"$KORA_HOME/wineboot.log" 2>&1 || fail "Wine could not make its prefix; see $KORA_HOME/wineboot.log"

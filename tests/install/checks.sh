@@ -1,7 +1,7 @@
 # Words of the installation tests: one check a line, counted, and left as XML where the other tests leave theirs.
 # Sourced with SUITE set; expects to run from CTest, with a display.
 KORA_TREE=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
-KORA_WINE=/usr/lib/wine/wine64
+KORA_WINE=$(KORA_ROOT=$KORA_TREE KORA_HOME=/ bash -c '. "$KORA_ROOT/scripts/common.sh" && . "$KORA_ROOT/scripts/wine.sh" && printf %s "$KORA_WINE"')
 CHECKS=0 FAILURES=0
 
 # Chosen by the names of tests: these are not single ones.
@@ -9,6 +9,7 @@ case ${GTEST_FILTER:-*} in '*' | *"$SUITE"*) ;; *) exit 0 ;; esac
 
 # A display of the tests' own, which nobody else uses meanwhile.
 if [ -n "${KORA_LANES:-}" ]; then
+    . "$KORA_TREE/scripts/wine.sh"
     . "$KORA_TREE/scripts/lanes.sh"
     lane_take
 fi
@@ -55,6 +56,7 @@ copy_tree() {
 }
 
 finish() {
+    [ -z "${KORA_LANES:-}" ] || lane_free
     local out=${GTEST_OUTPUT:-}
     out=${out#xml:}
     # The programs under Wine are given a Windows path; here it is the machine's own.

@@ -9,7 +9,7 @@ USER_HOME=$WORK/home
 DEB=$WORK/kora.deb ROOT=$WORK/root HANDSET=$USER_HOME/.local/share/kora-handset
 kora() { as_user KORA_TUNERLOG='\tuner.log' "$ROOT/usr/bin/kora" "$@"; }
 clean_up() {
-    WINEPREFIX=$HANDSET/prefix /usr/lib/wine/wineserver -k 2>/dev/null
+    WINEPREFIX=$HANDSET/prefix "$(dirname "$KORA_WINE")/wineserver" -k 2>/dev/null
     rm -rf "$WORK"
 }
 trap clean_up EXIT

@@ -13,7 +13,7 @@ kora() { as_user KORA_TUNERLOG='\tuner.log' "$USER_HOME/.local/bin/kora" "$@"; }
 HUNG=
 clean_up() {
     [ -z "$HUNG" ] || kill -CONT "$HUNG" 2>/dev/null
-    WINEPREFIX=$HANDSET/prefix /usr/lib/wine/wineserver -k 2>/dev/null
+    WINEPREFIX=$HANDSET/prefix "$(dirname "$KORA_WINE")/wineserver" -k 2>/dev/null
     rm -rf "$WORK"
 }
 trap clean_up EXIT

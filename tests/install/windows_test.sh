@@ -11,7 +11,7 @@ wine() {
     as_user WINEPREFIX="$PREFIX" WINEARCH=win64 WINEDEBUG=-all KORA_TUNERLOG='\tuner.log' \
         WINEDLLOVERRIDES='mscoree,mshtml,winedbg.exe,winemenubuilder.exe=' "$KORA_WINE" "$@"
 }
-server() { WINEPREFIX=$PREFIX /usr/lib/wine/wineserver "$@"; }
+server() { WINEPREFIX=$PREFIX "$(dirname "$KORA_WINE")/wineserver" "$@"; }
 clean_up() {
     server -k 2>/dev/null
     rm -rf "$WORK"
