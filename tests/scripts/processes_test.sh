@@ -8,6 +8,7 @@ KORA_LANES=
 clean_up() {
     local file
     for file in "$WORK"/*/*.pid; do [ ! -f "$file" ] || kill -9 "$(<"$file")" 2>/dev/null; done
+    wait 2>/dev/null
     rm -rf "$WORK"
 }
 trap clean_up EXIT
