@@ -6,6 +6,7 @@
 #include "channels/list_selection.h"
 #include "channels/list_senders.h"
 #include "resources/resource_ids.h"
+#include "shell/dialogs.h"
 #include "shell/main_state.h"
 #include "shell/owned.h"
 #include "shell/settings_key.h"
@@ -76,6 +77,7 @@ HFONT CreateListFont() {
 
 bool CreateChannelList(CMainState& state, HWND window) {
     const SkinRect rect = ListRect();
+    RegisterControls(ICC_LISTVIEW_CLASSES);
     const HWND list = CreateWindowExW(0, WC_LISTVIEWW, L"", kListStyle, rect.x, rect.y, rect.cx, rect.cy,
                                       window, nullptr, state.m_hInstance, &state);
     if (list == nullptr) return false;

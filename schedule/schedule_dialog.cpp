@@ -142,8 +142,8 @@ INT_PTR CALLBACK ScheduleProc(HWND dialog, UINT message, WPARAM wParam, LPARAM l
 }  // namespace
 
 INT_PTR RunScheduleDialog(HWND owner) {
-    const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_LISTVIEW_CLASSES | ICC_DATE_CLASSES};
-    InitCommonControlsEx(&classes);
+    RegisterControls(ICC_LISTVIEW_CLASSES | ICC_DATE_CLASSES);
+    RegisterControls(ICC_UPDOWN_CLASS);
     DayButtons days = {};
     return RunDialog(owner, IDD_SCHEDULE_PORTRAIT, ScheduleProc, reinterpret_cast<LPARAM>(&days));
 }

@@ -43,6 +43,8 @@ BOOL OnCreate(HWND window, const CREATESTRUCTW& create) {
     if (state == nullptr) return FALSE;
     SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG_PTR>(state));
     state->m_skin.hWnd = window;
+    g_app.activateInfo = {};
+    g_app.activateInfo.cbSize = sizeof g_app.activateInfo;
     state->m_hMenuBar = CreateMainMenuBar(window);
     // No sleep timer runs at the start, and its menu says so.
     CheckMenuItem(g_app.hRightSoftKeyMenu, IDC_SLEEP_OFF, MF_BYCOMMAND | MF_CHECKED);

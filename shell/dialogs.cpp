@@ -1,5 +1,7 @@
 #include "shell/dialogs.h"
 
+#include <commctrl.h>
+
 #include "shell/app_block.h"
 
 INT_PTR RunDialog(HWND owner, UINT templateId, DLGPROC procedure, LPARAM parameter) {
@@ -10,6 +12,11 @@ INT_PTR RunDialog(HWND owner, UINT templateId, DLGPROC procedure, LPARAM paramet
     // A loaded resource is its own memory on the device: there is no lock.
     return DialogBoxIndirectParamW(g_app.hInstance, static_cast<LPCDLGTEMPLATE>(dialogTemplate), owner,
                                    procedure, parameter);
+}
+
+void RegisterControls(DWORD classes) {
+    const INITCOMMONCONTROLSEX wanted = {sizeof wanted, classes};
+    InitCommonControlsEx(&wanted);
 }
 
 void SetUpDialog(HWND dialog, DWORD flags) {

@@ -19,6 +19,10 @@ static_assert(kFullScreenDialog == 0x2D && kFullScreenInputDialog == 0x25);
 // What WM_CLOSE ends most dialogs with.
 inline constexpr INT_PTR kDialogClosed = 16;
 
+// Registers control classes (ICC_…) before the first window or dialog that uses them: the platform knows none
+// by itself, and a dialog with an unknown one fails as a whole.
+void RegisterControls(DWORD classes);
+
 // WM_INITDIALOG: sizes and places the dialog.
 void SetUpDialog(HWND dialog, DWORD flags);
 

@@ -159,5 +159,6 @@ int AFSignalGrade(std::int32_t level) {
 }
 
 INT_PTR ShowAFList(HWND owner) {
+    RegisterControls(ICC_LISTVIEW_CLASSES);
     return RunDialog(owner, IDD_AF_LIST, AFListProc);
 }

@@ -22,7 +22,7 @@ void RestoreFocus(HWND window, SHACTIVATEINFO* info) {
 }
 
 bool AreValid(HWND window, const SHACTIVATEINFO* info) {
-    if (info != nullptr && IsWindow(window)) return true;
+    if (info != nullptr && info->cbSize == sizeof *info && IsWindow(window)) return true;
     SetLastError(ERROR_INVALID_PARAMETER);
     return false;
 }

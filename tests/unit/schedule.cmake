@@ -11,6 +11,8 @@ kora_test(test_schedule APP
         schedule/open_schedule.cpp
         schedule/schedule_test.cpp
         ${CMAKE_SOURCE_DIR}/tests/native/schedule/booking_rule_test.cpp
+        ${CMAKE_SOURCE_DIR}/tests/support/registered_controls.cpp
     LIBS ${KORA_APPLICATION} app_resources)
-# The deletion of an entry's key goes through the tests, which may refuse it as a registry does.
-target_link_options(test_schedule PRIVATE -Wl,--wrap=_Z17DeleteScheduleKeyP6HKEY__PKwS2_)
+# The deletion of an entry's key goes through the tests, which may refuse it as a registry does, and so does the
+# registration of controls, which they note.
+target_link_options(test_schedule PRIVATE -Wl,--wrap=_Z17DeleteScheduleKeyP6HKEY__PKwS2_,--wrap=__imp_InitCommonControlsEx)

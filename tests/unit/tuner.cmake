@@ -24,8 +24,9 @@ kora_test(test_tuner APP
         tuner/volume_keys_test.cpp
         tuner/weak_signal_test.cpp
         ${CMAKE_SOURCE_DIR}/tests/native/tuner/frequency_test.cpp
+        ${CMAKE_SOURCE_DIR}/tests/support/registered_controls.cpp
         ${CMAKE_SOURCE_DIR}/tests/support/skin_window.cpp
     LIBS ${KORA_APPLICATION} app_resources)
 # The text fields' painting and the reading of settings go through the tests, which note them and pass them on; the
 # tick count and the making of threads as well, which the tests may change and refuse.
-target_link_options(test_tuner PRIVATE -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw,--wrap=_Z12ShowSkinTextR5CSkiniPKw,--wrap=_Z16DrawScanProgressR5CSkini,--wrap=RegistryGetDWORD,--wrap=__imp_GetTickCount,--wrap=__imp_CreateThread)
+target_link_options(test_tuner PRIVATE -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw,--wrap=_Z12ShowSkinTextR5CSkiniPKw,--wrap=_Z16DrawScanProgressR5CSkini,--wrap=RegistryGetDWORD,--wrap=__imp_GetTickCount,--wrap=__imp_CreateThread,--wrap=__imp_InitCommonControlsEx)

@@ -1,5 +1,5 @@
-// TransparentImage: a copy that leaves one colour out. The device takes a bitmap or a device context as the
-// source; the desktop's TransparentBlt takes only the latter.
+// TransparentImage: a copy that leaves one colour out. The device takes a bitmap, one that is selected into
+// no device context, or a device context as the source; the desktop's TransparentBlt takes only the latter.
 #include <windows.h>
 
 #include <cstddef>
@@ -20,6 +20,30 @@ struct Pixels {
 
     BITMAPINFO Info() const { return handset::DisplayFormat(width, height); }
     const std::uint32_t* Row(LONG y) const { return values.data() + static_cast<std::ptrdiff_t>(y) * width; }
+};
+
+// A device context into which a bitmap can be selected that is in no other one.
+class SelectionProbe {
+  public:
+    bool IsSelected(HBITMAP bitmap) {
+        AcquireSRWLockExclusive(&lock_);
+        const HGDIOBJ previous = SelectObject(dc_, bitmap);
+        if (previous != nullptr) SelectObject(dc_, own_);
+        ReleaseSRWLockExclusive(&lock_);
+        return previous == nullptr;
+    }
+
+  private:
+    static HBITMAP OwnBitmap() {
+        const BITMAPINFO info = handset::DisplayFormat(1, 1);
+        void* bits = nullptr;
+        return CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    }
+
+    SRWLOCK lock_ = SRWLOCK_INIT;
+    HDC dc_ = CreateCompatibleDC(nullptr);
+    // Of the display's format, as the images are: a change between formats takes long.
+    HBITMAP own_ = OwnBitmap();
 };
 
 bool ReadPixels(HDC dc, HBITMAP bitmap, Pixels* pixels) {
@@ -131,6 +155,11 @@ COREDLL_EXPORT BOOL WINAPI TransparentImage(HDC destination, LONG x, LONG y, LON
     }
     if (type != OBJ_BITMAP) {
         SetLastError(ERROR_INVALID_HANDLE);
+        return FALSE;
+    }
+    static SelectionProbe probe;
+    if (probe.IsSelected(static_cast<HBITMAP>(object))) {
+        SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
     }
     const bool sameSize = width == sourceWidth && height == sourceHeight;

@@ -24,7 +24,7 @@ class Activation : public ::testing::Test {
 
     test::TestHandset m_handset;
     test::TestWindow m_window;
-    SHACTIVATEINFO m_info = {};
+    SHACTIVATEINFO m_info = {sizeof(SHACTIVATEINFO), nullptr, 0, 0, 0, 0};
     HWND m_first;
     HWND m_second;
 };
@@ -61,6 +61,19 @@ TEST_F(Activation, IsRefusedWithoutARecordOrAWindow) {
     EXPECT_FALSE(SHHandleWMActivate(m_window.Get(), WA_ACTIVE, 0, nullptr, 0));
     EXPECT_FALSE(SHHandleWMActivate(nullptr, WA_ACTIVE, 0, &m_info, 0));
     EXPECT_TRUE(SHHandleWMActivate(m_window.Get(), WA_ACTIVE, 0, &m_info, 0));
+}
+
+TEST_F(Activation, RefusesARecordThatDoesNotSayItsSize) {
+    for (const DWORD size :
+         {DWORD{0}, static_cast<DWORD>(sizeof m_info) - 4, static_cast<DWORD>(sizeof m_info) + 4}) {
+        SHACTIVATEINFO info = {};
+        info.cbSize = size;
+        SetLastError(ERROR_SUCCESS);
+        EXPECT_FALSE(SHHandleWMActivate(m_window.Get(), WA_ACTIVE, 0, &info, 0)) << size;
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
+        EXPECT_FALSE(SHHandleWMSettingChange(m_window.Get(), handset::kSettingChangeReset, 0, &info)) << size;
+        EXPECT_EQ(info.fActive, 0u);
+    }
 }
 
 TEST_F(Activation, FitsTheWindowToADisplayThatHasTurned) {

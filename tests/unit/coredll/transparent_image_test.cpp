@@ -61,6 +61,20 @@ TEST_F(TransparentImageTest, TakesAPartOfTheSource) {
     ExpectInk({6, 7, 7, 10});
 }
 
+TEST_F(TransparentImageTest, RefusesABitmapThatIsSelectedIntoADeviceContext) {
+    const HDC holder = CreateCompatibleDC(screen);
+    const HGDIOBJ before = SelectObject(holder, source);
+    for (const int width : {6, 12}) {
+        SetLastError(ERROR_SUCCESS);
+        EXPECT_FALSE(TransparentImage(picture, 5, 7, width, 4, source, 0, 0, 6, 4, kLeftOut));
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
+    }
+    SelectObject(holder, before);
+    EXPECT_TRUE(TransparentImage(picture, 5, 7, 6, 4, source, 0, 0, 6, 4, kLeftOut));
+    DeleteDC(holder);
+    ExpectInk({8, 7, 11, 11});
+}
+
 TEST_F(TransparentImageTest, StretchesWhenTheSizesDiffer) {
     EXPECT_TRUE(TransparentImage(picture, 2, 2, 12, 8, source, 0, 0, 6, 4, kLeftOut));
     ExpectInk({8, 2, 14, 10});

@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 
+#include "tests/support/registered_controls.h"
 #include "tests/support/trace_capture.h"
 #include "tests/unit/schedule/open_schedule.h"
 
@@ -28,6 +29,12 @@ TEST_F(Dialog, OpensWithTodayTheTunedChannelAndTheHandsetsTime) {
     EXPECT_THAT(schedule.Rows(), IsEmpty());
     const std::wstring names[] = {L"Sun", L"Mon", L"Tue", L"Wed", L"Thu", L"Fri", L"Sat"};
     for (int day = 0; day < 7; ++day) EXPECT_EQ(schedule.Text(IDC_SCHEDULE_SUNDAY + day), names[day]);
+}
+
+TEST_F(Dialog, ItsListPickersAndArrowsAreRegisteredBeforeItOpens) {
+    test::g_registeredControls.clear();
+    const OpenSchedule schedule;
+    EXPECT_THAT(test::g_registeredControls, ElementsAre(0x101u, static_cast<DWORD>(ICC_UPDOWN_CLASS)));
 }
 
 TEST_F(Dialog, OpensAtTheBeginningOfTheBandWithoutATuner) {

@@ -5,7 +5,9 @@
 
 #include <map>
 
+#include "channels/channel_list_window.h"
 #include "tests/support/modal_dialog.h"
+#include "tests/support/registered_controls.h"
 #include "tests/unit/tuner/tuner_test.h"
 
 namespace {
@@ -177,6 +179,29 @@ TEST_F(AFDialog, TheButtonDoesNothingWhileARecordingRuns) {
     state->m_bRecording = TRUE;
     Click(SKIN_AF_LIST);
     EXPECT_THAT(device.Calls(), IsEmpty());
+}
+
+TEST_F(AFDialog, ItsListIsRegisteredBeforeItOpens) {
+    test::g_registeredControls.clear();
+    Open([](HWND) {
+        EXPECT_THAT(test::g_registeredControls, ElementsAre(static_cast<DWORD>(ICC_LISTVIEW_CLASSES)));
+    });
+}
+
+class ChannelListControl : public TunerTest {
+  protected:
+    ~ChannelListControl() override { test::g_onRegisterControls = nullptr; }
+};
+
+TEST_F(ChannelListControl, IsRegisteredBeforeTheMainWindowsListIsMade) {
+    bool before = false;
+    test::g_onRegisterControls = [&](DWORD classes) {
+        before = classes == ICC_LISTVIEW_CLASSES &&
+                 FindWindowExW(window, nullptr, WC_LISTVIEWW, nullptr) == nullptr;
+    };
+    EXPECT_TRUE(CreateChannelList(*state, window));
+    EXPECT_TRUE(before);
+    EXPECT_NE(FindWindowExW(window, nullptr, WC_LISTVIEWW, nullptr), nullptr);
 }
 
 }  // namespace
