@@ -6,6 +6,7 @@ kora_test(test_channels APP
         channels/import_test.cpp
         channels/list_colours_test.cpp
         channels/list_edges_test.cpp
+        channels/list_selection_test.cpp
         channels/lists_test.cpp
         channels/lookup_test.cpp
         channels/records_test.cpp

@@ -174,6 +174,20 @@ TEST_F(FavouritesImport, ATextOf49CharactersFitsAndALongerOneIsNotRead) {
     EXPECT_EQ(Channels()[1].name, std::wstring(49, L'c'));
 }
 
+// The registry takes any number of bytes for a text.
+TEST_F(FavouritesImport, ATextIsReadUpToAHundredBytesAndNotOneMore) {
+    const std::vector<BYTE> bytes(101, 'b');
+    SetText(L"A", L"Name", L"Mine");
+    Preset(L"A", L"1", 9850, L"One");
+    SetValue(L"A", L"ChannelName1", REG_SZ, bytes.data(), 101);
+    Preset(L"A", L"2", 9860, L"Two");
+    SetValue(L"A", L"ChannelName2", REG_SZ, bytes.data(), 100);
+    Import();
+    ASSERT_EQ(Channels().size(), 2u);
+    EXPECT_EQ(Channels()[0].name, L"");
+    EXPECT_EQ(Channels()[1].name, std::wstring(50, L'\x6262'));
+}
+
 TEST_F(FavouritesImport, ValuesOfTheWrongTypeAreNotRead) {
     const DWORD number = 7;
     SetText(L"A", L"Name", L"Mine");

@@ -166,6 +166,20 @@ TEST_F(Delete, ABookingWhoseNameIsShortIsStoppedButItsSubkeyStays) {
     EXPECT_THAT(EntryNames(), ElementsAre(L"Short"));
 }
 
+TEST_F(Delete, AnEntrysNameHasAtLeastTwentyCharacters) {
+    const Texts texts{L"87.5", L"Mon", L"10 : 00", L"11 : 00"};
+    const std::wstring shorter(19, L'a'), shortest(20, L'b');
+    WriteEntry(shorter, texts);
+    WriteEntry(shortest, texts);
+    OpenSchedule schedule;
+    schedule.SelectRow(0);
+    schedule.ContextMenu(kDeleteAll);
+    schedule.AnswerBox(IDOK);
+    schedule.WaitForRows(0);
+    EXPECT_TRUE(test::WaitFor([] { return EntryNames().size() == 1; }));
+    EXPECT_THAT(EntryNames(), ElementsAre(shorter));
+}
+
 TEST_F(Delete, WhatIsDeletedDoesNotComeBackWhenTheDialogIsOpenedAgain) {
     {
         OpenSchedule schedule;
