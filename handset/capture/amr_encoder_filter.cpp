@@ -16,7 +16,7 @@ namespace capture {
 namespace {
 
 constexpr DWORD kBytesPerSecond = 50 * kLargestAmrFrame_bytes;
-constexpr WaveShape kSpeech{kAmrRate_Hz, 1, 16};
+constexpr sound::WavShape kSpeech{kAmrRate_Hz, 1, 16};
 
 CMediaType SpeechType() {
     WAVEFORMATEX format{};

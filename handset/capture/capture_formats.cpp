@@ -42,18 +42,18 @@ AUDIO_STREAM_CONFIG_CAPS CaptureFormatCaps(int index) {
     return caps;
 }
 
-std::optional<WaveShape> PcmShape(const CMediaType& type) {
+std::optional<sound::WavShape> PcmShape(const CMediaType& type) {
     const WAVEFORMATEX* wave = type.Wave();
     if (type.Major() != MEDIATYPE_Audio || type.Subtype() != MEDIASUBTYPE_PCM || wave == nullptr)
         return std::nullopt;
-    const WaveShape shape{wave->nSamplesPerSec, wave->nChannels,
-                          wave->wBitsPerSample == 0 ? kBits : wave->wBitsPerSample};
+    const sound::WavShape shape{wave->nSamplesPerSec, wave->nChannels,
+                                wave->wBitsPerSample == 0 ? kBits : wave->wBitsPerSample};
     const bool usable = wave->wFormatTag == WAVE_FORMAT_PCM && shape.rate_Hz != 0 &&
                         (shape.channels == 1 || shape.channels == 2) && (shape.bits == 8 || shape.bits == 16);
     return usable ? std::make_optional(shape) : std::nullopt;
 }
 
-bool CanCapture(const WaveShape& shape) {
+bool CanCapture(const sound::WavShape& shape) {
     return shape.bits == kBits &&
            std::any_of(std::begin(kFormats), std::end(kFormats), [&](const auto& format) {
                return format.rate_Hz == shape.rate_Hz && format.channels == shape.channels;

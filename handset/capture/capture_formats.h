@@ -16,8 +16,8 @@ AUDIO_STREAM_CONFIG_CAPS CaptureFormatCaps(int index);
 
 // PCM sound of one or two channels of 8 or 16 bits; 0 bits mean 16. Nothing for any other type. Block length
 // and bytes per second are not looked at: a client that changes a format does not always set them right.
-std::optional<WaveShape> PcmShape(const CMediaType& type);
+std::optional<sound::WavShape> PcmShape(const CMediaType& type);
 // True for a shape that the capture filter can make.
-bool CanCapture(const WaveShape& shape);
+bool CanCapture(const sound::WavShape& shape);
 
 }  // namespace capture

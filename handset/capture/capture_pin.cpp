@@ -32,7 +32,7 @@ HRESULT CCapturePin::QueryInterface(REFIID iid, void** out) {
 HRESULT CCapturePin::Open() {
     if (!Connected()) return S_OK;
     HRESULT result = Activate();
-    if (SUCCEEDED(result)) result = pump_.Open(PcmShape(ConnectionType()).value_or(WaveShape{}));
+    if (SUCCEEDED(result)) result = pump_.Open(PcmShape(ConnectionType()).value_or(sound::WavShape{}));
     if (FAILED(result)) Deactivate();
     return result;
 }
@@ -68,7 +68,7 @@ bool CCapturePin::Accepts(const CMediaType& type) const {
 
 // Room for what is read from the radio at once.
 ALLOCATOR_PROPERTIES CCapturePin::Buffers() const {
-    const WaveShape shape = PcmShape(ConnectionType()).value_or(WaveShape{});
+    const sound::WavShape shape = PcmShape(ConnectionType()).value_or(sound::WavShape{});
     return {4, static_cast<long>((shape.rate_Hz / 2 + 1) * shape.FrameBytes()), 1, 0};
 }
 

@@ -25,7 +25,7 @@ bool IsAmrFile(const CMediaType& type) {
 }
 
 std::unique_ptr<IRecordingWriter> WavWriter(const CMediaType& stream) {
-    return std::make_unique<CWavWriter>(PcmShape(stream).value_or(WaveShape{}));
+    return std::make_unique<CWavWriter>(PcmShape(stream).value_or(sound::WavShape{}));
 }
 
 // Seconds since the beginning of 1904, as the file counts them.

@@ -28,7 +28,7 @@ std::uint64_t PositionAt(REFERENCE_TIME time) {
 
 }  // namespace
 
-HRESULT CSoundPump::Open(const WaveShape& shape) {
+HRESULT CSoundPump::Open(const sound::WavShape& shape) {
     shape_ = shape;
     closing_ = false;
     tap_ = HandsetSoundOpen(&opened_);

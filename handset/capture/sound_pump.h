@@ -22,7 +22,7 @@ class CSoundPump {
 
     // The filter's changes of state. Between Open and Close the thread reads; between Run and Halt it
     // delivers. E_FAIL when there is no sound to be had.
-    HRESULT Open(const WaveShape& shape);
+    HRESULT Open(const sound::WavShape& shape);
     // `start`: the handset's time at stream time 0. A start that lies ahead, for other filters to be ready,
     // is not waited for: what is heard now is stream time 0.
     void Run(REFERENCE_TIME start);
@@ -52,7 +52,7 @@ class CSoundPump {
     std::uint32_t tap_ = 0;
     std::uint64_t opened_ = 0;  // the tap's first position
     std::atomic<bool> closing_{false};
-    WaveShape shape_;
+    sound::WavShape shape_;
 
     handset::CLock lock_;          // guards what follows up to the empty line; never held while delivering
     handset::CCondition changed_;  // the stream has moved on, or ended

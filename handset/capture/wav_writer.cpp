@@ -1,29 +1,9 @@
 // The WAV file: the sound first and then the header that counts it.
 #include "handset/capture/wav_writer.h"
 
-#include <array>
-
 namespace capture {
-namespace {
 
-constexpr std::uint16_t kFormatPcm = 1;
-
-class CHeader {
-  public:
-    void Text(const char* fourLetters) {
-        for (int i = 0; i < 4; ++i) bytes_[size_++] = static_cast<std::uint8_t>(fourLetters[i]);
-    }
-    void Number(std::uint32_t value, int bytes) {
-        for (int i = 0; i < bytes; ++i) bytes_[size_++] = static_cast<std::uint8_t>(value >> (8 * i));
-    }
-    const std::uint8_t* Bytes() const { return bytes_.data(); }
-
-  private:
-    std::array<std::uint8_t, kWavHeader_bytes> bytes_{};
-    std::size_t size_ = 0;
-};
-
-}  // namespace
+using sound::kWavHeader_bytes;
 
 bool CWavWriter::Begin(IRecordingFile* file) {
     file_ = file;
@@ -50,21 +30,8 @@ bool CWavWriter::Finish() {
 }
 
 bool CWavWriter::WriteHeader() {
-    CHeader header;
-    header.Text("RIFF");
-    header.Number(kWavHeader_bytes - 8 + data_bytes_ + data_bytes_ % 2, 4);
-    header.Text("WAVE");
-    header.Text("fmt ");
-    header.Number(16, 4);
-    header.Number(kFormatPcm, 2);
-    header.Number(shape_.channels, 2);
-    header.Number(shape_.rate_Hz, 4);
-    header.Number(shape_.rate_Hz * shape_.FrameBytes(), 4);
-    header.Number(shape_.FrameBytes(), 2);
-    header.Number(shape_.bits, 2);
-    header.Text("data");
-    header.Number(data_bytes_, 4);
-    if (!file_->WriteAt(0, header.Bytes(), kWavHeader_bytes)) return false;
+    const auto header = sound::WavHeader(shape_, data_bytes_);
+    if (!file_->WriteAt(0, header.data(), header.size())) return false;
     stated_bytes_ = data_bytes_;
     return true;
 }

@@ -3,25 +3,17 @@
 #pragma once
 
 #include "handset/capture/recording_file.h"
+#include "handset/sound/wav.h"
 
 namespace capture {
 
-struct WaveShape {
-    std::uint32_t rate_Hz = 0;
-    std::uint16_t channels = 0;
-    std::uint16_t bits = 0;  // 8 or 16
-
-    std::uint32_t FrameBytes() const { return channels * bits / 8u; }
-};
-
-inline constexpr std::uint32_t kWavHeader_bytes = 44;
 // The sizes in the header have 32 bits.
 inline constexpr std::uint64_t kLargestWav_bytes = 0xFFFFFFFF;
 
 class CWavWriter final : public IRecordingWriter {
   public:
     // A file that would grow beyond `largest` bytes takes no more.
-    explicit CWavWriter(const WaveShape& shape, std::uint64_t largest = kLargestWav_bytes)
+    explicit CWavWriter(const sound::WavShape& shape, std::uint64_t largest = kLargestWav_bytes)
         : shape_(shape), largest_(largest) {}
 
     bool Begin(IRecordingFile* file) override;
@@ -31,7 +23,7 @@ class CWavWriter final : public IRecordingWriter {
   private:
     bool WriteHeader();
 
-    const WaveShape shape_;
+    const sound::WavShape shape_;
     const std::uint64_t largest_;
     IRecordingFile* file_ = nullptr;
     std::uint32_t data_bytes_ = 0;

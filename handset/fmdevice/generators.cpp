@@ -100,7 +100,7 @@ class CMelody : public IGenerator {
 
 class CFileSound : public IGenerator {
   public:
-    explicit CFileSound(WavSound sound) : sound_(std::move(sound)) {}
+    explicit CFileSound(sound::WavSound sound) : sound_(std::move(sound)) {}
 
     void Render(float* frames, std::size_t count) override {
         const std::size_t length = sound_.samples.size() / sound_.channels;
@@ -122,7 +122,7 @@ class CFileSound : public IGenerator {
         return static_cast<float>(sound_.samples[frame * sound_.channels + channel]) / 32768.0F;
     }
 
-    WavSound sound_;
+    sound::WavSound sound_;
     double position_ = 0;
 };
 
@@ -145,7 +145,7 @@ std::unique_ptr<IGenerator> MakeGenerator(const Programme& programme) {
     return std::make_unique<CSilence>();
 }
 
-std::unique_ptr<IGenerator> MakeFileGenerator(WavSound sound) {
+std::unique_ptr<IGenerator> MakeFileGenerator(sound::WavSound sound) {
     return std::make_unique<CFileSound>(std::move(sound));
 }
 

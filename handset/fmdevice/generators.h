@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "handset/fmdevice/programme.h"
-#include "handset/fmdevice/wav_file.h"
+#include "handset/sound/wav.h"
 
 namespace fm {
 
@@ -39,6 +39,6 @@ inline constexpr float kToneAmplitude = 0.4F;
 // The generator of a programme that is not a file.
 [[nodiscard]] std::unique_ptr<IGenerator> MakeGenerator(const Programme& programme);
 // Plays a sound over and over.
-[[nodiscard]] std::unique_ptr<IGenerator> MakeFileGenerator(WavSound sound);
+[[nodiscard]] std::unique_ptr<IGenerator> MakeFileGenerator(sound::WavSound sound);
 
 }  // namespace fm

@@ -11,5 +11,4 @@ set(FM_PORTABLE_SOURCES
     ${CMAKE_CURRENT_LIST_DIR}/seek.cpp
     ${CMAKE_CURRENT_LIST_DIR}/sound_ring.cpp
     ${CMAKE_CURRENT_LIST_DIR}/utf8.cpp
-    ${CMAKE_CURRENT_LIST_DIR}/voice.cpp
-    ${CMAKE_CURRENT_LIST_DIR}/wav_file.cpp)
+    ${CMAKE_CURRENT_LIST_DIR}/voice.cpp)

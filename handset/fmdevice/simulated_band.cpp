@@ -34,9 +34,9 @@ std::uint64_t Now_100ns() {
 
 std::unique_ptr<IGenerator> OpenFile(const std::string& devicePath) {
     const auto bytes = ReadHostFile(ReachableHostPath(handset::Wide(devicePath)), kLargestSoundFile);
-    WavSound sound;
+    sound::WavSound sound;
     const char* fault =
-        bytes ? ReadWav(*bytes, &sound) : "there is no such file, or it is larger than 64 MiB";
+        bytes ? sound::ReadWav(*bytes, &sound) : "there is no such file, or it is larger than 64 MiB";
     if (fault == nullptr) return MakeFileGenerator(std::move(sound));
     ReportLine(devicePath + " cannot be played: " + fault);
     return MakeGenerator({});

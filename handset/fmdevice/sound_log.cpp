@@ -3,7 +3,7 @@
 
 #include "handset/fmdevice/debug_output.h"
 #include "handset/fmdevice/sound_format.h"
-#include "handset/fmdevice/wav_file.h"
+#include "handset/sound/wav.h"
 #include "handset/state/utf8_text.h"
 
 namespace fm {
@@ -12,6 +12,11 @@ namespace {
 constexpr std::size_t kPendingFrames = kSampleRate_Hz / 10;
 // The sizes in the header have 32 bits; some players take them for signed.
 constexpr std::uint32_t kLargestData = 0x7FFFFF00;
+
+auto HeaderOf(std::uint32_t dataBytes) {
+    constexpr std::uint16_t kBits = 16;
+    return sound::WavHeader({kSampleRate_Hz, kChannels, kBits}, dataBytes);
+}
 
 bool WriteAt(HANDLE file, std::uint64_t offset, const void* data, std::size_t size) {
     LARGE_INTEGER place;
@@ -23,15 +28,17 @@ bool WriteAt(HANDLE file, std::uint64_t offset, const void* data, std::size_t si
 
 // Bytes of sound in a file that this log began; 0 in any other.
 std::uint32_t SoundThere(HANDLE file) {
-    std::array<std::uint8_t, kWavHeaderBytes> header{};
+    std::array<std::uint8_t, sound::kWavHeader_bytes> header{};
     DWORD read = 0;
     LARGE_INTEGER size;
-    if (!ReadFile(file, header.data(), kWavHeaderBytes, &read, nullptr) || read != kWavHeaderBytes) return 0;
+    if (!ReadFile(file, header.data(), sound::kWavHeader_bytes, &read, nullptr) ||
+        read != sound::kWavHeader_bytes)
+        return 0;
     if (!GetFileSizeEx(file, &size) || size.QuadPart > kLargestData) return 0;
     const std::uint32_t dataBytes =
         header[40] | header[41] << 8 | header[42] << 16 | static_cast<std::uint32_t>(header[43]) << 24;
-    const bool ours = header == WavHeader(dataBytes) &&
-                      dataBytes + kWavHeaderBytes <= static_cast<std::uint64_t>(size.QuadPart);
+    const bool ours = header == HeaderOf(dataBytes) &&
+                      dataBytes + sound::kWavHeader_bytes <= static_cast<std::uint64_t>(size.QuadPart);
     return ours ? dataBytes : 0;
 }
 
@@ -54,7 +61,7 @@ void CSoundLog::Follow(const std::wstring& devicePath) {
     }
     dataBytes_ = SoundThere(file_.Get());
     if (dataBytes_ != 0) return;
-    const auto header = WavHeader(0);
+    const auto header = HeaderOf(0);
     WriteAt(file_.Get(), 0, header.data(), header.size());
     SetEndOfFile(file_.Get());
 }
@@ -69,8 +76,8 @@ void CSoundLog::Flush() {
     const auto bytes = static_cast<std::uint32_t>(pending_.size() * sizeof(std::int16_t));
     if (!file_ || bytes == 0) return;
     // The sound first: a file that is cut off here still ends where its header says.
-    const std::uint64_t end = kWavHeaderBytes + static_cast<std::uint64_t>(dataBytes_);
-    const auto header = WavHeader(dataBytes_ + bytes);
+    const std::uint64_t end = sound::kWavHeader_bytes + static_cast<std::uint64_t>(dataBytes_);
+    const auto header = HeaderOf(dataBytes_ + bytes);
     const bool written = bytes <= kLargestData - dataBytes_ &&
                          WriteAt(file_.Get(), end, pending_.data(), bytes) &&
                          WriteAt(file_.Get(), 0, header.data(), header.size());

@@ -28,8 +28,8 @@ constexpr double kFrom1601To1970_s = 11644473600.0;
 
 std::unique_ptr<fm::IGenerator> OpenProgramme(const std::string& devicePath) {
     const auto bytes = ReadWholeFile(handset::HostPath(Wide(devicePath).c_str()));
-    fm::WavSound sound;
-    if (!bytes || fm::ReadWav({bytes->begin(), bytes->end()}, &sound) != nullptr)
+    sound::WavSound sound;
+    if (!bytes || sound::ReadWav({bytes->begin(), bytes->end()}, &sound) != nullptr)
         return fm::MakeGenerator({});
     return fm::MakeFileGenerator(std::move(sound));
 }

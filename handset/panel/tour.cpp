@@ -100,7 +100,7 @@ bool Hear(Tour& tour, bool audible) {
     const auto heard = tour.watch.ListenNow();
     if (!heard) return Failed(tour, L"no sound was written");
     wchar_t text[128];
-    if (heard->loudness_dBFS <= kSilence_dBFS) {
+    if (heard->loudness_dBFS <= sound::kSilence_dBFS) {
         swprintf(text, std::size(text), L"  heard: silence");
     } else {
         swprintf(text, std::size(text), L"  heard: %.1f dBFS, strongest tone %.0f Hz", heard->loudness_dBFS,

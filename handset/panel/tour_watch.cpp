@@ -88,17 +88,24 @@ bool TourWatch::WaitForNumber(const char* operation, std::uint32_t number) const
     return WaitUntil([&] { return LastNumberOf(operation) == number; }, kCallTimeout_ms);
 }
 
-std::optional<Hearing> TourWatch::ListenNow() const {
-    std::optional<WavSound> sound;
-    const auto begun = [&] { return (sound = ReadWav(Log(L"SoundLog"))).has_value(); };
-    if (!WaitUntil(begun, kSoundTimeout_ms)) return std::nullopt;
+std::optional<sound::WavSound> TourWatch::SoundSoFar() const {
+    const std::string log = Log(L"SoundLog");
+    sound::WavSound heard;
+    const bool read =
+        sound::ReadWav({log.begin(), log.end()}, &heard, sound::WavEnd::kAtTheFilesEnd) == nullptr;
+    return read ? std::optional(std::move(heard)) : std::nullopt;
+}
+
+std::optional<sound::Hearing> TourWatch::ListenNow() const {
+    std::optional<sound::WavSound> heard;
+    if (!WaitUntil([&] { return (heard = SoundSoFar()).has_value(); }, kSoundTimeout_ms)) return std::nullopt;
     const std::wstring file = LogPath(L"SoundLog");
+    const std::size_t frame_bytes = heard->channels * sizeof(std::int16_t);
     const std::uint64_t wanted =
-        FileSize(file) +
-        static_cast<std::uint64_t>((kSettle_s + kListen_s) * sound->rate) * sound->frameBytes;
+        FileSize(file) + static_cast<std::uint64_t>((kSettle_s + kListen_s) * heard->rate_Hz) * frame_bytes;
     if (!WaitUntil([&] { return FileSize(file) >= wanted; }, kSoundTimeout_ms)) return std::nullopt;
-    sound = ReadWav(Log(L"SoundLog"));
-    return sound ? std::optional<Hearing>(Listen(*sound, kListen_s)) : std::nullopt;
+    heard = SoundSoFar();
+    return heard ? std::optional(sound::Listen(*heard, kListen_s)) : std::nullopt;
 }
 
 std::wstring TourWatch::TunedTo() const {

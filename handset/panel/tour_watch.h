@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "handset/panel/console.h"
-#include "handset/panel/sound_analysis.h"
 #include "handset/panel/tuner_log.h"
+#include "handset/sound/analysis.h"
 
 namespace panel {
 
@@ -30,7 +30,7 @@ class TourWatch {
     [[nodiscard]] bool WaitForNumber(const char* operation, std::uint32_t number) const;
 
     // Listens to half a second that was played after this call; nothing when no sound comes.
-    [[nodiscard]] std::optional<Hearing> ListenNow() const;
+    [[nodiscard]] std::optional<sound::Hearing> ListenNow() const;
     // "98.5 MHz, KORA ONE, signal 45" from the tuner log and the band.
     [[nodiscard]] std::wstring TunedTo() const;
     // Prints "picture NAME" and waits for NAME.png.
@@ -40,6 +40,8 @@ class TourWatch {
     [[nodiscard]] const std::vector<BandStation>& Stations() const { return stations_; }
 
   private:
+    // Nothing before the first of it is written.
+    [[nodiscard]] std::optional<sound::WavSound> SoundSoFar() const;
     std::wstring pictureFolder_;
     Console& console_;
     std::wstring tunerLogBefore_, soundLogBefore_;

@@ -4,7 +4,7 @@ add_library(fm_portable STATIC ${FM_PORTABLE_SOURCES})
 target_include_directories(fm_portable PUBLIC ${CMAKE_SOURCE_DIR})
 # Optimised a little: a hundred thousand band files are to be read in seconds.
 target_compile_options(fm_portable PUBLIC -O1)
-target_link_libraries(fm_portable PUBLIC kora_flags)
+target_link_libraries(fm_portable PUBLIC kora_flags kora_sound)
 
 add_executable(test_fm_portable
     fmdevice/band_edit_test.cpp
@@ -15,8 +15,7 @@ add_executable(test_fm_portable
     fmdevice/receiver_sound_test.cpp
     fmdevice/seek_test.cpp
     fmdevice/shipped_band_test.cpp
-    fmdevice/sound_ring_test.cpp
-    fmdevice/wav_file_test.cpp)
+    fmdevice/sound_ring_test.cpp)
 target_link_libraries(test_fm_portable PRIVATE fm_portable GTest::gmock_main)
 target_compile_definitions(test_fm_portable PRIVATE KORA_BAND_FILE="${CMAKE_SOURCE_DIR}/handset/fmdevice/band.ini")
 add_test(NAME test_fm_portable COMMAND test_fm_portable)

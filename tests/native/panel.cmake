@@ -3,10 +3,8 @@ set(panel_tests ${CMAKE_SOURCE_DIR}/tests/unit/panel)
 set(panel_sources ${CMAKE_SOURCE_DIR}/handset/panel)
 add_executable(native_panel
     ${panel_tests}/canvas_test.cpp
-    ${panel_tests}/sound_test.cpp
     ${panel_tests}/tuner_log_test.cpp
     ${panel_sources}/canvas.cpp
-    ${panel_sources}/sound_analysis.cpp
     ${panel_sources}/tuner_log.cpp)
 target_include_directories(native_panel PRIVATE ${CMAKE_SOURCE_DIR})
 target_compile_options(native_panel PRIVATE -O1)

@@ -23,7 +23,6 @@ kora_test(test_panel
         panel/schedule_test.cpp
         panel/service_test.cpp
         panel/side_by_side_test.cpp
-        panel/sound_test.cpp
         panel/switches_test.cpp
         panel/tuner_log_test.cpp
         panel/values_test.cpp

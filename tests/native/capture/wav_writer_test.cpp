@@ -10,7 +10,7 @@
 namespace {
 
 using capture::CWavWriter;
-using capture::WaveShape;
+using sound::WavShape;
 
 std::uint32_t Word(const std::vector<std::uint8_t>& bytes, std::size_t at) {
     return bytes[at] | bytes[at + 1] << 8 | bytes[at + 2] << 16 |
@@ -23,7 +23,7 @@ const std::uint8_t* Bytes(const std::vector<std::int16_t>& samples) {
 
 TEST(WavWriter, StatesSizesThatAreRight) {
     test::CMemoryFile file;
-    CWavWriter writer(WaveShape{44100, 2, 16});
+    CWavWriter writer(WavShape{44100, 2, 16});
     ASSERT_TRUE(writer.Begin(&file));
     const std::vector<std::int16_t> samples = test::StereoTone(440, 1000, 0.5);
     ASSERT_TRUE(writer.Write(Bytes(samples), 4000));
@@ -36,8 +36,8 @@ TEST(WavWriter, StatesSizesThatAreRight) {
 }
 
 TEST(WavWriter, EveryShapeIsOpenedAndDecoded) {
-    for (const WaveShape shape : {WaveShape{8000, 1, 16}, WaveShape{8000, 2, 16}, WaveShape{11025, 2, 16},
-                                  WaveShape{22050, 1, 16}, WaveShape{44100, 2, 16}, WaveShape{8000, 1, 8}}) {
+    for (const WavShape shape : {WavShape{8000, 1, 16}, WavShape{8000, 2, 16}, WavShape{11025, 2, 16},
+                                 WavShape{22050, 1, 16}, WavShape{44100, 2, 16}, WavShape{8000, 1, 8}}) {
         test::CMemoryFile file;
         CWavWriter writer(shape);
         const std::vector<std::uint8_t> sound(shape.rate_Hz * shape.FrameBytes(), 1);
@@ -54,7 +54,7 @@ TEST(WavWriter, EveryShapeIsOpenedAndDecoded) {
 TEST(WavWriter, AFileThatIsCutOffAnywhereLacksLessThanASecond) {
     test::CMemoryFile file;
     file.remember = true;
-    CWavWriter writer(WaveShape{8000, 1, 16});
+    CWavWriter writer(WavShape{8000, 1, 16});
     ASSERT_TRUE(writer.Begin(&file));
     const std::vector<std::uint8_t> piece(800, 1);  // 50 ms
     for (int i = 0; i < 100; ++i) ASSERT_TRUE(writer.Write(piece.data(), piece.size()));
@@ -68,7 +68,7 @@ TEST(WavWriter, AFileThatIsCutOffAnywhereLacksLessThanASecond) {
 
 TEST(WavWriter, AnOddNumberOfBytesIsPadded) {
     test::CMemoryFile file;
-    CWavWriter writer(WaveShape{8000, 1, 8});
+    CWavWriter writer(WavShape{8000, 1, 8});
     const std::uint8_t sound[3] = {1, 2, 3};
     ASSERT_TRUE(writer.Begin(&file) && writer.Write(sound, 3) && writer.Finish());
     EXPECT_EQ(file.bytes.size(), 48u);
@@ -78,7 +78,7 @@ TEST(WavWriter, AnOddNumberOfBytesIsPadded) {
 
 TEST(WavWriter, OnAFullDiskTheFileKeepsWhatWasWrittenBefore) {
     test::CMemoryFile file(44 + 2500);
-    CWavWriter writer(WaveShape{8000, 1, 16});
+    CWavWriter writer(WavShape{8000, 1, 16});
     const std::vector<std::uint8_t> piece(1000, 1);
     ASSERT_TRUE(writer.Begin(&file) && writer.Write(piece.data(), 1000) && writer.Write(piece.data(), 1000));
     EXPECT_FALSE(writer.Write(piece.data(), 1000));
@@ -89,7 +89,7 @@ TEST(WavWriter, OnAFullDiskTheFileKeepsWhatWasWrittenBefore) {
 
 TEST(WavWriter, TakesNoMoreThanItsSizesCanSay) {
     test::CMemoryFile file;
-    CWavWriter writer(WaveShape{8000, 1, 16}, 44 + 2001);
+    CWavWriter writer(WavShape{8000, 1, 16}, 44 + 2001);
     const std::vector<std::uint8_t> piece(1000, 1);
     ASSERT_TRUE(writer.Begin(&file) && writer.Write(piece.data(), 1000) && writer.Write(piece.data(), 1000));
     EXPECT_FALSE(writer.Write(piece.data(), 2));
@@ -99,7 +99,7 @@ TEST(WavWriter, TakesNoMoreThanItsSizesCanSay) {
 
 TEST(WavWriter, FailsToBeginWhereNothingCanBeWritten) {
     test::CMemoryFile file(0);
-    CWavWriter writer(WaveShape{8000, 1, 16});
+    CWavWriter writer(WavShape{8000, 1, 16});
     EXPECT_FALSE(writer.Begin(&file));
 }
 

@@ -113,7 +113,7 @@ TEST(Programme, ARumbleLiesLow) {
 }
 
 TEST(Programme, AFileOfAnotherRateKeepsItsPitchAndGoesRound) {
-    fm::WavSound sound{22050, 1, {}};
+    sound::WavSound sound{22050, 1, {}};
     for (int i = 0; i < 2205; ++i) {
         sound.samples.push_back(static_cast<std::int16_t>(16384 * std::sin(2 * M_PI * 500 * i / 22050)));
     }

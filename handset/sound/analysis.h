@@ -2,20 +2,9 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
-#include <string>
-#include <vector>
+#include "handset/sound/wav.h"
 
-namespace panel {
-
-struct WavSound {
-    std::uint32_t rate;           // samples a second and channel
-    std::uint32_t frameBytes;     // one sample of every channel
-    std::vector<double> samples;  // the mean of the channels, -1 to 1
-};
-// Reads 16-bit PCM. A file that is still being written may be longer than its header says: everything up to
-// its end counts. Nothing when it is not such a file.
-std::optional<WavSound> ReadWav(const std::string& bytes);
+namespace sound {
 
 inline constexpr double kSilence_dBFS = -120;  // the least that Loudness says
 
@@ -27,4 +16,4 @@ struct Hearing {
 // The last `seconds` of a sound (or all of a shorter one).
 Hearing Listen(const WavSound& sound, double seconds);
 
-}  // namespace panel
+}  // namespace sound

@@ -1,13 +1,10 @@
-// Reads and heads WAV files (RIFF, little endian).
-#include "handset/fmdevice/wav_file.h"
+#include "handset/sound/wav.h"
 
 #include <algorithm>
 #include <cstring>
 #include <utility>
 
-#include "handset/fmdevice/sound_format.h"
-
-namespace fm {
+namespace sound {
 namespace {
 
 constexpr std::uint16_t kFormatPcm = 1;
@@ -29,7 +26,7 @@ struct Chunk {
     std::size_t size = 0;
 };
 
-Chunk FindChunk(const std::vector<std::uint8_t>& bytes, const char* name) {
+Chunk FindChunk(const std::vector<std::uint8_t>& bytes, const char* name, WavEnd end = WavEnd::kAsStated) {
     constexpr std::size_t kRiffHeader = 12;
     constexpr std::size_t kChunkHeader = 8;
     std::size_t at = kRiffHeader;
@@ -37,7 +34,8 @@ Chunk FindChunk(const std::vector<std::uint8_t>& bytes, const char* name) {
         const std::uint8_t* header = bytes.data() + at;
         at += kChunkHeader;
         const std::size_t size = Dword(header + 4);
-        const std::size_t there = std::min(size, bytes.size() - at);
+        const std::size_t left = bytes.size() - at;
+        const std::size_t there = end == WavEnd::kAsStated ? std::min(size, left) : left;
         if (std::memcmp(header, name, 4) == 0) return {bytes.data() + at, there};
         // Chunks begin at even offsets.
         const std::size_t padded = size + (size & 1);
@@ -49,7 +47,7 @@ Chunk FindChunk(const std::vector<std::uint8_t>& bytes, const char* name) {
 
 }  // namespace
 
-const char* ReadWav(const std::vector<std::uint8_t>& bytes, WavSound* sound) {
+const char* ReadWav(const std::vector<std::uint8_t>& bytes, WavSound* sound, WavEnd end) {
     constexpr std::size_t kSmallest = 12;
     if (bytes.size() < kSmallest || std::memcmp(bytes.data(), "RIFF", 4) != 0 ||
         std::memcmp(bytes.data() + 8, "WAVE", 4) != 0) {
@@ -67,7 +65,7 @@ const char* ReadWav(const std::vector<std::uint8_t>& bytes, WavSound* sound) {
     if (channels != 1 && channels != 2) return "it has neither one nor two channels";
     if (rate < 1000 || rate > 192000) return "its sample rate is not between 1000 and 192000 Hz";
 
-    const Chunk data = FindChunk(bytes, "data");
+    const Chunk data = FindChunk(bytes, "data", end);
     const std::size_t samples = data.size / (channels * bits / 8) * channels;
     if (samples == 0) return "there is no sound in it";
     sound->rate_Hz = rate;
@@ -80,8 +78,18 @@ const char* ReadWav(const std::vector<std::uint8_t>& bytes, WavSound* sound) {
     return nullptr;
 }
 
-std::array<std::uint8_t, kWavHeaderBytes> WavHeader(std::uint32_t dataBytes) {
-    std::array<std::uint8_t, kWavHeaderBytes> header{};
+std::vector<double> Mono(const WavSound& sound) {
+    std::vector<double> mono(sound.samples.size() / sound.channels);
+    for (std::size_t frame = 0; frame < mono.size(); ++frame) {
+        double sum = 0;
+        for (std::size_t c = 0; c < sound.channels; ++c) sum += sound.samples[frame * sound.channels + c];
+        mono[frame] = sum / static_cast<double>(sound.channels) / 32768;
+    }
+    return mono;
+}
+
+std::array<std::uint8_t, kWavHeader_bytes> WavHeader(const WavShape& shape, std::uint32_t dataBytes) {
+    std::array<std::uint8_t, kWavHeader_bytes> header{};
     std::size_t at = 0;
     const auto put = [&](std::uint32_t value, std::size_t size) {
         for (std::size_t i = 0; i < size; ++i) header[at++] = static_cast<std::uint8_t>(value >> 8 * i);
@@ -90,19 +98,19 @@ std::array<std::uint8_t, kWavHeaderBytes> WavHeader(std::uint32_t dataBytes) {
         std::memcpy(header.data() + std::exchange(at, at + 4), text, 4);
     };
     name("RIFF");
-    put(static_cast<std::uint32_t>(dataBytes + kWavHeaderBytes - 8), 4);
+    put(kWavHeader_bytes - 8 + dataBytes + dataBytes % 2, 4);
     name("WAVE");
     name("fmt ");
     put(kFormatBytes, 4);
     put(kFormatPcm, 2);
-    put(kChannels, 2);
-    put(kSampleRate_Hz, 4);
-    put(static_cast<std::uint32_t>(kSampleRate_Hz * kFrameBytes), 4);
-    put(kFrameBytes, 2);
-    put(16, 2);
+    put(shape.channels, 2);
+    put(shape.rate_Hz, 4);
+    put(shape.rate_Hz * shape.FrameBytes(), 4);
+    put(shape.FrameBytes(), 2);
+    put(shape.bits, 2);
     name("data");
     put(dataBytes, 4);
     return header;
 }
 
-}  // namespace fm
+}  // namespace sound
