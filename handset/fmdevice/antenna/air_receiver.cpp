@@ -187,13 +187,14 @@ AirSnapshot CAirReceiver::Snapshot() {
     }
     if (!snapshot_.level.present || snapshot_.stream_s < kMeasured_s) return result;
     result.measured = true;
-    const bool beside =
+    result.beside =
         snapshot_.carrierOffset_Hz.present && std::fabs(snapshot_.carrierOffset_Hz.value) > kMostOffset_Hz;
     const auto level = static_cast<int>(std::lround(snapshot_.level.value));
-    result.level = beside ? std::min(level, kSeekThreshold) : level;
+    result.level = result.beside ? std::min(level, kSeekThreshold) : level;
     result.stereo = snapshot_.stereo.value != 0.0 && result.level > kStereoThreshold;
     result.carrierToNoise_dBHz = snapshot_.carrierToNoise_dBHz.value;
     if (snapshot_.carrierOffset_Hz.present) result.offset_Hz = snapshot_.carrierOffset_Hz.value;
+    if (result.beside) return result;
     result.pi = snapshot_.rds.pi;
     if (snapshot_.rds.blocks > 0) result.blockErrors = snapshot_.rds.blockErrorRate;
     return result;

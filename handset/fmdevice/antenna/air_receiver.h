@@ -28,6 +28,7 @@ struct StreamForm {
 // What is known of a tuned channel; `measured` when the stream has been there for long enough to tell.
 struct AirSnapshot {
     bool measured = false;
+    bool beside = false;  // what comes in is another channel's
     int level = 0;
     bool stereo = false;
     std::optional<double> carrierToNoise_dBHz;

@@ -276,7 +276,7 @@ void CRealFrontEnd::Note(Work* work) {
     } else if (work->done.tuning == orders_.tuning) {
         snapshot_ = work->air->Snapshot();
         snapshotOf_ = work->done.tuning;
-        if (snapshot_.measured) texts_.Take(work->air->Station());
+        if (snapshot_.measured && !snapshot_.beside) texts_.Take(work->air->Station());
         seen_ = work->band;
         if (work->air->LookDone()) lookDone_ = work->done.look;
     }

@@ -219,9 +219,11 @@ TEST_F(AirReceiver, ALookFindsTheStationsAroundItAndTheWayBackIsHeard) {
 TEST_F(AirReceiver, BesideAStationThereIsNone) {
     On(kTwo);
     receiver_->Tune(9860);
-    Run(0.4);
+    Run(1.5);
     ASSERT_TRUE(receiver_->Snapshot().measured);
     EXPECT_LE(receiver_->Snapshot().level, fm::kSeekThreshold);
+    EXPECT_TRUE(receiver_->Snapshot().beside);
+    EXPECT_FALSE(receiver_->Snapshot().pi);
     receiver_->Tune(9000);
     Run(0.4);
     EXPECT_LE(receiver_->Snapshot().level, 3);
