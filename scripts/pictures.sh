@@ -74,7 +74,7 @@ kora_pictures() {
     SHOTS=$KORA_HOME/shots PICTURES=$KORA_ROOT/docs/pictures
     mkdir -p "$SHOTS"
     local chapter chapters=("$@")
-    [ $# -gt 0 ] || chapters=(listening menus channels recording schedule settings rds messages phone scan)
+    [ $# -gt 0 ] || chapters=(listening menus channels recording schedule settings rds messages phone antenna scan)
     for chapter in "${chapters[@]}"; do
         step "pictures: $chapter"
         turn portrait
@@ -177,6 +177,19 @@ pictures_messages() {
     handset_do key return
     handset_do headset on
     join messages weak.png no-headset.png
+}
+
+# Real signals, of a good station and of a weak one; their texts take their time.
+pictures_antenna() {
+    handset_do antenna ether
+    radio_on
+    tune 9 8 5; sleep 8
+    picture antenna
+    tune 9 1 6; sleep 8
+    picture antenna-weak
+    radio_off
+    handset_do antenna band
+    join antenna antenna.png antenna-weak.png
 }
 
 # The phone around the display, upright and on its side.

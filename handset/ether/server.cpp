@@ -54,8 +54,8 @@ struct CServer::Sockets {
     OwnedSocket client;
 };
 
-CServer::CServer(CAir* air, double crystal_ppm)
-    : air_(air), crystal_ppm_(crystal_ppm), sockets_(std::make_unique<Sockets>()), left_s_(Now_s()) {}
+CServer::CServer(CAir* air, const StreamOptions& options)
+    : air_(air), options_(options), sockets_(std::make_unique<Sockets>()), left_s_(Now_s()) {}
 
 CServer::~CServer() = default;
 
@@ -88,7 +88,7 @@ void CServer::Accept() {
     ioctlsocket(sockets_->client.Get(), FIONBIO, &unblocked);
     const double now_s = Now_s();
     air_->Pass(now_s - left_s_);
-    stream_ = std::make_unique<CStream>(air_, crystal_ppm_, now_s);
+    stream_ = std::make_unique<CStream>(air_, options_, now_s);
 }
 
 void CServer::Drop() {

@@ -13,7 +13,7 @@ namespace ether {
 class CServer {
   public:
     // The air is not owned.
-    CServer(CAir* air, double crystal_ppm);
+    CServer(CAir* air, const StreamOptions& options);
     ~CServer();
     CServer(const CServer&) = delete;
     CServer& operator=(const CServer&) = delete;
@@ -34,7 +34,7 @@ class CServer {
 
     struct Sockets;
     CAir* air_;
-    double crystal_ppm_;
+    StreamOptions options_;
     std::unique_ptr<Sockets> sockets_;
     std::unique_ptr<CStream> stream_;
     double left_s_ = 0;  // when the last client went

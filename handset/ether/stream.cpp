@@ -4,8 +4,8 @@
 
 namespace ether {
 
-CStream::CStream(CAir* air, double crystal_ppm, double now_s)
-    : air_(air), stick_(crystal_ppm), begin_s_(now_s) {
+CStream::CStream(CAir* air, const StreamOptions& options, double now_s)
+    : air_(air), buffer_bytes_(options.buffer_bytes), stick_(options.crystal_ppm), begin_s_(now_s) {
     const auto greeting = CStick::Greeting();
     waiting_.emplace_back(greeting.begin(), greeting.end());
     ShowWindow(now_s);
@@ -38,11 +38,11 @@ void CStream::Advance(double now_s) {
     }
     while (samples_ / rate_Hz < now_s - begin_s_) {
         samples_ += static_cast<double>(air_->Read(&filling_));
-        if (filling_.size() < kBusBuffer_bytes) continue;
-        const auto end = filling_.begin() + static_cast<std::ptrdiff_t>(kBusBuffer_bytes);
+        if (filling_.size() < buffer_bytes_) continue;
+        const auto end = filling_.begin() + static_cast<std::ptrdiff_t>(buffer_bytes_);
         waiting_.emplace_back(filling_.begin(), end);
         filling_.erase(filling_.begin(), end);
-        if (waiting_.size() <= kMostBuffers) continue;
+        if (waiting_.size() * buffer_bytes_ <= kMostWaiting_bytes) continue;
         // One that is half sent has to be sent whole, or I and Q would change places.
         waiting_.erase(waiting_.begin() + (sent_ > 0 ? 1 : 0));
         ++lostBuffers_;

@@ -13,16 +13,21 @@
 
 namespace ether {
 
-// What a stick's server takes from the bus at a time, in bytes.
-inline constexpr std::size_t kBusBuffer_bytes = 262144;
-// So many wait for a client that is slow; after that the oldest is lost.
-inline constexpr std::size_t kMostBuffers = 8;
+struct StreamOptions {
+    double crystal_ppm = 0;  // by which the stick's clock is too fast
+    // What is handed on at a time. A stick's server takes this much from the bus; less of it comes sooner.
+    std::size_t buffer_bytes = 262144;
+};
+inline constexpr std::size_t kLeastBuffer_bytes = 16384;
+inline constexpr std::size_t kMostBuffer_bytes = 262144;
+// So much waits for a client that is slow; after that the oldest buffer is lost.
+inline constexpr std::size_t kMostWaiting_bytes = 8 * kMostBuffer_bytes;
 
 // One client's, from its greeting on.
 class CStream {
   public:
     // `now_s`: of any clock that goes evenly. The air is not owned.
-    CStream(CAir* air, double crystal_ppm, double now_s);
+    CStream(CAir* air, const StreamOptions& options, double now_s);
 
     void Take(const std::uint8_t* bytes, std::size_t count, double now_s);
     // Samples up to that time. What a host did not come to in kLongestDelay_s is left out, as by a stick.
@@ -42,6 +47,7 @@ class CStream {
     void ShowWindow(double now_s);
 
     CAir* air_;
+    std::size_t buffer_bytes_;
     CStick stick_;
     CCommandReader reader_;
     double begin_s_;

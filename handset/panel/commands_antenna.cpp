@@ -144,24 +144,28 @@ int Ether(const Arguments& arguments, Console& console) {
     if (arguments.size() == 1 && arguments[0] == L"stop") {
         return StopEther() ? kDone : Failure(console, L"ether", L"the ether did not end in 10 s");
     }
-    std::uint64_t port = 0;
-    std::int64_t crystal_ppm = 0;
+    std::uint16_t port = 0;
+    ether::StreamOptions options;
     for (std::size_t i = 0; i < arguments.size(); i += 2) {
-        const std::wstring value = i + 1 < arguments.size() ? arguments[i + 1] : L"";
-        const auto number = ParseSigned(value);
-        if (arguments[i] == L"port" && number && *number >= 0 && *number <= UINT16_MAX) {
-            port = static_cast<std::uint64_t>(*number);
-        } else if (arguments[i] == L"crystal" && number && std::abs(*number) <= kMostCorrection_ppm) {
-            crystal_ppm = *number;
+        const auto number = ParseSigned(i + 1 < arguments.size() ? arguments[i + 1] : L"");
+        const auto is = [&](const wchar_t* word, std::int64_t lowest, std::int64_t highest) {
+            return arguments[i] == word && number && *number >= lowest && *number <= highest;
+        };
+        if (is(L"port", 0, UINT16_MAX)) {
+            port = static_cast<std::uint16_t>(*number);
+        } else if (is(L"crystal", -kMostCorrection_ppm, kMostCorrection_ppm)) {
+            options.crystal_ppm = static_cast<double>(*number);
+        } else if (is(L"buffer", ether::kLeastBuffer_bytes, ether::kMostBuffer_bytes) && *number % 2 == 0) {
+            options.buffer_bytes = static_cast<std::size_t>(*number);
         } else {
             return BadArguments(
                 console, L"ether",
-                L"\"port\" with 0 to 65535, \"crystal\" with -1000 to 1000 ppm, or \"stop\" is wanted, " +
+                L"\"port\" with 0 to 65535, \"crystal\" with -1000 to 1000 ppm, \"buffer\" with "
+                L"16384 to 262144 bytes, or \"stop\" is wanted, " +
                     Given(arguments));
         }
     }
-    const std::wstring fault =
-        RunEther(static_cast<std::uint16_t>(port), static_cast<double>(crystal_ppm), console);
+    const std::wstring fault = RunEther(port, options, console);
     return fault.empty() ? kDone : Failure(console, L"ether", fault);
 }
 
@@ -180,15 +184,16 @@ const Command kCommands[] = {
      L"corrected by. deemphasis: 50 µs, or 75 in the Americas and Korea. bias: power for an amplifier at "
      L"the\n"
      L"antenna. Each takes effect while the radio plays. Without arguments: what is chosen and received.\n"},
-    {L"ether", Ether, L"[port PORT] [crystal PPM] | stop", L"serves the band as a receiver stick would",
-     L"handset ether port 1234",
+    {L"ether", Ether, L"[port PORT] [crystal PPM] [buffer BYTES] | stop",
+     L"serves the band as a receiver stick would", L"handset ether port 1234",
      L"The stations of \\Windows\\band.ini as real signals with stereo and data, to one client at a time, as "
      L"a\n"
      L"server of a receiver stick sends them: any receiver that takes such a server can be tried on it. Runs "
      L"until\n"
      L"\"handset ether stop\"; the port is any that is free, unless it is given. \"crystal\" is an error of "
      L"the\n"
-     L"stick's clock. \"handset antenna ether\" starts one by itself.\n"},
+     L"stick's clock; \"buffer\", how much is sent at a time (262144, as a stick's server does; less of it\n"
+     L"lets a seek go faster). \"handset antenna ether\" starts one by itself.\n"},
 };
 
 }  // namespace

@@ -55,7 +55,7 @@ int Band(const Arguments& arguments, Console& console) {
             return BadArguments(console, L"band", L"\"" + arguments[i] + L"\" is no KEY=VALUE");
         }
         text = fm::SetBandKey(text, *channel, Utf8(arguments[i].substr(0, equals)),
-                          Utf8(arguments[i].substr(equals + 1)));
+                              Utf8(arguments[i].substr(equals + 1)));
     }
     const auto faults = FaultsOf(text);
     if (faults.size() > FaultsOf(before).size()) return BadArguments(console, L"band", Wide(faults.back()));

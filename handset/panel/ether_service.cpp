@@ -121,13 +121,13 @@ std::wstring EtherAntenna(std::uint16_t port) {
     return L"rtl_tcp:127.0.0.1:" + std::to_wstring(port);
 }
 
-std::wstring RunEther(std::uint16_t port, double crystal_ppm, Console& console) {
+std::wstring RunEther(std::uint16_t port, const ether::StreamOptions& options, Console& console) {
     const OwnedHandle stop(CreateEventW(nullptr, TRUE, FALSE, handset::StateObjectName(kStopName).c_str()));
     if (GetLastError() == ERROR_ALREADY_EXISTS) return L"an ether of this handset runs already";
     if (!stop) return L"the system refused";
     const WorldTime now = Now();
     ether::CAir air(OpenProgramme, now.utc_s, now.halfHours);
-    ether::CServer server(&air, crystal_ppm);
+    ether::CServer server(&air, options);
     const auto listens = server.Listen(port);
     if (!listens) {
         return port == 0 ? L"no port could be had"

@@ -4,12 +4,14 @@ _kora() {
     local word=${COMP_WORDS[COMP_CWORD]}
     local verbs='run start stop handset uninstall help'
     local handset='install status clock start favourites stop key softkey tap tour headset card power orientation
-        bluetooth signal fault call band reg schedule service panel help uninstall'
+        bluetooth signal fault call band antenna ether reg schedule service panel help uninstall'
     local options=
     if [ "$COMP_CWORD" -eq 1 ]; then
         options=$verbs
     else
         case ${COMP_WORDS[1]}:$COMP_CWORD in
+            run:2) options=--antenna ;;
+            run:3) options='band ether stick rtl_tcp file:' ;;
             stop:2) options=--force ;;
             uninstall:2) options=--all ;;
             start:*) options='-Rec -Channel -Duration' ;;
@@ -24,6 +26,7 @@ _kora() {
                     call) options='incoming outgoing talk hangup' ;;
                     softkey) options='left right' ;;
                     reg) options='get set delete' ;;
+                    antenna) options='band ether rtl_tcp file: gain ppm deemphasis bias' ;;
                     stop) options=--force ;;
                 esac ;;
         esac

@@ -96,7 +96,7 @@ TEST_F(Air, AStationComesInAtTheLevelOfTheBandFile) {
 
 TEST_F(Air, BothSidesOfAProgrammeAreHeardApart) {
     air.SetBand(Band(kStation));
-    const Heard heard = Listen(air, At(kStation_Hz + 150e3, 960000), 2.0);
+    const Heard heard = Listen(air, At(kStation_Hz + 150.25e3, 960000), 2.0);
     EXPECT_EQ(heard.snapshot.stereo.value, 1.0);
     const auto left = FitTone(heard.frames, 2, 0, 48000, sdr::kSoundRate_Hz, 440);
     const auto right = FitTone(heard.frames, 2, 1, 48000, sdr::kSoundRate_Hz, 660);
@@ -114,7 +114,7 @@ TEST_F(Air, TheReceiversDeEmphasisUndoesTheStudiosPreEmphasis) {
     for (const int tone_Hz : {100, 3000, 6000}) {
         SCOPED_TRACE(tone_Hz);
         air.SetBand(Band("[9850]\nlevel=50\nstereo=1\nprogramme=tone:" + std::to_string(tone_Hz) + "\n"));
-        const Heard heard = Listen(air, At(kStation_Hz + 150e3, 960000), 2.0);
+        const Heard heard = Listen(air, At(kStation_Hz + 150.25e3, 960000), 2.0);
         const auto left = FitTone(heard.frames, 2, 0, 48000, sdr::kSoundRate_Hz, tone_Hz);
         EXPECT_NEAR(Decibels(left.amplitude / (fm::kToneAmplitude * 66.25 / 75)), 0, 0.2);
     }

@@ -9,8 +9,9 @@ namespace {
 
 using ether::CAir;
 using ether::CStream;
-using ether::kBusBuffer_bytes;
-using ether::kMostBuffers;
+
+constexpr std::size_t kBusBuffer_bytes = 262144;
+constexpr std::size_t kMostBuffers = 8;
 
 class EtherStream : public testing::Test {
   protected:
@@ -31,7 +32,7 @@ class EtherStream : public testing::Test {
     }
 
     CAir air{[](const std::string&) { return fm::MakeGenerator({}); }, 1795435200, 2};
-    CStream stream{&air, 0, 100};
+    CStream stream{&air, {}, 100};
 };
 
 TEST_F(EtherStream, SamplesComeAtThePaceOfTheClock) {
@@ -59,6 +60,19 @@ TEST_F(EtherStream, ASlowClientLosesTheOldestBuffersWhole) {
     // What was begun is ended, so that no sample is cut.
     EXPECT_EQ(stream.FrontSize(), kBusBuffer_bytes - 1001);
     EXPECT_EQ(TakeAll(), kMostBuffers * kBusBuffer_bytes - 1001);
+}
+
+TEST_F(EtherStream, SmallerBuffersComeSoonerAndAsManyMoreOfThemWait) {
+    CStream quick(&air, {0, 32768}, 200);
+    quick.Sent(quick.FrontSize());
+    const std::uint8_t rate[] = {0x02, 0x00, 0x0F, 0xA0, 0x00};
+    quick.Take(rate, sizeof rate, 200);
+    quick.Advance(200.02);
+    EXPECT_EQ(quick.FrontSize(), 32768u);
+    for (double now_s = 200.1; now_s < 203; now_s += 0.1) quick.Advance(now_s);
+    std::size_t waiting = 0;
+    for (; quick.FrontSize() > 0; quick.Sent(quick.FrontSize())) waiting += quick.FrontSize();
+    EXPECT_EQ(waiting, kMostBuffers * kBusBuffer_bytes);
 }
 
 TEST_F(EtherStream, AHostThatIsLateLeavesOutWhatItMissed) {

@@ -209,6 +209,7 @@ TEST_F(AntennaVerb, TheEthersArgumentsAreChecked) {
     EXPECT_TRUE(Complains({L"ether", L"port", L"70000"}, L"\"port 70000\" was given"));
     EXPECT_TRUE(Complains({L"ether", L"crystal"}, L"\"crystal\" was given"));
     EXPECT_TRUE(Complains({L"ether", L"crystal", L"5000"}, L"\"crystal 5000\" was given"));
+    EXPECT_TRUE(Complains({L"ether", L"buffer", L"16385"}, L"\"buffer 16385\" was given"));
 }
 
 }  // namespace

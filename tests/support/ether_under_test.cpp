@@ -1,0 +1,55 @@
+#include "tests/support/ether_under_test.h"
+
+#include <gtest/gtest.h>
+
+#include "handset/panel/ether_service.h"
+#include "handset/state/process_start.h"
+#include "tests/support/handset_under_test.h"
+#include "tests/support/wait.h"
+
+namespace test {
+namespace {
+
+// With small buffers a retune is heard at once, also where the machine has other things to do.
+constexpr wchar_t kEther[] = L"ether buffer 32768";
+
+}  // namespace
+
+EtherUnderTest::EtherUnderTest() {
+    Start(kEther);
+    EXPECT_TRUE(WaitFor([this] {
+        m_port = panel::EtherPort().value_or(0);
+        return m_port != 0;
+    })) << "the ether did not start";
+    std::string said;
+    // The one that runs is taken.
+    EXPECT_EQ(RunProgram(L"handset.exe", L"antenna ether", &said), 0u) << said;
+}
+
+EtherUnderTest::~EtherUnderTest() {
+    RunProgram(L"handset.exe", L"ether stop");
+    Kill();
+}
+
+void EtherUnderTest::Start(const std::wstring& arguments) {
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    std::wstring line = L"\"" + BuildFolder() + L"\\handset.exe\" " + arguments;
+    EXPECT_TRUE(handset::StartProcess(nullptr, line.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS,
+                                      nullptr, nullptr, &startup, &m_process));
+}
+
+void EtherUnderTest::Kill() {
+    if (m_process.hProcess == nullptr) return;
+    TerminateProcess(m_process.hProcess, 99);
+    WaitForSingleObject(m_process.hProcess, 5000);
+    CloseHandle(m_process.hThread);
+    CloseHandle(m_process.hProcess);
+    m_process = {};
+}
+
+void EtherUnderTest::ComeBack() {
+    Start(kEther + (L" port " + std::to_wstring(m_port)));
+}
+
+}  // namespace test

@@ -1,0 +1,220 @@
+// The radio on real signals: the stations of the band file, as a receiver stick would hear them.
+#include "tests/support/ether_under_test.h"
+#include "tests/support/heard_tone.h"
+#include "tests/support/remote_list.h"
+#include "tests/system/booked_radio.h"
+
+#include <cstdlib>
+
+namespace {
+
+using test::Music;
+using test::Radio;
+using test::RowCount;
+using test::RowText;
+using test::WaitFor;
+using testing::Contains;
+using testing::HasSubstr;
+
+// Three stations, one of them with alternatives; levels are those of a good and of a fair reception.
+constexpr char kThreeStations[] =
+    "[band]\nwrap=1\n"
+    "[8760]\nlevel=45\nstereo=1\nps=LOW END\nprogramme=tone:330\n"
+    "[9850]\nlevel=45\nstereo=1\nps=KORA ONE\npty=News\nrt=Good morning\naf=101.1 103.4\nprogramme=tone:440\n"
+    "[10790]\nlevel=35\nps=TOP END\nprogramme=tone:880\n";
+
+class EtherRadio : public test::BookedRadioTest {
+  protected:
+    EtherRadio() { handset.WriteBand(kThreeStations); }
+
+    // The last level that the tuner gave; -1 before the first.
+    int Level() const {
+        int level = -1;
+        for (const std::string& call : handset.TunerCalls()) {
+            if (call.rfind("GetSignal -> 0: ", 0) == 0) level = std::atoi(call.c_str() + 16);
+        }
+        return level;
+    }
+    testing::AssertionResult WaitForLevel(int lowest, int highest) const {
+        if (WaitFor([&] { return Level() >= lowest && Level() <= highest; }))
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure() << "the level is " << Level();
+    }
+    // What the radio said of its antenna: connections, a machine that is too slow.
+    std::vector<std::string> AntennaWords() const {
+        std::vector<std::string> words;
+        for (const std::string& line : test::Lines(handset.Trace())) {
+            if (line.find("antenna:") != std::string::npos) words.push_back(line);
+        }
+        return words;
+    }
+    // The radio is shown, tuned to 98.5 MHz and receives it.
+    void Tune(Radio& radio) const {
+        radio.WaitUntilShown();
+        radio.Type("985");
+        ASSERT_TRUE(WaitForCall("SetChannel 9850 -> 0"));
+        ASSERT_TRUE(WaitForLevel(43, 47));
+    }
+    // The channels to which the tuner went from 98.5 MHz, each once until it changed.
+    std::vector<std::string> Stops(std::size_t from) const {
+        std::vector<std::string> stops = {"9850"};
+        const auto calls = handset.TunerCalls();
+        for (std::size_t i = from; i < calls.size(); ++i) {
+            const std::string start = "GetChannel -> 0: ";
+            if (calls[i].rfind(start, 0) != 0) continue;
+            const std::string channel = calls[i].substr(start.size());
+            if (stops.back() != channel) stops.push_back(channel);
+        }
+        stops.erase(stops.begin());
+        return stops;
+    }
+    // Holds a seek key until so many stations were stopped at.
+    std::vector<std::string> SeekStops(const Radio& radio, int x, std::size_t stations) {
+        const std::size_t before = handset.TunerCalls().size();
+        radio.Press(x, 250);
+        EXPECT_TRUE(WaitFor([&] { return Stops(before).size() >= stations; }, 40000));
+        radio.Lift(x, 250);
+        std::vector<std::string> stops = Stops(before);
+        stops.resize(std::min(stops.size(), stations));
+        return stops;
+    }
+
+    test::EtherUnderTest ether;
+};
+
+TEST_F(EtherRadio, AStationIsTunedWithItsLevelStereoAndTexts) {
+    Radio radio(handset);
+    Tune(radio);
+    EXPECT_TRUE(WaitForCall("GetStereo -> 0"));
+    EXPECT_TRUE(WaitForCall("GetRDSData -> 0: 4 KORA ONE"));
+    EXPECT_TRUE(WaitForCall("GetRDSData -> 0: 1 Good morning"));
+    EXPECT_TRUE(WaitFor(
+        [&] { return testing::Value(handset.TunerCalls(), Contains(HasSubstr("GetPTYText -> 0: News"))); }));
+    EXPECT_THAT(test::Handset(L"antenna"), HasSubstr("98.5 MHz, level 4"));
+}
+
+TEST_F(EtherRadio, SeekGoesBothWaysAndRoundTheEndsOfTheBand) {
+    Radio radio(handset);
+    Tune(radio);
+    EXPECT_THAT(SeekStops(radio, 130, 3), testing::ElementsAre("10790", "8760", "9850"));
+    radio.Type("985");
+    ASSERT_TRUE(WaitForLevel(43, 47));
+    EXPECT_THAT(SeekStops(radio, 100, 3), testing::ElementsAre("8760", "10790", "9850"));
+}
+
+TEST_F(EtherRadio, TheScanFindsEveryStationAndNoOther) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    radio.Command(IDC_AUTOSCAN);
+    HWND box = radio.WaitForBox(L"Stored channels");
+    ASSERT_NE(box, nullptr);
+    Radio::Answer(box, IDOK);
+    ASSERT_TRUE(WaitFor([&] { return (box = radio.Box(L"FM")) != nullptr; }, 60000));
+    Radio::Answer(box, IDOK);
+    std::vector<std::wstring> found;
+    EXPECT_TRUE(WaitFor([&] {
+        found.clear();
+        for (int row = 0; row < RowCount(radio.ListView()); ++row)
+            found.push_back(RowText(radio.ListView(), row, 1));
+        return found == std::vector<std::wstring>{L"87.6 MHz ", L"98.5 MHz ", L"107.9 MHz "};
+    })) << testing::PrintToString(found)
+        << testing::PrintToString(AntennaWords());
+}
+
+TEST_F(EtherRadio, AWeakSignalMutesAndAGoodOneRestoresTheVolume) {
+    Radio radio(handset);
+    Tune(radio);
+    Set(L"EnableMute", 1);
+    handset.WriteBand("[9850]\nlevel=13\nstereo=1\nps=KORA ONE\n");
+    ASSERT_TRUE(WaitForTrace("FM: === Mute (for low signal)\r\n"));
+    EXPECT_LE(Level(), 15);
+    handset.WriteBand("[9850]\nlevel=19\nstereo=1\nps=KORA ONE\n");
+    ASSERT_TRUE(WaitForTrace("FM: === UN-Mute (for normal signal)\r\n"));
+    EXPECT_GT(Level(), 15);
+}
+
+TEST_F(EtherRadio, TheRadioMovesToTheStrongestAlternativeThatTheStationNames) {
+    handset.WriteBand(
+        "[9850]\nlevel=45\nps=KORA ONE\naf=101.1 103.4\n[10110]\nlevel=25\nps=KORA ONE\n[10340]\nlevel=40\n"
+        "ps=KORA ONE\n");
+    Radio radio(handset);
+    Tune(radio);
+    // The list of alternatives has to have come before the signal goes.
+    ASSERT_TRUE(WaitForCall("GetRDSData -> 0: 4 KORA ONE"));
+    ASSERT_TRUE(WaitForRounds(6));
+    Set(L"EnableAFAutoSwitch", 1);
+    handset.WriteBand(
+        "[9850]\nlevel=10\nps=KORA ONE\naf=101.1 103.4\n[10110]\nlevel=25\nps=KORA ONE\n[10340]\nlevel=40\n"
+        "ps=KORA ONE\n");
+    const HWND box = radio.WaitForBox(L"FM");
+    ASSERT_NE(box, nullptr);
+    EXPECT_THAT(handset.Trace(), HasSubstr("\nCurrent MAX Frequency: 10340\n"));
+    Radio::Answer(box, IDOK);
+    EXPECT_TRUE(WaitForLevel(38, 42));
+}
+
+TEST_F(EtherRadio, ARecordingHoldsTheToneOfTheStation) {
+    // So low that the clocks of two crystals, up to 300 ppm apart, leave it where it is looked for.
+    handset.WriteBand("[9850]\nlevel=45\nstereo=1\nprogramme=tone:110\n");
+    SetFormat(2);
+    Radio radio(handset, L"-Rec -Channel 9850");
+    radio.WaitUntilShown();
+    ASSERT_TRUE(WaitForLevel(43, 47));
+    const std::wstring file = Music(L"98.5-0000.wav");
+    ASSERT_NO_FATAL_FAILURE(RecordFor(radio, 3, file));
+    ASSERT_NO_FATAL_FAILURE(StopAndAnswer(radio));
+    const auto samples = test::DecodeSound(handset.DevicePath(file), test::Channels::kMean);
+    ASSERT_GT(samples.size(), 2u * 22050);
+    const test::Tone tone = test::ToneAt(samples, 22050, 0.5, {90, 130, 1});
+    EXPECT_EQ(tone.frequency_Hz, 110);
+    EXPECT_GT(tone.share, 0.98);
+}
+
+TEST_F(EtherRadio, ABookedRecordingReceivesItsStation) {
+    const test::ServiceProcess service(handset);
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    test::BookByHand(OpenSchedule(radio), {"98.5", {}, 1, 2});
+    test::Handset(L"clock 2026-11-23 09:57:58");
+    ASSERT_TRUE(radio.WaitUntilGone());
+    EXPECT_TRUE(WaitForCall("SetChannel 9850 -> 0"));
+    EXPECT_TRUE(WaitForLevel(43, 47));
+    EXPECT_TRUE(WaitFor([&] { return SizeOf(Music(L"98.5-0000.amr")) > 2000; }));
+}
+
+TEST_F(EtherRadio, APhoneThatHasSleptReceivesAgain) {
+    Radio radio(handset);
+    Tune(radio);
+    test::Handset(L"power suspend");
+    test::Handset(L"power on");
+    const int before = Rounds();
+    ASSERT_TRUE(WaitFor([&] { return Rounds() > before + 2; }));
+    EXPECT_TRUE(WaitForLevel(43, 47));
+}
+
+TEST_F(EtherRadio, AServerThatIsGoneLeavesNoSignalAndOneThatIsBackIsHeardAgain) {
+    Radio radio(handset);
+    Tune(radio);
+    for (int time = 0; time < 2; ++time) {
+        ether.Kill();
+        EXPECT_TRUE(WaitForLevel(0, 5)) << handset.Trace();
+        EXPECT_TRUE(radio.Runs());
+        ether.ComeBack();
+        EXPECT_TRUE(WaitForLevel(43, 47));
+    }
+}
+
+TEST_F(EtherRadio, TheAntennaIsChangedWhileTheRadioPlays) {
+    Radio radio(handset);
+    Tune(radio);
+    // Signals are limited by their samples, the simulated band is not.
+    handset.WriteBand("[9850]\nlevel=90\nps=KORA ONE\n");
+    test::Handset(L"antenna band");
+    EXPECT_TRUE(WaitForLevel(90, 90));
+    handset.WriteBand(kThreeStations);
+    test::Handset(L"antenna ether");
+    EXPECT_TRUE(WaitForLevel(45, 45));
+    EXPECT_THAT(test::Handset(L"antenna"), HasSubstr("the simulated ether, rtl_tcp:127.0.0.1:"));
+}
+
+}  // namespace
