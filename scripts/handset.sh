@@ -30,7 +30,7 @@ favourites_once() {
 }
 
 # Just large enough for the phone and its switches.
-KORA_DESKTOP=${KORA_DESKTOP:-760x700}
+KORA_DESKTOP=${KORA_DESKTOP:-760x760}
 # The display under it has room for the desktop of a phone with a large screen.
 KORA_DISPLAY=${KORA_DISPLAY:-1600x1280}
 

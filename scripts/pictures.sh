@@ -1,7 +1,7 @@
 # ./kora pictures: draws the pictures of the documents anew, from the radio as it is. Sourced by kora.
 
 KORA_PICTURE_PACKAGES=(xdotool imagemagick optipng)
-PICTURE_DESKTOP=760x700
+PICTURE_DESKTOP=760x760
 
 # The screen's digest; a picture is taken when it has stood still for a moment. Some things never do (a text that
 # runs), hence the limit.

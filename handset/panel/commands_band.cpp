@@ -1,8 +1,11 @@
 // band: what is on the air.
 #include "handset/fmdevice/band_edit.h"
 #include "handset/fmdevice/band_file.h"
+#include "handset/panel/band_drawing.h"
+#include "handset/panel/band_source.h"
 #include "handset/panel/command.h"
 #include "handset/panel/encoding.h"
+#include "handset/panel/radio_process.h"
 #include "handset/panel/station_name.h"
 #include "handset/panel/switches.h"
 #include "handset/state/handset_state.h"
@@ -40,8 +43,19 @@ int List(Console& console) {
     return kDone;
 }
 
+int Picture(const Arguments& arguments, Console& console) {
+    if (arguments.size() != 2) return BadArguments(console, L"band", L"--picture wants the name of a file");
+    BandSource source;
+    const std::string png = BandPng(source.Look(RadioProcess().has_value()));
+    if (png.empty()) return Failure(console, L"band", L"the system has no memory for the picture");
+    if (!WriteWholeFile(arguments[1], png))
+        return Failure(console, L"band", arguments[1] + L" could not be written");
+    return kDone;
+}
+
 int Band(const Arguments& arguments, Console& console) {
     if (arguments.empty()) return List(console);
+    if (arguments[0] == L"--picture") return Picture(arguments, console);
     const auto channel = ParseStation(arguments[0]);
     if (!channel) {
         return BadArguments(console, L"band", L"\"" + arguments[0] + L"\" is no station, such as 98.5");
@@ -66,14 +80,16 @@ int Band(const Arguments& arguments, Console& console) {
 }
 
 const Command kCommands[] = {
-    {L"band", Band, L"[STATION KEY=VALUE …]", L"what is on the air", L"handset band 98.5 level=12",
+    {L"band", Band, L"[STATION KEY=VALUE … | --picture FILE.png]", L"what is on the air",
+     L"handset band 98.5 level=12",
      L"Without arguments every station of \\Windows\\band.ini: frequency, level, stereo, name. With a "
      L"station,\n"
      L"such as 98.5 (or its channel value 9850), keys of it are changed: level, stereo, ps, pstime, pty, "
      L"pt,\n"
      L"rt, rttime, af, ct, programme. A station that is not there is added. The file may be edited by hand "
      L"as\n"
-     L"well; the radio follows it as it plays.\n"},
+     L"well; the radio follows it as it plays. --picture draws the levels of all channels as they were last\n"
+     L"seen, with the tuned one marked and what is known of it.\n"},
 };
 
 }  // namespace

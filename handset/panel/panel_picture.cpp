@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cwchar>
 
+#include "handset/panel/band_drawing.h"
 #include "handset/state/display_format.h"
 
 namespace panel {
@@ -64,8 +65,10 @@ void PanelPicture::Make(const PanelView& view) {
                    Rgb(0xA9A49A));
     DrawPhoneShapes(canvas, view);
     DrawColumnShapes(canvas, view);
+    DrawBandShapes(canvas, view.phone.band, view.band);
     DrawPhoneTexts(dc_.get(), view);
     DrawColumnTexts(dc_.get(), view);
+    DrawBandTexts(dc_.get(), view.phone.band, view.band);
 }
 
 void PanelPicture::Show(HDC dc, const RECT& part) const {

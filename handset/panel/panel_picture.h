@@ -5,6 +5,7 @@
 
 #include <optional>
 
+#include "handset/panel/band_strip.h"
 #include "handset/panel/canvas.h"
 #include "handset/panel/owned_handle.h"
 #include "handset/panel/phone_layout.h"
@@ -17,6 +18,7 @@ struct PanelView {
     PhoneLayout phone;
     ColumnLayout column;
     Snapshot now;
+    BandShown band;
     std::optional<PhoneKey> pressedKey;
     const SwitchRow* pressedSwitch;
 };

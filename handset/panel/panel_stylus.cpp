@@ -1,4 +1,4 @@
-// The stylus on the panel: keys, switches, the slider and the panel itself.
+// The stylus on the panel: keys, switches, the slider, the band and the panel itself.
 #include <windowsx.h>
 
 #include "handset/panel/panel_window.h"
@@ -34,6 +34,8 @@ LRESULT PanelWindow::OnPress(WPARAM, LPARAM lParam) {
         if (place->row->kind == SwitchKind::kSlider) DragSlider(x);
     } else if (view_.phone.close.Contains(x, y)) {
         closing_ = true;
+    } else if (view_.phone.band.Contains(x, y)) {
+        tuning_ = true;
     } else {
         grip_ = POINT{x, y};
     }
@@ -53,11 +55,13 @@ LRESULT PanelWindow::OnLetGo(WPARAM, LPARAM lParam) {
     const SwitchRow* row = view_.pressedSwitch;
     const SwitchPlace* place = SwitchAt(view_.column, GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
     const bool close = closing_ && view_.phone.close.Contains(GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
+    const bool tune = tuning_;
     ReleaseCapture();
     if (close) return SendMessageW(window_, WM_CLOSE, 0, 0);
     // Let go beside the switch: nothing was meant.
     if (row != nullptr && row->press != nullptr && place != nullptr && place->row == row)
         row->press(view_.now);
+    if (tune) TuneAt(GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
     Refresh();
     return 0;
 }
@@ -67,6 +71,7 @@ LRESULT PanelWindow::OnCaptureLost(WPARAM, LPARAM) {
     view_.pressedSwitch = nullptr;
     grip_.reset();
     closing_ = false;
+    tuning_ = false;
     Redraw();
     return 0;
 }
@@ -95,6 +100,16 @@ void PanelWindow::DragPanel(int x, int y) {
     GetWindowRect(window_, &place);
     SetWindowPos(window_, nullptr, place.left + x - grip_->x, place.top + y - grip_->y, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// By the digits that a user would type; who takes no keys is not tuned.
+void PanelWindow::TuneAt(int x, int y) {
+    const auto channel = BandChannelAt(view_.phone.band, view_.band, x, y);
+    if (!channel) return;
+    for (const PhoneKey key : DigitsOf(*channel)) {
+        if (!PressPhoneKey(key, true)) return;
+        PressPhoneKey(key, false);
+    }
 }
 
 void PanelWindow::RepeatKey() {

@@ -54,6 +54,7 @@ bool PanelWindow::Open(HINSTANCE instance) {
     stateChangedMessage_ = RegisterWindowMessageW(kStateChangedMessage);
     RegisterClasses(instance, WindowProc);
     view_.now = TakeSnapshot();
+    view_.band = band_.Look(view_.now.radio);
     view_.phone = LayOutPhone(view_.now.screenWidth, view_.now.screenHeight);
     view_.column = LayOutColumn(view_.phone.column);
     picture_.Make(view_);
@@ -167,10 +168,12 @@ LRESULT PanelWindow::OnDestroy(WPARAM, LPARAM) {
 
 void PanelWindow::Refresh() {
     const Snapshot before = view_.now;
+    const BandShown bandBefore = view_.band;
     view_.now = TakeSnapshot();
+    view_.band = band_.Look(view_.now.radio);
     if (before.screenWidth != view_.now.screenWidth || before.screenHeight != view_.now.screenHeight)
         FitToScreen();
-    if (!(before == view_.now)) Redraw();
+    if (!(before == view_.now) || !(bandBefore == view_.band)) Redraw();
     const RECT display = DisplayOnScreen();
     follow_.Follow(window_, display);
     const HWND radio = RadioMainWindow();

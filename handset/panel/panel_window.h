@@ -5,6 +5,7 @@
 
 #include <optional>
 
+#include "handset/panel/band_source.h"
 #include "handset/panel/panel_picture.h"
 #include "handset/panel/radio_follow.h"
 
@@ -44,6 +45,7 @@ class PanelWindow {
     void RepeatKey();
     void DragSlider(int x);
     void DragPanel(int x, int y);
+    void TuneAt(int x, int y);
     // Moves the window so that it lies on the host's screen, or as much of it as has room there.
     void KeepOnScreen();
     [[nodiscard]] RECT DisplayOnScreen() const;
@@ -54,9 +56,11 @@ class PanelWindow {
     PanelView view_{};
     std::optional<POINT> grip_;   // while the panel is dragged: where it is held, from its corner
     std::uint32_t weakened_ = 0;  // while the slider is dragged: the station that it is for
+    bool tuning_ = false;         // the band was pressed and not let go yet
     bool closing_ = false;        // the close button was pressed and not let go yet
     PanelPicture picture_;
     RadioFollow follow_;
+    BandSource band_;
 };
 
 // Opens the panel and, when asked to, starts the radio on it; returns when the panel is closed: 0, or 1 when

@@ -22,6 +22,7 @@ constexpr int kBelowPad = 10;
 constexpr int kBottom = 22;
 constexpr int kCloseSize = 20;
 constexpr int kColumnWidth = 172;
+constexpr int kBandGap = 12;
 constexpr int kColumnHeight = 192;  // below a phone that lies on its side
 
 struct UprightPhone {
@@ -119,13 +120,15 @@ PhoneLayout LayOutPhone(int screenWidth, int screenHeight) {
     const Box& d = layout.display;
     layout.glass = {d.x - kGlassRim, d.y - kGlassRim, d.w + 2 * kGlassRim, d.h + 2 * kGlassRim};
     if (layout.landscape) {
-        layout.column = {kMargin, layout.body.Bottom() + kMargin, layout.body.w, kColumnHeight};
+        layout.band = {kMargin, layout.body.Bottom() + kBandGap, layout.body.w, kBandHeight};
+        layout.column = {kMargin, layout.band.Bottom() + kMargin, layout.body.w, kColumnHeight};
         layout.width = layout.body.Right() + kMargin;
         layout.height = layout.column.Bottom() + kMargin;
     } else {
         layout.column = {layout.body.Right() + kMargin, kMargin, kColumnWidth, layout.body.h};
         layout.width = layout.column.Right() + kMargin;
-        layout.height = layout.body.Bottom() + kMargin;
+        layout.band = {kMargin, layout.body.Bottom() + kBandGap, layout.width - 2 * kMargin, kBandHeight};
+        layout.height = layout.band.Bottom() + kMargin;
     }
     layout.close = {layout.column.Right() - kCloseSize, layout.column.y - 4, kCloseSize, kCloseSize};
     return layout;

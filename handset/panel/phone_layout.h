@@ -54,8 +54,11 @@ struct PhoneLayout {
     Box pad;  // the arrow keys with Return in the middle
     std::vector<KeyPlace> keys;
     Box column;  // room for the switches
+    Box band;    // the levels of all channels
     Box close;   // puts the handset away
 };
+
+inline constexpr int kBandHeight = 60;
 
 // `screenWidth` and `screenHeight` in pixels; a screen wider than tall lays the phone on its side.
 PhoneLayout LayOutPhone(int screenWidth, int screenHeight);

@@ -7,6 +7,7 @@ kora_test(test_panel
     SOURCES
         ../support/stick_client.cpp
         panel/antenna_test.cpp
+        panel/band_strip_test.cpp
         panel/band_test.cpp
         panel/booked_handset.cpp
         panel/canvas_test.cpp
@@ -16,6 +17,7 @@ kora_test(test_panel
         panel/install_test.cpp
         panel/layout_test.cpp
         panel/panel_window_test.cpp
+        panel/png_file_test.cpp
         panel/process_start_test.cpp
         panel/radio_test.cpp
         panel/registry_test.cpp

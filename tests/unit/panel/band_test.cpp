@@ -73,6 +73,26 @@ TEST_F(BandCommand, WhatTheFileWouldNotUnderstandIsNotWritten) {
     EXPECT_EQ(Text(), "[9850]\nlevel=15\nnonsense\n");
 }
 
+TEST_F(BandCommand, APictureOfTheBandIsWrittenAsAPng) {
+    Write("[9850]\nlevel=100\n");
+    const std::wstring file = home_ + L"\\band.png";
+    EXPECT_EQ(Run({L"band", L"--picture", file}), kDone) << testing::PrintToString(console_.Complained());
+    const std::string one = ReadWholeFile(file).value_or("");
+    EXPECT_EQ(one.substr(0, 8), "\x89PNG\r\n\x1A\n");
+    // Another band is another picture, the same one the same.
+    EXPECT_EQ(Run({L"band", L"--picture", file}), kDone);
+    EXPECT_EQ(ReadWholeFile(file).value_or(""), one);
+    Write("[9850]\nlevel=10\n");
+    EXPECT_EQ(Run({L"band", L"--picture", file}), kDone);
+    EXPECT_NE(ReadWholeFile(file).value_or(""), one);
+}
+
+TEST_F(BandCommand, APictureWithoutAPlaceIsRefused) {
+    EXPECT_EQ(Run({L"band", L"--picture"}), kBadUsage);
+    EXPECT_EQ(Run({L"band", L"--picture", home_ + L"\\nowhere\\band.png"}), kFailed);
+    EXPECT_NE(console_.Complained().find(L"band.png could not be written"), std::wstring::npos);
+}
+
 TEST_F(BandCommand, WithoutAFileThereIsNothingToList) {
     EXPECT_EQ(Run({L"band"}), kFailed);
     EXPECT_EQ(Run({L"band", L"98.5", L"level=15"}), kDone);

@@ -1,4 +1,5 @@
 // The panel's window: handset.exe in a process of its own, with the stand-in on its display.
+#include "handset/panel/band_strip.h"
 #include "handset/panel/device_registry.h"
 #include "handset/panel/handset_clock.h"
 #include "handset/panel/host_folder.h"
@@ -116,6 +117,49 @@ TEST_F(PanelWindowTest, PressingAKeyReachesTheRadioAndLeavesItActive) {
     EXPECT_TRUE(WaitForNote("softkey 0\n")) << Notes();
     EXPECT_EQ(Notes().find("activate 0"), std::string::npos) << Notes();
     EXPECT_EQ(SendMessageW(window_, WM_MOUSEACTIVATE, 0, 0), MA_NOACTIVATE);
+}
+
+TEST_F(PanelWindowTest, ATouchOfTheBandTypesTheStationsDigits) {
+    WriteWholeFile(Device(L"\\Windows\\band.ini"), "[9850]\nlevel=45\n[10120]\nlevel=30\n");
+    StartStandIn();
+    const auto touch = [&](std::uint32_t channel) {
+        const int x = static_cast<int>(BandPlace(upright_.band, channel));
+        Click({x, BandBars(upright_.band).y, 1, 4});
+    };
+    // The panel follows the file within a moment; until then the place is that of a channel beside.
+    ASSERT_TRUE(WaitUntil(
+        [&] {
+            touch(9850);
+            return WaitUntil([&] { return Notes().find("child keyup 53\n") != std::string::npos; }, 1000);
+        },
+        kDeadline_ms));
+    EXPECT_NE(Notes().find("child keydown 57\nchild keyup 57\nchild keydown 56\nchild keyup 56\n"
+                           "child keydown 53\nchild keyup 53\n"),
+              std::string::npos)
+        << Notes();
+    touch(10120);
+    EXPECT_TRUE(
+        WaitForNote("child keydown 49\nchild keyup 49\nchild keydown 48\nchild keyup 48\n"
+                    "child keydown 49\nchild keyup 49\nchild keydown 50\nchild keyup 50\n"))
+        << Notes();
+}
+
+TEST_F(PanelWindowTest, ATouchThatTheStylusTakesOffTheBandTunesNothing) {
+    StartStandIn();
+    const Box bars = BandBars(upright_.band);
+    const LPARAM inside = MAKELPARAM(bars.x + 20, bars.y + 5);
+    const LPARAM outside = MAKELPARAM(bars.x + 20, upright_.body.y + 3);
+    RECT before = {}, after = {};
+    GetWindowRect(window_, &before);
+    PostMessageW(window_, WM_LBUTTONDOWN, MK_LBUTTON, inside);
+    PostMessageW(window_, WM_MOUSEMOVE, MK_LBUTTON, outside);
+    PostMessageW(window_, WM_LBUTTONUP, 0, outside);
+    Click(*PlaceOf(upright_, PhoneKey::k7));
+    EXPECT_TRUE(WaitForNote("child keydown 55\nchild keyup 55\n")) << Notes();
+    EXPECT_EQ(Notes().find("child keydown"), Notes().find("child keydown 55")) << Notes();
+    GetWindowRect(window_, &after);
+    EXPECT_EQ(before.left, after.left);
+    EXPECT_EQ(before.top, after.top);
 }
 
 TEST_F(PanelWindowTest, AHeldArrowKeyRepeatsUntilItIsLetGo) {
