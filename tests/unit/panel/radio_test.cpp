@@ -110,7 +110,9 @@ TEST_F(RadioFromOutside, InstallRefusesWhileTheRadioRuns) {
 TEST_F(RadioFromOutside, KeysReachTheWindowWithTheFocus) {
     StartStandIn();
     EXPECT_EQ(Run({L"key", L"9", L"left"}), kDone);
-    EXPECT_TRUE(WaitForNote("child keydown 57\nchild keyup 57\nchild keydown 37\nchild keyup 37\n"))
+    EXPECT_TRUE(WaitUntil(
+        [this] { return Keys() == "child keydown 57\nchild keyup 57\nchild keydown 37\nchild keyup 37\n"; },
+        kDeadline_ms))
         << Notes();
 }
 

@@ -57,6 +57,9 @@ LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     if (message == 0xA402) Note("bluetooth %d\n", static_cast<int>(wParam));
     if (message == WM_SETTINGCHANGE && wParam == handset::kSettingChangeReset) Note("turned\n");
     if (message == WM_ACTIVATE && window != g_child) Note("activate %d\n", LOWORD(wParam));
+    // As the radio gives its list the focus: each activation, whenever the host makes one, gives it to the
+    // window.
+    if (message == WM_SETFOCUS && window != g_child && g_child != nullptr) SetFocus(g_child);
     if (message == WM_CLOSE && g_deaf) return 0;
     if (message == WM_DESTROY && window != g_child) PostQuitMessage(5);
     return DefWindowProcW(window, message, wParam, lParam);

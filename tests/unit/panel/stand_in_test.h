@@ -32,16 +32,28 @@ class StandInTest : public HandsetTest {
     }
     // The notes of programs that begin and of those that take their time with their windows, in their order.
     [[nodiscard]] std::string Beginnings() const {
-        std::istringstream notes(Notes());
-        std::string beginnings;
-        for (std::string line; std::getline(notes, line);) {
-            if (line.rfind("command line", 0) == 0 || line.rfind("window", 0) == 0) beginnings += line + "\n";
-        }
-        return beginnings;
+        return NotesOf([](const std::string& line) {
+            return line.rfind("command line", 0) == 0 || line.rfind("window", 0) == 0;
+        });
+    }
+    // Those of keys: the host may bring a window to the front between any two.
+    [[nodiscard]] std::string Keys() const {
+        return NotesOf([](const std::string& line) { return line.find(" key") != std::string::npos; });
     }
     void StartStandIn() {
         ASSERT_EQ(Run({L"start"}), kDone) << testing::PrintToString(console_.Complained());
         ASSERT_TRUE(WaitForNote("ready\n"));
+    }
+
+  private:
+    template <typename Wanted>
+    std::string NotesOf(Wanted wanted) const {
+        std::istringstream notes(Notes());
+        std::string found;
+        for (std::string line; std::getline(notes, line);) {
+            if (wanted(line)) found += line + "\n";
+        }
+        return found;
     }
 };
 
