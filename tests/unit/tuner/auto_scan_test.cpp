@@ -1,6 +1,8 @@
 // What the automatic scan shows and stores while it walks the band.
 #include "tuner/auto_scan.h"
 
+#include <algorithm>
+
 #include "skin/skin_paint.h"
 #include "tests/unit/recording/tick_count.h"
 #include "tests/unit/tuner/refused_threads.h"
@@ -50,6 +52,16 @@ TEST_F(AutoScanScreen, TheStationsLabelsAreClearedAndEachStationFoundIsShown) {
     std::vector<ShownText> expected = {{222, L""}};  // cleared by the command
     for (int i = 0; i < 3; ++i) expected.insert(expected.end(), walk.begin(), walk.end());
     EXPECT_THAT(Shown(), ElementsAreArray(expected));
+}
+
+TEST_F(AutoScanScreen, TheRadioIsMuteBeforeTheFirstSeek) {
+    Scan();
+    const auto calls = device.Calls();
+    const auto seek = std::find(calls.begin(), calls.end(), "SeekNext");
+    const std::vector<std::string> before(calls.begin(), seek);
+    ASSERT_NE(seek, calls.end());
+    EXPECT_THAT(before, testing::Contains("SetMute 1"));
+    EXPECT_THAT(before, Not(testing::Contains("SetMute 0")));
 }
 
 TEST_F(AutoScanScreen, ATunerThatRefusesTheBottomOfTheBandIsTracedAndTheWalkGoesOn) {
