@@ -2,37 +2,21 @@
 // radio. Host code only.
 #pragma once
 
-#include <windows.h>
+#include "handset/base/process_lock.h"
+#include "handset/state/handset_state.h"
 
 namespace handset {
 
-// Held for the length of a scope, across processes. A holder that died has let go.
-class StateLock {
-  public:
-    ~StateLock();
-    StateLock(const StateLock&) = delete;
-    StateLock& operator=(const StateLock&) = delete;
-    // False when it could not be had in 10 s.
-    explicit operator bool() const { return held_; }
-
-  protected:
-    explicit StateLock(const wchar_t* name);
-
-  private:
-    HANDLE mutex_;
-    bool held_;
-};
-
 // The bookings and the clock by which they are due.
-class BookingLock : public StateLock {
+class BookingLock : public ProcessLock {
   public:
-    BookingLock() : StateLock(L"Bookings") {}
+    BookingLock() : ProcessLock(StateObjectName(L"Bookings")) {}
 };
 
 // Taken before the bookings' lock, never inside it.
-class StartLock : public StateLock {
+class StartLock : public ProcessLock {
   public:
-    StartLock() : StateLock(L"RadioStart") {}
+    StartLock() : ProcessLock(StateObjectName(L"RadioStart")) {}
 };
 
 }  // namespace handset

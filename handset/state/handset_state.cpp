@@ -49,7 +49,7 @@ std::wstring StateKeyPath() {
     return FromEnvironment(L"StateKey").value_or(kDefaultStateKey);
 }
 
-std::wstring StateObjectName(const wchar_t* name) {
+std::wstring StateObjectName(const std::wstring& name) {
     std::wstring text = StateKeyPath() + L"/" + name;
     // The only character that such a name may not hold.
     for (wchar_t& c : text) c = c == L'\\' ? L'/' : c;

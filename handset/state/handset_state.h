@@ -18,7 +18,7 @@ namespace handset {
 std::wstring StateKeyPath();
 
 // The name of a kernel object (mutex, event) that the programs of this handset share.
-std::wstring StateObjectName(const wchar_t* name);
+std::wstring StateObjectName(const std::wstring& name);
 
 // A value of the state, read at the moment of the call. Any thread. `name` is the value's name, such as
 // L"ScreenWidth"; its environment variable is KORA_SCREENWIDTH. Numbers may be decimal or 0x…. What is no

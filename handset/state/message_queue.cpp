@@ -1,6 +1,9 @@
 // Message queues in shared memory: a header, the order of the messages, and a place for each.
 #include "handset/state/message_queue.h"
 
+#include "handset/base/process_lock.h"
+#include "handset/state/handset_state.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -49,9 +52,9 @@ struct QueueEnd::Header {
 QueueEnd::QueueEnd(const std::wstring& id, bool reads)
     : id_(id),
       reads_(reads),
-      lock_(CreateMutexW(nullptr, FALSE, SharedName(id + L".lock").c_str())),
-      readable_(CreateEventW(nullptr, TRUE, FALSE, SharedName(id + L".readable").c_str())),
-      writable_(CreateEventW(nullptr, TRUE, FALSE, SharedName(id + L".writable").c_str())) {}
+      lock_(CreateMutexW(nullptr, FALSE, StateObjectName(id + L".lock").c_str())),
+      readable_(CreateEventW(nullptr, TRUE, FALSE, StateObjectName(id + L".readable").c_str())),
+      writable_(CreateEventW(nullptr, TRUE, FALSE, StateObjectName(id + L".writable").c_str())) {}
 
 DWORD QueueEnd::Open(const std::wstring& id, bool reads, const QueueOptions* options,
                      std::unique_ptr<QueueEnd>* end, bool* existed) {
@@ -74,7 +77,8 @@ DWORD QueueEnd::Join(const QueueOptions* options, bool* existed) {
         size = Header::Size(places, options->maxBytes);
         if (size > kLargestQueue) return ERROR_OUTOFMEMORY;
     }
-    const SharedLock lock(lock_.get());
+    const ProcessLock lock(lock_.get());
+    if (!lock) return ERROR_BUSY;
     auto memory = std::make_unique<SharedMemory>(id_ + L".messages", size);
     if (!*memory) return options == nullptr ? ERROR_FILE_NOT_FOUND : ERROR_OUTOFMEMORY;
     auto* header = static_cast<Header*>(memory->data());
@@ -97,8 +101,8 @@ DWORD QueueEnd::Join(const QueueOptions* options, bool* existed) {
 
 QueueEnd::~QueueEnd() {
     if (header_ == nullptr) return;
-    const SharedLock lock(lock_.get());
-    header_->ends[place_] = {};
+    const ProcessLock lock(lock_.get());
+    header_->ends[place_] = {};  // nobody else writes there, with or without the lock
 }
 
 HANDLE QueueEnd::NewWaitable() const {
@@ -125,7 +129,8 @@ bool QueueEnd::HasOther(bool reader) {
 }
 
 DWORD QueueEnd::TryRead(void* buffer, DWORD size, DWORD* read, DWORD* flags) {
-    const SharedLock lock(lock_.get());
+    const ProcessLock lock(lock_.get());
+    if (!lock) return ERROR_BUSY;
     if (header_->count == 0) {
         const bool whole = (header_->options.flags & kQueueAllowsBroken) != 0 || HasOther(false);
         return whole ? ERROR_TIMEOUT : ERROR_PIPE_NOT_CONNECTED;
@@ -144,7 +149,8 @@ DWORD QueueEnd::TryRead(void* buffer, DWORD size, DWORD* read, DWORD* flags) {
 }
 
 DWORD QueueEnd::TryWrite(const void* data, DWORD size, DWORD flags) {
-    const SharedLock lock(lock_.get());
+    const ProcessLock lock(lock_.get());
+    if (!lock) return ERROR_BUSY;
     if (size > header_->options.maxBytes) return ERROR_INSUFFICIENT_BUFFER;
     if ((header_->options.flags & kQueueAllowsBroken) == 0 && !HasOther(true)) {
         return ERROR_PIPE_NOT_CONNECTED;
@@ -191,7 +197,7 @@ DWORD QueueEnd::Write(const void* data, DWORD size, DWORD timeout_ms, DWORD flag
 }
 
 QueueCounts QueueEnd::Counts() {
-    const SharedLock lock(lock_.get());
+    const ProcessLock lock(lock_.get());  // without it the counts are those of a moment in between
     QueueCounts counts{header_->options, header_->count, header_->most, 0, 0};
     for (const EndMark& mark : header_->ends) {
         if (Runs(mark.program)) ++(mark.reads != 0 ? counts.readers : counts.writers);

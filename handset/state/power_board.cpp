@@ -26,11 +26,11 @@ PowerBoard* OpenBoard() {
 }  // namespace
 
 std::wstring FollowerEventName(const ProgramMark& program) {
-    return SharedName(L"power.changed." + std::to_wstring(program.id));
+    return StateObjectName(L"power.changed." + std::to_wstring(program.id));
 }
 
-PowerBoardAccess::PowerBoardAccess() : lock_(L"power.lock"), board_(OpenBoard()) {
-    ClearAway();
+PowerBoardAccess::PowerBoardAccess() : lock_(StateObjectName(L"power.lock")), board_(OpenBoard()) {
+    if (lock_) ClearAway();
 }
 
 void PowerBoardAccess::ClearAway() const {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "handset/base/process_lock.h"
 #include "handset/state/shared_memory.h"
 
 namespace handset {
@@ -43,6 +44,8 @@ class PowerBoardAccess {
     PowerBoardAccess();
     PowerBoardAccess(const PowerBoardAccess&) = delete;
     PowerBoardAccess& operator=(const PowerBoardAccess&) = delete;
+    // False when another program does not give the lock back: the board is then only looked at.
+    explicit operator bool() const { return static_cast<bool>(lock_); }
     // Never null: without shared memory the board is this program's own.
     PowerBoard* operator->() const { return board_; }
     // The row of this program; made when it is missing. Null when the table is full.
@@ -56,7 +59,7 @@ class PowerBoardAccess {
 
   private:
     void ClearAway() const;
-    SharedLock lock_;
+    ProcessLock lock_;
     PowerBoard* board_;
 };
 

@@ -15,6 +15,8 @@ namespace handset {
 namespace {
 
 constexpr std::uint32_t kMillisecondsPerSecond = 1000;
+// After a look that another program did not let happen.
+constexpr DWORD kNextTry_ms = 1000;
 
 // POWER_BROADCAST: three words, the name, a terminator.
 std::vector<std::uint8_t> Broadcast(std::uint32_t kind, const PowerState& state) {
@@ -116,6 +118,7 @@ DWORD ChangePowerState(const std::wstring& name) {
     const PowerStateRow* row = PowerStateNamed(name);
     if (row == nullptr) return ERROR_INVALID_PARAMETER;
     const PowerBoardAccess board;
+    if (!board) return ERROR_BUSY;
     return Enter(board, StateOf(*row));
 }
 
@@ -123,23 +126,27 @@ DWORD ChangePowerState(std::uint32_t flags) {
     const PowerStateRow* row = PowerStateWithFlags(flags);
     if (row == nullptr) return ERROR_INVALID_PARAMETER;
     const PowerBoardAccess board;
+    if (!board) return ERROR_BUSY;
     return Enter(board, flags == kPowerIdle ? Dark(board, kPowerIdle) : StateOf(*row));
 }
 
 DWORD PressPowerKey() {
     const PowerBoardAccess board;
+    if (!board) return ERROR_BUSY;
     const bool lit = DisplayLit(CurrentPowerState());
     return Enter(board, lit ? Dark(board, kPowerSuspend) : StateOf(*PowerStateWithFlags(kPowerOn)));
 }
 
 void WakePhone() {
     const PowerBoardAccess board;
+    if (!board) return;
     if ((CurrentPowerState().flags & kPowerSuspend) == 0) return;
     Enter(board, StateOf(*PowerStateWithFlags(kPowerOn)));
 }
 
 std::optional<std::uint32_t> AddPowerListener(const std::wstring& queueId, std::uint32_t kinds) {
     const PowerBoardAccess board;
+    if (!board) return std::nullopt;
     if (queueId.size() >= kLongestQueueId) return std::nullopt;
     for (PowerListener& row : board->listeners) {
         if (row.program.id != 0) continue;
@@ -152,6 +159,7 @@ std::optional<std::uint32_t> AddPowerListener(const std::wstring& queueId, std::
 
 bool RemovePowerListener(std::uint32_t number) {
     const PowerBoardAccess board;
+    if (!board) return false;
     for (PowerListener& row : board->listeners) {
         if (row.number != number || !(row.program == ThisProgram())) continue;
         row = {};
@@ -162,6 +170,7 @@ bool RemovePowerListener(std::uint32_t number) {
 
 bool HoldUnattended(bool hold) {
     const PowerBoardAccess board;
+    if (!board) return false;
     PowerProgram* const mine = board.Mine();
     if (mine == nullptr) return false;
     const bool alone = board.Holders() == 0;
@@ -178,6 +187,7 @@ std::uint32_t UnattendedHolders() {
 
 bool WantAllKeys(bool all) {
     const PowerBoardAccess board;
+    if (!board) return false;
     PowerProgram* const mine = board.Mine();
     if (mine == nullptr) return false;
     mine->allKeys = all ? 1 : 0;
@@ -191,17 +201,20 @@ bool AllKeysWanted() {
 
 void ResetIdleTimer() {
     const PowerBoardAccess board;
+    if (!board) return;
     board->systemActivity_ms = GetTickCount64();
     SetStateDword(L"IdleTimerResets", StateDword(L"IdleTimerResets", 0) + 1);
 }
 
 void NoteUserActivity() {
     const PowerBoardAccess board;
+    if (!board) return;
     board->userActivity_ms = GetTickCount64();
 }
 
 DWORD StepIdleTimer() {
     const PowerBoardAccess board;
+    if (!board) return kNextTry_ms;
     const std::uint32_t clockRate = ClockRate();
     // Twice at most: the state that a count leads to may have a count of its own, which then has just begun.
     for (;;) {
@@ -220,6 +233,7 @@ DWORD StepIdleTimer() {
 PowerFollower::PowerFollower()
     : changed_(CreateEventW(nullptr, FALSE, FALSE, FollowerEventName(ThisProgram()).c_str())) {
     const PowerBoardAccess board;
+    if (!board) return;
     // A board without activity has just come into being, and the phone has been used a moment ago.
     const std::uint64_t now = GetTickCount64();
     if (board->systemActivity_ms == 0) board->systemActivity_ms = board->userActivity_ms = now;
@@ -228,6 +242,7 @@ PowerFollower::PowerFollower()
 
 PowerFollower::~PowerFollower() {
     const PowerBoardAccess board;
+    if (!board) return;
     if (PowerProgram* const mine = board.Mine()) mine->follows = 0;
 }
 

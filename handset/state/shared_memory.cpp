@@ -1,7 +1,5 @@
-// Named memory and locks of one handset.
+// Named memory of one handset.
 #include "handset/state/shared_memory.h"
-
-#include <algorithm>
 
 #include "handset/state/handset_state.h"
 
@@ -16,13 +14,6 @@ std::uint64_t StartOf(HANDLE process) {
 }
 
 }  // namespace
-
-std::wstring SharedName(const std::wstring& what) {
-    std::wstring name = StateKeyPath() + L"." + what;
-    // A backslash would part the name of a namespace from the rest.
-    std::replace(name.begin(), name.end(), L'\\', L'/');
-    return name;
-}
 
 ProgramMark ThisProgram() {
     static const ProgramMark mark{GetCurrentProcessId(), StartOf(GetCurrentProcess())};
@@ -40,21 +31,8 @@ bool Runs(const ProgramMark& program) {
            StartOf(process.get()) == program.started;
 }
 
-SharedLock::SharedLock(const std::wstring& what)
-    : own_(CreateMutexW(nullptr, FALSE, SharedName(what).c_str())), mutex_(own_.get()) {
-    WaitForSingleObject(mutex_, INFINITE);
-}
-
-SharedLock::SharedLock(HANDLE mutex) : mutex_(mutex) {
-    WaitForSingleObject(mutex_, INFINITE);
-}
-
-SharedLock::~SharedLock() {
-    ReleaseMutex(mutex_);
-}
-
 SharedMemory::SharedMemory(const std::wstring& what, std::size_t size) {
-    const std::wstring name = SharedName(what);
+    const std::wstring name = StateObjectName(what);
     if (size == 0) {
         section_.reset(OpenFileMappingW(FILE_MAP_ALL_ACCESS, FALSE, name.c_str()));
         existed_ = section_ != nullptr;

@@ -1,4 +1,4 @@
-// Memory and locks that the programs of one handset share. Host code only.
+// Memory that the programs of one handset share. Host code only.
 #pragma once
 
 #include <windows.h>
@@ -11,9 +11,6 @@
 
 namespace handset {
 
-// The name of a kernel object of this handset: handsets that stand side by side do not meet.
-std::wstring SharedName(const std::wstring& what);
-
 // A program by its process identifier and its start, which tells it from a later one of that identifier. All
 // zero: nobody.
 struct ProgramMark {
@@ -24,22 +21,8 @@ struct ProgramMark {
 ProgramMark ThisProgram();
 bool Runs(const ProgramMark& program);
 
-// A mutex of that name (see SharedName), held for the length of a scope. What a program that ended inside has
-// left behind is taken as it is.
-class SharedLock {
-  public:
-    explicit SharedLock(const std::wstring& what);
-    explicit SharedLock(HANDLE mutex);
-    ~SharedLock();
-    SharedLock(const SharedLock&) = delete;
-    SharedLock& operator=(const SharedLock&) = delete;
-
-  private:
-    OwnedHandle own_;
-    HANDLE mutex_;
-};
-
-// A piece of memory by name; it lasts for as long as any program has it open, and is all zero at first.
+// A piece of memory by name (see StateObjectName); it lasts for as long as any program has it open, and is
+// all zero at first.
 class SharedMemory {
   public:
     // `size` 0 opens what is there and fails when nothing is; else it is made when it is missing, and the

@@ -9,6 +9,7 @@ target_link_options(power_stand_in PRIVATE -static)
 kora_test(test_power
     SOURCES
         power/idle_timer_test.cpp
+        power/locks_test.cpp
         power/notices_test.cpp
         power/phone_under_test.cpp
         power/queues_test.cpp

@@ -1,0 +1,25 @@
+#include "handset/base/process_lock.h"
+
+namespace handset {
+
+ProcessLock::ProcessLock(const std::wstring& name, DWORD patience_ms)
+    : own_(CreateMutexW(nullptr, FALSE, name.c_str())), mutex_(own_) {
+    Take(patience_ms);
+}
+
+ProcessLock::ProcessLock(HANDLE mutex, DWORD patience_ms) : mutex_(mutex) {
+    Take(patience_ms);
+}
+
+void ProcessLock::Take(DWORD patience_ms) {
+    if (mutex_ == nullptr) return;
+    const DWORD result = WaitForSingleObject(mutex_, patience_ms);
+    held_ = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
+}
+
+ProcessLock::~ProcessLock() {
+    if (held_) ReleaseMutex(mutex_);
+    if (own_ != nullptr) CloseHandle(own_);
+}
+
+}  // namespace handset
