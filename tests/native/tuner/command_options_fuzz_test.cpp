@@ -63,10 +63,10 @@ Reading ReadingOf(std::wstring_view line) {
             reading.request.uRecord = 1;
         } else if (token == L"-Channel") {
             field = &reading.request.uChannel;
-            format = L"Channel: %s\r\n";
+            format = L"Channel: %.100s\r\n";
         } else if (token == L"-Duration") {
             field = &reading.request.uDuration_min;
-            format = L"Duration: %s\r\n";
+            format = L"Duration: %.100s\r\n";
         }
     }
 }
