@@ -19,7 +19,7 @@ clean_up() {
 trap clean_up EXIT
 
 # Everything that a 64-bit Windows has in its system folder and that the programs may lean on.
-SYSTEM_DLLS=' ADVAPI32 COMCTL32 COMDLG32 GDI32 KERNEL32 MSIMG32 MSVCRT NTDLL OLE32 OLEAUT32 PSAPI SHELL32 USER32 WINMM QUARTZ '
+SYSTEM_DLLS=' ADVAPI32 COMCTL32 COMDLG32 GDI32 KERNEL32 MSIMG32 MSVCRT NTDLL OLE32 OLEAUT32 PSAPI SHELL32 USER32 WINMM WS2_32 QUARTZ '
 wanted_dlls() { x86_64-w64-mingw32-objdump -p "$1" | sed -n 's/^\tDLL Name: //p; s/.*Forwarder RVA -- \(.*\)\.[^.]*$/\1/p' | sort -u; }
 only_system_dlls() {
     local file dll fault=0
