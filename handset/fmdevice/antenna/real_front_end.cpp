@@ -222,9 +222,9 @@ void CRealFrontEnd::Follow(const CSampleStream::Taken& taken, Work* work) {
 }
 
 void CRealFrontEnd::Obey(const Orders& orders, Work* work) {
-    if (orders.tuning != work->done.tuning) {
-        work->air->Tune(orders.channel_10kHz);
-    } else if (orders.look != work->done.look) {
+    if (orders.tuning != work->done.tuning) work->air->Tune(orders.channel_10kHz);
+    // Also right behind a tuning, as in a scan.
+    if (orders.look != work->done.look) {
         if (!orders.around) {
             work->air->EndLook();
         } else if (work->air->InView(orders.around->Channel_10kHz())) {

@@ -123,6 +123,18 @@ TEST_F(OnTheAir, ASeekGoesFromStationToStationBothWaysAndRoundTheEnds) {
     EXPECT_NEAR(Signal(), 47, 4);
 }
 
+// As a scan does it: the receiver's own thread has not yet seen the tuning when it is sent on.
+TEST_F(OnTheAir, ASeekRightBehindATuningFindsTheNextStation) {
+    StickServer server(kAir);
+    Use(server.Antenna());
+    ASSERT_TRUE(Plays());
+    for (int round = 0; round < 5; ++round) {
+        ASSERT_EQ(device_->SetChannel(9810), S_OK);
+        EXPECT_EQ(device_->SeekNext(), S_OK) << round;
+        EXPECT_EQ(Channel(), 9850u) << round;
+    }
+}
+
 TEST_F(OnTheAir, NoCallTakesLongerThanASecond) {
     StickServer server(kOne);
     Use(server.Antenna());
