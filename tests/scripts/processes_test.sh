@@ -16,7 +16,7 @@ trap clean_up EXIT
 # A home, a display server and a Wine that nothing was done to yet. The Wine runs what it is given and knows the handset's
 # words; its server writes down what it is told. What stays running writes its number down.
 COUNT=0
-export HERE
+export HERE KORA_TREE
 fresh() {
     COUNT=$((COUNT + 1))
     HERE=$WORK/$COUNT
