@@ -15,7 +15,7 @@ device_imports() {
 
 # device_report PROGRAM: what it is, how large, and what it asks of the phone.
 device_report() {
-    local dll rest all=0
+    local dll rest all=0 dlls=0
     file -b "$1"
     llvm-readobj --sections "$1" | awk '
         /^    Name: / { name = $2 }
@@ -23,10 +23,11 @@ device_report() {
     while read -r dll rest; do
         set -- $rest
         all=$((all + $#))
+        dlls=$((dlls + 1))
         printf '\n%s %d functions\n' "$dll" $#
         printf '%s\n' "$rest" | fold -s -w 110 | sed 's/^/  /'
     done < <(device_imports "$1")
-    printf '\n%d functions of 6 DLLs; whether a phone has these by name is not known:' "$all"
+    printf '\n%d functions of %d DLLs; whether a phone has these by name is not known:' "$all" "$dlls"
     printf ' %s\n' "$(tr '\n' ' ' <"$KORA_ROOT/tests/data/device-exports/shell-helpers.txt")"
 }
 

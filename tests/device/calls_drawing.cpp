@@ -41,7 +41,9 @@ std::uint32_t Write(Phone& phone) {
 }
 
 std::uint32_t LoadImage(Phone& phone) {
-    return phone.HasImage(phone.Argument(1)) ? Make(phone) : 0;
+    if (phone.HasImage(phone.Argument(1))) return Make(phone);
+    phone.imagesMissed.insert(phone.Argument(1));
+    return 0;
 }
 
 std::uint32_t One(Phone&) {

@@ -12,15 +12,29 @@ namespace {
 
 constexpr std::uint32_t kFail = 0x80004005, kNotRegistered = 0x80040154;
 
+// Records that say their own size: another than the device's is refused there.
+std::uint32_t WithRecord(Phone& phone, int argument, std::uint32_t size, const char* name) {
+    if (phone.Cpu().Read32(phone.Argument(argument)) != size)
+        throw std::runtime_error(std::string(name) + " has another size on the device");
+    return 1;
+}
+
 std::uint32_t MenuBar(Phone& phone) {
     constexpr std::uint32_t kSizeOfRecord = 36, kBarAt = 28;
     const std::uint32_t record = phone.Argument(0);
-    if (phone.Cpu().Read32(record) != kSizeOfRecord)
-        throw std::runtime_error("SHMENUBARINFO has another size on the device");
+    WithRecord(phone, 0, kSizeOfRecord, "SHMENUBARINFO");
     const std::uint32_t bar = phone.NewHandle();
     phone.windows[bar].className = "menu bar";
     phone.Cpu().Write32(record + kBarAt, bar);
     return 1;
+}
+
+std::uint32_t Activate(Phone& phone) {
+    return WithRecord(phone, 3, 12, "SHACTIVATEINFO");
+}
+
+std::uint32_t RegisterControls(Phone& phone) {
+    return WithRecord(phone, 0, 8, "INITCOMMONCONTROLSEX");
 }
 
 // As it lies in memory.
@@ -147,8 +161,12 @@ std::uint32_t ServeTunerSlot(Phone& phone, std::uint32_t number) {
 
 void AddShellCalls(SystemCalls& calls) {
     const SystemCalls mine = {
-        {"SHInitExtraControls", One},       {"SHCreateMenuBar", MenuBar},  {"SHHandleWMActivate", One},
-        {"SHHandleWMSettingChange", One},   {"InitCommonControlsEx", One}, {"CoInitializeEx", Nothing},
+        {"SHInitExtraControls", One},
+        {"SHCreateMenuBar", MenuBar},
+        {"SHHandleWMActivate", Activate},
+        {"SHHandleWMSettingChange", Activate},
+        {"InitCommonControlsEx", RegisterControls},
+        {"CoInitializeEx", Nothing},
         {"CoCreateInstance", CreateObject},
     };
     calls.insert(mine.begin(), mine.end());

@@ -124,10 +124,7 @@ std::string Phone::Resource(std::uint32_t id) const {
 }
 
 bool Phone::HasImage(std::uint32_t id) const {
-    for (const auto& [key, place] : program_.resources) {
-        // Resources of a type with a name are not listed; a bitmap's type is the number 2.
-        if (key.first == 2 && key.second == id && place.second > 0) return true;
-    }
+    // The device's loader of images looks among resources of this type alone.
     return program_.HasNamed("GIF", id);
 }
 

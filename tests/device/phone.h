@@ -72,6 +72,7 @@ class Phone {
     std::vector<std::string> boxes;    // "caption: text"
     std::map<std::uint32_t, Window> windows;
     std::set<std::uint32_t> drawingObjects;  // made and not deleted
+    std::set<std::uint32_t> imagesMissed;    // asked of the image loader, which did not find them
     [[nodiscard]] std::uint32_t MainWindow() const;
 
     // --- For the calls

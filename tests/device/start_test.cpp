@@ -161,6 +161,22 @@ TEST_F(OnAPhone, ARoundOfTheMonitorReadsTheSignalAndShowsStereo) {
     EXPECT_THAT(phone.drawn, Contains("Stereo"));
 }
 
+TEST_F(OnAPhone, EveryImageOfTheSkinIsFoundByTheDevicesImageLoader) {
+    LiveAShortLife(phone);
+    phone.Start("");
+    EXPECT_THAT(phone.calls, Contains("SHLoadImageResource"));
+    EXPECT_THAT(phone.imagesMissed, ::testing::IsEmpty());
+}
+
+// The emulated phone refuses a call of 128 characters or more.
+TEST_F(OnAPhone, ACommandLineOfAnyLengthKeepsTheTraceBelowTheDevicesBound) {
+    phone.script = {Close};
+    const std::string digits = std::string(150, '0') + "10120";
+    EXPECT_EQ(phone.Start("-Rec -Channel " + digits + " -Duration " + digits), 0u);
+    EXPECT_THAT(phone.trace, Contains("Channel: " + digits.substr(0, 100)));
+    EXPECT_THAT(phone.tuner, Contains("SetChannel 10120 -> 0"));
+}
+
 TEST_F(OnAPhone, AShortLifeGivesBackEveryDeviceContextBrushAndFont) {
     LiveAShortLife(phone);
     phone.Start("");

@@ -198,6 +198,20 @@ TEST(Dialogs, EveryCaptionFitsItsControl) {
     }
 }
 
+// The device centres images by this style; what a text does with it is not said.
+TEST(Dialogs, NoTextIsCentredAsAnImage) {
+    int texts = 0;
+    for (const unsigned dialog : kDialogs)
+        for (const DialogItem& item : LoadDialogTemplate(dialog).items) {
+            const DWORD kind = item.style & SS_TYPEMASK;
+            const bool image = kind == SS_ICON || kind == SS_BITMAP;
+            if (item.className != L"static" || image) continue;
+            EXPECT_EQ(item.style & SS_CENTERIMAGE, 0u) << dialog << ": " << item.id;
+            ++texts;
+        }
+    EXPECT_GT(texts, 20);
+}
+
 TEST(Dialogs, ADaysButtonShowsTheNameUnderWhichTheDayIsStored) {
     for (const unsigned id : {137u, 231u})
         for (int day = 0; day < 7; ++day) {
