@@ -293,6 +293,142 @@ TEST_F(RdsGroups, ATagBeyondTheTextIsNone) {
     EXPECT_THAT(Read().tags, IsEmpty());
 }
 
+TEST_F(RdsGroups, ATagOfTheOldTextNamesNoPartOfTheNewOne) {
+    Send(kPi, 0x3000 | 11 << 1, 0, kRadioTextPlusId);
+    SendText("Now: Kora - Morning song\r   ", false);
+    // Artist (4) at 5, 4 letters.
+    const std::uint64_t artist = std::uint64_t{4} << 29 | std::uint64_t{5} << 23 | std::uint64_t{3} << 17;
+    const auto send = [this](std::uint64_t message) {
+        Send(kPi, static_cast<std::uint16_t>(0xB000 | message >> 32),
+             static_cast<std::uint16_t>(message >> 16), static_cast<std::uint16_t>(message));
+    };
+    send(artist);
+    ASSERT_EQ(Read().tags.size(), 1u);
+    SendText("Then the news of the day\r   ", true);
+    EXPECT_EQ(Read().radioText.whole, "Then the news of the day");
+    EXPECT_THAT(Read().tags, IsEmpty());
+    // The same places, told anew, are this text's.
+    send(artist);
+    ASSERT_EQ(Read().tags.size(), 1u);
+    EXPECT_EQ(Read().tags[0].text, "the");
+}
+
+TEST_F(RdsGroups, WithoutItsAnnouncementTheApplicationIsNotRead) {
+    SendText("Now: Kora - Morning song\r   ", false);
+    Send(kPi, 0xB000, 0x8000 | 0x0286, 0);
+    EXPECT_THAT(Read().tags, IsEmpty());
+    // Announced for 12A it is still not read in 11A.
+    Send(kPi, 0x3000 | 12 << 1, 0, kRadioTextPlusId);
+    Send(kPi, 0xB000, 0x8000 | 0x0286, 0);
+    EXPECT_THAT(Read().tags, IsEmpty());
+    Send(kPi, 0xC000, 0x8000 | 0x0286, 0);
+    EXPECT_EQ(Read().tags.size(), 1u);
+}
+
+TEST_F(RdsGroups, EveryTypeOfGroupTellsTrafficProgrammeAndProgrammeType) {
+    for (std::uint16_t kind = 0; kind < kGroupKinds; ++kind) {
+        reader_.Restart();
+        Send(kPi, static_cast<std::uint16_t>(kind << 11 | 0x0400 | 21 << 5), 0x5555, 0xAAAA);
+        EXPECT_EQ(Read().programmeType, 21) << kind;
+        EXPECT_EQ(Read().trafficProgramme, true) << kind;
+        EXPECT_EQ(Read().kinds[kind], 1u) << kind;
+    }
+}
+
+TEST_F(RdsGroups, TypesThatCarryNoTextShowNone) {
+    // All but 0, 2, 10A and 15A.
+    for (std::uint16_t kind = 2; kind < kGroupKinds; ++kind) {
+        if (kind == 4 || kind == 5 || kind == 20 || kind == 30) continue;
+        reader_.Restart();
+        for (int i = 0; i < 64; ++i) {
+            Send(kPi, static_cast<std::uint16_t>(kind << 11 | (i & 0x1F)), 0x4142, 0x4344);
+        }
+        for (const Text* text :
+             {&Read().serviceName, &Read().radioText, &Read().programTypeName, &Read().longServiceName}) {
+            EXPECT_EQ(text->whole, "") << kind;
+            EXPECT_EQ(text->letters.find_first_not_of(' '), std::string::npos) << kind;
+        }
+    }
+}
+
+TEST_F(RdsGroups, DecoderIdentificationComesBitByBitTheHighestFirst) {
+    for (std::uint16_t one = 0; one < 4; ++one) {
+        reader_.Restart();
+        for (std::uint16_t i = 0; i < 4; ++i) {
+            Send(kPi, static_cast<std::uint16_t>((i == one ? 4 : 0) | i), 0xE0CD, 0x2020);
+        }
+        EXPECT_EQ(Read().dynamicType, one == 0);
+        EXPECT_EQ(Read().compressed, one == 1);
+        EXPECT_EQ(Read().artificialHead, one == 2);
+        EXPECT_EQ(Read().stereo, one == 3);
+    }
+}
+
+TEST_F(RdsGroups, OtherLabelsAreNeitherCountryNorLanguage) {
+    for (const std::uint16_t variant : {1, 2, 4, 5, 6, 7}) {
+        Send(kPi, 0x1000, static_cast<std::uint16_t>(variant << 12 | 0xE0), 0);
+    }
+    // Version B has no labels: its third block repeats the station's code.
+    Send(kPi, 0x1800, 0x00E0, 0);
+    EXPECT_FALSE(Read().extendedCountry);
+    EXPECT_FALSE(Read().language);
+}
+
+TEST_F(RdsGroups, AnotherFlagClearsTheTypeName) {
+    Send(kPi, 0xA000, Letters("Foot", 0), Letters("Foot", 2));
+    Send(kPi, 0xA001, Letters("ball", 0), Letters("ball", 2));
+    ASSERT_EQ(Read().programTypeName.whole, "Football");
+    Send(kPi, 0xA011, Letters("ball", 0), Letters("ball", 2));
+    EXPECT_EQ(Read().programTypeName.whole, "");
+    Send(kPi, 0xA010, Letters("Hand", 0), Letters("Hand", 2));
+    Send(kPi, 0xA011, Letters("ball", 0), Letters("ball", 2));
+    EXPECT_EQ(Read().programTypeName.whole, "Handball");
+}
+
+TEST_F(RdsGroups, AnotherFlagClearsATextOfGroup2BToo) {
+    for (std::uint16_t i = 0; i < 3; ++i) Send(kPi, 0x2800 | i, kPi, Letters("Hello\r", 2u * i));
+    ASSERT_EQ(Read().radioText.whole, "Hello");
+    Send(kPi, 0x2810, kPi, Letters("Go", 0));
+    EXPECT_EQ(Read().radioText.whole, "");
+    EXPECT_EQ(Read().radioTextFlag, true);
+}
+
+TEST_F(RdsGroups, TheCodeInTheThirdBlockOfVersionBIsTheStations) {
+    Block third;
+    third.status = BlockStatus::kCertain;
+    third.information = kPi;
+    third.offset = Offset::kC;
+    reader_.TakeBlock(2, third, 0.1);
+    EXPECT_FALSE(Read().pi);
+    third.offset = Offset::kCPrime;
+    reader_.TakeBlock(2, third, 0.2);
+    EXPECT_EQ(Read().pi, kPi);
+}
+
+TEST_F(RdsGroups, OtherNetworksMapFrequenciesInFourVariants) {
+    constexpr std::uint16_t kOther = 0xD3C4;
+    for (std::uint16_t i = 0; i < 4; ++i) {
+        Send(kPi, static_cast<std::uint16_t>(0xE005 + i),
+             static_cast<std::uint16_t>((10 + i) << 8 | (20 + i)), kOther);
+    }
+    // 9 is on medium wave, 10 and 11 are not allocated, 15 is the broadcasters' own.
+    for (const std::uint16_t variant : {9, 10, 11, 15}) Send(kPi, 0xE000 | variant, 50 << 8 | 60, kOther);
+    ASSERT_EQ(Read().others.size(), 1u);
+    EXPECT_THAT(Read().others[0].mapped,
+                ElementsAre(MappedFrequency{8850, 8950}, MappedFrequency{8860, 8960},
+                            MappedFrequency{8870, 8970}, MappedFrequency{8880, 8980}));
+    EXPECT_THAT(Read().others[0].alternatives.same_10kHz, IsEmpty());
+    EXPECT_EQ(Read().others[0].trafficProgramme, false);
+}
+
+TEST_F(RdsGroups, AnotherNetworkInDoubtCountsWhenItComesASecondTime) {
+    Send(kPi, 0xE818, kPi, 0xD3C4, BlockStatus::kReceived);
+    EXPECT_THAT(Read().others, IsEmpty());
+    Send(kPi, 0xE818, kPi, 0xD3C4, BlockStatus::kReceived);
+    ASSERT_EQ(Read().others.size(), 1u);
+    EXPECT_EQ(Read().others[0].trafficAnnouncement, true);
+}
+
 TEST_F(RdsGroups, ANewStationsCodeIsBelievedWhenItRepeatsAndForgetsTheOld) {
     SendName("KORA ONE");
     Send(0x1234, 0, 0xE0CD, 0x4142);

@@ -196,6 +196,7 @@ void GroupReader::TakeRadioTextFlag(bool flag, bool certain) {
     station_.radioTextFlag = flag;
     if (!another) return;
     text_.Restart();
+    plus_.Restart();  // its places were those of the old text
     station_.radioText = Text{};
     station_.tags.clear();
 }
