@@ -14,6 +14,8 @@ add_executable(test_rds
     rds/matched_filter_test.cpp
     rds/real_groups_test.cpp
     rds/reception_test.cpp
+    rds/signal_search_test.cpp
+    rds/symbol_tracker_test.cpp
     rds/text_voter_test.cpp
     rds/synthetic_mpx.cpp)
 target_link_libraries(test_rds PRIVATE sdr_rds GTest::gmock_main)

@@ -14,6 +14,7 @@ add_executable(test_sdr
     sdr/channelizer_test.cpp
     sdr/clock_bridge_test.cpp
     sdr/discriminator_test.cpp
+    sdr/fourier_test.cpp
     sdr/fm_signal.cpp
     sdr/iq_file_test.cpp
     sdr/kernels_test.cpp
