@@ -5,7 +5,8 @@
 namespace sdr::rds {
 namespace {
 
-// Codes of table 11: fillers and counts.
+// The codes of frequencies end at 204 (table 10); fillers, counts and the mark of the long and medium waves
+// are those of table 11, the codes behind that mark those of table 12.
 constexpr std::uint8_t kLastFrequency = 204;
 constexpr std::uint8_t kFiller = 205;
 constexpr std::uint8_t kNone = 224;
@@ -13,7 +14,8 @@ constexpr std::uint8_t kMost = 249;
 constexpr std::uint8_t kLongMediumFollows = 250;
 constexpr std::uint8_t kLastLongWave = 15;
 constexpr std::uint8_t kLastMediumWave = 135;
-// A network of more frequencies than that has none of them forgotten that is used.
+// A list announces 25 frequencies at most (3.2.1.6.3). A network of more frequencies than that has none of
+// them forgotten that is used.
 constexpr std::size_t kMostCollections = 25;
 constexpr std::size_t kMostPairs = 26;
 
@@ -73,7 +75,8 @@ void AlternativesReader::Restart() {
     list_ = Alternatives{};
 }
 
-// The count and the first frequency begin a list; another list of the same beginning goes on with it.
+// The count and the first frequency begin a list (3.2.1.6.3); another list of the same beginning goes on with
+// it.
 void AlternativesReader::Open(std::uint8_t count, std::uint8_t first) {
     const auto announced = static_cast<std::uint8_t>(count - kNone);
     const auto known = std::find_if(collections_.begin(), collections_.end(), [&](const Collection& c) {

@@ -7,6 +7,7 @@ namespace {
 
 constexpr int kHoursOfDay = 24;
 constexpr int kMinutesOfHour = 60;
+// The standard has 12 hours either way (3.1.5.6); zones of 13 and 14 hours exist.
 constexpr int kMostOffset_halfHours = 28;
 // A group may be late by its place among the others.
 constexpr double kTolerance_s = 2.0;

@@ -14,7 +14,7 @@ constexpr std::size_t kSecond = 1;
 constexpr std::size_t kThird = 2;
 constexpr std::size_t kFourth = 3;
 constexpr std::size_t kPairsOfTextA = 32;  // 64 letters (3.1.5.3)
-constexpr std::size_t kPairsOfTextB = 16;
+constexpr std::size_t kPairsOfTextB = 16;  // 32 letters: block 3 repeats the PI code (3.1.5.3)
 constexpr float kRateMemory = 1.0f / 48.0f;
 
 std::size_t KindOf(const Block& second) {
@@ -53,8 +53,8 @@ void GroupReader::Restart() {
     *this = GroupReader();
 }
 
-// A first code may be wrong; a change of a code that is known is doubted more: the station stays itself
-// through a burst of noise or a moment of a neighbour.
+// The PI code tells the station (3.2.1.1). A first code may be wrong; a change of a code that is known is
+// doubted more: the station stays itself through a burst of noise or a moment of a neighbour.
 void GroupReader::TakePi(std::uint16_t pi, bool certain) {
     const bool another = pi_.Value().has_value();
     if (!pi_.Offer(pi, certain && !another)) return;
@@ -80,6 +80,7 @@ void GroupReader::TakeBlock(std::size_t place, const Block& block, double now_s)
     if (block.Received()) ++station_.blocksReceived;
     station_.blockErrorRate += ((block.Received() ? 0.0f : 1.0f) - station_.blockErrorRate) * kRateMemory;
     if (!block.Received()) return;
+    // Block 1 of every group holds the code, and block 3 of version B (3.1.3).
     if (place == 0) TakePi(block.information, block.Certain());
     if (place == kThird && block.offset == Offset::kCPrime) TakePi(block.information, block.Certain());
 }
@@ -164,6 +165,8 @@ void GroupReader::TakePairs(TextVoter& voter, const Group& group, std::size_t fi
     Show(voter, whole, text, form);
 }
 
+// Type 0: two letters of the name, a bit of the identification, and in version A a pair of alternative
+// frequencies (3.1.5.1).
 void GroupReader::ReadTuning(const Group& group) {
     const Block& third = group.blocks[kThird];
     ReadTuningB(group);
@@ -201,6 +204,7 @@ void GroupReader::TakeRadioTextFlag(bool flag, bool certain) {
     station_.tags.clear();
 }
 
+// Four letters a group in version A, two in version B; the text has 64 or 32 (3.1.5.3).
 void GroupReader::ReadRadioText(const Group& group) {
     const Block& second = group.blocks[kSecond];
     const bool flag = Flag(second.information, 4);
@@ -232,12 +236,14 @@ void GroupReader::ReadApplication(const Group& group) {
     station_.applications[kind] = fourth.information;
 }
 
+// RT+, in the type of group that 3A announced for it (annex P).
 void GroupReader::ReadPlus(const Group& group) {
     if (!plus_.Take(group)) return;
     station_.itemRunning = plus_.Running();
     if (text_.Whole()) station_.tags = plus_.TagsOf(*text_.Whole());
 }
 
+// Group 4A (3.1.5.6).
 void GroupReader::ReadClock(const Group& group) {
     const Block& second = group.blocks[kSecond];
     const Block& third = group.blocks[kThird];
@@ -263,6 +269,7 @@ void GroupReader::ReadTypeName(const Group& group) {
               Form::kName);
 }
 
+// Type 14 (3.1.5.19).
 void GroupReader::ReadOthers(const Group& group) {
     others_.TakeA(group);
     station_.others = others_.List();

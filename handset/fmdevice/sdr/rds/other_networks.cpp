@@ -7,7 +7,7 @@
 namespace sdr::rds {
 namespace {
 
-constexpr std::size_t kMostMapped = 25;
+constexpr std::size_t kMostMapped = 25;  // as many as a list of method A has (3.2.1.6.3)
 
 }  // namespace
 
@@ -70,6 +70,7 @@ void OtherNetworks::TakeLinkage(Network& network, std::size_t, std::uint16_t wor
     network.linkage.Offer(word, certain);
 }
 
+// Five bits of PTY, and the announcement in the lowest one (3.1.5.19).
 void OtherNetworks::TakeType(Network& network, std::size_t, std::uint16_t word, bool certain) {
     network.programmeType.Offer(word >> 11, certain);
     network.trafficAnnouncement.Offer((word & 1) != 0, certain);

@@ -12,7 +12,7 @@
 
 namespace sdr::rds {
 
-// The application's identification in group 3A.
+// The application's identification in group 3A (3.1.5.4, annex P).
 constexpr std::uint16_t kRadioTextPlusId = 0x4BD7;
 
 struct PlusTag {

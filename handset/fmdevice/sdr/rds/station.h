@@ -66,7 +66,7 @@ struct Station {
     std::optional<std::uint16_t> pi;
     std::optional<int> programmeType;  // 0 to 31
     std::optional<bool> trafficProgramme, trafficAnnouncement, music;
-    std::optional<bool> stereo, artificialHead, compressed, dynamicType;  // decoder identification
+    std::optional<bool> stereo, artificialHead, compressed, dynamicType;  // decoder identification (3.2.1.5)
     std::optional<int> extendedCountry, language;
     Text serviceName, radioText, programTypeName, longServiceName;
     std::optional<bool> radioTextFlag;  // B is true

@@ -18,6 +18,7 @@ namespace sdr::rds {
 class TextVoter {
   public:
     static constexpr std::size_t kMostPairs = 32;
+    // The mark after which nothing of a radio text follows (IEC 62106, 3.1.5.3).
     static constexpr char kEnd = 0x0D;
 
     // How many pairs a text has, at most or always.
