@@ -5,8 +5,8 @@
 // which is what the device's compiler makes of
 //     __try { function(argument); return TRUE; } __except (EXCEPTION_EXECUTE_HANDLER) { return FALSE; }
 // Every structured exception that no frame below handles ends the call: an access violation as well as a
-// RaiseException. The frames between are left without their destructors. 32-bit builds are compiled but not
-// linked.
+// RaiseException. The frames between are left without their destructors. 32-bit builds for
+// Windows are compiled but not linked; the phone's own is.
 #pragma once
 
 #include <windows.h>
