@@ -421,6 +421,32 @@ TEST_F(RdsGroups, OtherNetworksMapFrequenciesInFourVariants) {
     EXPECT_EQ(Read().others[0].trafficProgramme, false);
 }
 
+TEST_F(RdsGroups, HalvesOfTwoNamesOfAnotherNetworkAreNotOneName) {
+    constexpr std::uint16_t kOther = 0xD3C4;
+    const auto pair = [this](std::uint16_t i, const std::string& name) {
+        Send(kPi, 0xE000 | i, Letters(name, 2u * i), kOther);
+    };
+    // The other station changes its name while a group is lost: by its second block, or by its third.
+    for (const bool whole : {true, false}) {
+        reader_.Restart();
+        pair(0, "KORA ONE");
+        pair(1, "KORA ONE");
+        Group lost;
+        for (std::size_t i = 0; i < 4; ++i) lost.blocks[i].status = BlockStatus::kWrong;
+        if (!whole) {
+            lost.blocks[1] = {BlockStatus::kCertain, Offset::kB, 0xE002, 0.0f};
+            lost.blocks[3] = {BlockStatus::kCertain, Offset::kD, kOther, 0.0f};
+        }
+        reader_.TakeGroup(lost, now_s_);
+        pair(2, "TUNED TO");
+        pair(3, "TUNED TO");
+        ASSERT_EQ(Read().others.size(), 1u);
+        EXPECT_EQ(Read().others[0].serviceName, "");
+        for (std::uint16_t i = 0; i < 4; ++i) pair(i, "TUNED TO");
+        EXPECT_EQ(Read().others[0].serviceName, "TUNED TO");
+    }
+}
+
 TEST_F(RdsGroups, AnotherNetworkInDoubtCountsWhenItComesASecondTime) {
     Send(kPi, 0xE818, kPi, 0xD3C4, BlockStatus::kReceived);
     EXPECT_THAT(Read().others, IsEmpty());

@@ -103,6 +103,7 @@ void GroupReader::TakeGroup(const Group& group, double now_s) {
 // A group that is lost may have carried a part of any text.
 void GroupReader::LoseTexts() {
     for (TextVoter* voter : {&name_, &text_, &typeName_, &longName_}) voter->Lost();
+    others_.Lost();
 }
 
 // TP and PTY stand in every block 2 (3.1.3).

@@ -29,6 +29,10 @@ void OtherNetworks::Restart() {
     uses_ = 0;
 }
 
+void OtherNetworks::Lost() {
+    for (Network& network : networks_) network.name.Lost();
+}
+
 OtherNetworks::Network& OtherNetworks::Of(std::uint16_t pi, bool certain) {
     ++uses_;
     const auto known = std::find_if(networks_.begin(), networks_.end(),
@@ -86,7 +90,7 @@ void OtherNetworks::TakeA(const Group& group) {
     const Block& second = group.blocks[1];
     const Block& third = group.blocks[2];
     const Block& fourth = group.blocks[3];
-    if (!third.Received() || !fourth.Received()) return;
+    if (!third.Received() || !fourth.Received()) return Lost();
     const bool certain = second.Certain() && third.Certain() && fourth.Certain();
     Network& network = Of(fourth.information, second.Certain() && fourth.Certain());
     network.trafficProgramme.Offer((second.information & 0x10) != 0, certain);

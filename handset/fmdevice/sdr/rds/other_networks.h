@@ -19,6 +19,8 @@ class OtherNetworks {
     // Groups whose blocks 2, 3 and 4, or 2 and 4, were received.
     void TakeA(const Group& group);
     void TakeB(const Group& group);
+    // Something was lost that may have been a part of any name.
+    void Lost();
     [[nodiscard]] std::vector<OtherNetwork> List() const;
 
   private:
