@@ -38,6 +38,16 @@ handset_end() {
     rmdir "$(dirname "$server")" 2>/dev/null || true
 }
 
+# remove_whole PATH…: also while a program that was killed a moment ago ends its last write there.
+remove_whole() {
+    local tries
+    for tries in {1..50}; do
+        rm -rf "$@" 2>/dev/null && return
+        sleep 0.1
+    done
+    rm -rf "$@"
+}
+
 # handset_remove ALL: the handset's files; with ALL=0 the recordings stay where they are.
 handset_remove() {
     local kept=$KORA_HOME.kept
@@ -53,9 +63,9 @@ handset_remove() {
         done < <(list_recordings)
     fi
     # Another folder than the usual one may hold more than ours.
-    rm -rf "$KORA_HOME/prefix" "$KORA_HOME/device" "$KORA_HOME/cache"
+    remove_whole "$KORA_HOME/prefix" "$KORA_HOME/device" "$KORA_HOME/cache"
     if [ "$KORA_HOME" = "$KORA_DEFAULT_HOME" ]; then
-        rm -rf "$KORA_HOME"
+        remove_whole "$KORA_HOME"
     else
         (cd "$KORA_HOME" && rm -rf ./*.log ./*.lock handset.?????? display)
         rmdir --ignore-fail-on-non-empty "$KORA_HOME"
