@@ -1,4 +1,4 @@
-// Comparing ASCII words without regard to letter case. Portable.
+// ASCII words: compared without regard to letter case, and freed of the blanks around them. Portable.
 #pragma once
 
 #include <string_view>
@@ -15,6 +15,12 @@ inline bool SameLetters(std::string_view a, std::string_view b) {
         if (LowerLetter(a[i]) != LowerLetter(b[i])) return false;
     }
     return true;
+}
+
+inline std::string_view Trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t");
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
 }  // namespace fm

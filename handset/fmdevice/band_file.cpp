@@ -14,12 +14,6 @@ namespace {
 
 constexpr std::size_t kQuotedCharacters = 40;
 
-std::string_view Trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
 bool HasControlCharacter(std::string_view line) {
     for (const char c : line) {
         if ((static_cast<unsigned char>(c) < ' ' && c != '\t') || c == '\x7F') return true;

@@ -2,16 +2,11 @@
 
 #include <charconv>
 
+#include "handset/fmdevice/ascii.h"
 #include "handset/fmdevice/band.h"
 
 namespace fm {
 namespace {
-
-std::string_view Trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
 
 std::string_view WithoutComment(std::string_view line) {
     for (std::size_t i = 0; i < line.size(); ++i) {

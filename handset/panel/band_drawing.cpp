@@ -12,7 +12,6 @@
 namespace panel {
 namespace {
 
-constexpr Paint kAccent = Rgb(0x8DC21F);
 constexpr Paint kTuned = Rgb(0xFFB52E);
 constexpr Paint kGround = Rgb(0x1D1F23);
 constexpr Paint kUnseen = Rgb(0x3A3D44);
@@ -22,11 +21,6 @@ constexpr int kMarksBelow = 7;
 constexpr int kFiguresBelow = 20;
 // As in the panel of a phone that is upright.
 constexpr int kPictureWidth = 498, kPictureMargin = 14;
-
-Rounded Shape(const Box& box, double radius) {
-    return {static_cast<double>(box.x), static_cast<double>(box.y), static_cast<double>(box.w),
-            static_cast<double>(box.h), radius};
-}
 
 std::uint32_t ChannelOf(std::size_t place) {
     return handset::kFirstBandChannel_10kHz + static_cast<std::uint32_t>(place) * handset::kBandStep_10kHz;

@@ -1,8 +1,9 @@
 // The text of UI.exe.manifest.
 #include "handset/panel/manifest.h"
 
+#include <objbase.h>
+
 #include <algorithm>
-#include <cwchar>
 #include <iterator>
 
 #include "handset/capture/class_ids.h"
@@ -15,9 +16,8 @@ namespace {
 
 std::wstring ClassText(const CLSID& id) {
     wchar_t text[39] = L"";
-    std::swprintf(text, std::size(text), L"{%08lx-%04x-%04x-%02x%02x-%02x%02x%02x%02x%02x%02x}", id.Data1,
-                  id.Data2, id.Data3, id.Data4[0], id.Data4[1], id.Data4[2], id.Data4[3], id.Data4[4],
-                  id.Data4[5], id.Data4[6], id.Data4[7]);
+    StringFromGUID2(id, text, static_cast<int>(std::size(text)));
+    CharLowerW(text);
     return text;
 }
 

@@ -38,6 +38,13 @@ class PanelPicture {
     int width_ = 0, height_ = 0;
 };
 
+// What the parts are drawn with.
+inline constexpr Paint kAccent = Rgb(0x8DC21F);
+inline Rounded Shape(const Box& box, double radius) {
+    return {static_cast<double>(box.x), static_cast<double>(box.y), static_cast<double>(box.w),
+            static_cast<double>(box.h), radius};
+}
+
 // The parts, first shapes and then texts, because the system writes texts over finished pixels.
 void DrawPhoneShapes(Canvas& canvas, const PanelView& view);
 void DrawPhoneTexts(HDC dc, const PanelView& view);

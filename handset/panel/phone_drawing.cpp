@@ -8,17 +8,11 @@
 namespace panel {
 namespace {
 
-constexpr Paint kAccent = Rgb(0x8DC21F);
 constexpr Paint kLabel = Rgb(0xF1F1ED);
 constexpr Paint kLetters = Rgb(0x9CA2AA);
 constexpr Paint kCallGreen = Rgb(0x7FD03A);
 constexpr Paint kEndRed = Rgb(0xF0524B);
 constexpr double kQuarter = 1.57079632679489661923;
-
-Rounded Shape(const Box& box, double radius) {
-    return {static_cast<double>(box.x), static_cast<double>(box.y), static_cast<double>(box.w),
-            static_cast<double>(box.h), radius};
-}
 
 Spot Middle(const Box& box) {
     return {box.x + box.w / 2.0, box.y + box.h / 2.0};

@@ -8,18 +8,12 @@
 namespace panel {
 namespace {
 
-constexpr Paint kAccent = Rgb(0x8DC21F);
 constexpr Paint kInk = Rgb(0x2E2F31);
 constexpr Paint kTitle = Rgb(0x8C877D);
 constexpr Paint kLine = Rgb(0xCAC5BC);
 constexpr int kPillWidth = 38;
 constexpr int kPillHeight = 21;
 constexpr int kNoteGap = 8;
-
-Rounded Shape(const Box& box, double radius) {
-    return {static_cast<double>(box.x), static_cast<double>(box.y), static_cast<double>(box.w),
-            static_cast<double>(box.h), radius};
-}
 
 void DrawKnob(Canvas& canvas, double x, double y, double radius) {
     canvas.Shadow({x - radius, y - radius + 1, 2 * radius, 2 * radius, radius}, 3, Rgb(0x000000, 0.28));

@@ -152,26 +152,8 @@ TEST_F(TunerSound, ALogThatIsThereAlreadyGoesOn) {
     EXPECT_GT(Heard().Frames(), there);
 }
 
-// Runs this program again with a faster clock, for the clock is that of a whole process.
 TEST(TunerClock, AtSixtyTimesTheSpeedAMinuteIsAMinuteOfSound) {
-    wchar_t program[MAX_PATH] = L"";
-    GetModuleFileNameW(nullptr, program, MAX_PATH);
-    std::wstring command =
-        L"\"" + std::wstring(program) + L"\" --gtest_also_run_disabled_tests --gtest_filter=FastSound.*";
-    SetEnvironmentVariableW(L"KORA_CLOCKRATE", L"60");
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION process{};
-    const BOOL started = CreateProcessW(program, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                                        &start, &process);
-    SetEnvironmentVariableW(L"KORA_CLOCKRATE", nullptr);
-    ASSERT_TRUE(started);
-    EXPECT_EQ(WaitForSingleObject(process.hProcess, 120000), WAIT_OBJECT_0);
-    DWORD code = 1;
-    GetExitCodeProcess(process.hProcess, &code);
-    EXPECT_EQ(code, 0u);
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
+    test::ExpectToPassAtSixtyTimesTheSpeed(L"FastSound.*");
 }
 
 class FastSound : public TunerSound {};

@@ -33,6 +33,27 @@ IFMDevice* CreateDevice(HRESULT* result) {
     return static_cast<IFMDevice*>(device);
 }
 
+void ExpectToPassAtSixtyTimesTheSpeed(const std::wstring& filter) {
+    wchar_t program[MAX_PATH] = L"";
+    GetModuleFileNameW(nullptr, program, MAX_PATH);
+    std::wstring command =
+        L"\"" + std::wstring(program) + L"\" --gtest_also_run_disabled_tests --gtest_filter=" + filter;
+    SetEnvironmentVariableW(L"KORA_CLOCKRATE", L"60");
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    const BOOL started = CreateProcessW(program, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                        &start, &process);
+    SetEnvironmentVariableW(L"KORA_CLOCKRATE", nullptr);
+    ASSERT_TRUE(started);
+    EXPECT_EQ(WaitForSingleObject(process.hProcess, 120000), WAIT_OBJECT_0);
+    DWORD code = 1;
+    GetExitCodeProcess(process.hProcess, &code);
+    EXPECT_EQ(code, 0u);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+}
+
 TunerTest::TunerTest() : handset_(L"tuner-test") {}
 
 TunerTest::~TunerTest() {

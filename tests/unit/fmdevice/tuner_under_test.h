@@ -27,6 +27,10 @@ CanUnloadProc CanUnloadNow();
 IClassFactory* Factory();
 IFMDevice* CreateDevice(HRESULT* result = nullptr);
 
+// Runs the disabled tests of that name in this program once more with a faster clock, for the clock is that
+// of a whole process.
+void ExpectToPassAtSixtyTimesTheSpeed(const std::wstring& filter);
+
 class TunerTest : public testing::Test {
   protected:
     TunerTest();
