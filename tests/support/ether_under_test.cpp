@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "handset/panel/ether_service.h"
+#include "handset/service/ether_service.h"
 #include "handset/state/process_start.h"
 #include "tests/support/handset_under_test.h"
 #include "tests/support/wait.h"

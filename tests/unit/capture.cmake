@@ -19,7 +19,7 @@ kora_test(test_capture
         ../support/host_tool.cpp
         ../support/process_counts.cpp
         ../support/sound_file.cpp
-    LIBS kora_panel kora_amrnb kora_state fmdevice strmiids uuid ole32 kernel32 advapi32 COREDLL)
+    LIBS kora_setup kora_amrnb kora_state fmdevice strmiids uuid ole32 kernel32 advapi32 COREDLL)
 add_dependencies(test_capture capture)
 
 # Recordings of minutes, on a clock that makes seconds of them.
@@ -33,6 +33,6 @@ kora_test(test_long_recording
         ../support/handset_under_test.cpp
         ../support/host_tool.cpp
         ../support/sound_file.cpp
-    LIBS kora_panel kora_state fmdevice strmiids uuid ole32 kernel32 advapi32 COREDLL)
+    LIBS kora_setup kora_state fmdevice strmiids uuid ole32 kernel32 advapi32 COREDLL)
 add_dependencies(test_long_recording capture)
 set_tests_properties(test_long_recording PROPERTIES ENVIRONMENT KORA_CLOCKRATE=30)

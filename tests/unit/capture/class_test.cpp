@@ -1,8 +1,8 @@
 // capture.dll as a COM server: its classes, their interfaces, and what keeps it loaded.
 #include "handset/capture/class_ids.h"
 #include "handset/include/audiowrapper.h"
-#include "handset/panel/host_builder.h"
-#include "handset/panel/manifest.h"
+#include "handset/setup/host_builder.h"
+#include "handset/setup/manifest.h"
 #include "tests/unit/capture/fixture.h"
 
 namespace {

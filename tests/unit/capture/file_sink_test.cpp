@@ -1,6 +1,6 @@
 // The file names that the sinks take, and what they do to the files.
 #include "handset/capture/class_ids.h"
-#include "handset/panel/encoding.h"
+#include "handset/controls/encoding.h"
 #include "handset/state/handset_state.h"
 #include "tests/unit/capture/fixture.h"
 

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "handset/panel/manifest.h"
+#include "handset/setup/manifest.h"
 
 namespace test {
 namespace {

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "handset/panel/encoding.h"
+#include "handset/controls/encoding.h"
 #include "tests/support/handset_under_test.h"
 #include "tests/support/host_tool.h"
 #include "tests/support/wait.h"

@@ -6,8 +6,8 @@
 
 #include <interf_enc.h>
 
+#include "handset/controls/encoding.h"
 #include "handset/fmdevice/sound_tap.h"
-#include "handset/panel/encoding.h"
 #include "tests/support/handset_under_test.h"
 #include "tests/support/host_tool.h"
 #include "tests/support/wait.h"

@@ -1,0 +1,39 @@
+// Folders of the host.
+#include "handset/controls/host_folder.h"
+
+#include <windows.h>
+
+namespace panel {
+namespace {
+
+constexpr DWORD kPathCapacity = 32768;  // the longest path that the host's calls take
+
+std::wstring Variable(const wchar_t* name) {
+    std::wstring value(kPathCapacity, L'\0');
+    value.resize(GetEnvironmentVariableW(name, value.data(), kPathCapacity));
+    return value;
+}
+
+}  // namespace
+
+std::wstring FullHostPath(const std::wstring& path) {
+    std::wstring text = !path.empty() && path[0] == L'/' ? L"Z:" + path : path;
+    for (wchar_t& c : text) c = c == L'/' ? L'\\' : c;
+    std::wstring full(kPathCapacity, L'\0');
+    full.resize(GetFullPathNameW(text.c_str(), kPathCapacity, full.data(), nullptr));
+    return full;
+}
+
+std::wstring ProgramFolder() {
+    std::wstring path(kPathCapacity, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), kPathCapacity));
+    return path.substr(0, path.rfind(L'\\'));
+}
+
+std::wstring DefaultDeviceRoot() {
+    const std::wstring home = Variable(L"KORA_HOME");
+    if (!home.empty()) return FullHostPath(home + L"\\device");
+    return Variable(L"LOCALAPPDATA") + L"\\Kora Handset\\device";
+}
+
+}  // namespace panel

@@ -1,0 +1,119 @@
+// The handset's switches, over its state and the device's registry.
+#include "handset/controls/switches.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+#include "handset/controls/device_registry.h"
+#include "handset/controls/radio_windows.h"
+#include "handset/state/handset_protocol.h"
+#include "handset/state/handset_state.h"
+#include "handset/state/own_windows.h"
+#include "handset/state/power_manager.h"
+
+namespace panel {
+namespace {
+
+constexpr wchar_t kHardwareKey[] = L"HKLM\\System\\State\\Hardware";
+// What the handset's Bluetooth software posts to the radio; wParam = status bits.
+constexpr UINT kBluetoothChanged = 0xA402;
+constexpr UINT kTellTimeout_ms = 2000;
+constexpr std::uint64_t kStrongestSignal = 100;
+
+}  // namespace
+
+bool HeadsetPlugged() {
+    return DeviceDword(kHardwareKey, L"Headset", 0) != 0;
+}
+
+bool PlugHeadset(bool plugged) {
+    return SetDeviceDword(kHardwareKey, L"Headset", plugged ? 1 : 0);
+}
+
+bool InsertCard(bool inserted) {
+    return handset::SetStateDword(L"StorageCard", inserted ? 1 : 0);
+}
+
+std::wstring PowerState() {
+    return handset::CurrentPowerState().name;
+}
+
+bool SetPowerState(const std::wstring& name) {
+    return handset::ChangePowerState(name) == ERROR_SUCCESS;
+}
+
+bool SwitchDisplayOff() {
+    return handset::ChangePowerState(handset::kPowerIdle) == ERROR_SUCCESS;
+}
+
+bool PressPower() {
+    return handset::PressPowerKey() == ERROR_SUCCESS;
+}
+
+bool DisplayLit() {
+    return handset::DisplayLit(handset::CurrentPowerState());
+}
+
+bool PhoneSleeps() {
+    return (handset::CurrentPowerState().flags & handset::kPowerSuspend) != 0;
+}
+
+bool RadioHasAllKeys() {
+    return handset::AllKeysWanted();
+}
+
+std::uint32_t BluetoothBits() {
+    return DeviceDword(kHardwareKey, L"Bluetooth", 0);
+}
+
+bool SetBluetoothBits(std::uint32_t bits) {
+    const bool written = SetDeviceDword(kHardwareKey, L"Bluetooth", bits);
+    if (const HWND radio = RadioMainWindow()) PostMessageW(radio, kBluetoothChanged, bits, 0);
+    return written;
+}
+
+std::optional<ReceptionLimit> SignalLimit() {
+    const auto level = handset::StateQword(L"SignalLimit");
+    if (!level) return std::nullopt;
+    return ReceptionLimit{static_cast<std::uint32_t>(std::min(*level, kStrongestSignal)),
+                          handset::StateDword(L"SignalLimitChannel", 0)};
+}
+
+bool SetSignalLimit(std::optional<ReceptionLimit> limit) {
+    if (limit) {
+        return handset::SetStateDword(L"SignalLimitChannel", limit->channel) &&
+               handset::SetStateDword(L"SignalLimit", limit->level);
+    }
+    // False when there was none, which is as well.
+    for (const wchar_t* name : {L"SignalLimit", L"SignalLimitChannel"}) handset::DeleteStateValue(name);
+    return true;
+}
+
+std::uint32_t TunedChannel() {
+    return handset::StateDword(L"TunedChannel", 0);
+}
+
+ScreenSize CurrentScreen() {
+    return {static_cast<int>(handset::ScreenWidth()), static_cast<int>(handset::ScreenHeight())};
+}
+
+bool TurnScreen(ScreenSize size) {
+    const bool written = handset::SetStateDword(L"ScreenWidth", static_cast<std::uint32_t>(size.width)) &&
+                         handset::SetStateDword(L"ScreenHeight", static_cast<std::uint32_t>(size.height));
+    TellPanel();
+    for (const HWND window : RadioWindows()) {
+        SendMessageTimeoutW(window, WM_SETTINGCHANGE, handset::kSettingChangeReset, 0, SMTO_ABORTIFHUNG,
+                            kTellTimeout_ms, nullptr);
+    }
+    return written;
+}
+
+void TellPanel() {
+    const HWND window = handset::FindOwnWindow(handset::kPanelClass);
+    if (window == nullptr) return;
+    SendMessageTimeoutW(window, RegisterWindowMessageW(kStateChangedMessage), 0, 0, SMTO_ABORTIFHUNG,
+                        kTellTimeout_ms, nullptr);
+}
+
+}  // namespace panel

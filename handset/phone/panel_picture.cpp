@@ -1,0 +1,80 @@
+// The panel's bitmap and its texts.
+#include "handset/phone/panel_picture.h"
+
+#include <cmath>
+#include <cwchar>
+
+#include "handset/phone/band_drawing.h"
+#include "handset/state/display_format.h"
+
+namespace panel {
+namespace {
+
+constexpr double kCapHeight = 0.72;  // of the font's size, in common sans-serif faces
+
+OwnedFont MakeFont(const TextMark& mark) {
+    LOGFONTW font = {};
+    font.lfHeight = -mark.size;
+    font.lfWeight = mark.weight;
+    font.lfEscapement = mark.turned ? 900 : 0;
+    font.lfOrientation = font.lfEscapement;
+    font.lfQuality = ANTIALIASED_QUALITY;
+    font.lfCharSet = DEFAULT_CHARSET;
+    wcscpy(font.lfFaceName, L"Tahoma");
+    return OwnedFont(CreateFontIndirectW(&font));
+}
+
+}  // namespace
+
+void DrawTextMark(HDC dc, const TextMark& mark) {
+    const UINT kAligns[] = {TA_CENTER, TA_LEFT, TA_RIGHT};
+    const OwnedFont font = MakeFont(mark);
+    const SelectedObject selected(dc, font.get());
+    SetTextAlign(dc, TA_BASELINE | kAligns[static_cast<int>(mark.anchor)]);
+    SetTextCharacterExtra(dc, mark.spacing);
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, RGB(mark.paint.red, mark.paint.green, mark.paint.blue));
+    const int drop = static_cast<int>(std::lround(mark.size * kCapHeight / 2));
+    const int x = mark.turned ? mark.x + drop : mark.x;
+    const int y = mark.turned ? mark.y : mark.y + drop;
+    TextOutW(dc, x, y, mark.text, static_cast<int>(std::wcslen(mark.text)));
+}
+
+bool PanelPicture::Fit(int width, int height) {
+    if (bitmap_ && width == width_ && height == height_) return true;
+    const BITMAPINFO info = handset::DisplayFormat(width, height);
+    dc_.reset();  // a bitmap that is still selected cannot be deleted
+    void* bits = nullptr;
+    bitmap_.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    dc_.reset(CreateCompatibleDC(nullptr));
+    pixels_ = static_cast<std::uint32_t*>(bits);
+    width_ = width;
+    height_ = height;
+    if (!bitmap_ || !dc_) return false;
+    SelectObject(dc_.get(), bitmap_.get());
+    return true;
+}
+
+void PanelPicture::Make(const PanelView& view) {
+    if (!Fit(view.phone.width, view.phone.height)) return;
+    GdiFlush();
+    Canvas canvas(pixels_, width_, height_);
+    canvas.Fill({0, 0, static_cast<double>(width_), static_cast<double>(height_), 0}, Rgb(0xEFEDE9),
+                Rgb(0xD9D5CE));
+    canvas.Outline({0, 0, static_cast<double>(width_), static_cast<double>(height_), 0}, 1, Rgb(0xC2BDB4),
+                   Rgb(0xA9A49A));
+    DrawPhoneShapes(canvas, view);
+    DrawColumnShapes(canvas, view);
+    DrawBandShapes(canvas, view.phone.band, view.band);
+    DrawPhoneTexts(dc_.get(), view);
+    DrawColumnTexts(dc_.get(), view);
+    DrawBandTexts(dc_.get(), view.phone.band, view.band);
+}
+
+void PanelPicture::Show(HDC dc, const RECT& part) const {
+    if (!dc_) return;
+    BitBlt(dc, part.left, part.top, part.right - part.left, part.bottom - part.top, dc_.get(), part.left,
+           part.top, SRCCOPY);
+}
+
+}  // namespace panel

@@ -1,0 +1,254 @@
+// The panel's window procedure.
+#include "handset/phone/panel_window.h"
+
+#include <algorithm>
+
+#include "handset/controls/handset_desktop.h"
+#include "handset/controls/radio_process.h"
+#include "handset/controls/radio_windows.h"
+#include "handset/controls/switches.h"
+#include "handset/service/booking_service.h"
+#include "handset/state/handset_protocol.h"
+
+namespace panel {
+namespace {
+
+constexpr wchar_t kDarknessClass[] = L"KoraHandsetDarkness";
+// Without a frame: the phone is the window, and is moved by its body.
+constexpr DWORD kStyle = WS_POPUP | WS_SYSMENU;
+// Never active: a press of its keys leaves the radio the active window.
+constexpr DWORD kExtendedStyle = WS_EX_NOACTIVATE | WS_EX_APPWINDOW;
+constexpr UINT_PTR kTickTimer = 1;
+constexpr UINT kTickPeriod_ms = 200;
+
+// The display takes no stylus while it is dark, and the radio under it stays the active window.
+LRESULT CALLBACK DarknessProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return message == WM_MOUSEACTIVATE ? MA_NOACTIVATE : DefWindowProcW(window, message, wParam, lParam);
+}
+
+void RegisterClasses(HINSTANCE instance, WNDPROC procedure) {
+    WNDCLASSW panel = {};
+    panel.lpfnWndProc = procedure;
+    panel.hInstance = instance;
+    panel.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    panel.lpszClassName = handset::kPanelClass;
+    RegisterClassW(&panel);
+    WNDCLASSW darkness = {};
+    darkness.lpfnWndProc = DarknessProc;
+    darkness.hInstance = instance;
+    darkness.hCursor = panel.hCursor;
+    darkness.hbrBackground = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
+    darkness.lpszClassName = kDarknessClass;
+    RegisterClassW(&darkness);
+}
+
+}  // namespace
+
+struct PanelWindow::MessageRow {
+    UINT message;
+    LRESULT (PanelWindow::*handler)(WPARAM wParam, LPARAM lParam);
+};
+
+bool PanelWindow::Open(HINSTANCE instance) {
+    displayOriginMessage_ = RegisterWindowMessageW(handset::kDisplayOriginMessage);
+    stateChangedMessage_ = RegisterWindowMessageW(kStateChangedMessage);
+    RegisterClasses(instance, WindowProc);
+    view_.now = TakeSnapshot();
+    view_.band = band_.Look(view_.now.radio);
+    view_.phone = LayOutPhone(view_.now.screenWidth, view_.now.screenHeight);
+    view_.column = LayOutColumn(view_.phone.column);
+    picture_.Make(view_);
+    const int x = std::max(0, (GetSystemMetrics(SM_CXSCREEN) - view_.phone.width) / 2);
+    const int y = std::max(0, (GetSystemMetrics(SM_CYSCREEN) - view_.phone.height) / 2);
+    CreateWindowExW(kExtendedStyle, handset::kPanelClass, L"Kora handset", kStyle, x, y, view_.phone.width,
+                    view_.phone.height, nullptr, nullptr, instance, this);
+    if (window_ == nullptr) return false;
+    darkness_ = CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST, kDarknessClass, L"",
+                                WS_POPUP, 0, 0, 0, 0, window_, nullptr, instance, nullptr);
+    ShowWindow(window_, SW_SHOWNOACTIVATE);
+    SetTimer(window_, kTickTimer, kTickPeriod_ms, nullptr);
+    Refresh();
+    return true;
+}
+
+void PanelWindow::Run() {
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+}
+
+LRESULT CALLBACK PanelWindow::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCCREATE) {
+        auto* self = static_cast<PanelWindow*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
+        self->window_ = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+    }
+    auto* self = reinterpret_cast<PanelWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    return self != nullptr ? self->Handle(message, wParam, lParam)
+                           : DefWindowProcW(window, message, wParam, lParam);
+}
+
+LRESULT PanelWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    static constexpr MessageRow kRows[] = {
+        {WM_PAINT, &PanelWindow::OnPaint},
+        {WM_ERASEBKGND, &PanelWindow::OnEraseBackground},
+        {WM_MOUSEACTIVATE, &PanelWindow::OnMouseActivate},
+        {WM_LBUTTONDOWN, &PanelWindow::OnPress},
+        {WM_LBUTTONDBLCLK, &PanelWindow::OnPress},
+        {WM_MOUSEMOVE, &PanelWindow::OnStylusMove},
+        {WM_LBUTTONUP, &PanelWindow::OnLetGo},
+        {WM_CAPTURECHANGED, &PanelWindow::OnCaptureLost},
+        {WM_TIMER, &PanelWindow::OnTimer},
+        {WM_MOVE, &PanelWindow::OnMoved},
+        {WM_DISPLAYCHANGE, &PanelWindow::OnDesktopChanged},
+        {WM_CLOSE, &PanelWindow::OnClose},
+        {WM_DESTROY, &PanelWindow::OnDestroy},
+    };
+    for (const MessageRow& row : kRows) {
+        if (row.message == message) return (this->*row.handler)(wParam, lParam);
+    }
+    if (message == displayOriginMessage_) {
+        const RECT display = DisplayOnScreen();
+        return 0x100000000LL | static_cast<DWORD>(MAKELONG(display.left, display.top));
+    }
+    if (message == stateChangedMessage_) {
+        Refresh();
+        return 1;
+    }
+    return DefWindowProcW(window_, message, wParam, lParam);
+}
+
+RECT PanelWindow::DisplayOnScreen() const {
+    POINT corner = {view_.phone.display.x, view_.phone.display.y};
+    ClientToScreen(window_, &corner);
+    return {corner.x, corner.y, corner.x + view_.phone.display.w, corner.y + view_.phone.display.h};
+}
+
+LRESULT PanelWindow::OnPaint(WPARAM, LPARAM) {
+    PAINTSTRUCT paint;
+    const HDC dc = BeginPaint(window_, &paint);
+    picture_.Show(dc, paint.rcPaint);
+    EndPaint(window_, &paint);
+    return 0;
+}
+
+LRESULT PanelWindow::OnEraseBackground(WPARAM, LPARAM) {
+    return 1;
+}  // the picture covers everything
+
+LRESULT PanelWindow::OnMouseActivate(WPARAM, LPARAM) {
+    return MA_NOACTIVATE;
+}
+
+LRESULT PanelWindow::OnTimer(WPARAM timer, LPARAM) {
+    if (timer == kTickTimer) {
+        Refresh();
+    } else {
+        RepeatKey();
+    }
+    return 0;
+}
+
+LRESULT PanelWindow::OnMoved(WPARAM, LPARAM) {
+    follow_.Follow(window_, DisplayOnScreen());
+    ShowDarkness();
+    return 0;
+}
+
+LRESULT PanelWindow::OnClose(WPARAM, LPARAM) {
+    // A handset that is put away is switched off.
+    AskRadioToClose();
+    DestroyWindow(window_);
+    return 0;
+}
+
+LRESULT PanelWindow::OnDestroy(WPARAM, LPARAM) {
+    PostQuitMessage(0);
+    return 0;
+}
+
+void PanelWindow::Refresh() {
+    const Snapshot before = view_.now;
+    const BandShown bandBefore = view_.band;
+    view_.now = TakeSnapshot();
+    view_.band = band_.Look(view_.now.radio);
+    if (before.screenWidth != view_.now.screenWidth || before.screenHeight != view_.now.screenHeight)
+        FitToScreen();
+    if (!(before == view_.now) || !(bandBefore == view_.band)) Redraw();
+    const RECT display = DisplayOnScreen();
+    follow_.Follow(window_, display);
+    const HWND radio = RadioMainWindow();
+    follow_.OpenDisplay(window_, radio != nullptr && IsWindowVisible(radio), display);
+    ShowDarkness();
+}
+
+void PanelWindow::Redraw() {
+    picture_.Make(view_);
+    InvalidateRect(window_, nullptr, FALSE);
+}
+
+void PanelWindow::FitToScreen() {
+    view_.phone = LayOutPhone(view_.now.screenWidth, view_.now.screenHeight);
+    view_.column = LayOutColumn(view_.phone.column);
+    // Turned about its middle, as in a hand.
+    RECT before = {};
+    GetWindowRect(window_, &before);
+    const int x = before.left + (before.right - before.left - view_.phone.width) / 2;
+    const int y = before.top + (before.bottom - before.top - view_.phone.height) / 2;
+    if (view_.phone.width > GetSystemMetrics(SM_CXVIRTUALSCREEN) ||
+        view_.phone.height > GetSystemMetrics(SM_CYVIRTUALSCREEN)) {
+        GrowHandsetDesktop(view_.phone.width, view_.phone.height);
+    }
+    SetWindowPos(window_, nullptr, x, y, view_.phone.width, view_.phone.height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    KeepOnScreen();
+}
+
+void PanelWindow::KeepOnScreen() {
+    RECT place = {};
+    GetWindowRect(window_, &place);
+    // Where it is larger than the host's screen, its switches are what stays there: they stand at its right,
+    // or at its foot.
+    const LONG left = GetSystemMetrics(SM_XVIRTUALSCREEN);
+    const LONG top = GetSystemMetrics(SM_YVIRTUALSCREEN);
+    const LONG right = left + GetSystemMetrics(SM_CXVIRTUALSCREEN);
+    const LONG bottom = top + GetSystemMetrics(SM_CYVIRTUALSCREEN);
+    const auto kept = [](LONG at, LONG size, LONG low, LONG high, bool endStays) {
+        if (size > high - low) return endStays ? high - size : low;
+        return std::clamp(at, low, high - size);
+    };
+    const bool flat = view_.phone.landscape;
+    const LONG x = kept(place.left, place.right - place.left, left, right, !flat);
+    const LONG y = kept(place.top, place.bottom - place.top, top, bottom, flat);
+    if (x == place.left && y == place.top) return;
+    SetWindowPos(window_, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+LRESULT PanelWindow::OnDesktopChanged(WPARAM, LPARAM) {
+    KeepOnScreen();
+    return 0;
+}
+
+void PanelWindow::ShowDarkness() {
+    if (darkness_ == nullptr) return;
+    const bool dark = !view_.now.lit && view_.now.radio;
+    const RECT d = DisplayOnScreen();
+    const UINT flags = SWP_NOACTIVATE | (dark ? SWP_SHOWWINDOW : SWP_HIDEWINDOW);
+    RECT place = {};
+    GetWindowRect(darkness_, &place);
+    if (!dark && !IsWindowVisible(darkness_)) return;
+    if (dark && IsWindowVisible(darkness_) && EqualRect(&place, &d)) return;
+    SetWindowPos(darkness_, HWND_TOPMOST, d.left, d.top, d.right - d.left, d.bottom - d.top, flags);
+}
+
+int RunPanel(bool withRadio) {
+    PanelWindow window;
+    if (!window.Open(GetModuleHandleW(nullptr))) return 1;
+    // Without a word when it does not start: the panel then shows that the radio is off. One that is coming,
+    // such as a booked one, is not waited for: it is the radio on this phone.
+    if (withRadio && !RadioProcess()) LaunchRadio(L"", RadioConsole::kOutput, 0);
+    const BackgroundService service(StandardConsole());
+    window.Run();
+    return 0;
+}
+
+}  // namespace panel

@@ -1,0 +1,70 @@
+// The panel's window: the phone drawn around the display, and its switches.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+
+#include "handset/phone/band_source.h"
+#include "handset/phone/panel_picture.h"
+#include "handset/phone/radio_follow.h"
+
+namespace panel {
+
+class PanelWindow {
+  public:
+    // Creates and shows the window without taking the focus from anybody; false when the system refuses.
+    bool Open(HINSTANCE instance);
+    // Runs until the window is closed.
+    void Run();
+
+  private:
+    struct MessageRow;
+    static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
+
+    LRESULT OnPaint(WPARAM, LPARAM);
+    LRESULT OnPress(WPARAM, LPARAM lParam);
+    LRESULT OnStylusMove(WPARAM, LPARAM lParam);
+    LRESULT OnLetGo(WPARAM, LPARAM lParam);
+    LRESULT OnCaptureLost(WPARAM, LPARAM);
+    LRESULT OnTimer(WPARAM timer, LPARAM);
+    LRESULT OnMoved(WPARAM, LPARAM);
+    LRESULT OnDesktopChanged(WPARAM, LPARAM);
+    LRESULT OnClose(WPARAM, LPARAM);
+    LRESULT OnDestroy(WPARAM, LPARAM);
+    LRESULT OnMouseActivate(WPARAM, LPARAM);
+    LRESULT OnEraseBackground(WPARAM, LPARAM);
+
+    // Reads the state again and draws what has changed.
+    void Refresh();
+    void Redraw();
+    void FitToScreen();
+    void ShowDarkness();
+    void ReleaseKey();
+    void RepeatKey();
+    void DragSlider(int x);
+    void DragPanel(int x, int y);
+    void TuneAt(int x, int y);
+    // Moves the window so that it lies on the host's screen, or as much of it as has room there.
+    void KeepOnScreen();
+    [[nodiscard]] RECT DisplayOnScreen() const;
+
+    HWND window_ = nullptr;
+    HWND darkness_ = nullptr;  // lies over the radio's windows while the display is dark
+    UINT displayOriginMessage_ = 0, stateChangedMessage_ = 0;
+    PanelView view_{};
+    std::optional<POINT> grip_;   // while the panel is dragged: where it is held, from its corner
+    std::uint32_t weakened_ = 0;  // while the slider is dragged: the station that it is for
+    bool tuning_ = false;         // the band was pressed and not let go yet
+    bool closing_ = false;        // the close button was pressed and not let go yet
+    PanelPicture picture_;
+    RadioFollow follow_;
+    BandSource band_;
+};
+
+// Opens the panel and, when asked to, starts the radio on it; returns when the panel is closed: 0, or 1 when
+// the system gave no window.
+int RunPanel(bool withRadio);
+
+}  // namespace panel

@@ -1,0 +1,77 @@
+// The radio's windows and the panel's.
+#include "handset/phone/radio_follow.h"
+
+#include "handset/controls/radio_windows.h"
+
+namespace panel {
+namespace {
+
+constexpr UINT kStay = SWP_NOACTIVATE | SWP_ASYNCWINDOWPOS;
+
+void MoveRadio(const std::vector<HWND>& windows, int dx, int dy) {
+    for (const HWND window : windows) {
+        RECT place = {};
+        GetWindowRect(window, &place);
+        SetWindowPos(window, nullptr, place.left + dx, place.top + dy, 0, 0,
+                     kStay | SWP_NOSIZE | SWP_NOZORDER);
+    }
+}
+
+bool IsAbove(HWND upper, HWND lower) {
+    for (HWND window = GetWindow(upper, GW_HWNDNEXT); window != nullptr;
+         window = GetWindow(window, GW_HWNDNEXT)) {
+        if (window == lower) return true;
+    }
+    return false;
+}
+
+// Under Wine the desktop's own window manager stacks the windows and raises the panel when it is clicked,
+// without a word to Wine.
+bool HostStacksWindows() {
+    static const bool wine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+    return wine;
+}
+
+}  // namespace
+
+void RadioFollow::Follow(HWND panel, const RECT& display) {
+    const HWND main = RadioMainWindow();
+    const bool changed = main != followed_ || display.left != origin_.x || display.top != origin_.y;
+    followed_ = main;
+    origin_ = {display.left, display.top};
+    if (main == nullptr || !IsWindowVisible(main)) return;
+    const auto windows = RadioWindows();
+    RECT place = {};
+    GetWindowRect(main, &place);
+    if (changed && (place.left != display.left || place.top != display.top)) {
+        MoveRadio(windows, display.left - place.left, display.top - place.top);
+    }
+    // From the lowest up, so that they keep their order among themselves.
+    for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
+        if (!IsAbove(*window, panel)) {
+            SetWindowPos(*window, HWND_TOP, 0, 0, 0, 0, kStay | SWP_NOMOVE | SWP_NOSIZE);
+        }
+    }
+}
+
+void RadioFollow::OpenDisplay(HWND panel, bool open, const RECT& display) {
+    if (!HostStacksWindows()) return;
+    RECT window = {};
+    GetWindowRect(panel, &window);
+    RECT hole = open ? display : RECT{};
+    if (open) OffsetRect(&hole, -window.left, -window.top);
+    if (EqualRect(&hole, &hole_)) return;
+    hole_ = hole;
+    if (!open) {
+        SetWindowRgn(panel, nullptr, TRUE);
+        return;
+    }
+    // The window owns the region from here on.
+    const HRGN region = CreateRectRgn(0, 0, window.right - window.left, window.bottom - window.top);
+    const HRGN display_region = CreateRectRgnIndirect(&hole);
+    CombineRgn(region, region, display_region, RGN_DIFF);
+    DeleteObject(display_region);
+    SetWindowRgn(panel, region, TRUE);
+}
+
+}  // namespace panel

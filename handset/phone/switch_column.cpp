@@ -1,0 +1,228 @@
+// The switches beside the phone.
+#include "handset/phone/switch_column.h"
+
+#include <tuple>
+
+#include "handset/controls/handset_clock.h"
+#include "handset/controls/radio_process.h"
+#include "handset/controls/switches.h"
+#include "handset/controls/telephone.h"
+#include "handset/state/handset_clock.h"
+#include "handset/state/handset_state.h"
+
+namespace panel {
+namespace {
+
+constexpr int kTitleHeight = 20;
+constexpr int kToggleHeight = 30;
+constexpr int kButtonHeight = 28;
+constexpr int kSliderHeight = 42;
+constexpr int kRowGap = 6;
+constexpr int kGroupGap = 14;
+constexpr int kColumnGap = 22;
+constexpr int kChipGap = 6;
+constexpr int kTrackInset = 8;
+constexpr wchar_t kNumber[] = L"555 0123";
+
+template <std::uint32_t bit>
+SwitchRow BluetoothChip(const wchar_t* label) {
+    return {label, SwitchKind::kChip, [](const Snapshot& now) { return (now.bluetooth & bit) != 0; },
+            [](const Snapshot& now) { SetBluetoothBits(now.bluetooth ^ bit); }};
+}
+
+template <std::uint32_t rate>
+SwitchRow ClockChip(const wchar_t* label) {
+    return {label, SwitchKind::kChip, [](const Snapshot& now) { return now.clockRate == rate; },
+            [](const Snapshot&) { handset::SetClockRate(rate); }};
+}
+
+template <std::uint32_t bits, bool numbered>
+bool CallIs(const Snapshot& now) {
+    return (now.phoneStatus & (kPhoneIncoming | kPhoneCalling | kPhoneTalking)) == bits &&
+           (bits != kPhoneCalling || now.numberShown == numbered);
+}
+
+bool HasLargeScreen(const Snapshot& now) {
+    return now.screenWidth + now.screenHeight > kUsualScreen.width + kUsualScreen.height;
+}
+
+// For one of twice the pixels each way, and from any larger one back to the usual one; turned as it is.
+void ExchangeScreen(const Snapshot& now) {
+    const int times = HasLargeScreen(now) ? 1 : 2;
+    const ScreenSize upright = {times * kUsualScreen.width, times * kUsualScreen.height};
+    const bool turned = now.screenWidth > now.screenHeight;
+    TurnScreen(turned ? ScreenSize{upright.height, upright.width} : upright);
+}
+
+// A dark display looks the same on a phone that sleeps and on one that plays on.
+const wchar_t* PowerNote(const Snapshot& now) {
+    if (now.sleeps) return L"asleep";
+    return now.lit ? L"" : L"awake, dark";
+}
+
+int RowHeight(SwitchKind kind) {
+    const int kHeights[] = {kToggleHeight, kButtonHeight, kButtonHeight, kSliderHeight};
+    return kHeights[static_cast<int>(kind)];
+}
+
+int GroupHeight(const SwitchGroup& group) {
+    int height = kTitleHeight;
+    bool chips = false;
+    for (const SwitchRow& row : group.rows) {
+        // Chips share one line.
+        if (row.kind == SwitchKind::kChip && chips) continue;
+        chips = row.kind == SwitchKind::kChip;
+        const bool gap = row.kind == SwitchKind::kChip || row.kind == SwitchKind::kButton;
+        height += RowHeight(row.kind) + (gap ? kRowGap : 0);
+    }
+    return height;
+}
+
+void LayOutGroup(ColumnLayout& layout, const SwitchGroup& group, int x, int y, int width) {
+    layout.titles.push_back({&group, {x, y, width, kTitleHeight}});
+    y += kTitleHeight;
+    int chips = 0;
+    for (const SwitchRow& row : group.rows) chips += row.kind == SwitchKind::kChip ? 1 : 0;
+    int chip = 0;
+    for (const SwitchRow& row : group.rows) {
+        const int height = RowHeight(row.kind);
+        if (row.kind != SwitchKind::kChip) {
+            layout.switches.push_back({&row, {x, y, width, height}});
+            y += height + (row.kind == SwitchKind::kButton ? kRowGap : 0);
+            continue;
+        }
+        // NOLINTNEXTLINE(clang-analyzer-core.DivideZero): this row is one of them
+        const int pitch = (width + kChipGap) / chips;
+        layout.switches.push_back({&row, {x + chip * pitch, y, pitch - kChipGap, height}});
+        if (++chip == chips) y += height + kRowGap;
+    }
+}
+
+// How many groups stand below one another in each column of that height.
+std::vector<std::size_t> Columns(int height) {
+    std::vector<std::size_t> columns;
+    int used = 0;
+    for (const SwitchGroup& group : SwitchGroups()) {
+        const int own = GroupHeight(group);
+        const bool below = !columns.empty() && used + kGroupGap + own <= height;
+        if (!below) columns.push_back(0);
+        used = below ? used + kGroupGap + own : own;
+        ++columns.back();
+    }
+    return columns;
+}
+
+}  // namespace
+
+bool Snapshot::operator==(const Snapshot& other) const {
+    const auto all = [](const Snapshot& s) {
+        return std::tuple(s.headset, s.card, s.lit, s.radio, s.screenWidth, s.screenHeight, s.phoneStatus,
+                          s.bluetooth, s.numberShown, s.signalLimit, s.signalLimited, s.sleeps,
+                          s.limitedChannel, s.clockRate);
+    };
+    return all(*this) == all(other);
+}
+
+Snapshot TakeSnapshot() {
+    const ScreenSize screen = CurrentScreen();
+    const auto limit = SignalLimit();
+    return {HeadsetPlugged(),
+            handset::StorageCardPresent(),
+            DisplayLit(),
+            PhoneSleeps(),
+            RadioProcess().has_value(),
+            screen.width,
+            screen.height,
+            PhoneStatus(),
+            BluetoothBits(),
+            !CallerNumber().empty(),
+            limit ? limit->level : 100,
+            limit.has_value(),
+            limit ? limit->channel : 0,
+            ShownRate()};
+}
+
+const std::vector<SwitchGroup>& SwitchGroups() {
+    // clang-format off
+    static const std::vector<SwitchGroup> kGroups = {
+        {L"HANDSET", {
+            {L"Headset", SwitchKind::kToggle, [](const Snapshot& s) { return s.headset; },
+             [](const Snapshot& s) { PlugHeadset(!s.headset); }},
+            {L"Storage card", SwitchKind::kToggle, [](const Snapshot& s) { return s.card; },
+             [](const Snapshot& s) { InsertCard(!s.card); }},
+            {L"Display", SwitchKind::kToggle, [](const Snapshot& s) { return s.lit; },
+             [](const Snapshot&) { PressPower(); }, PowerNote},
+            {L"On its side", SwitchKind::kToggle,
+             [](const Snapshot& s) { return s.screenWidth > s.screenHeight; },
+             [](const Snapshot& s) { TurnScreen({s.screenHeight, s.screenWidth}); }},
+            {L"Large screen", SwitchKind::kToggle, HasLargeScreen, ExchangeScreen},
+        }},
+        {L"TELEPHONE", {
+            {L"Incoming call", SwitchKind::kButton, CallIs<kPhoneIncoming, true>,
+             [](const Snapshot&) { CallComesIn(kNumber); }},
+            {L"Dial, with number", SwitchKind::kButton, CallIs<kPhoneCalling, true>,
+             [](const Snapshot&) { CallGoesOut(kNumber); }},
+            {L"Dial, no number", SwitchKind::kButton, CallIs<kPhoneCalling, false>,
+             [](const Snapshot&) { CallGoesOut(std::nullopt); }},
+            {L"Talk", SwitchKind::kButton, CallIs<kPhoneTalking, true>,
+             [](const Snapshot&) { CallIsAnswered(); }},
+            {L"Hang up", SwitchKind::kButton, [](const Snapshot&) { return false; },
+             [](const Snapshot&) { CallEnds(); }},
+        }},
+        {L"BLUETOOTH (HEX)", {
+            BluetoothChip<0x01>(L"1"), BluetoothChip<0x02>(L"2"), BluetoothChip<0x04>(L"4"),
+            BluetoothChip<0x08>(L"8"), BluetoothChip<0x10>(L"10"),
+        }},
+        {L"CLOCK SPEED", {
+            ClockChip<1>(L"1"), ClockChip<10>(L"10"), ClockChip<60>(L"60"), ClockChip<600>(L"600"),
+        }},
+        {L"RECEPTION", {
+            {L"Signal", SwitchKind::kSlider, [](const Snapshot& s) { return s.signalLimited; }, nullptr},
+            {L"Radio", SwitchKind::kToggle, [](const Snapshot& s) { return s.radio; },
+             [](const Snapshot& s) { if (s.radio) AskRadioToClose(); else LaunchRadio(L"", RadioConsole::kOutput, 0); }},
+        }},
+    };
+    // clang-format on
+    return kGroups;
+}
+
+ColumnLayout LayOutColumn(const Box& column) {
+    ColumnLayout layout;
+    const auto& groups = SwitchGroups();
+    const bool sideBySide = column.w > column.h;
+    const std::vector<std::size_t> columns =
+        sideBySide ? Columns(column.h) : std::vector<std::size_t>{groups.size()};
+    const int count = static_cast<int>(columns.size());
+    const int width = (column.w + kColumnGap) / count - kColumnGap;
+    int x = column.x;
+    auto group = groups.begin();
+    for (const std::size_t groupsInColumn : columns) {
+        int y = column.y;
+        for (std::size_t i = 0; i < groupsInColumn; ++i, ++group) {
+            LayOutGroup(layout, *group, x, y, width);
+            y += GroupHeight(*group) + kGroupGap;
+        }
+        x += width + kColumnGap;
+    }
+    return layout;
+}
+
+const SwitchPlace* SwitchAt(const ColumnLayout& layout, int x, int y) {
+    for (const SwitchPlace& place : layout.switches) {
+        if (place.box.Contains(x, y)) return &place;
+    }
+    return nullptr;
+}
+
+Box SliderTrack(const Box& slider) {
+    return {slider.x + kTrackInset, slider.y + 28, slider.w - 2 * kTrackInset, 4};
+}
+
+std::optional<std::uint32_t> SliderLevelAt(const Box& slider, int x) {
+    const Box track = SliderTrack(slider);
+    const int level = (x - track.x) * 100 / track.w;
+    if (level >= 100) return std::nullopt;
+    return static_cast<std::uint32_t>(level < 0 ? 0 : level);
+}
+
+}  // namespace panel
