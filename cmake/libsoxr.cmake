@@ -1,5 +1,5 @@
-# kora_soxr: the resampler of variable rate out of libsoxr as a static library, for the handset's DLLs and for this
-# machine alike, from the distribution's source package. Needs the package dpkg-dev.
+# kora_soxr: the resampler out of libsoxr as a static library, for the handset's DLLs and for this machine alike, from
+# the distribution's source package. Needs the package dpkg-dev.
 if(TARGET kora_soxr)
     return()
 endif()
@@ -8,15 +8,20 @@ execute_process(COMMAND ${CMAKE_CURRENT_LIST_DIR}/../scripts/source_packages.sh 
 if(NOT result EQUAL 0)
     message(FATAL_ERROR "The resampler's sources could not be made ready")
 endif()
-# What the package's own build would find out; of its engines the one for a variable rate alone.
+# What the package's own build would find out; of its engines those in single precision, for a constant rate (the
+# processor's vectors where it has them) and for a variable one.
 set(HAVE_FENV_H ON)
 set(HAVE_STDBOOL_H ON)
 set(HAVE_STDINT_H ON)
 set(HAVE_LRINT ON)
+set(WITH_CR32 ON)
+set(WITH_CR32S ON)
+set(WITH_PFFFT ON)
 set(WITH_VR32 ON)
 configure_file(${KORA_SOXR_SOURCE}/soxr-config.h.in ${CMAKE_BINARY_DIR}/libsoxr/soxr-config.h)
-add_library(kora_soxr STATIC ${KORA_SOXR_SOURCE}/src/soxr.c ${KORA_SOXR_SOURCE}/src/data-io.c
-    ${KORA_SOXR_SOURCE}/src/vr32.c)
+set(KORA_SOXR_UNITS soxr data-io vr32 cr cr32 cr32s dbesi0 fft4g32 fft4g64 filter pffft32s util32s)
+list(TRANSFORM KORA_SOXR_UNITS REPLACE "(.+)" "${KORA_SOXR_SOURCE}/src/\\1.c")
+add_library(kora_soxr STATIC ${KORA_SOXR_UNITS})
 target_compile_definitions(kora_soxr PRIVATE SOXR_LIB)
 target_include_directories(kora_soxr PRIVATE ${CMAKE_BINARY_DIR}/libsoxr)
 target_include_directories(kora_soxr SYSTEM INTERFACE ${KORA_SOXR_SOURCE}/src)

@@ -8,6 +8,7 @@ sqlite3 $sources/sqlite3/LICENSE.md
 opencore-amr $sources/opencore-amr/LICENSE
 libsoxr $sources/libsoxr/LICENCE
 libsoxr-LGPL-2.1 $sources/libsoxr/COPYING.LGPL
+libsoxr-parts $sources/libsoxr/debian/copyright
 kissfft $sources/kissfft/COPYING
 kissfft-BSD-3-Clause $sources/kissfft/LICENSES/BSD-3-Clause
 gcc-mingw-w64 $doc/gcc-mingw-w64-base/copyright

@@ -3,11 +3,8 @@ set(CAPTURE_PORTABLE_SOURCES
     ${CMAKE_CURRENT_LIST_DIR}/amr_encoder.cpp
     ${CMAKE_CURRENT_LIST_DIR}/amr_file_writer.cpp
     ${CMAKE_CURRENT_LIST_DIR}/amr_frames.cpp
-    ${CMAKE_CURRENT_LIST_DIR}/low_pass_bank.cpp
     ${CMAKE_CURRENT_LIST_DIR}/mp4_boxes.cpp
     ${CMAKE_CURRENT_LIST_DIR}/mp4_movie.cpp
-    ${CMAKE_CURRENT_LIST_DIR}/rate_steps.cpp
-    ${CMAKE_CURRENT_LIST_DIR}/resampler.cpp
     ${CMAKE_CURRENT_LIST_DIR}/sound_converter.cpp
     ${CMAKE_CURRENT_LIST_DIR}/stream_control.cpp
     ${CMAKE_CURRENT_LIST_DIR}/wav_writer.cpp)

@@ -1,9 +1,12 @@
-// Mixing down, resampling and rounding.
+// Mixing down is done here, the change of rate by libsoxr.
 #include "handset/capture/sound_converter.h"
+
+#include <soxr.h>
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
+#include <iterator>
+#include <new>
 
 namespace capture {
 namespace {
@@ -35,54 +38,67 @@ void MixDown(const std::int16_t* frames, std::size_t count, float* mean) {
 
 }  // namespace
 
-CSoundConverter::CSoundConverter(std::uint32_t rate_Hz, std::size_t channels)
-    : rate_Hz_(rate_Hz), channels_(channels), sides_(channels) {
-    if (rate_Hz_ == kSourceRate_Hz) return;
-    for (Side& side : sides_) {
-        for (const auto& step : RateStepsTo(rate_Hz_)) side.steps.emplace_back(step);
+// From frames of both sides as they come, or from their mean.
+struct CSoundConverter::Resampler {
+    Resampler(std::uint32_t rate_Hz, std::size_t channels)
+        : ratio(static_cast<double>(rate_Hz) / kSourceRate_Hz) {
+        soxr_io_spec_t form = soxr_io_spec(channels == 2 ? SOXR_INT16_I : SOXR_FLOAT32_I, SOXR_INT16_I);
+        // A mean keeps the size of its samples.
+        if (channels == 1) form.scale = 1.0 / 32768;
+        // The same sound gives the same file.
+        form.flags |= SOXR_NO_DITHER;
+        soxr_quality_spec_t quality = soxr_quality_spec(SOXR_16_BITQ, 0);
+        quality.passband_end = kPassBand;
+        // Small blocks: what stays in the filter has not been recorded yet.
+        soxr_runtime_spec_t runtime = soxr_runtime_spec(1);
+        runtime.log2_min_dft_size = kSmallestBlock_log2;
+        soxr_error_t error = nullptr;
+        handle = soxr_create(kSourceRate_Hz, rate_Hz, static_cast<unsigned>(channels), &error, &form,
+                             &quality, &runtime);
+        if (handle == nullptr) throw std::bad_alloc();
     }
+    ~Resampler() { soxr_delete(handle); }
+    Resampler(const Resampler&) = delete;
+    Resampler& operator=(const Resampler&) = delete;
+
+    static constexpr double kPassBand = 0.91;  // of the new half rate; its very end is a little down
+    static constexpr unsigned kSmallestBlock_log2 = 8;
+
+    const double ratio;
+    soxr_t handle = nullptr;
+};
+
+CSoundConverter::CSoundConverter(std::uint32_t rate_Hz, std::size_t channels) : channels_(channels) {
+    if (rate_Hz != kSourceRate_Hz) resampler_ = std::make_unique<Resampler>(rate_Hz, channels);
 }
+
+CSoundConverter::~CSoundConverter() = default;
 
 void CSoundConverter::Process(const std::int16_t* frames, std::size_t count,
                               std::vector<std::int16_t>* output) {
-    if (rate_Hz_ == kSourceRate_Hz && channels_ == 2) {
-        output->insert(output->end(), frames, frames + 2 * count);
+    if (count == 0) return;
+    const void* input = frames;
+    if (channels_ == 1) {
+        mean_.resize(count);
+        MixDown(frames, count, mean_.data());
+        input = mean_.data();
+    }
+    const std::size_t before = output->size();
+    if (resampler_ == nullptr) {
+        if (channels_ == 2) output->insert(output->end(), frames, frames + 2 * count);
+        if (channels_ == 1) std::transform(mean_.begin(), mean_.end(), std::back_inserter(*output), Rounded);
         return;
     }
-    for (std::size_t side = 0; side < channels_; ++side) ProcessSide(&sides_[side], side, frames, count);
-    const std::size_t due = Due(count);
-    const std::size_t first = output->size();
-    output->resize(first + due * channels_);
-    for (std::size_t side = 0; side < channels_; ++side) {
-        std::vector<float>& from = sides_[side].output;
-        for (std::size_t i = 0; i < due; ++i) (*output)[first + i * channels_ + side] = Rounded(from[i]);
-        from.erase(from.begin(), from.begin() + static_cast<std::ptrdiff_t>(due));
-    }
-}
-
-void CSoundConverter::ProcessSide(Side* side, std::size_t number, const std::int16_t* frames,
-                                  std::size_t count) {
-    std::vector<float>& input = sound_[0];
-    input.resize(count);
-    if (channels_ == 1) {
-        MixDown(frames, count, input.data());
-    } else {
-        for (std::size_t i = 0; i < count; ++i) input[i] = frames[2 * i + number];
-    }
-    for (CResampler& step : side->steps) {
-        sound_[1].clear();
-        step.Process(sound_[0].data(), sound_[0].size(), &sound_[1]);
-        std::swap(sound_[0], sound_[1]);
-    }
-    side->output.insert(side->output.end(), sound_[0].begin(), sound_[0].end());
-}
-
-// Two steps may have a frame ready a little before its time.
-std::size_t CSoundConverter::Due(std::size_t inputs) {
-    inputs_ += inputs;
-    const std::uint64_t before = outputs_;
-    outputs_ = (inputs_ * rate_Hz_ + kSourceRate_Hz - 1) / kSourceRate_Hz;
-    return static_cast<std::size_t>(outputs_ - before);
+    // With room for all that may have been kept back, one call takes everything.
+    const auto room = static_cast<std::size_t>((static_cast<double>(count) + kMostDelay_s * kSourceRate_Hz) *
+                                               resampler_->ratio) +
+                      1;
+    output->resize(before + room * channels_);
+    std::size_t made = 0;
+    const soxr_error_t error =
+        soxr_process(resampler_->handle, input, count, nullptr, output->data() + before, room, &made);
+    if (error != nullptr) throw std::bad_alloc();
+    output->resize(before + made * channels_);
 }
 
 }  // namespace capture

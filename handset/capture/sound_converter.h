@@ -4,36 +4,37 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <vector>
-
-#include "handset/capture/rate_steps.h"
-#include "handset/capture/resampler.h"
 
 namespace capture {
 
+inline constexpr std::uint32_t kSourceRate_Hz = 44100;
+
 class CSoundConverter {
   public:
-    // `rate_Hz` is at most 44100; `channels` is 1 (the mean of both sides) or 2. At 44100 Hz and 2 channels
-    // the samples go through as they are.
-    CSoundConverter(std::uint32_t rate_Hz, std::size_t channels);
+    // How much of the sound may still be inside the filter, whatever the rate.
+    static constexpr double kMostDelay_s = 0.15;
 
-    // Adds frames and appends the frames that they complete: after n in all, ceil(n × rate / 44100).
+    // `rate_Hz` is at most 44100; `channels` is 1 (the mean of both sides) or 2. At a rate that is lower the
+    // sound is flat up to 0.9 of the new half rate and at least 60 dB down from the new half rate on, so that
+    // nothing above it is heard folded back. At 44100 Hz the samples go through as they are. Throws
+    // std::bad_alloc.
+    CSoundConverter(std::uint32_t rate_Hz, std::size_t channels);
+    ~CSoundConverter();
+    CSoundConverter(const CSoundConverter&) = delete;
+    CSoundConverter& operator=(const CSoundConverter&) = delete;
+
+    // Adds frames and appends the frames that they complete. Frame k stands for the moment k / rate of the
+    // sound: nothing is early or late, but what came in last is given out up to kMostDelay_s later.
     void Process(const std::int16_t* frames, std::size_t count, std::vector<std::int16_t>* output);
 
   private:
-    struct Side {
-        std::vector<CResampler> steps;  // none at the source's own rate
-        std::vector<float> output;      // that is not yet given out
-    };
-    void ProcessSide(Side* side, std::size_t number, const std::int16_t* frames, std::size_t count);
-    std::size_t Due(std::size_t inputs);
+    struct Resampler;
 
-    const std::uint32_t rate_Hz_;
     const std::size_t channels_;
-    std::vector<Side> sides_;
-    std::uint64_t inputs_ = 0;
-    std::uint64_t outputs_ = 0;
-    std::vector<float> sound_[2];  // of one step and the next
+    std::unique_ptr<Resampler> resampler_;  // none at the source's own rate
+    std::vector<float> mean_;               // of both sides
 };
 
 }  // namespace capture

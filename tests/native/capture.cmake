@@ -1,11 +1,12 @@
 # The recording filters' portable sources under the sanitizers; the files that they write are opened by ffprobe and
 # decoded by ffmpeg.
+include(${CMAKE_SOURCE_DIR}/cmake/libsoxr.cmake)
 include(${CMAKE_SOURCE_DIR}/cmake/opencore_amrnb.cmake)
 include(${CMAKE_SOURCE_DIR}/handset/capture/portable.cmake)
 add_library(capture_portable STATIC ${CAPTURE_PORTABLE_SOURCES})
 target_include_directories(capture_portable PUBLIC ${CMAKE_SOURCE_DIR})
 target_compile_options(capture_portable PRIVATE -O2)
-target_link_libraries(capture_portable PUBLIC kora_flags kora_sound kora_amrnb)
+target_link_libraries(capture_portable PUBLIC kora_flags kora_sound kora_amrnb kora_soxr)
 
 add_executable(test_capture_portable
     capture/amr_encoder_test.cpp

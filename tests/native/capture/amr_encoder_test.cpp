@@ -3,24 +3,15 @@
 
 #include <gtest/gtest.h>
 
-#include "handset/capture/sound_converter.h"
 #include "tests/native/capture/tone.h"
 
 namespace {
-
-std::vector<std::int16_t> Speech(double seconds) {
-    const auto frames = test::StereoTone(440, static_cast<std::size_t>(seconds * 44100), 0.5);
-    capture::CSoundConverter converter(8000, 1);
-    std::vector<std::int16_t> speech;
-    converter.Process(frames.data(), frames.size() / 2, &speech);
-    return speech;
-}
 
 TEST(AmrEncoder, MakesAFrameOf32BytesOutOfEvery160Samples) {
     capture::CAmrEncoder encoder;
     ASSERT_TRUE(static_cast<bool>(encoder));
     std::vector<std::uint8_t> frames;
-    const auto speech = Speech(1);
+    const auto speech = test::SpeechRateTone(1);
     encoder.Encode(speech.data(), 1599, &frames);
     EXPECT_EQ(frames.size(), 9 * 32u);
     encoder.Encode(speech.data() + 1599, 1, &frames);
@@ -29,7 +20,7 @@ TEST(AmrEncoder, MakesAFrameOf32BytesOutOfEvery160Samples) {
 }
 
 TEST(AmrEncoder, DoesNotDependOnHowTheSoundIsCut) {
-    const auto speech = Speech(1);
+    const auto speech = test::SpeechRateTone(1);
     capture::CAmrEncoder whole;
     capture::CAmrEncoder pieces;
     std::vector<std::uint8_t> expected;

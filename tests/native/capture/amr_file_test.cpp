@@ -7,7 +7,6 @@
 #include <memory>
 
 #include "handset/capture/amr_encoder.h"
-#include "handset/capture/sound_converter.h"
 #include "tests/native/capture/media_probe.h"
 #include "tests/native/capture/memory_file.h"
 #include "tests/native/capture/tone.h"
@@ -20,10 +19,7 @@ using test::CMemoryFile;
 constexpr std::uint32_t kCreated = 3'870'000'000;
 
 std::vector<std::uint8_t> Frames(double seconds) {
-    const auto sound = test::StereoTone(440, static_cast<std::size_t>(seconds * 44100), 0.5);
-    capture::CSoundConverter converter(8000, 1);
-    std::vector<std::int16_t> speech;
-    converter.Process(sound.data(), sound.size() / 2, &speech);
+    const auto speech = test::SpeechRateTone(seconds);
     capture::CAmrEncoder encoder;
     std::vector<std::uint8_t> frames;
     encoder.Encode(speech.data(), speech.size(), &frames);

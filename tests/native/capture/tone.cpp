@@ -8,14 +8,23 @@ namespace {
 
 constexpr double kTwoPi = 6.28318530717958647692;
 
+std::int16_t ToneSample(double frequency_Hz, double rate_Hz, std::size_t frame, double peak) {
+    const double angle = kTwoPi * frequency_Hz * static_cast<double>(frame) / rate_Hz;
+    return static_cast<std::int16_t>(std::lrint(peak * 32767 * std::sin(angle)));
+}
+
 }  // namespace
 
 std::vector<std::int16_t> StereoTone(double frequency_Hz, std::size_t frames, double peak) {
     std::vector<std::int16_t> samples;
-    for (std::size_t i = 0; i < frames; ++i) {
-        const double value = peak * 32767 * std::sin(kTwoPi * frequency_Hz * static_cast<double>(i) / 44100);
-        samples.insert(samples.end(), 2, static_cast<std::int16_t>(std::lrint(value)));
-    }
+    for (std::size_t i = 0; i < frames; ++i)
+        samples.insert(samples.end(), 2, ToneSample(frequency_Hz, 44100, i, peak));
+    return samples;
+}
+
+std::vector<std::int16_t> SpeechRateTone(double seconds) {
+    std::vector<std::int16_t> samples(static_cast<std::size_t>(std::lrint(seconds * 8000)));
+    for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = ToneSample(440, 8000, i, 0.5);
     return samples;
 }
 
