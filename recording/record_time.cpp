@@ -38,7 +38,8 @@ void ShowTime(CMainState& state, DWORD elapsed_ms) {
     const DWORD s = elapsed_ms / 1000;
     WCHAR text[32];
     StringCchPrintfW(text, ARRAYSIZE(text), L"Rec %02d:%02d:%02d", s / 3600, s % 3600 / 60, s % 60);
-    DrawSkinText(state.m_skin, TEXT_RECORD_TIME, text);
+    // Half of the time it stands there already.
+    ShowSkinText(state.m_skin, TEXT_RECORD_TIME, text);
 }
 
 // False when the recording of that number is over.

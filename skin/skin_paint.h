@@ -17,7 +17,7 @@ void DrawBackground(CSkin& skin, HDC hdc);
 // while the window is minimised.
 void DrawSkinText(CSkin& skin, int fieldId, const WCHAR* text);
 // The same, unless the field shows that text already: ShowSkinText painted it last, and nothing was painted
-// over it since. Each field by one thread at a time, the monitor's.
+// over it since. Each field by one thread at a time: the monitor, or the one of a recording's time.
 void ShowSkinText(CSkin& skin, int fieldId, const WCHAR* text);
 
 // Paint every row (`all` = TRUE) or the one with that id.

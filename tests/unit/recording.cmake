@@ -15,7 +15,8 @@ kora_test(test_recording APP
         recording/tick_count.cpp
         ${CMAKE_SOURCE_DIR}/tests/support/skin_window.cpp
     LIBS ${KORA_APPLICATION} app_resources)
-target_link_options(test_recording PRIVATE 
-    -Wl,--wrap=__imp_GetTickCount -Wl,--wrap=__imp_MessageBoxW -Wl,--wrap=__imp_OpenEventW -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw)
+target_link_options(test_recording PRIVATE
+    -Wl,--wrap=__imp_GetTickCount -Wl,--wrap=__imp_MessageBoxW -Wl,--wrap=__imp_OpenEventW
+    -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw -Wl,--wrap=_Z12ShowSkinTextR5CSkiniPKw)
 # Some of it waits for seconds of the handset's clock.
 set_tests_properties(test_recording PROPERTIES ENVIRONMENT KORA_CLOCKRATE=10)

@@ -121,17 +121,27 @@ std::wstring RecordingTest::LastShown(int field) {
     return found == g_shownTexts.rend() ? L"(never shown)" : found->second;
 }
 
+static void NoteShown(int field, const WCHAR* text) {
+    const std::lock_guard<std::mutex> lock(g_mutex);
+    g_shownTexts.push_back({field, text});
+}
+
 }  // namespace test
 
 // The text fields' painting goes through here.
 void RealDrawSkinText(CSkin& skin, int field,
                       const WCHAR* text) __asm__("__real__Z12DrawSkinTextR5CSkiniPKw");
+void RealShowSkinText(CSkin& skin, int field,
+                      const WCHAR* text) __asm__("__real__Z12ShowSkinTextR5CSkiniPKw");
 void NotedDrawSkinText(CSkin& skin, int field,
                        const WCHAR* text) __asm__("__wrap__Z12DrawSkinTextR5CSkiniPKw");
+void NotedShowSkinText(CSkin& skin, int field,
+                       const WCHAR* text) __asm__("__wrap__Z12ShowSkinTextR5CSkiniPKw");
 void NotedDrawSkinText(CSkin& skin, int field, const WCHAR* text) {
-    {
-        const std::lock_guard<std::mutex> lock(test::g_mutex);
-        test::g_shownTexts.push_back({field, text});
-    }
+    test::NoteShown(field, text);
     RealDrawSkinText(skin, field, text);
+}
+void NotedShowSkinText(CSkin& skin, int field, const WCHAR* text) {
+    test::NoteShown(field, text);
+    RealShowSkinText(skin, field, text);
 }
