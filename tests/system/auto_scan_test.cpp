@@ -213,6 +213,21 @@ TEST_F(AutoScan, APercentSignInTheGroupsNameIsReadAsAFormat) {
     EXPECT_THAT(Stored(), Contains("C 100% FM|Channel  1|8760|"));
 }
 
+TEST_F(AutoScan, WhileAScanAsksItsMutexIsThereAndBelongsToNobody) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    radio.Command(IDC_AUTOSCAN);
+    const HWND box = radio.WaitForBox(L"Stored channels");
+    ASSERT_NE(box, nullptr);
+    const HANDLE mutex = CreateMutexW(nullptr, FALSE, L"MyMutex");
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_ALREADY_EXISTS));
+    EXPECT_EQ(WaitForSingleObject(mutex, 0), WAIT_OBJECT_0);
+    ReleaseMutex(mutex);
+    CloseHandle(mutex);
+    Radio::Answer(box, IDCANCEL);
+    EXPECT_TRUE(WaitForConsole("WM_AUTOSCAN_FINISHED 2\n"));
+}
+
 TEST_F(AutoScan, AScanIsRefusedWhileAnotherHoldsTheMutex) {
     const HANDLE other = CreateMutexW(nullptr, FALSE, L"MyMutex");
     Radio radio(handset);

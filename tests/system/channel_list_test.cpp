@@ -136,6 +136,13 @@ TEST_F(ChannelList, TheRowOfTheFrequencyThatABookedStartTunesIsHighlighted) {
     EXPECT_EQ(test::SelectedRow(radio.ListView()), 1);
 }
 
+TEST_F(ChannelList, TheFirstRowIsHighlightedAsAnyOther) {
+    Radio radio(handset, L"-Rec -Channel 8760");
+    radio.WaitUntilShown();
+    EXPECT_TRUE(WaitForTrace("Current szHighLightChannel 87.6 MHz  ...\n"));
+    EXPECT_EQ(test::SelectedRow(radio.ListView()), 0);
+}
+
 TEST_F(ChannelList, ATunedFrequencyIsCalledByTheNameInTheVolume) {
     Radio radio(handset);
     radio.WaitUntilShown();

@@ -2,6 +2,7 @@
 kora_test(test_channels APP
     SOURCES
         channels/channels_test.cpp
+        channels/frequency_edit_test.cpp
         channels/groups_test.cpp
         channels/import_test.cpp
         channels/list_colours_test.cpp

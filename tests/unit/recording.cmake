@@ -13,10 +13,12 @@ kora_test(test_recording APP
         recording/start_recording_test.cpp
         recording/stop_recording_test.cpp
         recording/tick_count.cpp
+        shell/asked_times.cpp
         ${CMAKE_SOURCE_DIR}/tests/support/skin_window.cpp
     LIBS ${KORA_APPLICATION} app_resources)
 target_link_options(test_recording PRIVATE
     -Wl,--wrap=__imp_GetTickCount -Wl,--wrap=__imp_MessageBoxW -Wl,--wrap=__imp_OpenEventW
+    -Wl,--wrap=__imp_Sleep -Wl,--wrap=__imp_SetTimer -Wl,--wrap=__imp_CoTaskMemFree
     -Wl,--wrap=_Z12DrawSkinTextR5CSkiniPKw -Wl,--wrap=_Z12ShowSkinTextR5CSkiniPKw)
 # Some of it waits for seconds of the handset's clock.
 set_tests_properties(test_recording PROPERTIES ENVIRONMENT KORA_CLOCKRATE=10)

@@ -36,6 +36,7 @@ set_source_files_properties(skin/skin_test.rc PROPERTIES OBJECT_DEPENDS "${skin_
 kora_test(test_skin APP
     SOURCES
         skin/access_test.cpp
+        skin/asked_fonts.cpp
         skin/background_test.cpp
         skin/buttons_test.cpp
         skin/dispatch_test.cpp
@@ -55,3 +56,5 @@ kora_test(test_skin APP
         skin/text_test.cpp
     LIBS app_skin)
 target_compile_options(test_skin PRIVATE $<$<COMPILE_LANGUAGE:RC>:-I${SKIN_TEST_IMAGES}>)
+# The fonts that are asked for go through the tests, which note them and pass them on.
+target_link_options(test_skin PRIVATE -Wl,--wrap=__imp_CreateFontIndirectW)

@@ -127,6 +127,7 @@ TEST_F(CaptureGraph, EachIndexAsksForItsRowOfTheTable) {
 TEST_F(CaptureGraph, TheChosenMediaTypeIsFreedAndThosePassedOverAreNot) {
     CaptureRecorder recorder(kFormatWav22Stereo);  // the second of three
     EXPECT_EQ(graph.OpenMediaTypes(), 1);
+    EXPECT_EQ(graph.OpenBlocks(), 2u);
     recorder.ReleaseAll();
 }
 

@@ -165,6 +165,16 @@ long FakeGraph::OpenMediaTypes() const {
     return found == m_references.end() ? 0 : found->second;
 }
 
+std::size_t FakeGraph::OpenBlocks() const {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_blocks.size();
+}
+
+void FakeGraph::Freed(void* block) {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_blocks.erase(block);
+}
+
 int FakeGraph::ThreadsThatWait() const {
     const std::lock_guard<std::mutex> lock(m_mutex);
     return m_waiting;
@@ -218,8 +228,22 @@ AM_MEDIA_TYPE* FakeGraph::NewMediaType(const Capability& capability) {
     type->cbFormat = sizeof(WAVEFORMATEX);
     type->pbFormat = reinterpret_cast<BYTE*>(format);
     type->pUnk = &g_formatOwner;
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_blocks.insert(type);
+    m_blocks.insert(format);
     return type;
 }
 
 }  // namespace test
+
+extern "C" {
+// The linker sends the program's calls of CoTaskMemFree here.
+using FreeCall = decltype(CoTaskMemFree);
+extern FreeCall* g_realFree __asm__("__real___imp_CoTaskMemFree");
+static void WINAPI NotedFree(LPVOID block) {
+    if (test::g_graph != nullptr) test::g_graph->Freed(block);
+    g_realFree(block);
+}
+FreeCall* g_notedFree __asm__("__wrap___imp_CoTaskMemFree") = NotedFree;
+}
 #pragma GCC diagnostic pop

@@ -10,6 +10,7 @@
 #include <deque>
 #include <map>
 #include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -47,8 +48,10 @@ class FakeGraph {
     void ForgetCalls();
     // References that the application still holds, by object; those without are left out.
     std::map<std::string, long> References() const;
-    // Media types that were handed out and not freed.
+    // Media types that were handed out and whose own object was not released.
     long OpenMediaTypes() const;
+    // Blocks of memory of the media types that were handed out, two for each, and not freed.
+    std::size_t OpenBlocks() const;
     void Raise(LONG event);
 
     // For the objects.
@@ -56,6 +59,7 @@ class FakeGraph {
     void Hold(const std::string& object, long change);
     HRESULT NextEvent(LONG* code);
     AM_MEDIA_TYPE* NewMediaType(const Capability& capability);
+    void Freed(void* block);
 
   private:
     int ThreadsThatWait() const;
@@ -66,6 +70,7 @@ class FakeGraph {
     int m_waiting = 0;  // threads in NextEvent
     std::vector<std::string> m_calls;
     std::map<std::string, long> m_references;
+    std::set<void*> m_blocks;
     std::vector<DWORD> m_registered;
 };
 

@@ -6,6 +6,7 @@
 #include "shell/owned.h"
 #include "tests/unit/recording/opened_events.h"
 #include "tests/unit/recording/recording_test.h"
+#include "tests/unit/shell/asked_times.h"
 
 namespace {
 
@@ -50,9 +51,11 @@ TEST_F(PreRecord, TheEventIsMadeOnlyAfterTheStart) {
     s_thereAtTheStart = true;
     const DWORD start = GetTickCount();
     std::thread hand(EndTheWait);
+    const test::AskedTimes asked;
     const std::string trace = TraceOf([this] { EXPECT_EQ(PreRecordThread(window), 1u); });
     hand.join();
     EXPECT_GE(GetTickCount() - start, 5000u);
+    EXPECT_THAT(asked.sleeps_ms, testing::ElementsAre(5000u, 100u));
     EXPECT_FALSE(s_thereAtTheStart);
     EXPECT_FALSE(StopEventIsThere());
     // The wait was ended, so nothing is stopped or closed.

@@ -65,6 +65,13 @@ TEST_F(Dialog, ATapTogglesADayAndTracesAllOfThem) {
     EXPECT_THAT(schedule.SelectedDays(), ElementsAre(6));
 }
 
+TEST_F(Dialog, OncePaintedItAsksForNoPaintAgain) {
+    OpenSchedule schedule;
+    schedule.ChooseDays({2});
+    RedrawWindow(schedule.Dialog(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+    EXPECT_FALSE(GetUpdateRect(schedule.Dialog(), nullptr, FALSE));
+}
+
 TEST_F(Dialog, AChosenDayIsWhiteOnBlackAndAnotherBlackOnWhite) {
     OpenSchedule schedule;
     schedule.ChooseDays({2});

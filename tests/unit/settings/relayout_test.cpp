@@ -18,13 +18,16 @@ INT_PTR CALLBACK IdleProc(HWND, UINT message, WPARAM, LPARAM) {
 
 class Relayout : public testing::Test {
   protected:
-    Relayout() {
-        const HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(TEST_DIALOG_UPRIGHT), RT_DIALOG);
+    Relayout() { Open(TEST_DIALOG_UPRIGHT); }
+    ~Relayout() override { DestroyWindow(dialog); }
+
+    void Open(UINT templateId) {
+        if (dialog != nullptr) DestroyWindow(dialog);
+        const HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(templateId), RT_DIALOG);
         dialog = CreateDialogIndirectParamW(
             module, static_cast<LPCDLGTEMPLATEW>(LoadResource(module, resource)), nullptr, IdleProc, 0);
         EXPECT_NE(dialog, nullptr);
     }
-    ~Relayout() override { DestroyWindow(dialog); }
 
     HWND Control(int id) const { return GetDlgItem(dialog, id); }
     std::wstring Text(int id) const {
@@ -121,6 +124,20 @@ TEST_F(Relayout, TheSelectionOfAComboBoxIsMadeOnceMore) {
     RelayoutDialog(module, dialog, TEST_DIALOG_FLAT);
     EXPECT_THAT(g_selections, testing::ElementsAre(7u));
     EXPECT_EQ(SendMessageW(combo, CB_GETCURSEL, 0, 0), 7);
+}
+
+TEST_F(Relayout, AControlBehindOneWithCreationDataIsReadAsTheSystemReadsIt) {
+    Open(TEST_DIALOG_WITH_DATA);
+    ASSERT_EQ(Text(TEST_CONTROL_TEXT), L"T") << "the system reads it in another way";
+    for (const int control : {TEST_CONTROL_BUTTON, TEST_CONTROL_TEXT}) {
+        MoveWindow(Control(control), 0, 0, 5, 5, FALSE);
+        SetDlgItemTextW(dialog, control, L"changed");
+    }
+    EXPECT_EQ(RelayoutDialog(module, dialog, TEST_DIALOG_WITH_DATA), 1);
+    EXPECT_EQ(PlaceOf(TEST_CONTROL_BUTTON), Units(90, 8, 30, 20));
+    EXPECT_EQ(PlaceOf(TEST_CONTROL_TEXT), Units(90, 40, 50, 10));
+    EXPECT_EQ(Text(TEST_CONTROL_BUTTON), L"D");
+    EXPECT_EQ(Text(TEST_CONTROL_TEXT), L"T");
 }
 
 TEST_F(Relayout, ATemplateThatIsNotThereGivesZeroAndMovesNothing) {

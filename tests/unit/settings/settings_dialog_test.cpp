@@ -137,6 +137,17 @@ TEST_F(SettingsDialog, EachFormatButtonUnchecksTheOthersAndStoresItsFormatAtOnce
     }
 }
 
+// As other programs send it: no button has unchecked its neighbour then.
+TEST_F(SettingsDialog, TheMusicFoldersCommandAloneUnchecksTheUsersOwnFile) {
+    WriteSetting(kSaveFileType, 1);
+    Open();
+    ASSERT_EQ(CheckedOf(kPlaceButtons), "1022");
+    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(1016, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, 1016)));
+    EXPECT_EQ(CheckedOf(kPlaceButtons), "");
+    EXPECT_EQ(Stored(kSaveFileType), "0");
+}
+
 TEST_F(SettingsDialog, TheUsersOwnFileEnablesItsNameAndTheMusicFolderDisablesIt) {
     Open();
     Click(1022);

@@ -2,6 +2,7 @@
 
 #include "resources/resource_ids.h"
 #include "shell/messages.h"
+#include "tests/unit/shell/asked_times.h"
 #include "tests/unit/shell/shell_test.h"
 
 namespace {
@@ -33,7 +34,9 @@ TEST_F(CommandsTest, ExitTracesAndClosesAtOnceWhenNothingIsRecorded) {
 
 TEST_F(CommandsTest, ExitDuringARecordingStopsItFirstAndWaitsOneSecondBeforeClosing) {
     g_app.bRecordingActive = 1;
+    const test::AskedTimes asked;
     RunCommand(*state, window, static_cast<WORD>(IDC_EXIT));
+    EXPECT_THAT(asked.sleeps_ms, testing::ElementsAre(1000u));
     ASSERT_EQ(Seen().size(), 2u);
     EXPECT_EQ(Seen()[0].message, WM_SKIN_CLICK);
     EXPECT_EQ(Seen()[0].wParam, 209u);

@@ -120,6 +120,12 @@ TEST_F(PopupMenu, TheGuideIsOpenedInTheBrowser) {
     EXPECT_EQ(g_opened, L"Open iexplore.exe http://one, 5");
 }
 
+TEST_F(PopupMenu, WithoutARowTheStoreIsLeftAloneAndTheGuideIsGrey) {
+    Store(L"One", 9850, L"http://one");
+    EXPECT_EQ(test::TraceOf([this] { Open(); }), "");
+    EXPECT_FALSE(g_items[505].enabled);
+}
+
 TEST_F(PopupMenu, TheGuideIsGreyForAChannelWithout) {
     AddRow(Store(L"One", 9850, L""), LVIS_SELECTED | LVIS_FOCUSED);
     Open();

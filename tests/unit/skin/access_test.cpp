@@ -50,7 +50,7 @@ TEST_P(Accessors, AnUnknownButtonIsNeitherEnabledNorInvalidated) {
 
 TEST_P(Accessors, AFrameIsSetOnlyOnAMultiStateButtonAndOnlyWithinItsFrames) {
     int frame = -7;
-    for (const int good : {0, 1, 2, 3}) {
+    for (const int good : {0, 1, 2, 3, 0, 3}) {
         SetButtonFrame(m_skin, 200, good);
         EXPECT_EQ(GetButtonFrame(m_skin, 200, &frame), 1);
         EXPECT_EQ(frame, good);

@@ -1,4 +1,5 @@
 // The scan's progress and the signal's strength. Their images are resources of this test program.
+#include "skin/shown_texts.h"
 #include "skin/skin_paint.h"
 #include "tests/unit/skin/skin_on_screen.h"
 
@@ -54,12 +55,14 @@ class Signal : public SkinOnScreen {
         return Shown();
     }
 
+    SkinRect Place() const { return screen().wide ? SkinRect{14, 12, 49, 22} : SkinRect{5, 10, 24, 11}; }
+
     Picture Expected(int id) {
         Picture expected = Blank();
         if (screen().wide) {
-            expected.Overlay(Picture::OfResource(id + 1000), 0, 0, {14, 12, 49, 22});
+            expected.Overlay(Picture::OfResource(id + 1000), 0, 0, Place());
         } else {
-            expected.Copy(Picture::OfResource(id), 0, 0, {5, 10, 24, 11});
+            expected.Copy(Picture::OfResource(id), 0, 0, Place());
         }
         return expected;
     }
@@ -106,6 +109,21 @@ TEST_P(Signal, IsShownUntilSomethingIsPaintedOverIt) {
     EXPECT_FALSE(SignalIsShown(m_skin));
     DrawSignal(m_skin, 30);
     EXPECT_TRUE(SignalIsShown(m_skin));
+}
+
+TEST_P(Signal, WhatIsPaintedRightBesideItDoesNotMatterAndOnePixelOfItDoes) {
+    const SkinRect at = Place();
+    const auto shownAfter = [this](const SkinRect& place) {
+        DrawSignal(m_skin, 30);
+        MarkPaintedOver(m_skin, CurrentScreen(), place);
+        return SignalIsShown(m_skin);
+    };
+    for (const int by : {0, 1}) {
+        EXPECT_EQ(shownAfter({at.x - 7, at.y, 7 + by, at.cy}), by == 0) << "on the left";
+        EXPECT_EQ(shownAfter({at.x + at.cx - by, at.y, 7, at.cy}), by == 0) << "on the right";
+        EXPECT_EQ(shownAfter({at.x, at.y - 7, at.cx, 7 + by}), by == 0) << "above";
+        EXPECT_EQ(shownAfter({at.x, at.y + at.cy - by, at.cx, 7}), by == 0) << "below";
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, Signal, ::testing::ValuesIn(kScreens), NameOfScreen);

@@ -3,6 +3,7 @@
 
 #include "skin/skin_paint.h"
 #include "tests/support/wait.h"
+#include "tests/unit/skin/asked_fonts.h"
 #include "tests/unit/skin/skin_on_screen.h"
 
 namespace {
@@ -81,6 +82,24 @@ TEST_P(TextFields, ATextThatIsTooLongIsCutOffWrappedOrEndedByDotsAsTheFieldsForm
     for (const TextLayout& field : kTextLayout) {
         SCOPED_TRACE(field.id);
         ExpectPainted(field, kLong);
+    }
+}
+
+// Where every face is drawn alike, the pictures above cannot tell one from another.
+TEST_P(TextFields, EachFieldsFontIsTheSystemsInItsOwnSize) {
+    LOGFONTW system = {};
+    ASSERT_NE(GetObjectW(GetStockObject(SYSTEM_FONT), sizeof system, &system), 0);
+    ASSERT_STRNE(system.lfFaceName, L"");
+    for (const TextLayout& field : kTextLayout) {
+        SCOPED_TRACE(field.id);
+        test::g_askedFonts.clear();
+        DrawSkinText(m_skin, field.id, kShort);
+        ASSERT_EQ(test::g_askedFonts.size(), 1u);
+        const LOGFONTW& font = test::g_askedFonts.front();
+        EXPECT_STREQ(font.lfFaceName, system.lfFaceName);
+        EXPECT_EQ(font.lfCharSet, system.lfCharSet);
+        EXPECT_EQ(font.lfPitchAndFamily, system.lfPitchAndFamily);
+        EXPECT_EQ(font.lfHeight, field.height);
     }
 }
 

@@ -42,6 +42,22 @@ TEST_F(FrequencyDisplay, ShowsTheNameUnderWhichTheSelectedGroupStoresTheFrequenc
     DeleteFileW(L"\\KORA.vol");
 }
 
+TEST_F(FrequencyDisplay, ATunerThatDoesNotAnswerHasNoFrequencyAndNoNameWhateverIsStored) {
+    const test::DeviceSettings settings;
+    const test::UnusedRoot root;
+    WriteSelectedGroup(L"Mine");
+    PropRecord record = {};
+    wcscpy(record.szCountryName, L"Mine");
+    wcscpy(record.szPropRecord_ChannelName, L"One");
+    record.dwPropRecord_ChannelValue = 1;
+    ASSERT_NE(state->m_ChannelDB.CEDB_InsertRecord(record), 0u);
+    device.results["GetChannel"] = E_FAIL;
+    RefreshFrequencyDisplay(*state);
+    EXPECT_EQ(LastShown(TEXT_FREQUENCY), L"0.0 MHz");
+    EXPECT_EQ(LastShown(TEXT_CHANNEL_NAME), L"Unknown");
+    DeleteFileW(L"\\KORA.vol");
+}
+
 TEST_F(FrequencyDisplay, DropsTheHundredths) {
     device.channel = 8755;
     RefreshFrequencyDisplay(*state);
