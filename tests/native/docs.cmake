@@ -2,7 +2,8 @@
 add_executable(native_docs
     docs/promise_table.cpp
     docs/promises_test.cpp
-    docs/source_text.cpp)
+    docs/source_text.cpp
+    docs/trouble_test.cpp)
 target_include_directories(native_docs PRIVATE ${CMAKE_SOURCE_DIR})
 target_compile_definitions(native_docs PRIVATE KORA_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
 # Regular expressions over every source: slow without.

@@ -178,7 +178,8 @@ TEST_F(GroupDialog, RenamingToAnEmptyNameIsRefused) {
     radio.WaitUntilShown();
     const HWND dialog = Open(radio);
     GiveName(radio, dialog, IDC_GROUP_RENAME, L"Travel", L"");
-    EXPECT_EQ(AnswerBoxOver(radio, dialog, L"Error"), L"The list could not be renamed.");
+    EXPECT_EQ(AnswerBoxOver(radio, dialog, L"Error"),
+              L"The list could not be renamed. It needs a name of its own.");
     EXPECT_THAT(Listed(dialog), ElementsAre(L"Home", L"Travel", L"Work"));
     EXPECT_EQ(Picked(dialog), 1);
 }

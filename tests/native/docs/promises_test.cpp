@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
+#include <regex>
 
 #include "tests/native/docs/promise_table.h"
 #include "tests/native/docs/source_text.h"
@@ -175,6 +177,27 @@ TEST(AppSources, ATracedLineIsAsLongAsItsLongestNumbersAndTexts) {
 
 TEST(AppSources, KeptCommentsAreCounted) {
     EXPECT_EQ(test::KeptIn("// Kept: this\nint i;  // Kept: that\n// kept\n"), 2);
+}
+
+TEST(Promises, TheIndexLeadsToEverySectionInItsOrder) {
+    static const std::regex kEntry(R"(\[([^\]]+)\]\(#([a-z0-9-]+)\))"), kSection(R"(\n## ([^\n]+))");
+    const std::string page = test::ReadSource(kRoot / "docs" / "promises.md");
+    const std::string head = page.substr(0, page.find("\n## "));
+    Complaints entries, sections;
+    for (std::sregex_iterator entry(head.begin(), head.end(), kEntry), end; entry != end; ++entry) {
+        entries.push_back((*entry)[1]);
+        // As the page's reader makes it of the title.
+        std::string anchor;
+        for (const char letter : entries.back()) {
+            const auto byte = static_cast<unsigned char>(letter);
+            if (std::isalnum(byte) != 0 || letter == ' ')
+                anchor += letter == ' ' ? '-' : static_cast<char>(std::tolower(byte));
+        }
+        EXPECT_EQ((*entry)[2], anchor);
+    }
+    for (std::sregex_iterator section(page.begin(), page.end(), kSection), end; section != end; ++section)
+        sections.push_back((*section)[1]);
+    EXPECT_EQ(entries, sections);
 }
 
 }  // namespace

@@ -137,7 +137,8 @@ TEST_F(Add, TouchingAnExistingBookingIsRefused) {
     BoxSeen box;
     const std::string trace = test::TraceOf([&] { box = schedule.AddAndAnswer(); });
     EXPECT_EQ(box.caption, L"Warning");
-    EXPECT_EQ(box.text, L"Mon, 10 : 00 to 11 : 00: another recording is already booked for this time.");
+    EXPECT_EQ(box.text,
+              L"Mon, 10 : 00 to 11 : 00: another recording is booked in this time or right beside it.");
     EXPECT_EQ(
         trace,
         "PreRecord total time is\t60 min\r\n"
