@@ -45,6 +45,8 @@ std::wstring ReceptionText() {
     if (reception->blockErrors_percent)
         text += Formatted(L", %u %% block errors", static_cast<unsigned>(*reception->blockErrors_percent));
     if (reception->pi) text += Formatted(L", PI %04X", static_cast<unsigned>(*reception->pi));
+    if (reception->trafficProgramme) text += L", TP";
+    if (reception->trafficAnnouncement) text += L", TA";
     return text;
 }
 

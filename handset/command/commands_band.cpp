@@ -86,7 +86,8 @@ const Command kCommands[] = {
      L"station,\n"
      L"such as 98.5 (or its channel value 9850), keys of it are changed: level, stereo, ps, pstime, pty, "
      L"pt,\n"
-     L"rt, rttime, af, ct, programme. A station that is not there is added. The file may be edited by hand "
+     L"rt, rttime, af, ct, tp, ta, programme. A station that is not there is added. The file may be edited "
+     L"by hand "
      L"as\n"
      L"well; the radio follows it as it plays. --picture draws the levels of all channels as they were last\n"
      L"seen, with the tuned one marked and what is known of it.\n"},

@@ -51,6 +51,8 @@ std::optional<transmitter::StationTexts> TextsOnAir(std::uint32_t channel_10kHz,
     transmitter::StationTexts texts;
     texts.pi = ProgrammeIdentification(channel_10kHz, rds.serviceNames);
     texts.pty = std::max(rds.programmeType, 0);
+    texts.tp = rds.trafficProgramme;
+    texts.ta = rds.trafficAnnouncement;
     texts.decoder = station.stereo ? 1 : 0;
     texts.music = station.programme.kind != fm::ProgrammeKind::kVoice;
     texts.ps = FromNow(rds.serviceNames, rds.nameTime_s, utc_s);
@@ -70,7 +72,7 @@ bool SendTheSame(const fm::Station& one, const fm::Station& other) {
         const fm::RdsData& rds = station.rds;
         return std::tie(station.stereo, station.programme.source, rds.serviceNames, rds.radioTexts,
                         rds.nameTime_s, rds.textTime_s, rds.programText, rds.programmeType,
-                        rds.alternatives_10kHz, rds.clockTime);
+                        rds.alternatives_10kHz, rds.clockTime, rds.trafficProgramme, rds.trafficAnnouncement);
     };
     return all(one) == all(other);
 }

@@ -52,6 +52,8 @@ struct RdsData {
     int programmeType = kNoProgrammeType;  // 0 to 31
     std::vector<std::uint32_t> alternatives_10kHz;
     bool clockTime = false;
+    bool trafficProgramme = false;     // it tells of the traffic at times (TP)
+    bool trafficAnnouncement = false;  // it does so now (TA)
 
     // What is sent at a time of the handset's clock; empty when the station has none.
     const std::string& ServiceName(std::uint64_t now_ms) const {
@@ -62,7 +64,8 @@ struct RdsData {
     }
     bool Sent() const {
         return !serviceNames.empty() || !radioTexts.empty() || !programText.empty() ||
-               programmeType != kNoProgrammeType || !alternatives_10kHz.empty() || clockTime;
+               programmeType != kNoProgrammeType || !alternatives_10kHz.empty() || clockTime ||
+               trafficProgramme || trafficAnnouncement;
     }
 
   private:

@@ -129,6 +129,14 @@ const char* ReadClockTime(std::string_view value, Station& station) {
     return ReadSwitch(value, station.rds.clockTime);
 }
 
+const char* ReadTrafficProgramme(std::string_view value, Station& station) {
+    return ReadSwitch(value, station.rds.trafficProgramme);
+}
+
+const char* ReadTrafficAnnouncement(std::string_view value, Station& station) {
+    return ReadSwitch(value, station.rds.trafficAnnouncement);
+}
+
 const char* ReadStationProgramme(std::string_view value, Station& station) {
     return ReadProgramme(value, &station.programme);
 }
@@ -139,10 +147,19 @@ struct Key {
 };
 
 constexpr Key kStationKeys[] = {
-    {"level", ReadLevel},     {"stereo", ReadStereo},   {"ps", ReadServiceName},
-    {"rt", ReadRadioText},    {"pt", ReadProgramText},  {"pty", ReadProgrammeType},
-    {"af", ReadAlternatives}, {"ct", ReadClockTime},    {"programme", ReadStationProgramme},
-    {"pstime", ReadNameTime}, {"rttime", ReadTextTime},
+    {"level", ReadLevel},
+    {"stereo", ReadStereo},
+    {"ps", ReadServiceName},
+    {"rt", ReadRadioText},
+    {"pt", ReadProgramText},
+    {"pty", ReadProgrammeType},
+    {"af", ReadAlternatives},
+    {"ct", ReadClockTime},
+    {"programme", ReadStationProgramme},
+    {"pstime", ReadNameTime},
+    {"rttime", ReadTextTime},
+    {"tp", ReadTrafficProgramme},
+    {"ta", ReadTrafficAnnouncement},
 };
 
 class CBandReader {

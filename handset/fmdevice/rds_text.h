@@ -23,6 +23,8 @@ struct StationServices {
     bool serviceName = false;
     bool radioText = false;
     bool clockTime = false;
+    bool trafficProgramme = false;
+    bool trafficAnnouncement = false;
     int programmeType = kNoProgrammeType;  // 0 to 31
     std::vector<std::uint32_t> alternatives_10kHz;
     // Groups come in, so that what they say is of now.

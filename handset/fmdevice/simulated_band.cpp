@@ -181,6 +181,8 @@ StationServices CSimulatedBand::Services() {
     services.serviceName = !sent.serviceNames.empty();
     services.radioText = !sent.radioTexts.empty();
     services.clockTime = sent.clockTime;
+    services.trafficProgramme = sent.trafficProgramme;
+    services.trafficAnnouncement = sent.trafficAnnouncement;
     services.programmeType = sent.programmeType;
     services.alternatives_10kHz = sent.alternatives_10kHz;
     services.received = rds_.HasGroup() && Level(channel_) > kNoRdsLevel;

@@ -65,6 +65,8 @@ std::wstring Figures(const handset::ReceptionState& state) {
     if (state.offset_Hz) figures += kGap + Text(L"%+d Hz", static_cast<int>(*state.offset_Hz));
     if (state.blockErrors_percent) figures += kGap + Text(L"%u %% lost", *state.blockErrors_percent);
     if (state.pi) figures += kGap + Text(L"PI %04X", static_cast<unsigned>(*state.pi));
+    if (state.trafficProgramme) figures += std::wstring(kGap) + L"TP";
+    if (state.trafficAnnouncement) figures += std::wstring(kGap) + L"TA";
     return figures;
 }
 

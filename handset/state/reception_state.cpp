@@ -29,6 +29,8 @@ constexpr wchar_t kCarrierToNoise[] = L"CN0_dBHz";  // in tenths
 constexpr wchar_t kOffset[] = L"Offset_Hz";
 constexpr wchar_t kBlockErrors[] = L"BlockErrors_percent";
 constexpr wchar_t kPi[] = L"Pi";
+constexpr wchar_t kTraffic[] = L"Traffic";  // the sum of these
+constexpr std::uint32_t kTrafficProgramme = 1, kTrafficAnnouncement = 2;
 constexpr wchar_t kLevels[] = L"Levels";
 constexpr wchar_t kWritten[] = L"Written_ms";
 // Instead of a number that is not known.
@@ -72,6 +74,8 @@ Values ValuesOf(const ReceptionState& state) {
         {kOffset, NumberIfKnown(state.offset_Hz)},
         {kBlockErrors, NumberIfKnown(state.blockErrors_percent)},
         {kPi, NumberIfKnown(state.pi)},
+        {kTraffic, Number((state.trafficProgramme ? kTrafficProgramme : 0) |
+                          (state.trafficAnnouncement ? kTrafficAnnouncement : 0))},
         {kLevels, Bytes(REG_BINARY, state.levels.data(), state.levels.size())},
     };
 }
@@ -188,6 +192,9 @@ std::optional<ReceptionState> ReadReception() {
     if (const auto errors = ReadKnown(kBlockErrors))
         state.blockErrors_percent = static_cast<std::uint32_t>(*errors);
     if (const auto pi = ReadKnown(kPi)) state.pi = static_cast<std::uint16_t>(*pi);
+    const auto traffic = ReadNumber(kTraffic).value_or(0);
+    state.trafficProgramme = (traffic & kTrafficProgramme) != 0;
+    state.trafficAnnouncement = (traffic & kTrafficAnnouncement) != 0;
     const auto levels = ReadStoredValue(KeyPath(), kLevels);
     if (levels && levels->data.size() == state.levels.size())
         std::copy(levels->data.begin(), levels->data.end(), state.levels.begin());

@@ -56,6 +56,7 @@ struct ReceptionState {
     std::optional<std::int32_t> offset_Hz;             // of the carrier from the channel
     std::optional<std::uint32_t> blockErrors_percent;  // of RDS, over the last second or so
     std::optional<std::uint16_t> pi;
+    bool trafficProgramme = false, trafficAnnouncement = false;  // as the station's data say
     BandLevels levels;             // of every channel as last seen; kLevelNotSeen
     std::uint64_t written_ms = 0;  // GetTickCount64 at the writing, filled in by it
 

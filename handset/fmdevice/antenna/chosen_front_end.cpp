@@ -110,6 +110,9 @@ void CChosenFrontEnd::PublishBand() {
     state.channel_10kHz = reception.channel;
     state.level = static_cast<std::uint32_t>(reception.level);
     state.stereo = reception.stereo;
+    const StationServices services = band_->Services();
+    state.trafficProgramme = services.received && services.trafficProgramme;
+    state.trafficAnnouncement = services.received && services.trafficAnnouncement;
     for (std::size_t i = 0; i < handset::kBandChannels; ++i) {
         const auto channel =
             static_cast<std::uint32_t>(handset::kFirstBandChannel_10kHz + i * handset::kBandStep_10kHz);

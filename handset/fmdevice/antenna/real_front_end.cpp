@@ -109,7 +109,7 @@ void CRealFrontEnd::Tune(std::uint32_t channel) {
     orders_.channel_10kHz = channel;
     orders_.around.reset();
     snapshot_ = {};
-    texts_.Restart();
+    texts_.Retune();
     changed_.NotifyAll();
     const Guard sound(soundLock_);
     sound_.Silence(NowFrame());
@@ -316,6 +316,9 @@ void CRealFrontEnd::Publish(Work* work) {
             state.blockErrors_percent =
                 static_cast<std::uint32_t>(std::lround(*snapshot_.blockErrors * 100.0));
         state.pi = snapshot_.pi;
+        const StationServices& services = texts_.Services();
+        state.trafficProgramme = services.received && services.trafficProgramme;
+        state.trafficAnnouncement = services.received && services.trafficAnnouncement;
     }
     handset::WriteReception(state);
 }

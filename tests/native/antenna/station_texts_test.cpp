@@ -64,8 +64,101 @@ TEST(StationTexts, WhileNoGroupsComeNoTextIsGivenAndTheServicesStay) {
     EXPECT_TRUE(texts.Services().serviceName);
     EXPECT_EQ(texts.Services().alternatives_10kHz.size(), 2u);
     EXPECT_EQ(texts.Services().programmeType, 1);
-    texts.Restart();
+    texts.Retune();
     EXPECT_FALSE(texts.Services().serviceName);
+}
+
+// A station with all that it may say, under a code.
+sdr::rds::Station Known(std::uint16_t pi) {
+    sdr::rds::Station station = Station(20.0);
+    station.pi = pi;
+    Say(&station.serviceName, "KORA ONE", 19.0);
+    Say(&station.radioText, "Good morning", 18.0);
+    station.radioTextFlag = false;
+    station.alternatives.same_10kHz = {9850, 10110, 10340};
+    station.alternatives.whole = true;
+    station.programmeType = 1;
+    station.trafficProgramme = true;
+    return station;
+}
+// Another frequency, of which nothing has come but the code.
+sdr::rds::Station JustTuned(std::uint16_t pi) {
+    sdr::rds::Station station = Station(0.3);
+    station.pi = pi;
+    return station;
+}
+
+TEST(StationTexts, OnAnotherFrequencyOfTheSameNetworkAllIsKnownWithTheCode) {
+    CStationTexts texts;
+    texts.Take(Known(0xD301));
+    texts.Retune();
+    texts.Take(Station(0.2));
+    EXPECT_EQ(Given(&texts), "-");
+    EXPECT_TRUE(texts.Services().alternatives_10kHz.empty());
+    texts.Take(JustTuned(0xD301));
+    EXPECT_EQ(Given(&texts), "KORA ONE");
+    EXPECT_EQ(Given(&texts), "Good morning");
+    EXPECT_EQ(texts.Services().alternatives_10kHz.size(), 3u);
+    EXPECT_EQ(texts.Services().programmeType, 1);
+    EXPECT_TRUE(texts.Services().trafficProgramme);
+    // What comes then takes its place, a shorter list of alternatives when it is whole.
+    sdr::rds::Station later = JustTuned(0xD301);
+    later.alternatives.same_10kHz = {9850};
+    Say(&later.serviceName, "KORA TWO", 1.0);
+    texts.Take(later);
+    EXPECT_EQ(Given(&texts), "KORA TWO");
+    EXPECT_EQ(texts.Services().alternatives_10kHz.size(), 3u);
+    later.alternatives.whole = true;
+    texts.Take(later);
+    EXPECT_EQ(texts.Services().alternatives_10kHz.size(), 1u);
+}
+
+TEST(StationTexts, AnotherCodeForgetsAllOfTheStationBeforeForGood) {
+    CStationTexts texts;
+    texts.Take(Known(0xD301));
+    texts.Retune();
+    texts.Take(JustTuned(0xD302));
+    EXPECT_EQ(Given(&texts), "-");
+    EXPECT_FALSE(texts.Services().serviceName);
+    EXPECT_FALSE(texts.Services().trafficProgramme);
+    texts.Retune();
+    texts.Take(JustTuned(0xD301));
+    EXPECT_EQ(Given(&texts), "-");
+}
+
+TEST(StationTexts, AFrequencyWithoutACodeBetweenTwoOfANetworkForgetsNothingUntilAMinuteHasPassed) {
+    CStationTexts texts;
+    texts.Take(Known(0xD301));
+    texts.Retune();
+    texts.Take(Station(59.0));
+    texts.Retune();
+    texts.Take(JustTuned(0xD301));
+    EXPECT_EQ(Given(&texts), "KORA ONE");
+    texts.Retune();
+    texts.Take(Station(61.0));
+    texts.Take(JustTuned(0xD301));
+    EXPECT_EQ(Given(&texts), "-");
+}
+
+TEST(StationTexts, ARadioTextThatHasChangedMeanwhileIsNotShownAnyMore) {
+    CStationTexts texts;
+    texts.Take(Known(0xD301));
+    texts.Retune();
+    sdr::rds::Station station = JustTuned(0xD301);
+    station.radioTextFlag = true;
+    texts.Take(station);
+    EXPECT_EQ(Given(&texts), "KORA ONE");
+    EXPECT_EQ(Given(&texts), "KORA ONE");
+    EXPECT_FALSE(texts.Services().radioText);
+}
+
+TEST(StationTexts, AConnectionThatBrokeIsARetuneToTheSameStation) {
+    CStationTexts texts;
+    texts.Take(Known(0xD301));
+    texts.Take({});
+    EXPECT_EQ(Given(&texts), "-");
+    texts.Take(JustTuned(0xD301));
+    EXPECT_EQ(Given(&texts), "KORA ONE");
 }
 
 TEST(StationTexts, AListLongerThanTheRadioCanKeepIsCut) {

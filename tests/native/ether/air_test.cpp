@@ -137,6 +137,17 @@ TEST_F(Air, TheDataSayWhatTheBandFileSays) {
     EXPECT_EQ(rds.alternatives.same_10kHz, (std::vector<std::uint32_t>{9010, 10110}));
     EXPECT_TRUE(rds.pi.has_value());
     EXPECT_EQ(rds.stereo.value_or(false), true);
+    EXPECT_EQ(rds.trafficProgramme.value_or(true), false);
+    EXPECT_EQ(rds.trafficAnnouncement.value_or(true), false);
+}
+
+TEST_F(Air, ATrafficProgrammeAndItsAnnouncementAreInTheData) {
+    air.SetBand(Band(kStation + "tp=1\nta=1\n"));
+    const auto rds = Listen(air, At(kStation_Hz), 2.0).snapshot.rds;
+    EXPECT_EQ(rds.trafficProgramme.value_or(false), true);
+    EXPECT_EQ(rds.trafficAnnouncement.value_or(false), true);
+    air.SetBand(Band(kStation + "tp=1\n"));
+    EXPECT_EQ(Listen(air, At(kStation_Hz), 2.0).snapshot.rds.trafficAnnouncement.value_or(true), false);
 }
 
 TEST_F(Air, StationsOfOneNameHaveOneIdentificationAndOthersAnother) {

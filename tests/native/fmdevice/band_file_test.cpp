@@ -24,7 +24,7 @@ Read ReadText(const std::string& text) {
 TEST(BandFile, EveryKeyOfAStationIsRead) {
     const Read read = ReadText(
         "[band]\nwrap=0\n[9850]\nlevel=45\nstereo=1\nps=KORA ONE\npty=News\npt=Morning\nrt=Good morning\n"
-        "af=101.1 103.4\nct=1\nprogramme=tone:440\n");
+        "af=101.1 103.4\nct=1\ntp=1\nta=1\nprogramme=tone:440\n");
     EXPECT_THAT(read.faults, IsEmpty());
     EXPECT_FALSE(read.band.wrap);
     const fm::Station& station = read.At(9850);
@@ -36,6 +36,8 @@ TEST(BandFile, EveryKeyOfAStationIsRead) {
     EXPECT_THAT(station.rds.radioTexts, ElementsAre("Good morning"));
     EXPECT_THAT(station.rds.alternatives_10kHz, ElementsAre(10110u, 10340u));
     EXPECT_TRUE(station.rds.clockTime);
+    EXPECT_TRUE(station.rds.trafficProgramme);
+    EXPECT_TRUE(station.rds.trafficAnnouncement);
     EXPECT_EQ(station.programme.kind, fm::ProgrammeKind::kTone);
 }
 

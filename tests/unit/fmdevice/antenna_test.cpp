@@ -232,6 +232,20 @@ TEST_F(OnTheAir, SamplesThatComeTooSlowlyAreSaid) {
     EXPECT_TRUE(Becomes(L"plays"));
 }
 
+TEST_F(OnTheAir, AMachineThatCannotFollowSaysSoAndPlaysOnOnceItCan) {
+    StickServer server(kOne);
+    Use(server.Antenna());
+    ASSERT_TRUE(Plays());
+    // Faster than any machine receives: what is beyond the half second that is held is lost.
+    server.repeats = true;
+    server.pace_percent = 10000;
+    EXPECT_TRUE(Becomes(L"this machine is too slow: samples are lost"));
+    server.pace_percent = 100;
+    server.repeats = false;
+    EXPECT_TRUE(Becomes(L"plays"));
+    EXPECT_TRUE(WaitFor([&] { return Signal() > 40; }));
+}
+
 TEST_F(OnTheAir, WhatIsHeardStaysAsLongAsTheClockThroughAStall) {
     StickServer server(kOne);
     handset::SetStateString(L"SoundLog", L"\\heard.wav");

@@ -43,6 +43,7 @@ TEST_F(ReceptionValues, WhatIsWrittenIsReadUntilItIsCleared) {
     state.offset_Hz = -1250;
     state.blockErrors_percent = 3;
     state.pi = 0xD318;
+    state.trafficProgramme = true;
     state.levels[0] = 7;
     state.levels[205] = 99;
     ASSERT_TRUE(handset::WriteReception(state));
@@ -57,16 +58,22 @@ TEST_F(ReceptionValues, WhatIsWrittenIsReadUntilItIsCleared) {
     EXPECT_EQ(read->offset_Hz, -1250);
     EXPECT_EQ(read->blockErrors_percent, 3u);
     EXPECT_EQ(read->pi, 0xD318);
+    EXPECT_TRUE(read->trafficProgramme);
+    EXPECT_FALSE(read->trafficAnnouncement);
     EXPECT_EQ(read->levels, state.levels);
     EXPECT_EQ(read->levels[1], handset::kLevelNotSeen);
 
     state.pi.reset();
+    state.trafficProgramme = false;
+    state.trafficAnnouncement = true;
     state.offset_Hz.reset();
     state.carrierToNoise_dBHz.reset();
     state.blockErrors_percent.reset();
     ASSERT_TRUE(handset::WriteReception(state));
     const auto unknown = handset::ReadReception();
     ASSERT_TRUE(unknown);
+    EXPECT_FALSE(unknown->trafficProgramme);
+    EXPECT_TRUE(unknown->trafficAnnouncement);
     EXPECT_FALSE(unknown->pi || unknown->offset_Hz || unknown->carrierToNoise_dBHz ||
                  unknown->blockErrors_percent);
     handset::ClearReception();

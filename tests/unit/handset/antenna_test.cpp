@@ -92,10 +92,11 @@ TEST_F(AntennaVerb, ShowsWhatTheRadioReceives) {
     state.offset_Hz = -310;
     state.blockErrors_percent = 2;
     state.pi = 0xD3A7;
+    state.trafficProgramme = state.trafficAnnouncement = true;
     ASSERT_TRUE(handset::WriteReception(state));
     EXPECT_TRUE(
         Says(L"reception  plays; 98.5 MHz, level 44, stereo, C/N0 92.5 dB-Hz, -310 Hz beside, "
-             L"2 % block errors, PI D3A7\n"));
+             L"2 % block errors, PI D3A7, TP, TA\n"));
     handset::ClearReception();
 }
 
