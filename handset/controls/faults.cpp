@@ -22,6 +22,11 @@ constexpr FaultRow kFaults[] = {
     {L"power-notify",    L"power notifications are refused"},
     {L"registry-rights", L"the power manager's registry keys are not to be written"},
     {L"database-write",  L"no record can be written"},
+    {L"ether-away",      L"the simulated ether sends its clients away, as if the stick was pulled"},
+    {L"ether-greeting",  L"the ether greets new clients as another kind of server does"},
+    {L"ether-stall",     L"the ether sends nothing more, though the connection stands"},
+    {L"ether-slow",      L"every second buffer of the ether is lost on the way"},
+    {L"ether-garbage",   L"the ether sends any bytes in the place of samples"},
     {L"suspend",         L"no thread can be suspended, once; suspend:N so many times", true},
 };
 // The tuner device's operations, in the order of its interface.

@@ -84,11 +84,18 @@ std::optional<std::uint16_t> CServer::Listen(std::uint16_t port) {
 void CServer::Accept() {
     sockets_->client.Reset(accept(sockets_->listener.Get(), nullptr, nullptr));
     if (!sockets_->client) return;
+    if (faults_.away) return Drop();
     u_long unblocked = 1;
     ioctlsocket(sockets_->client.Get(), FIONBIO, &unblocked);
     const double now_s = Now_s();
     air_->Pass(now_s - left_s_);
-    stream_ = std::make_unique<CStream>(air_, options_, now_s);
+    stream_ = std::make_unique<CStream>(air_, options_, faults_, now_s);
+}
+
+void CServer::SetFaults(const StreamFaults& faults) {
+    faults_ = faults;
+    if (HasClient() && faults.away) Drop();
+    if (HasClient()) stream_->SetFaults(faults);
 }
 
 void CServer::Drop() {
@@ -108,6 +115,7 @@ void CServer::Receive() {
 }
 
 void CServer::Send() {
+    if (faults_.stall) return;
     while (stream_ && stream_->FrontSize() > 0) {
         const int wanted = static_cast<int>(std::min<std::size_t>(stream_->FrontSize(), kMostAtOnce));
         const int count =
@@ -128,7 +136,7 @@ void CServer::Serve(unsigned wait_ms) {
     // While there is a client the next one waits in the listener's row.
     const SOCKET waitsFor = HasClient() ? sockets_->client.Get() : sockets_->listener.Get();
     FD_SET(waitsFor, &readable);
-    if (HasClient() && stream_->FrontSize() > 0) FD_SET(waitsFor, &writable);
+    if (HasClient() && stream_->FrontSize() > 0 && !faults_.stall) FD_SET(waitsFor, &writable);
     timeval wait = {static_cast<long>(wait_ms / 1000), static_cast<long>(wait_ms % 1000 * 1000)};
     const bool came = select(0, &readable, &writable, nullptr, &wait) > 0 && FD_ISSET(waitsFor, &readable);
     if (!HasClient()) {

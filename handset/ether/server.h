@@ -24,6 +24,8 @@ class CServer {
     // Waits up to so long for anything to do, and does it: takes a client when there is none, reads its
     // commands, makes what samples are due and sends what it takes. One thread.
     void Serve(unsigned wait_ms);
+    // What goes wrong from now on.
+    void SetFaults(const StreamFaults& faults);
     [[nodiscard]] bool HasClient() const { return stream_ != nullptr; }
 
   private:
@@ -35,6 +37,7 @@ class CServer {
     struct Sockets;
     CAir* air_;
     StreamOptions options_;
+    StreamFaults faults_;
     std::unique_ptr<Sockets> sockets_;
     std::unique_ptr<CStream> stream_;
     double left_s_ = 0;  // when the last client went

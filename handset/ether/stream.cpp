@@ -4,9 +4,14 @@
 
 namespace ether {
 
-CStream::CStream(CAir* air, const StreamOptions& options, double now_s)
-    : air_(air), buffer_bytes_(options.buffer_bytes), stick_(options.crystal_ppm), begin_s_(now_s) {
-    const auto greeting = CStick::Greeting();
+CStream::CStream(CAir* air, const StreamOptions& options, const StreamFaults& faults, double now_s)
+    : air_(air),
+      buffer_bytes_(options.buffer_bytes),
+      faults_(faults),
+      stick_(options.crystal_ppm),
+      begin_s_(now_s) {
+    auto greeting = CStick::Greeting();
+    if (faults.greeting) greeting.fill('?');
     waiting_.emplace_back(greeting.begin(), greeting.end());
     ShowWindow(now_s);
 }
@@ -37,16 +42,29 @@ void CStream::Advance(double now_s) {
         begin_s_ += behind_s;
     }
     while (samples_ / rate_Hz < now_s - begin_s_) {
+        const std::size_t before = filling_.size();
         samples_ += static_cast<double>(air_->Read(&filling_));
-        if (filling_.size() < buffer_bytes_) continue;
-        const auto end = filling_.begin() + static_cast<std::ptrdiff_t>(buffer_bytes_);
-        waiting_.emplace_back(filling_.begin(), end);
-        filling_.erase(filling_.begin(), end);
-        if (waiting_.size() * buffer_bytes_ <= kMostWaiting_bytes) continue;
-        // One that is half sent has to be sent whole, or I and Q would change places.
-        waiting_.erase(waiting_.begin() + (sent_ > 0 ? 1 : 0));
-        ++lostBuffers_;
+        if (faults_.garbage) Spoil(before);
+        if (filling_.size() >= buffer_bytes_) HandOn();
     }
+}
+
+void CStream::Spoil(std::size_t from) {
+    for (std::size_t i = from; i < filling_.size(); ++i) {
+        random_ = random_ * 6364136223846793005U + 1442695040888963407U;
+        filling_[i] = static_cast<std::uint8_t>(random_ >> 56);
+    }
+}
+
+void CStream::HandOn() {
+    const auto end = filling_.begin() + static_cast<std::ptrdiff_t>(buffer_bytes_);
+    const bool lost = faults_.slow && ++buffers_ % 2 == 0;
+    if (!lost) waiting_.emplace_back(filling_.begin(), end);
+    filling_.erase(filling_.begin(), end);
+    if (waiting_.size() * buffer_bytes_ <= kMostWaiting_bytes) return;
+    // One that is half sent has to be sent whole, or I and Q would change places.
+    waiting_.erase(waiting_.begin() + (sent_ > 0 ? 1 : 0));
+    ++lostBuffers_;
 }
 
 const std::uint8_t* CStream::Front() const {

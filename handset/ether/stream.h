@@ -13,6 +13,15 @@
 
 namespace ether {
 
+// What goes wrong with the stick, its server or the way to it.
+struct StreamFaults {
+    bool away = false;      // clients are sent away at once
+    bool greeting = false;  // a new client is greeted as by a server of another kind
+    bool stall = false;     // nothing is sent, though the connection stands
+    bool slow = false;      // every second buffer is lost on the way
+    bool garbage = false;   // any bytes come in the place of the samples
+};
+
 struct StreamOptions {
     double crystal_ppm = 0;  // by which the stick's clock is too fast
     // What is handed on at a time. A stick's server takes this much from the bus; less of it comes sooner.
@@ -27,7 +36,8 @@ inline constexpr std::size_t kMostWaiting_bytes = 8 * kMostBuffer_bytes;
 class CStream {
   public:
     // `now_s`: of any clock that goes evenly. The air is not owned.
-    CStream(CAir* air, const StreamOptions& options, double now_s);
+    CStream(CAir* air, const StreamOptions& options, const StreamFaults& faults, double now_s);
+    void SetFaults(const StreamFaults& faults) { faults_ = faults; }
 
     void Take(const std::uint8_t* bytes, std::size_t count, double now_s);
     // Samples up to that time. What a host did not come to in kLongestDelay_s is left out, as by a stick.
@@ -45,9 +55,14 @@ class CStream {
 
   private:
     void ShowWindow(double now_s);
+    void Spoil(std::size_t from);
+    void HandOn();
 
     CAir* air_;
     std::size_t buffer_bytes_;
+    StreamFaults faults_;
+    std::uint64_t random_ = 1;   // of the garbage
+    std::uint64_t buffers_ = 0;  // that were filled
     CStick stick_;
     CCommandReader reader_;
     double begin_s_;

@@ -103,6 +103,21 @@ class BandKeeper {
     Stamp seen_, read_;
 };
 
+ether::StreamFaults FaultsOfTheEther() {
+    using ether::StreamFaults;
+    constexpr struct {
+        const wchar_t* name;
+        bool StreamFaults::*fault;
+    } kRows[] = {{L"ether-away", &StreamFaults::away},
+                 {L"ether-greeting", &StreamFaults::greeting},
+                 {L"ether-stall", &StreamFaults::stall},
+                 {L"ether-slow", &StreamFaults::slow},
+                 {L"ether-garbage", &StreamFaults::garbage}};
+    StreamFaults faults;
+    for (const auto& row : kRows) faults.*row.fault = handset::FaultInjected(row.name);
+    return faults;
+}
+
 OwnedHandle OpenStop() {
     return OwnedHandle(
         OpenEventW(EVENT_MODIFY_STATE | SYNCHRONIZE, FALSE, handset::StateObjectName(kStopName).c_str()));
@@ -139,6 +154,7 @@ std::wstring RunEther(std::uint16_t port, const ether::StreamOptions& options, C
     // A client's round never takes as long as a look at the event.
     while (WaitForSingleObject(stop.get(), 0) != WAIT_OBJECT_0) {
         band.LookAgain();
+        server.SetFaults(FaultsOfTheEther());
         server.Serve(server.HasClient() ? kWait_ms : 10 * kWait_ms);
     }
     Forget(*listens);

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "handset/service/ether_service.h"
+#include "handset/state/handset_state.h"
 #include "handset/state/process_start.h"
 #include "tests/support/handset_under_test.h"
 #include "tests/support/wait.h"
@@ -18,7 +18,7 @@ constexpr wchar_t kEther[] = L"ether buffer 32768";
 EtherUnderTest::EtherUnderTest() {
     Start(kEther);
     EXPECT_TRUE(WaitFor([this] {
-        m_port = panel::EtherPort().value_or(0);
+        m_port = static_cast<std::uint16_t>(handset::StateDword(L"EtherPort", 0));
         return m_port != 0;
     })) << "the ether did not start";
     std::string said;

@@ -122,6 +122,7 @@ TEST_F(AutoScan, AScanOfLessThanTenSecondsIsMadeThreeTimesFromAnEmptyGroup) {
 }
 
 TEST_F(AutoScan, AScanOfMoreThanTenSecondsIsMadeOnce) {
+    NEEDS_THE_SIMULATED_BAND("a walk of more than ten seconds for certain, by a faster clock");
     // Every station costs a tenth of a second of seeking: the handset's clock runs faster than the storing.
     SetEnvironmentVariableW(L"KORA_CLOCKRATE", kFast);
     handset.WriteBand(Band(20));

@@ -62,8 +62,8 @@ int BookedRadioTest::Traced(const std::string& text) const {
     return count;
 }
 
-bool BookedRadioTest::WaitForTraces(const std::string& text, int count) const {
-    return WaitFor([&] { return Traced(text) >= count; });
+bool BookedRadioTest::WaitForTraces(const std::string& text, int count, DWORD deadline_ms) const {
+    return WaitFor([&] { return Traced(text) >= count; }, deadline_ms);
 }
 
 }  // namespace test

@@ -36,7 +36,7 @@ class BookedRadioTest : public RecordingTest {
     static HWND OpenSchedule(const Radio& radio);
     static void CloseRadio(const Radio& radio);
     int Traced(const std::string& text) const;
-    bool WaitForTraces(const std::string& text, int count) const;
+    bool WaitForTraces(const std::string& text, int count, DWORD deadline_ms = kDeadline_ms) const;
 };
 
 }  // namespace test

@@ -88,13 +88,13 @@ TEST_F(BookedTrouble, OfTwoBookingsOfOneMinuteTheLaterOneIsRecordedAndOneRadioIs
     };
     book(L"RunAppAtTime-0000000001", L"8760");
     book(L"RunAppAtTime-0000000002", L"9850");
-    Handset(L"clock 10");
+    Handset(L"clock " + std::to_wstring(test::OnTheEther() ? 1 : 4));
     Handset(L"clock 2026-11-23 09:59:58");
     const ServiceProcess service(handset);
     EXPECT_TRUE(WaitForTraces("Channel: 9850", 1));
     EXPECT_TRUE(WaitForTraces("FM: Program Terminated.", 1));
     // The first was closed before it recorded, the second by itself when its minute was over.
-    EXPECT_TRUE(WaitForTraces("FM: Program Terminated.", 2));
+    EXPECT_TRUE(WaitForTraces("FM: Program Terminated.", 2, test::kBookedMinute_ms));
     EXPECT_EQ(Starts(), 2);
     EXPECT_THAT(handset.Trace(), testing::Not(HasSubstr("SetFileName() failed")));
     EXPECT_THAT(Handset(L"status"), HasSubstr("not running"));
@@ -103,6 +103,7 @@ TEST_F(BookedTrouble, OfTwoBookingsOfOneMinuteTheLaterOneIsRecordedAndOneRadioIs
 }
 
 TEST_F(BookedTrouble, DaylightSavingNeitherLosesARecordingNorStartsItTwice) {
+    NEEDS_THE_SIMULATED_BAND("more than an hour and a half, which pass on a fast clock alone");
     handset.SetState(L"TimeZone", L"W. Europe Standard Time");
     const ServiceProcess service(handset);
     // Both on a Sunday at 02:32: an hour that is left out in March and comes twice in October.

@@ -171,6 +171,7 @@ void BookedWeek::NextMondayWithAFullDisk() {
 }
 
 TEST_F(BookedWeek, BookedByHandIsRecordedAtItsTimesWhateverElseGoesOn) {
+    NEEDS_THE_SIMULATED_BAND("a week, which passes on a fast clock alone");
     ServiceProcess service(handset);
     BookTheWeek();
     ASSERT_NO_FATAL_FAILURE(MondayWithTheRadioClosed());

@@ -181,6 +181,7 @@ void Day::HeadsetPulled(Radio& radio) {
 }
 
 TEST_F(Day, FromTheFirstStationToThePulledHeadset) {
+    NEEDS_THE_SIMULATED_BAND("a day, which passes on a fast clock alone");
     SetClockRate(kClockRate);
     handset.WriteBand(Band(60));
     Radio radio(handset);
@@ -198,7 +199,7 @@ TEST_F(Day, FromTheFirstStationToThePulledHeadset) {
 
 // The call is answered and ends while the radio still says where the recording lies.
 TEST_F(Day, ACallEndsARecordingAndTheRadioComesBackAfterIt) {
-    SetClockRate(10);
+    Hurry(10);
     handset.WriteBand(Band(60));
     Radio radio(handset, L"-Rec -Channel 9850");
     radio.WaitUntilShown();

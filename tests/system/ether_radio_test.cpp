@@ -1,10 +1,7 @@
 // The radio on real signals: the stations of the band file, as a receiver stick would hear them.
-#include "tests/support/ether_under_test.h"
 #include "tests/support/heard_tone.h"
 #include "tests/support/remote_list.h"
-#include "tests/system/booked_radio.h"
-
-#include <cstdlib>
+#include "tests/system/ether_test.h"
 
 namespace {
 
@@ -23,38 +20,10 @@ constexpr char kThreeStations[] =
     "[9850]\nlevel=45\nstereo=1\nps=KORA ONE\npty=News\nrt=Good morning\naf=101.1 103.4\nprogramme=tone:440\n"
     "[10790]\nlevel=35\nps=TOP END\nprogramme=tone:880\n";
 
-class EtherRadio : public test::BookedRadioTest {
+class EtherRadio : public test::EtherTest {
   protected:
     EtherRadio() { handset.WriteBand(kThreeStations); }
 
-    // The last level that the tuner gave; -1 before the first.
-    int Level() const {
-        int level = -1;
-        for (const std::string& call : handset.TunerCalls()) {
-            if (call.rfind("GetSignal -> 0: ", 0) == 0) level = std::atoi(call.c_str() + 16);
-        }
-        return level;
-    }
-    testing::AssertionResult WaitForLevel(int lowest, int highest) const {
-        if (WaitFor([&] { return Level() >= lowest && Level() <= highest; }))
-            return testing::AssertionSuccess();
-        return testing::AssertionFailure() << "the level is " << Level();
-    }
-    // What the radio said of its antenna: connections, a machine that is too slow.
-    std::vector<std::string> AntennaWords() const {
-        std::vector<std::string> words;
-        for (const std::string& line : test::Lines(handset.Trace())) {
-            if (line.find("antenna:") != std::string::npos) words.push_back(line);
-        }
-        return words;
-    }
-    // The radio is shown, tuned to 98.5 MHz and receives it.
-    void Tune(Radio& radio) const {
-        radio.WaitUntilShown();
-        radio.Type("985");
-        ASSERT_TRUE(WaitForCall("SetChannel 9850 -> 0"));
-        ASSERT_TRUE(WaitForLevel(43, 47));
-    }
     // The channels to which the tuner went from 98.5 MHz, each once until it changed.
     std::vector<std::string> Stops(std::size_t from) const {
         std::vector<std::string> stops = {"9850"};
@@ -78,8 +47,6 @@ class EtherRadio : public test::BookedRadioTest {
         stops.resize(std::min(stops.size(), stations));
         return stops;
     }
-
-    test::EtherUnderTest ether;
 };
 
 TEST_F(EtherRadio, AStationIsTunedWithItsLevelStereoAndTexts) {
@@ -151,6 +118,38 @@ TEST_F(EtherRadio, TheRadioMovesToTheStrongestAlternativeThatTheStationNames) {
     EXPECT_THAT(handset.Trace(), HasSubstr("\nCurrent MAX Frequency: 10340\n"));
     Radio::Answer(box, IDOK);
     EXPECT_TRUE(WaitForLevel(38, 42));
+}
+
+// Received anew, a text of this length takes more than three seconds.
+TEST_F(EtherRadio, OnAnotherFrequencyOfItsNetworkAStationsTextsAreThereAtOnce) {
+    const std::string text(64, 'a');
+    const auto band = [&](int tuned) {
+        return "[9850]\nlevel=" + std::to_string(tuned) + "\nps=KORA ONE\naf=98.5 103.4\nrt=" + text +
+               "\n[10340]\nlevel=40\nps=KORA ONE\naf=98.5 103.4\nrt=" + text + "\n";
+    };
+    handset.WriteBand(band(45));
+    Radio radio(handset);
+    Tune(radio);
+    ASSERT_TRUE(WaitForCall("GetRDSData -> 0: 4 KORA ONE"));
+    ASSERT_TRUE(WaitForCall("GetRDSData -> 0: 1 " + text));
+    ASSERT_TRUE(WaitForRounds(4));
+    Set(L"EnableAFAutoSwitch", 1);
+    handset.WriteBand(band(10));
+    const HWND box = radio.WaitForBox(L"FM");
+    ASSERT_NE(box, nullptr);
+    const std::size_t before = handset.TunerCalls().size();
+    Radio::Answer(box, IDOK);
+    std::vector<std::string> given;
+    EXPECT_TRUE(WaitFor([&] {
+        given.clear();
+        const auto calls = handset.TunerCalls();
+        for (std::size_t i = before; i < calls.size(); ++i) {
+            if (calls[i].rfind("GetRDSData -> 0: ", 0) == 0) given.push_back(calls[i]);
+        }
+        return given.size() >= 2;
+    }));
+    given.resize(std::min<std::size_t>(given.size(), 2));
+    EXPECT_THAT(given, testing::ElementsAre("GetRDSData -> 0: 4 KORA ONE", "GetRDSData -> 0: 1 " + text));
 }
 
 TEST_F(EtherRadio, ARecordingHoldsTheToneOfTheStation) {

@@ -18,6 +18,7 @@ constexpr double kHours = 0.5;
 class Faults : public test::RadioTest {};
 
 TEST_F(Faults, LeaveTheChannelsTheBookingsAndEveryRecordingIntact) {
+    NEEDS_THE_SIMULATED_BAND("half an hour, which passes on a fast clock alone");
     const char* const hours = std::getenv("KORA_FAULT_HOURS");
     const char* const given = std::getenv("KORA_FAULT_SEED");
     const unsigned seed = given != nullptr ? static_cast<unsigned>(std::atol(given)) : std::random_device()();

@@ -42,7 +42,7 @@ TEST_F(Keys, FourDigitsTuneFrom100MHz) {
 }
 
 TEST_F(Keys, ADigitAfterAnAbandonedEntryLeavesTheScreenToo) {
-    SetClockRate(10);
+    Hurry(10);
     Radio radio(handset, L"-Rec -Channel 9850");
     radio.WaitUntilShown();
     const test::ScreenPicture tuned = test::SettledPicture(radio, kFrequency);

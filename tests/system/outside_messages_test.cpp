@@ -34,7 +34,7 @@ class OutsideMessages : public test::OutsideTest {
 };
 
 TEST_F(OutsideMessages, AnyPrivateMessageWithAnyParametersLeavesTheRadioAlive) {
-    SetClockRate(kClockRate);
+    Hurry(kClockRate);
     Radio radio(handset);
     radio.WaitUntilShown();
     unsigned posted = 0;

@@ -82,7 +82,7 @@ TEST_F(OutsideVolume, AStartFromAVolumeWithAnyByteChangedOpensAndCloses) {
 }
 
 TEST_F(OutsideVolume, OneThatChangesUnderARunningRadioLeavesItAliveAndAWholeOneIsReadAgain) {
-    SetClockRate(kClockRate);
+    Hurry(kClockRate);
     Radio radio(handset);
     radio.WaitUntilShown();
     radio.Type("876");

@@ -48,6 +48,7 @@ class Power : public test::RadioTest {
 };
 
 TEST_F(Power, SwitchedOffByReturnTheIdleTimerIsResetEvery15SecondsUntilTheDisplayIsOn) {
+    NEEDS_THE_SIMULATED_BAND("two and a half minutes, which pass on a fast clock alone");
     SetClockRate(100);
     Radio radio(handset);
     radio.WaitUntilShown();

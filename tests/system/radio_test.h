@@ -5,9 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "tests/support/ether_under_test.h"
 #include "tests/support/handset_under_test.h"
 #include "tests/support/radio.h"
 #include "tests/support/tuner_contract.h"
@@ -15,8 +18,20 @@
 
 namespace test {
 
+// Whether this run has the simulated ether as every handset's antenna (KORA_TEST_ANTENNA=ether): the same
+// radio on real signals.
+bool OnTheEther();
+
+// First in a test, or in its SetUp, of what real signals cannot show: on the ether the test is left out,
+// and the run names it with this reason.
+#define NEEDS_THE_SIMULATED_BAND(reason) \
+    if (test::OnTheEther()) GTEST_SKIP() << (reason)
+
 class RadioTest : public testing::Test {
   protected:
+    RadioTest();
+    ~RadioTest() override;
+
     HandsetUnderTest handset;
 
     // Calls since `from`, without the queries that every paint and every round of the monitor makes.
@@ -41,12 +56,46 @@ class RadioTest : public testing::Test {
     }
     // What radios that are started from now on take for a second.
     void SetClockRate(std::uint32_t rate) const { handset.SetState(L"ClockRate", rate); }
+    // The same where it only saves time; on the ether, which has a pace of its own, the test takes its time.
+    // The rate that holds.
+    int Hurry(int rate) const {
+        const int holds = OnTheEther() ? 1 : rate;
+        SetClockRate(static_cast<std::uint32_t>(holds));
+        return holds;
+    }
 
     // How often the monitor has asked for the signal so far; true when it did so `more` times again.
     int Rounds() const { return Count(handset.TunerCalls(), "GetSignal"); }
     bool WaitForRounds(int more) const {
         const int before = Rounds();
         return WaitFor([&] { return Rounds() >= before + more; });
+    }
+
+    // The last level that the tuner gave; -1 before the first.
+    int Level() const {
+        int level = -1;
+        for (const std::string& call : handset.TunerCalls()) {
+            if (call.rfind("GetSignal -> 0: ", 0) == 0) level = std::atoi(call.c_str() + 16);
+        }
+        return level;
+    }
+    testing::AssertionResult WaitForLevel(int lowest, int highest) const {
+        if (WaitFor([&] { return Level() >= lowest && Level() <= highest; }))
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure() << "the level is " << Level();
+    }
+    // A station's own level; real signals come in a little better or worse.
+    testing::AssertionResult WaitForLevel(int level) const {
+        const int slack = OnTheEther() ? 2 : 0;
+        return WaitForLevel(level - slack, level + slack);
+    }
+    // The alternatives of the tuned station are known; the simulated band's are at once.
+    testing::AssertionResult WaitForAlternatives(const std::string& name) const {
+        if (!OnTheEther()) return testing::AssertionSuccess();
+        const auto named = WaitForCall("GetRDSData -> 0: 4 " + name);
+        // The list takes a few groups more than the name.
+        if (named && !WaitForRounds(4)) return testing::AssertionFailure() << "the monitor stands still";
+        return named;
     }
 
     // How often a key came to the main window. Not every line of the trace before it has an end of its own.
@@ -89,6 +138,8 @@ class RadioTest : public testing::Test {
     }
 
   private:
+    std::unique_ptr<EtherUnderTest> m_ether;
+
     template <class Read>
     static testing::AssertionResult WaitForText(const std::string& text, Read read) {
         std::string written;

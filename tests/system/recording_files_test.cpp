@@ -110,9 +110,9 @@ TEST_F(RecordingFiles, AnExistingFileIsKeptWhenTheUserSaysNoAndReplacedWhenHeSay
 }
 
 TEST_F(RecordingFiles, ABookedRecordingLastsItsMinute) {
-    SetClockRate(20);
+    Hurry(20);
     Radio radio(handset, L"-Rec -Channel 9850 -Duration 1");
-    ASSERT_TRUE(radio.WaitUntilGone(60000));
+    ASSERT_TRUE(radio.WaitUntilGone(test::kBookedMinute_ms));
     const SoundFile sound = ProbeSound(handset.DevicePath(Music(L"98.5-0000.amr")));
     EXPECT_EQ(sound.codec, "amr_nb");
     EXPECT_EQ(sound.complaints, "");
@@ -143,7 +143,7 @@ TEST_F(RecordingFiles, ABookedRecordingThatBeginsDuringAnotherEndsThatOneFirst) 
 
 TEST_F(RecordingFiles, ClosedByTheHeadsetTheFileIsWhole) {
     SetFormat(1);
-    SetClockRate(4);
+    Hurry(4);
     Radio radio(handset, L"-Rec -Channel 9850");
     radio.WaitUntilShown();
     ASSERT_NO_FATAL_FAILURE(RecordFor(radio, 1, Music(L"98.5-0000.wav")));

@@ -3,6 +3,7 @@
 
 namespace {
 
+using test::kBookedMinute_ms;
 using test::Lines;
 using test::Radio;
 using test::WaitFor;
@@ -88,7 +89,7 @@ TEST_F(RecordingScreen, ExitStopsTheRecordingFirstAndWaitsASecond) {
 }
 
 TEST_F(RecordingScreen, ClosedByTheHeadsetTheRadioEndsItsRecordingSilently) {
-    SetClockRate(4);
+    Hurry(4);
     Radio radio(handset);
     StartRecording(radio);
     handset.PlugHeadset(false);
@@ -113,7 +114,7 @@ TEST_F(RecordingScreen, WithTooLittleSpaceTheBoxComesAndNothingStarts) {
 }
 
 TEST_F(RecordingScreen, AnIncomingCallEndsTheRecordingAndItIsNotTakenUpAgain) {
-    SetClockRate(4);
+    Hurry(4);
     Radio radio(handset);
     StartRecording(radio);
     handset.SetRegistry(L"HKLM\\System\\State\\Phone", L"Status", 0x00010000u);
@@ -130,13 +131,13 @@ TEST_F(RecordingScreen, AnIncomingCallEndsTheRecordingAndItIsNotTakenUpAgain) {
 // --- Booked starts ----------------------------------------------------------------------------------------
 
 TEST_F(RecordingScreen, ABookedRecordingStartsRunsItsMinuteAndClosesTheRadioWithoutABox) {
-    SetClockRate(20);
+    const int rate = Hurry(20);
     Radio radio(handset, L"-Rec -Channel 9850 -Duration 1");
     radio.WaitUntilShown();
     const ULONGLONG shown = GetTickCount64();
-    ASSERT_TRUE(radio.WaitUntilGone(60000));
+    ASSERT_TRUE(radio.WaitUntilGone(kBookedMinute_ms));
     // 5 s and a minute of the handset's clock.
-    EXPECT_GE((GetTickCount64() - shown) * 20, 60000u);
+    EXPECT_GE((GetTickCount64() - shown) * rate, 60000u);
     EXPECT_EQ(radio.ExitCode(), 0u);
     const std::string trace = handset.Trace();
     EXPECT_THAT(trace, HasSubstr("[FM_EnCoder]iIndex : 2\n"));
@@ -148,7 +149,7 @@ TEST_F(RecordingScreen, ABookedRecordingStartsRunsItsMinuteAndClosesTheRadioWith
 TEST_F(RecordingScreen, ABookedRecordingThatIsStoppedByHandLeavesTheRadioOpen) {
     // The minute lasts four seconds: the stop comes well before its end, also on a machine that has much to
     // do.
-    SetClockRate(15);
+    const int rate = Hurry(15);
     Radio radio(handset, L"-Rec -Channel 9850 -Duration 1");
     radio.WaitUntilShown();
     ASSERT_TRUE(WaitForTrace("[FM_EnCoder]iIndex : 2\n"));
@@ -156,23 +157,23 @@ TEST_F(RecordingScreen, ABookedRecordingThatIsStoppedByHandLeavesTheRadioOpen) {
     ASSERT_TRUE(WaitFor([&] { return Count(Lines(handset.Trace()), "FM: disk space") >= 6; }));
     StopAndAnswer(radio);
     const ULONGLONG stopped = GetTickCount64();
-    ASSERT_TRUE(WaitFor([&] { return (GetTickCount64() - stopped) * 15 > 80000; }));
+    ASSERT_TRUE(WaitFor([&] { return (GetTickCount64() - stopped) * rate > 80000; }, kBookedMinute_ms));
     EXPECT_TRUE(radio.Runs());
     EXPECT_THAT(handset.Trace(), Not(HasSubstr("** Pre-Record Time Out **")));
 }
 
 TEST_F(RecordingScreen, WithoutADurationNothingIsRecorded) {
-    SetClockRate(20);
+    const int rate = Hurry(20);
     Radio radio(handset, L"-Rec -Channel 9850 -Duration 0");
     radio.WaitUntilShown();
     const ULONGLONG shown = GetTickCount64();
-    ASSERT_TRUE(WaitFor([&] { return (GetTickCount64() - shown) * 20 > 20000; }));
+    ASSERT_TRUE(WaitFor([&] { return (GetTickCount64() - shown) * rate > 20000; }, kBookedMinute_ms));
     EXPECT_THAT(handset.Trace(), Not(HasSubstr("[FM_EnCoder]")));
     EXPECT_TRUE(radio.Runs());
 }
 
 TEST_F(RecordingScreen, AStopInTheFirstFiveSecondsOfABookedStartStopsNothing) {
-    SetClockRate(2);
+    Hurry(2);
     Radio radio(handset, L"-Rec -Channel 9850 -Duration 1");
     radio.WaitUntilShown();
     radio.Send(0x8003, SKIN_STOP_RECORD, 0);
@@ -182,7 +183,7 @@ TEST_F(RecordingScreen, AStopInTheFirstFiveSecondsOfABookedStartStopsNothing) {
 }
 
 TEST_F(RecordingScreen, ABookedRecordingThatCannotStartStillClosesTheRadioAfterItsMinute) {
-    SetClockRate(40);
+    const int rate = Hurry(40);
     SetEnvironmentVariableW(L"KORA_OBJECTSTOREFREE", L"10");
     Radio radio(handset, L"-Rec -Channel 9850 -Duration 1");
     SetEnvironmentVariableW(L"KORA_OBJECTSTOREFREE", nullptr);
@@ -191,8 +192,8 @@ TEST_F(RecordingScreen, ABookedRecordingThatCannotStartStillClosesTheRadioAfterI
     ASSERT_NE(box, nullptr);
     const ULONGLONG answered = GetTickCount64();
     Radio::Answer(box, IDOK);
-    ASSERT_TRUE(radio.WaitUntilGone(60000));
-    EXPECT_GE((GetTickCount64() - answered) * 40, 58000u) << "the minute begins when the start was refused";
+    ASSERT_TRUE(radio.WaitUntilGone(kBookedMinute_ms));
+    EXPECT_GE((GetTickCount64() - answered) * rate, 58000u) << "the minute begins when the start was refused";
     EXPECT_THAT(handset.Trace(), HasSubstr("** Pre-Record Time Out **\n"));
 }
 

@@ -22,7 +22,7 @@ class RecordingTargets : public test::RecordingTest {
   protected:
     void SetUp() override {
         PlayTone();
-        SetClockRate(4);
+        Hurry(4);
     }
 
     // Every file of the device outside \Windows, with its bytes.

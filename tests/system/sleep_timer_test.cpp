@@ -13,7 +13,10 @@ using testing::Not;
 
 class SleepTime : public test::RadioTest {
   protected:
-    SleepTime() { SetClockRate(300); }
+    void SetUp() override {
+        NEEDS_THE_SIMULATED_BAND("quarters of an hour, which pass on a fast clock alone");
+        SetClockRate(300);
+    }
     struct Tick {
         int elapsed_s, length_s;
     };

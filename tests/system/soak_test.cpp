@@ -33,6 +33,8 @@ class Soak : public test::RadioTest {
 };
 
 TEST_F(Soak, AfterManyRoundsOfRandomEventsTheRadioHoldsNoMoreThanBefore) {
+    NEEDS_THE_SIMULATED_BAND(
+        "a quarter of an hour of the monitor's rounds, which pass on a fast clock alone");
     test::StoreFavourites(handset);
     SetClockRate(kClockRate);
     Radio radio(handset);

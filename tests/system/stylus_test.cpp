@@ -15,7 +15,11 @@ TEST_F(Stylus, HoldingSeekUpSeeksOnEveryTickAndSlidingOffEndsIt) {
     Radio radio(handset);
     radio.WaitUntilShown();
     radio.Press(130, 250);
-    EXPECT_TRUE(WaitFor([&] { return Count(handset.TunerCalls(), "SeekNext -> 0") >= 3; }));
+    const auto found = [this] {
+        const auto calls = handset.TunerCalls();
+        return std::count(calls.begin(), calls.end(), "SeekNext -> 0");
+    };
+    EXPECT_TRUE(WaitFor([&] { return found() >= 3; }));
     radio.Lift(130, 250);
     EXPECT_TRUE(WaitForCall("GetChannel -> 0: 10790"));
 }

@@ -81,6 +81,8 @@ TEST_F(Telephone, TheRDSButtonOpensTheInformation) {
     radio.WaitUntilShown();
     radio.Type("985");
     ASSERT_TRUE(WaitForCall("SetChannel 9850 -> 0"));
+    ASSERT_TRUE(WaitForCall("GetRDSData -> 0: 0 KORA ONE"));
+    ASSERT_TRUE(WaitForCall("GetRDSData -> 0: 1 Good morning"));
     PostMessageW(radio.Window(), 0x8003, SKIN_RDS_INFORMATION, 0);
     const HWND dialog = radio.WaitForBox(nullptr);
     ASSERT_NE(dialog, nullptr);
@@ -99,6 +101,7 @@ TEST_F(Telephone, TheAFButtonListsAndMeasuresTheFrequencies) {
     radio.WaitUntilShown();
     radio.Type("985");
     ASSERT_TRUE(WaitForCall("SetChannel 9850 -> 0"));
+    ASSERT_TRUE(WaitForAlternatives("KORA ONE"));
     PostMessageW(radio.Window(), 0x8003, SKIN_AF_LIST, 0);
     const HWND dialog = radio.WaitForBox(nullptr);
     ASSERT_NE(dialog, nullptr);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 namespace {
@@ -32,7 +33,7 @@ class EtherStream : public testing::Test {
     }
 
     CAir air{[](const std::string&) { return fm::MakeGenerator({}); }, 1795435200, 2};
-    CStream stream{&air, {}, 100};
+    CStream stream{&air, {}, {}, 100};
 };
 
 TEST_F(EtherStream, SamplesComeAtThePaceOfTheClock) {
@@ -63,7 +64,7 @@ TEST_F(EtherStream, ASlowClientLosesTheOldestBuffersWhole) {
 }
 
 TEST_F(EtherStream, SmallerBuffersComeSoonerAndAsManyMoreOfThemWait) {
-    CStream quick(&air, {0, 32768}, 200);
+    CStream quick(&air, {0, 32768}, {}, 200);
     quick.Sent(quick.FrontSize());
     const std::uint8_t rate[] = {0x02, 0x00, 0x0F, 0xA0, 0x00};
     quick.Take(rate, sizeof rate, 200);
@@ -73,6 +74,43 @@ TEST_F(EtherStream, SmallerBuffersComeSoonerAndAsManyMoreOfThemWait) {
     std::size_t waiting = 0;
     for (; quick.FrontSize() > 0; quick.Sent(quick.FrontSize())) waiting += quick.FrontSize();
     EXPECT_EQ(waiting, kMostBuffers * kBusBuffer_bytes);
+}
+
+TEST_F(EtherStream, OnASlowWayHalfOfTheBuffersAreLostAndTheOthersWhole) {
+    ether::StreamFaults slow;
+    slow.slow = true;
+    stream.SetFaults(slow);
+    std::size_t bytes = 0;
+    for (double now_s = 100; now_s < 110; now_s += 0.01) {
+        stream.Advance(now_s);
+        bytes += TakeAll();
+        ASSERT_EQ(bytes % kBusBuffer_bytes, 0u);
+    }
+    EXPECT_NEAR(static_cast<double>(bytes), 10 * 2048000 / 2.0, kBusBuffer_bytes);
+}
+
+TEST_F(EtherStream, GarbageHasTheLengthOfTheSamplesAndNothingOfThem) {
+    ether::StreamFaults garbage;
+    garbage.garbage = true;
+    stream.SetFaults(garbage);
+    stream.Advance(100.25);
+    ASSERT_EQ(stream.FrontSize(), kBusBuffer_bytes);
+    // Every byte as often as any other; samples without a station lie close to the middle.
+    std::array<int, 4> quarters{};
+    for (std::size_t i = 0; i < stream.FrontSize(); ++i) ++quarters[stream.Front()[i] / 64];
+    for (const int count : quarters) EXPECT_NEAR(count, kBusBuffer_bytes / 4.0, 2000);
+}
+
+TEST_F(EtherStream, AnotherKindOfServerGreetsOtherwise) {
+    const auto Greeting = [this](bool wrong) {
+        ether::StreamFaults faults;
+        faults.greeting = wrong;
+        const CStream greeting(&air, {}, faults, 100);
+        return std::string(greeting.Front(), greeting.Front() + greeting.FrontSize());
+    };
+    EXPECT_EQ(Greeting(false).substr(0, 4), "RTL0");
+    EXPECT_EQ(Greeting(true).find("RTL0"), std::string::npos);
+    EXPECT_EQ(Greeting(true).size(), Greeting(false).size());
 }
 
 TEST_F(EtherStream, AHostThatIsLateLeavesOutWhatItMissed) {

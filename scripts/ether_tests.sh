@@ -1,0 +1,36 @@
+# ./kora test --ether [NAME]: the system tests of the radio once more, with the simulated ether as the antenna of every
+# handset. Sourced by kora after test.sh.
+
+# left_to_band FILE…: the tests of these results that need the simulated band, each with its reason.
+left_to_band() {
+    sed -n -e 's/.*<testcase name="\([^"]*\)".* result="skipped".* classname="\([^"]*\)".*/\2.\1/;t name' \
+        -e 's/.*<skipped message="[^"]*&#x0A;\([^"]*\)".*/\1/;t reason' -e 'd' \
+        -e ':name' -e 'h;d' -e ':reason' -e 'G;s/\(.*\)\n\(.*\)/  \2: \1/;p' "$@" |
+        sed -e 's/&#x0A;.*//' -e "s/&apos;/'/g" -e 's/&quot;/"/g' -e 's/&amp;/\&/g' | sort
+}
+
+# What the results of this run sum up to, by an attribute of their first element.
+ether_sum() {
+    sed -n "s/^<testsuites .* *$1=\"\([0-9]*\)\".*/\1/p" "$KORA_ROOT"/build/release/ether/*.xml | awk '{ n += $1 } END { print n + 0 }'
+}
+
+kora_test_ether() {
+    packages_need "${KORA_BUILD_PACKAGES[@]}" "${KORA_DISPLAY_PACKAGES[@]}" "${KORA_TEST_PACKAGES[@]}"
+    local filter=${1:-.} failed=0 all bad left results=$KORA_ROOT/build/release/ether
+    build_preset release test_programs
+    # Handsets of its own, so that another run of tests may go on beside it.
+    export KORA_HOME=$KORA_HOME/ether
+    tests_prepare
+    rm -rf "$results"
+    step "tests of the radio on the simulated ether"
+    run_tests release "$filter" -C Ether -L '^ether$' || failed=1
+    [ -d "$results" ] || fail "no test has a name that matches \"$filter\""
+    all=$(ether_sum tests)
+    bad=$(($(ether_sum failures) + $(ether_sum errors)))
+    left=$(left_to_band "$results"/*.xml)
+    if [ -n "$left" ]; then printf 'left to the simulated band, and why:\n%s\n' "$left"; fi
+    left=$(printf '%s' "$left" | grep -c . || true)
+    printf '%d passed, %d failed, %d left to the simulated band (ether)\n' $((all - bad - left)) "$bad" "$left"
+    [ "$all" -gt 0 ] || fail "no test has a name that matches \"$filter\""
+    [ $failed -eq 0 ] || fail "some tests failed; their words are above"
+}

@@ -1,0 +1,34 @@
+// What the tests of the radio on real signals share: the ether as its antenna, and a radio that receives 98.5
+// MHz.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tests/support/ether_under_test.h"
+#include "tests/system/booked_radio.h"
+
+namespace test {
+
+class EtherTest : public BookedRadioTest {
+  protected:
+    // What the radio said of its antenna: connections, a machine that is too slow.
+    std::vector<std::string> AntennaWords() const {
+        std::vector<std::string> words;
+        for (const std::string& line : Lines(handset.Trace())) {
+            if (line.find("antenna:") != std::string::npos) words.push_back(line);
+        }
+        return words;
+    }
+    // The radio is shown, tuned to 98.5 MHz and receives it.
+    void Tune(Radio& radio) const {
+        radio.WaitUntilShown();
+        radio.Type("985");
+        ASSERT_TRUE(WaitForCall("SetChannel 9850 -> 0"));
+        ASSERT_TRUE(WaitForLevel(43, 47));
+    }
+
+    EtherUnderTest ether;
+};
+
+}  // namespace test
