@@ -4,7 +4,7 @@
 #include "handset/coredll/cedb/errors.h"
 #include "handset/coredll/cedb/mounts.h"
 #include "handset/coredll/cedb/volume_file.h"
-#include "handset/coredll/coredll_exports.h"
+#include "handset/coredll/kernel/coredll_exports.h"
 #include "handset/coredll/kernel/platform_call.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include "handset/coredll/cedb/mounts.h"
 #include "handset/coredll/cedb/property_values.h"
 #include "handset/coredll/cedb/volume_file.h"
-#include "handset/coredll/coredll_exports.h"
+#include "handset/coredll/kernel/coredll_exports.h"
 #include "handset/coredll/kernel/platform_call.h"
 
 namespace {

@@ -2,7 +2,7 @@
 // the desktop supplies and that needs nothing but the mark.
 #pragma once
 
-#include "handset/coredll/coredll_exports.h"
+#include "handset/coredll/kernel/coredll_exports.h"
 #include "handset/coredll/kernel/thread_record.h"
 
 namespace coredll {

@@ -1,7 +1,7 @@
 // Platform calls of the handset's other DLLs, marked for SuspendThread.
 #include "handset/coredll/kernel/platform_call.h"
 
-#include "handset/coredll/coredll_exports.h"
+#include "handset/coredll/kernel/coredll_exports.h"
 #include "handset/coredll/kernel/thread_record.h"
 
 COREDLL_EXPORT void WINAPI HandsetEnterCall(BOOL mayWait) {

@@ -6,7 +6,7 @@
 
 #include <atomic>
 
-#include "handset/coredll/coredll_exports.h"
+#include "handset/coredll/kernel/coredll_exports.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/coredll/kernel/thread_record.h"
 #include "handset/state/power_manager.h"
