@@ -30,4 +30,4 @@ struct ApplicationBlock {
     std::int32_t lLastSignal;  // last level that the monitor thread showed
 };
 
-extern ApplicationBlock g_app;
+inline ApplicationBlock g_app = {};

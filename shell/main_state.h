@@ -23,7 +23,7 @@ class CMainState {
     CMainState& operator=(const CMainState&) = delete;
 
     // What the user did on the skin: WM_SKIN_SLIDER, WM_SKIN_REPEAT and WM_SKIN_CLICK. The first virtual
-    // operation, by which the window procedure calls it. Defined in tuner/control_handler.cpp.
+    // operation, by which the window procedure calls it. Defined in control_handler.cpp.
     virtual LRESULT OnControl(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     virtual ~CMainState() = default;
 

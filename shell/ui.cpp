@@ -3,7 +3,6 @@
 #include "channels/channel_list_notify.h"
 #include "resources/resource_ids.h"
 #include "shell/activation.h"
-#include "shell/af_notice.h"
 #include "shell/app_block.h"
 #include "shell/commands.h"
 #include "shell/creation.h"
@@ -13,13 +12,14 @@
 #include "shell/main_state.h"
 #include "shell/menu_bar.h"
 #include "shell/messages.h"
+#include "shell/phone_calls.h"
 #include "shell/popup_menu.h"
 #include "shell/scan_finished.h"
 #include "shell/shutdown.h"
+#include "shell/texts.h"
 #include "skin/skin_window.h"
 #include "tuner/bluetooth.h"
 #include "tuner/frequency_display.h"
-#include "tuner/phone_calls.h"
 
 namespace {
 
@@ -112,7 +112,7 @@ LRESULT OnPhone(CMainState& state, HWND hwnd, UINT, WPARAM wParam, LPARAM) {
 }
 
 LRESULT OnAFSwitched(CMainState&, HWND hwnd, UINT, WPARAM, LPARAM) {
-    ShowAFNotice(hwnd);
+    ShowText(hwnd, IDS_AF_SWITCHED, L"FM", MB_TOPMOST);
     return 0;
 }
 

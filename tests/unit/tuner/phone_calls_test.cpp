@@ -1,5 +1,5 @@
 // The radio and the telephone.
-#include "tuner/phone_calls.h"
+#include "shell/phone_calls.h"
 
 #include "skin/skin_access.h"
 #include "tests/support/device_settings.h"

@@ -1,4 +1,4 @@
-#include "tuner/phone_calls.h"
+#include "shell/phone_calls.h"
 
 #include <cwchar>
 

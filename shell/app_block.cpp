@@ -1,3 +1,0 @@
-#include "shell/app_block.h"
-
-ApplicationBlock g_app = {};
