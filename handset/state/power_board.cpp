@@ -14,7 +14,7 @@ namespace {
 
 // One board for each state key that this program has worked with, kept open from then on.
 PowerBoard* OpenBoard() {
-    static auto& lock = *new std::mutex;  // guards `boards`
+    static std::mutex& lock = *new std::mutex;  // guards `boards`
     static auto& boards = *new std::map<std::wstring, std::unique_ptr<SharedMemory>>;
     static auto& own = *new PowerBoard{};
     const std::lock_guard<std::mutex> guard(lock);

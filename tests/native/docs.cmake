@@ -1,8 +1,12 @@
-# The table of promises in docs/ against the tests and the application's sources.
+# The tables in docs/ against the sources and the tests.
 add_executable(native_docs
+    docs/architecture_test.cpp
+    docs/markdown_table.cpp
     docs/promise_table.cpp
     docs/promises_test.cpp
+    docs/room_map.cpp
     docs/source_text.cpp
+    docs/threads_and_locks.cpp
     docs/trouble_test.cpp)
 target_include_directories(native_docs PRIVATE ${CMAKE_SOURCE_DIR})
 target_compile_definitions(native_docs PRIVATE KORA_SOURCE_DIR="${CMAKE_SOURCE_DIR}")

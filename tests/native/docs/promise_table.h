@@ -1,4 +1,4 @@
-// The rows of a table of promises in a Markdown file, and the names in them.
+// The rows of a table of promises in a Markdown file, and the tests that they name.
 #pragma once
 
 #include <string>
@@ -15,8 +15,5 @@ struct Promise {
 };
 
 std::vector<Promise> ReadPromises(const std::string& markdown);
-
-// What stands between backticks in a cell.
-std::vector<std::string> Quoted(const std::string& cell);
 
 }  // namespace test

@@ -7,22 +7,23 @@
 #include <cctype>
 #include <regex>
 
+#include "tests/native/docs/differences.h"
+#include "tests/native/docs/markdown_table.h"
 #include "tests/native/docs/promise_table.h"
 #include "tests/native/docs/source_text.h"
 
 namespace {
 
+using test::Complaints;
+using test::In;
+using test::kApplication;
+using test::kRoot;
 using test::Promise;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-const std::filesystem::path kRoot = KORA_SOURCE_DIR;
-const std::set<std::string> kApplication = {"shell",    "tuner", "channels", "recording",
-                                            "schedule", "skin",  "resources"};
-
 using Names = std::set<std::string>;
-using Complaints = std::vector<std::string>;
 
 std::string Place(const Promise& promise) {
     return "line " + std::to_string(promise.nLine) + " (" + promise.section + ")";
@@ -48,13 +49,6 @@ std::multiset<std::string> FirstQuoted(const std::vector<Promise>& promises, con
         for (const std::string& text : test::Quoted(promise.cells.front())) quoted.insert(text);
     }
     return quoted;
-}
-
-template <typename Left, typename Right>
-Complaints In(const Left& those, const Right& notIn) {
-    Complaints left;
-    std::set_difference(those.begin(), those.end(), notIn.begin(), notIn.end(), std::back_inserter(left));
-    return left;
 }
 
 std::vector<Promise> Promises() {

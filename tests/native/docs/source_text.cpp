@@ -81,6 +81,16 @@ std::string WithoutComments(const std::string& source, bool texts) {
     return bare;
 }
 
+std::string LinesWith(const std::string& text, const std::set<std::string>& words) {
+    std::string found;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        const auto has = [&line](const std::string& word) { return line.find(word) != std::string::npos; };
+        if (std::any_of(words.begin(), words.end(), has)) found += line + "\n";
+    }
+    return found;
+}
+
 std::set<std::string> TestsOf(const std::string& source) {
     const std::string bare = WithoutComments(source, true);
     static const std::regex kTest(R"(\bTEST(?:_F|_P)?\s*\(\s*(\w+)\s*,\s*(\w+)\s*\))");

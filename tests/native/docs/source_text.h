@@ -9,6 +9,10 @@
 
 namespace test {
 
+inline const std::filesystem::path kRoot = KORA_SOURCE_DIR;
+inline const std::set<std::string> kApplication = {"shell",    "tuner", "channels", "recording",
+                                                   "schedule", "skin",  "resources"};
+
 std::string ReadSource(const std::filesystem::path& file);
 // Every C++ file below the folders, in the order of their paths.
 std::set<std::filesystem::path> CppFiles(const std::filesystem::path& root,
@@ -16,6 +20,9 @@ std::set<std::filesystem::path> CppFiles(const std::filesystem::path& root,
 
 // Comments turned into blanks; with `texts` also what stands between quotation marks.
 std::string WithoutComments(const std::string& source, bool texts = false);
+
+// Those lines of a text in which one of the words stands; a regular expression need not look at the others.
+std::string LinesWith(const std::string& text, const std::set<std::string>& words);
 
 // "Suite.Test" of every GoogleTest macro of a source file; not those in comments and texts, nor disabled
 // ones.
