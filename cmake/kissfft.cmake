@@ -3,7 +3,7 @@
 if(TARGET kora_kissfft)
     return()
 endif()
-execute_process(COMMAND ${CMAKE_CURRENT_LIST_DIR}/../scripts/source_packages.sh kissfft 131.1.0
+execute_process(COMMAND ${CMAKE_CURRENT_LIST_DIR}/../scripts/source_packages.sh kissfft
     OUTPUT_VARIABLE KORA_KISSFFT_SOURCE OUTPUT_STRIP_TRAILING_WHITESPACE RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
     message(FATAL_ERROR "The Fourier transform's sources could not be made ready")

@@ -3,7 +3,7 @@
 if(TARGET kora_soxr)
     return()
 endif()
-execute_process(COMMAND ${CMAKE_CURRENT_LIST_DIR}/../scripts/source_packages.sh libsoxr 0.1.3
+execute_process(COMMAND ${CMAKE_CURRENT_LIST_DIR}/../scripts/source_packages.sh libsoxr
     OUTPUT_VARIABLE KORA_SOXR_SOURCE OUTPUT_STRIP_TRAILING_WHITESPACE RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
     message(FATAL_ERROR "The resampler's sources could not be made ready")

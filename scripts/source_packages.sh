@@ -1,11 +1,13 @@
 #!/usr/bin/env bash
-# source_packages.sh NAME [VERSION]: unpacks the distribution's source package NAME into build/sources/NAME and prints
-# that folder. With a VERSION, the upstream one, another one is refused. Done once for all presets; the machine's own
-# package lists stay as they are. Called by CMake.
+# source_packages.sh NAME: unpacks the distribution's source package NAME into build/sources/NAME and prints that folder.
+# Its archives have to be those of source_packages.sums, so that every machine builds the same; of the distribution's own
+# changes to it another revision is taken as well, and said, since it is there to mend something. Done once for all
+# presets; the machine's own package lists stay as they are. Called by CMake.
 # Needs: dpkg-dev, ca-certificates; deb entries in /etc/apt (their addresses, suites and keys are used).
 set -euo pipefail
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 SOURCES=${KORA_SOURCES:-$ROOT/build/sources}
+SUMS=${KORA_SOURCE_SUMS:-$ROOT/scripts/source_packages.sums}
 
 fail() { printf 'source_packages: %s\n' "$*" >&2; exit 1; }
 
@@ -47,32 +49,47 @@ own_apt() {
         -o APT::Get::List-Cleanup=0 -o APT::Sandbox::User=root -o Acquire::Languages=none "$@"
 }
 
+# verify: the archives of the package that lies in this folder.
+verify() {
+    local file sum
+    for file in *.tar.*; do
+        sum=$(awk -v file="$file" '$2 == file { print $1 }' "$SUMS")
+        if [ -z "$sum" ]; then
+            case $file in
+                *.debian.tar.*) printf '%s is another revision than the one that was looked at\n' "$file" >"$SOURCES/$1.note" ;;
+                *) fail "$file is what the distribution has; another version is built here, by $SUMS" ;;
+            esac
+        elif ! sha256sum --quiet --check - <<<"$sum  $file"; then
+            fail "$file is not what it was when it was looked at, by $SUMS"
+        fi
+    done
+}
+
 fetch() {
-    local name=$1 version=$2 work=$SOURCES/$1.part
+    local name=$1 work=$SOURCES/$1.part
     command -v dpkg-source >/dev/null || fail "the package dpkg-dev is missing"
     mkdir -p "$SOURCES/apt/lists/partial" "$SOURCES/apt/cache/archives/partial"
     deb_src_list >"$SOURCES/apt/sources.list"
     [ -s "$SOURCES/apt/sources.list" ] || fail "no deb entry in /etc/apt to derive the source entries from"
-    rm -rf "$work" && mkdir "$work"
-    own_apt update
-    (cd "$work" && own_apt source "$name")
-    local unpacked=("$work"/*/)
-    [ ${#unpacked[@]} -eq 1 ] || fail "$name did not unpack into one folder"
-    [ -z "$version" ] || [ "$(basename "${unpacked[0]}")" = "$name-$version" ] ||
-        fail "$(basename "${unpacked[0]}") is what the distribution has; the version that is built here is $version"
-    rm -rf "${SOURCES:?}/$name"
-    mv "${unpacked[0]}" "$SOURCES/$name"
+    rm -rf "$work" "$SOURCES/$name.note" && mkdir "$work"
+    cd "$work" || fail "there is no $work"
+    own_apt update && own_apt source --download-only "$name" || fail "the distribution's sources could not be had"
+    verify "$name"
+    dpkg-source -x ./*.dsc unpacked || fail "$name could not be unpacked"
+    mv unpacked "$SOURCES/$name"
+    cd "$SOURCES" || exit
     rm -rf "$work" "$SOURCES/apt"
 }
 
-[ $# -eq 1 ] || [ $# -eq 2 ] || fail "usage: source_packages.sh NAME [VERSION]"
+[ $# -eq 1 ] || fail "usage: source_packages.sh NAME"
 mkdir -p "$SOURCES"
 # Two configurations may ask at the same time: one fetches, the other finds it there.
 exec 9>"$SOURCES/$1.lock"
 flock 9
 if [ ! -d "$SOURCES/$1" ]; then
     # In a shell of its own, so that its last words are told below.
-    (fetch "$1" "${2:-}") >"$SOURCES/$1.log" 2>&1 || fail "fetching $1 failed; the last lines of $SOURCES/$1.log:
+    (fetch "$1") >"$SOURCES/$1.log" 2>&1 || fail "fetching $1 failed; the last lines of $SOURCES/$1.log:
 $(tail -n 5 "$SOURCES/$1.log")"
+    [ ! -f "$SOURCES/$1.note" ] || printf 'source_packages: %s\n' "$(<"$SOURCES/$1.note")" >&2
 fi
 printf '%s\n' "$SOURCES/$1"
