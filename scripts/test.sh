@@ -20,14 +20,16 @@ run_tests() {
 # count_tests ATTRIBUTE: summed over the results.
 count_tests() {
     # A program that a test started as its own child counts there; its file has a number at its end.
-    find "$KORA_HOME/results" -name "*.xml" ! -name "*_[0-9]*.xml" -exec cat {} + | sed -n "s/^<testsuites .* *$1=\"\([0-9]*\)\".*/\1/p" | awk '{ n += $1 } END { print n + 0 }'
+    find "$KORA_HOME/results" -name "*.xml" ! -name "*_[0-9]*.xml" -exec xmllint --recover --xpath "number(/testsuites/@$1)" {} \; 2>/dev/null |
+        awk '{ n += $1 } END { print n + 0 }'
 }
 
 # Suite.Test of every test of this run, by the results; of one with parameters as its source names it.
 tests_that_ran() {
-    find "$KORA_HOME/results" -name "*.xml" -exec cat {} + |
-        sed -n 's/.*<testcase name="\([A-Za-z0-9_]*\).* status="run".* classname="\([^"]*\)".*/\2.\1/p' |
-        sed 's/^[^.]*\///'
+    local run='//testcase[@status="run"]'
+    find "$KORA_HOME/results" -name "*.xml" -exec xmllint --recover --xpath "$run/@classname | $run/@name" {} \; 2>/dev/null | awk -F'"' '
+        $1 ~ /classname=/ { suite = $2; sub(/^.*\//, "", suite); print suite "." name }
+        $1 ~ /[^s]name=/ { name = $2; sub(/\/.*/, "", name) }'
 }
 
 # promises_ran: after a whole run every test that docs/promises.md counts on is one that ran.
