@@ -8,6 +8,7 @@ kora_test(test_shell APP
         shell/database_start_test.cpp
         shell/exception_guard_test.cpp
         shell/headset_test.cpp
+        shell/instance_test.cpp
         shell/keys_test.cpp
         shell/main_state_test.cpp
         shell/menu_enabling_test.cpp
@@ -20,5 +21,6 @@ kora_test(test_shell APP
         shell/shut_down_test.cpp
         shell/sleep_timer_test.cpp
     LIBS ${KORA_APPLICATION})
-# The browser is not started; the tests note what it would open, answer the boxes and note the times asked for.
-target_link_options(test_shell PRIVATE -Wl,--wrap=ShellExecuteEx,--wrap=ReadMsgQueue,--wrap=__imp_MessageBoxW,--wrap=__imp_Sleep,--wrap=__imp_SetTimer)
+# The browser is not started; the tests note what it would open, answer the boxes, and note the times asked for and who is
+# brought to the front.
+target_link_options(test_shell PRIVATE -Wl,--wrap=ShellExecuteEx,--wrap=ReadMsgQueue,--wrap=__imp_MessageBoxW,--wrap=__imp_Sleep,--wrap=__imp_SetTimer,--wrap=__imp_SetForegroundWindow)

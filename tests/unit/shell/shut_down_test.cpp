@@ -142,6 +142,33 @@ TEST_F(ShutDownTest, BothThreadsAreJoinedAndTheirHandlesCleared) {
     EXPECT_FALSE(monitor.KeepsRunning());
     EXPECT_EQ(state->m_hPowerThread, nullptr);
     EXPECT_EQ(state->m_hPowerStopEvent, nullptr);
+    EXPECT_EQ(state->m_hMonitorThread, nullptr);
+    EXPECT_EQ(state->m_hMonitorStopEvent, nullptr);
+}
+
+// A monitor that takes its time to end.
+TEST_F(ShutDownTest, TheMonitorHasEndedBeforeTheTunerIsClosed) {
+    struct Monitor {
+        static DWORD WINAPI Run(LPVOID parameter) {
+            auto& monitor = *static_cast<Monitor*>(parameter);
+            WaitForSingleObject(monitor.stop, INFINITE);
+            Sleep(100);
+            monitor.ended = true;
+            return 0;
+        }
+        HANDLE stop = StopEvent();
+        std::atomic<bool> ended{false};
+    } monitor;
+    state->m_hMonitorStopEvent = monitor.stop;
+    state->m_hMonitorThread = CreateThread(nullptr, 0, Monitor::Run, &monitor, 0, nullptr);
+    bool endedByThen = false;
+    device.onCall = [&](const std::string& call) {
+        if (call == "Close") endedByThen = monitor.ended;
+    };
+    ShutDown(*state, window);
+    EXPECT_TRUE(endedByThen);
+    // One that nobody waited for still uses what is about to go.
+    test::WaitFor([&] { return monitor.ended.load(); });
 }
 
 // A power thread that takes its time to end, and a monitor that looks whether it has.
