@@ -9,6 +9,8 @@
 
 namespace {
 
+using namespace cedb;
+
 constexpr DWORD kKnownInfoFlags = CEDB_VALIDCREATE | CEDB_VALIDMODTIME | CEDB_NOCOMPRESS;
 
 bool ToSortOrder(const SORTORDERSPECEX& sort, cedb::SortOrder* order) {

@@ -10,6 +10,8 @@
 
 namespace {
 
+using namespace cedb;
+
 // The heap that the caller's block belongs to. LocalAlloc's is the process's own.
 class BlockHeap {
   public:

@@ -8,6 +8,8 @@
 
 namespace {
 
+using namespace cedb;
+
 struct SeekRow {
     DWORD type;
     cedb::Seek kind;

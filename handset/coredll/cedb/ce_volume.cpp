@@ -7,6 +7,8 @@
 
 namespace {
 
+using namespace cedb;
+
 BOOL Answer(DWORD error) {
     if (error != ERROR_SUCCESS) SetLastError(error);
     return error == ERROR_SUCCESS;

@@ -1,9 +1,8 @@
 // The engine's answers as the device's error codes.
 #include "handset/coredll/cedb/errors.h"
 
+namespace cedb {
 namespace {
-
-using cedb::Status;
 
 struct ErrorRow {
     Status status;
@@ -37,3 +36,5 @@ DWORD ErrorOf(Status status, DWORD notFound) {
     }
     return notFound;
 }
+
+}  // namespace cedb

@@ -5,5 +5,9 @@
 
 #include "handset/coredll/cedb/engine/status.h"
 
+namespace cedb {
+
 // `notFound`: what it means to this call that there is no such thing.
-DWORD ErrorOf(cedb::Status status, DWORD notFound);
+DWORD ErrorOf(Status status, DWORD notFound);
+
+}  // namespace cedb

@@ -10,6 +10,7 @@
 #include "handset/coredll/cedb/windows_collator.h"
 #include "handset/state/utf8_text.h"
 
+namespace cedb {
 namespace {
 
 struct Table {
@@ -44,7 +45,7 @@ std::shared_ptr<MountedVolume> ByPath(const Table& table, const std::wstring& pa
 }
 
 // The volume's own identifier, unless a copy of it is mounted already.
-CEGUID FreeGuid(const Table& table, const cedb::VolumeId& id) {
+CEGUID FreeGuid(const Table& table, const VolumeId& id) {
     CEGUID guid;
     static_assert(sizeof guid == sizeof id);
     std::memcpy(&guid, id.data(), sizeof guid);
@@ -133,14 +134,16 @@ std::shared_ptr<OpenDatabase> FindOpenDatabase(HANDLE handle) {
     return found == table.databases.end() ? nullptr : found->second;
 }
 
+}  // namespace cedb
+
 extern "C" BOOL CedbCloseHandle(HANDLE handle) {
-    Table& table = TheTable();
+    cedb::Table& table = cedb::TheTable();
     const std::lock_guard<std::mutex> guard(table.lock);
     const auto found = table.databases.find(handle);
     if (found == table.databases.end()) return FALSE;
     const auto mounted = found->second->mounted;
     table.databases.erase(found);
     --mounted->databases;
-    CloseIfUnused(table, mounted);
+    cedb::CloseIfUnused(table, mounted);
     return CloseHandle(handle);
 }

@@ -10,8 +10,10 @@
 #include "handset/coredll/cedb/engine/cursor.h"
 #include "handset/include/cedb.h"
 
+namespace cedb {
+
 struct MountedVolume {
-    MountedVolume(const cedb::Collator& collator, std::wstring hostPath)
+    MountedVolume(const Collator& collator, std::wstring hostPath)
         : path(std::move(hostPath)), volume(collator) {}
 
     const std::wstring path;
@@ -19,12 +21,12 @@ struct MountedVolume {
     int mounts = 0;     // guarded by the table's lock
     int databases = 0;  // open ones; guarded by the table's lock
     std::mutex lock;    // guards the volume and the cursors of its databases
-    cedb::Volume volume;
+    Volume volume;
 };
 
 struct OpenDatabase {
     std::shared_ptr<MountedVolume> mounted;
-    cedb::Cursor cursor;
+    Cursor cursor;
 };
 
 // Gives a Win32 error code and on success the volume's identifier.
@@ -41,6 +43,8 @@ bool HasOpenDatabases(const MountedVolume& mounted);
 HANDLE AddDatabase(std::shared_ptr<OpenDatabase> database);
 // Null for any other handle.
 std::shared_ptr<OpenDatabase> FindOpenDatabase(HANDLE handle);
+
+}  // namespace cedb
 
 // Closes the handle if it is one of an open database; otherwise leaves it alone and gives FALSE.
 extern "C" BOOL CedbCloseHandle(HANDLE handle);

@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+namespace cedb {
 namespace {
 
 constexpr std::size_t kAlignment_bytes = 8;
@@ -64,9 +65,9 @@ T* Moved(T* offset, BYTE* base) {
 
 }  // namespace
 
-bool ToProperty(const CEPROPVAL& value, cedb::Property* property) {
+bool ToProperty(const CEPROPVAL& value, Property* property) {
     property->id = value.propid;
-    const std::uint16_t type = cedb::TypeOf(property->id);
+    const std::uint16_t type = TypeOf(property->id);
     if (const NumberRow* number = FindNumber(type)) {
         property->number = number->get(value.val);
         return true;
@@ -81,10 +82,10 @@ bool ToProperty(const CEPROPVAL& value, cedb::Property* property) {
     return true;
 }
 
-CEPROPVAL ToValue(const cedb::Property& property, std::string* block) {
+CEPROPVAL ToValue(const Property& property, std::string* block) {
     CEPROPVAL value{};
     value.propid = property.id;
-    const std::uint16_t type = cedb::TypeOf(property.id);
+    const std::uint16_t type = TypeOf(property.id);
     if (const NumberRow* number = FindNumber(type)) {
         number->set(&value.val, property.number);
         return value;
@@ -104,3 +105,5 @@ void Relocate(CEPROPVAL* value, BYTE* base) {
     if (TypeFromPropID(value->propid) == CEVT_LPWSTR) value->val.lpwstr = Moved(value->val.lpwstr, base);
     if (TypeFromPropID(value->propid) == CEVT_BLOB) value->val.blob.lpb = Moved(value->val.blob.lpb, base);
 }
+
+}  // namespace cedb

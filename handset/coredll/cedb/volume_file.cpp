@@ -6,6 +6,7 @@
 #include "handset/state/handset_state.h"
 #include "handset/state/utf8_text.h"
 
+namespace cedb {
 namespace {
 
 constexpr std::uint64_t kRoomForOneWrite_bytes = 16384;
@@ -32,41 +33,41 @@ DWORD LookAtFile(const std::wstring& path) {
     const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     const FileHandle file{CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr)};
     if (file.handle == INVALID_HANDLE_VALUE) return GetLastError();
-    std::string header(cedb::kVolumeHeader_bytes, '\0');
+    std::string header(kVolumeHeader_bytes, '\0');
     DWORD read = 0;
     if (!ReadFile(file.handle, header.data(), static_cast<DWORD>(header.size()), &read, nullptr)) {
         return GetLastError();
     }
     header.resize(read);
-    return cedb::LooksLikeVolume(header) ? ERROR_SUCCESS : ERROR_BAD_FORMAT;
+    return LooksLikeVolume(header) ? ERROR_SUCCESS : ERROR_BAD_FORMAT;
 }
 
 // A journal that a killed process left belongs to the file as it was; replayed into another one it would
 // destroy that. So the old volume is put in order before it is replaced.
-DWORD RetireJournal(const std::wstring& path, const cedb::Collator& collator) {
+DWORD RetireJournal(const std::wstring& path, const Collator& collator) {
     const std::wstring journal = path + L"-journal";
     if (!Exists(journal)) return ERROR_SUCCESS;
     if (LookAtFile(path) == ERROR_SUCCESS) {
-        cedb::Volume old(collator);
-        const cedb::Status status = old.Open(handset::Utf8(path));
-        if (status == cedb::Status::Ok) old.Settle();
-        const bool beyondRepair = status == cedb::Status::Corrupt || status == cedb::Status::NotAVolume;
-        if (status != cedb::Status::Ok && !beyondRepair) return ErrorOf(status, ERROR_FILE_NOT_FOUND);
+        Volume old(collator);
+        const Status status = old.Open(handset::Utf8(path));
+        if (status == Status::Ok) old.Settle();
+        const bool beyondRepair = status == Status::Corrupt || status == Status::NotAVolume;
+        if (status != Status::Ok && !beyondRepair) return ErrorOf(status, ERROR_FILE_NOT_FOUND);
     }
     if (DeleteFileW(journal.c_str()) || GetLastError() == ERROR_FILE_NOT_FOUND) return ERROR_SUCCESS;
     return GetLastError();
 }
 
 // Makes the volume under another name first: a process that is killed meanwhile leaves the old file, or none.
-DWORD MakeFile(const std::wstring& path, bool replace, const cedb::Collator& collator) {
+DWORD MakeFile(const std::wstring& path, bool replace, const Collator& collator) {
     if (!MayWrite(path)) return ERROR_DISK_FULL;
     wchar_t suffix[32];
     swprintf(suffix, std::size(suffix), L".new-%lx", GetCurrentProcessId());
     const std::wstring fresh = path + suffix;
     DeleteFileW(fresh.c_str());
-    const cedb::Status made = cedb::Volume::Create(handset::Utf8(fresh), GetSystemDefaultLCID(), collator);
+    const Status made = Volume::Create(handset::Utf8(fresh), GetSystemDefaultLCID(), collator);
     DWORD error = ErrorOf(made, ERROR_PATH_NOT_FOUND);
-    if (made == cedb::Status::AccessDenied) error = ERROR_PATH_NOT_FOUND;
+    if (made == Status::AccessDenied) error = ERROR_PATH_NOT_FOUND;
     if (error == ERROR_SUCCESS) {
         const bool takesPlace = replace || !Exists(path);
         if (takesPlace) error = RetireJournal(path, collator);
@@ -80,7 +81,7 @@ DWORD MakeFile(const std::wstring& path, bool replace, const cedb::Collator& col
     return error == ERROR_SHARING_VIOLATION ? ERROR_ACCESS_DENIED : error;
 }
 
-DWORD OpenAlways(const std::wstring& path, const cedb::Collator& collator) {
+DWORD OpenAlways(const std::wstring& path, const Collator& collator) {
     const DWORD present = LookAtFile(path);
     if (present != ERROR_FILE_NOT_FOUND) return present;
     const DWORD made = MakeFile(path, false, collator);
@@ -98,7 +99,7 @@ DWORD FindVolumeFile(const wchar_t* name, std::wstring* path) {
     return path->empty() ? ERROR_INVALID_PARAMETER : ERROR_SUCCESS;
 }
 
-DWORD PrepareVolumeFile(const std::wstring& path, DWORD flags, const cedb::Collator& collator) {
+DWORD PrepareVolumeFile(const std::wstring& path, DWORD flags, const Collator& collator) {
     switch (flags) {
         case CREATE_NEW:
             return MakeFile(path, false, collator);
@@ -124,3 +125,5 @@ bool MayWrite(const std::wstring& path) {
     const auto free = handset::StateQword(onCard ? L"StorageCardFree" : L"ObjectStoreFree");
     return !free || *free >= kRoomForOneWrite_bytes;
 }
+
+}  // namespace cedb

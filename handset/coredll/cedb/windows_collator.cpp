@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+namespace cedb {
 namespace {
 
 struct FlagRow {
@@ -12,12 +13,12 @@ struct FlagRow {
 
 // clang-format off
 constexpr FlagRow kFlags[] = {
-    {cedb::kSortCaseInsensitive, NORM_IGNORECASE},
-    {cedb::kSortIgnoreNonSpace,  NORM_IGNORENONSPACE},
-    {cedb::kSortIgnoreSymbols,   NORM_IGNORESYMBOLS},
-    {cedb::kSortIgnoreKanaType,  NORM_IGNOREKANATYPE},
-    {cedb::kSortIgnoreWidth,     NORM_IGNOREWIDTH},
-    {cedb::kSortStringSort,      SORT_STRINGSORT},
+    {kSortCaseInsensitive, NORM_IGNORECASE},
+    {kSortIgnoreNonSpace,  NORM_IGNORENONSPACE},
+    {kSortIgnoreSymbols,   NORM_IGNORESYMBOLS},
+    {kSortIgnoreKanaType,  NORM_IGNOREKANATYPE},
+    {kSortIgnoreWidth,     NORM_IGNOREWIDTH},
+    {kSortStringSort,      SORT_STRINGSORT},
 };
 // clang-format on
 
@@ -48,3 +49,5 @@ std::string WindowsCollator::TextKey(std::uint32_t lcid, std::uint32_t flags,
 bool WindowsCollator::Knows(std::uint32_t lcid) const {
     return IsValidLocale(lcid, LCID_INSTALLED) != FALSE;
 }
+
+}  // namespace cedb

@@ -3,8 +3,12 @@
 
 #include "handset/coredll/cedb/engine/sort_order.h"
 
-class WindowsCollator : public cedb::Collator {
+namespace cedb {
+
+class WindowsCollator : public Collator {
   public:
     std::string TextKey(std::uint32_t lcid, std::uint32_t flags, const std::u16string& text) const override;
     bool Knows(std::uint32_t lcid) const override;
 };
+
+}  // namespace cedb
