@@ -37,7 +37,7 @@ tap() { xdotool mousemove "$1" "$2" click "${3:-1}"; settle; }
 # A menu opens at its soft key and grows upwards; its rows are counted from below, in pixels.
 menu() { handset_do softkey "$1"; settle; }
 # A touch below the list's rows and beside every menu closes a menu.
-put_away() { tap 30 195; }
+put_away() { tap 30 205; }
 # The scan's way through the band, from the number that the tuner leaves in the state.
 until_tuned_past() {
     local channel deadline=$((SECONDS + 20))
@@ -106,7 +106,7 @@ pictures_channels() {
     tune 9 2 3
     menu left; tap 50 239; picture channel-add; menu right
     menu left; tap 50 222; picture channel-lists; menu right
-    tap 60 126 3; picture channel-menu; put_away
+    tap 60 152 3; picture channel-menu; put_away
     join channels channel-menu.png channel-add.png channel-lists.png
 }
 
@@ -124,10 +124,10 @@ pictures_scan() {
 pictures_recording() {
     radio_on
     tune 8 8 5
-    tap 28 251
+    tap 28 277
     sleep 3
     picture recording
-    tap 28 251; picture recording-saved
+    tap 28 277; picture recording-saved
     press return
     join recording recording.png recording-saved.png
 }
@@ -136,7 +136,7 @@ pictures_schedule() {
     radio_on
     tune 8 8 5
     menu right; tap 120 239
-    tap 158 41; xdotool key Up; tap 60 94; picture schedule
+    tap 158 67; xdotool key Up; tap 60 120; picture schedule
     turn landscape; picture schedule-flat
     join schedule schedule.png schedule-flat.png
 }
@@ -151,8 +151,8 @@ pictures_settings() {
 pictures_rds() {
     radio_on
     tune 9 8 5
-    tap 203 223; picture rds; menu left
-    tap 172 223; tap 60 164; sleep 2; picture frequencies
+    tap 203 249; picture rds; menu left
+    tap 172 249; tap 60 190; sleep 2; picture frequencies
     join rds rds.png frequencies.png
 }
 
@@ -173,7 +173,7 @@ pictures_messages() {
     radio_off
     handset_do headset off
     radio_on
-    picture no-headset 240x110+0+105
+    picture no-headset 240x110+0+118
     handset_do key return
     handset_do headset on
     join messages weak.png no-headset.png

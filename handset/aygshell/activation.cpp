@@ -43,6 +43,6 @@ extern "C" BOOL WINAPI SHHandleWMActivate(HWND window, WPARAM wParam, LPARAM, SH
 extern "C" BOOL WINAPI SHHandleWMSettingChange(HWND window, WPARAM wParam, LPARAM, SHACTIVATEINFO* info) {
     const PlatformCall call(true);
     if (!AreValid(window, info)) return FALSE;
-    if (handset::IsDisplayChange(WM_SETTINGCHANGE, wParam)) handset::FitToDisplay(window);
+    if (handset::IsDisplayChange(WM_SETTINGCHANGE, wParam)) handset::FillWorkArea(window);
     return TRUE;
 }

@@ -25,9 +25,9 @@ bool IsFullScreen(DWORD flags) {
 
 void PlaceDialog(HWND dialog, DWORD flags) {
     if (IsFullScreen(flags)) {
-        FitToDisplay(dialog);
+        FillWorkArea(dialog);
     } else {
-        CentreInDisplay(dialog);
+        CentreInWorkArea(dialog);
     }
 }
 

@@ -8,22 +8,22 @@
 
 namespace handset {
 
-void FitToDisplay(HWND window) {
-    RECT display = {};
-    HandsetDisplayRect(&display);
-    SetWindowPos(window, nullptr, display.left, display.top, display.right - display.left,
-                 display.bottom - display.top, SWP_NOZORDER | SWP_NOACTIVATE);
+void FillWorkArea(HWND window) {
+    RECT area = {};
+    HandsetWorkArea(&area);
+    SetWindowPos(window, nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void CentreInDisplay(HWND window) {
-    RECT display = {};
+void CentreInWorkArea(HWND window) {
+    RECT area = {};
     RECT own = {};
-    HandsetDisplayRect(&display);
+    HandsetWorkArea(&area);
     GetWindowRect(window, &own);
-    const LONG spareWidth = (display.right - display.left) - (own.right - own.left);
-    const LONG spareHeight = (display.bottom - display.top) - (own.bottom - own.top);
-    SetWindowPos(window, nullptr, display.left + std::max(spareWidth, LONG{0}) / 2,
-                 display.top + std::max(spareHeight, LONG{0}) / 2, 0, 0,
+    const LONG spareWidth = (area.right - area.left) - (own.right - own.left);
+    const LONG spareHeight = (area.bottom - area.top) - (own.bottom - own.top);
+    SetWindowPos(window, nullptr, area.left + std::max(spareWidth, LONG{0}) / 2,
+                 area.top + std::max(spareHeight, LONG{0}) / 2, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

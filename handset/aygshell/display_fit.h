@@ -5,10 +5,10 @@
 
 namespace handset {
 
-// Covers the whole display.
-void FitToDisplay(HWND window);
-// Centres a window at its own size in the display; its upper left corner never leaves it.
-void CentreInDisplay(HWND window);
+// Fills the display below the shell's bar.
+void FillWorkArea(HWND window);
+// Centres a window there at its own size; its upper left corner never leaves that place.
+void CentreInWorkArea(HWND window);
 // True for the WM_SETTINGCHANGE that says the display has other dimensions now.
 bool IsDisplayChange(UINT message, WPARAM wParam);
 

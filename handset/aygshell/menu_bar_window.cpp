@@ -8,6 +8,7 @@
 #include "handset/aygshell/soft_key_look.h"
 #include "handset/aygshell/soft_key_menu.h"
 #include "handset/state/handset_protocol.h"
+#include "handset/state/screen_size.h"
 
 namespace handset {
 namespace {
@@ -44,7 +45,7 @@ class CMenuBar {
   private:
     void AddButtons();
     void FitToParent() const;
-    void LayOutButtons() const;
+    void LayOutButtons();
     void Press(WPARAM index);
     void OpenMenu(const TBBUTTONINFOW& button, WPARAM index);
     void CloseMenu() const;
@@ -64,14 +65,12 @@ class CMenuBar {
 
 bool CMenuBar::Create(HWND bar) {
     bar_ = bar;
-    font_ = SoftKeyFont();
     toolbar_ = CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr,
                                WS_CHILD | WS_VISIBLE | CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER |
                                    TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_CUSTOMERASE,
                                0, 0, 0, 0, bar, nullptr, nullptr, nullptr);
     if (toolbar_ == nullptr) return false;
     SendMessageW(toolbar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-    SendMessageW(toolbar_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
     AddButtons();
     return SetWindowSubclass(parent_, ParentProc, reinterpret_cast<UINT_PTR>(bar_),
                              reinterpret_cast<DWORD_PTR>(this)) != FALSE;
@@ -94,13 +93,16 @@ void CMenuBar::AddButtons() {
 void CMenuBar::FitToParent() const {
     RECT client = {};
     GetClientRect(parent_, &client);
-    SetWindowPos(bar_, HWND_TOP, 0, client.bottom - kMenuBarHeight_px, client.right, kMenuBarHeight_px,
-                 SWP_NOACTIVATE);
+    const auto height = static_cast<int>(ShellBarHeight());
+    SetWindowPos(bar_, HWND_TOP, 0, client.bottom - height, client.right, height, SWP_NOACTIVATE);
 }
 
-void CMenuBar::LayOutButtons() const {
+void CMenuBar::LayOutButtons() {
     RECT client = {};
     GetClientRect(bar_, &client);
+    OwnedFont font = SoftKeyFont(client.bottom);
+    SendMessageW(toolbar_, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+    font_ = std::move(font);
     SetWindowPos(toolbar_, nullptr, 0, 0, client.right, client.bottom, SWP_NOZORDER | SWP_NOACTIVATE);
     SendMessageW(toolbar_, TB_SETBUTTONSIZE, 0, MAKELPARAM(client.right / 2, client.bottom));
     const LRESULT count = SendMessageW(toolbar_, TB_BUTTONCOUNT, 0, 0);

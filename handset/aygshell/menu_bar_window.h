@@ -8,8 +8,6 @@
 
 namespace handset {
 
-inline constexpr int kMenuBarHeight_px = 26;
-
 enum class BarKind {
     Shown,
     Hidden,       // the program shows it when it likes

@@ -12,11 +12,14 @@ constexpr COLORREF kDivider = RGB(58, 63, 60);
 constexpr COLORREF kText = RGB(255, 255, 255);
 constexpr COLORREF kTextDisabled = RGB(118, 124, 120);
 constexpr COLORREF kTextPressed = RGB(12, 16, 4);
-constexpr int kFontHeight_px = 13;
-constexpr int kSideMargin_px = 6;
-constexpr int kMenuMarkWidth_px = 7;
-constexpr int kMenuMarkHeight_px = 4;
-constexpr int kMenuMarkGap_px = 6;
+// Pixels of a bar with the usual rows.
+constexpr int kUsualRows = 26;
+constexpr int kFontHeight = 13;
+constexpr int kSideMargin = 6;
+constexpr int kMenuMarkWidth = 7;
+constexpr int kMenuMarkHeight = 4;
+constexpr int kMenuMarkGap = 6;
+constexpr int kDividerMargin = 5;
 
 struct KeyColours {
     COLORREF ground;
@@ -54,29 +57,36 @@ std::wstring Plain(const std::wstring& label) {
     return plain;
 }
 
+// By how much a bar of that many rows is larger than the usual one.
+int ScaleOf(LONG rows) {
+    return rows >= 2 * kUsualRows ? 2 : 1;
+}
+
 // A small arrowhead that points to where the menu will open.
-void PaintMenuMark(HDC dc, int left, int middle, COLORREF colour) {
-    for (int row = 0; row < kMenuMarkHeight_px; ++row) {
-        const int top = middle - kMenuMarkHeight_px / 2 + row;
-        const RECT line = {left + kMenuMarkWidth_px / 2 - row, top, left + kMenuMarkWidth_px / 2 + row + 1,
-                           top + 1};
-        Fill(dc, line, colour);
+void PaintMenuMark(HDC dc, int left, int middle, int scale, COLORREF colour) {
+    const int height = kMenuMarkHeight * scale;
+    const int tip = left + kMenuMarkWidth * scale / 2;
+    for (int row = 0; row < height; ++row) {
+        const int top = middle - height / 2 + row;
+        Fill(dc, {tip - row, top, tip + row + 1, top + 1}, colour);
     }
 }
 
-void PaintLabel(HDC dc, RECT area, const std::wstring& label, bool hasMenu, const KeyColours& colours) {
+void PaintLabel(HDC dc, RECT area, int scale, const std::wstring& label, bool hasMenu,
+                const KeyColours& colours) {
     constexpr UINT kFormat = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX;
     RECT text = area;
     DrawTextW(dc, label.c_str(), -1, &text, kFormat | DT_CALCRECT);
-    const LONG markWidth = hasMenu ? kMenuMarkGap_px + kMenuMarkWidth_px : 0;
-    const LONG room = area.right - area.left - 2 * kSideMargin_px - markWidth;
+    const LONG markWidth = hasMenu ? (kMenuMarkGap + kMenuMarkWidth) * scale : 0;
+    const LONG room = area.right - area.left - 2 * kSideMargin * scale - markWidth;
     const LONG width = text.right - text.left < room ? text.right - text.left : room;
     text = {area.left + (area.right - area.left - width - markWidth) / 2, area.top, 0, area.bottom};
     text.right = text.left + width;
     SetTextColor(dc, colours.text);
     DrawTextW(dc, label.c_str(), -1, &text, kFormat);
     if (hasMenu) {
-        PaintMenuMark(dc, text.right + kMenuMarkGap_px, (area.top + area.bottom) / 2, colours.mark);
+        PaintMenuMark(dc, text.right + kMenuMarkGap * scale, (area.top + area.bottom) / 2, scale,
+                      colours.mark);
     }
 }
 
@@ -84,25 +94,28 @@ void PaintKey(const NMTBCUSTOMDRAW& draw, HFONT font) {
     const HDC dc = draw.nmcd.hdc;
     const KeyColours colours = ColoursFor(draw.nmcd.uItemState);
     RECT area = draw.nmcd.rc;
-    area.top += 1;  // the hairline above the bar stays
+    const int scale = ScaleOf(area.bottom - area.top);
+    area.top += scale;  // the hairline above the bar stays
     Fill(dc, area, colours.ground);
-    if (area.left > 0 && colours.ground == kGround)
-        Fill(dc, {area.left, area.top + 5, area.left + 1, area.bottom - 5}, kDivider);
+    if (area.left > 0 && colours.ground == kGround) {
+        const int margin = kDividerMargin * scale;
+        Fill(dc, {area.left, area.top + margin, area.left + scale, area.bottom - margin}, kDivider);
+    }
 
     const int saved = SaveDC(dc);
     SelectObject(dc, font);
     SetBkMode(dc, TRANSPARENT);
     const auto command = static_cast<UINT>(draw.nmcd.dwItemSpec);
-    PaintLabel(dc, area, Plain(ButtonText(draw.nmcd.hdr.hwndFrom, command)), draw.nmcd.lItemlParam != 0,
-               colours);
+    PaintLabel(dc, area, scale, Plain(ButtonText(draw.nmcd.hdr.hwndFrom, command)),
+               draw.nmcd.lItemlParam != 0, colours);
     RestoreDC(dc, saved);
 }
 
 }  // namespace
 
-OwnedFont SoftKeyFont() {
+OwnedFont SoftKeyFont(int rows) {
     LOGFONTW font = {};
-    font.lfHeight = -kFontHeight_px;
+    font.lfHeight = -kFontHeight * ScaleOf(rows);
     font.lfWeight = FW_BOLD;
     font.lfCharSet = DEFAULT_CHARSET;
     font.lfQuality = CLEARTYPE_QUALITY;
@@ -112,7 +125,8 @@ OwnedFont SoftKeyFont() {
 
 void PaintBarGround(HDC dc, const RECT& client) {
     Fill(dc, client, kGround);
-    Fill(dc, {client.left, client.top, client.right, client.top + 1}, kAccent);
+    Fill(dc, {client.left, client.top, client.right, client.top + ScaleOf(client.bottom - client.top)},
+         kAccent);
 }
 
 LRESULT PaintSoftKey(const NMTBCUSTOMDRAW& draw, HFONT font) {

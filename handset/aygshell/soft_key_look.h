@@ -9,7 +9,8 @@
 
 namespace handset {
 
-OwnedFont SoftKeyFont();
+// For a bar of that many rows.
+OwnedFont SoftKeyFont(int rows);
 // Fills the ground of a bar; `client` is its whole area.
 void PaintBarGround(HDC dc, const RECT& client);
 // Answers NM_CUSTOMDRAW of the bar's toolbar.

@@ -19,14 +19,20 @@ struct WindowSearch {
     std::vector<HWND> found;
 };
 
+bool HasClass(HWND window, const wchar_t* wanted) {
+    wchar_t name[16] = {};
+    GetClassNameW(window, name, std::size(name));
+    return wcscmp(name, wanted) == 0;
+}
+
 BOOL CALLBACK CollectWindow(HWND window, LPARAM parameter) {
     auto& search = *reinterpret_cast<WindowSearch*>(parameter);
     DWORD owner = 0;
     GetWindowThreadProcessId(window, &owner);
     RECT place = {};
-    // Windows without an area are helpers that nobody sees.
+    // Windows without an area are helpers that nobody sees, and the shell's bar is nobody's to use.
     if (owner == search.processId && IsWindowVisible(window) && GetWindowRect(window, &place) &&
-        !IsRectEmpty(&place)) {
+        !IsRectEmpty(&place) && !HasClass(window, handset::kTopBarClass)) {
         search.found.push_back(window);
     }
     return TRUE;
@@ -94,9 +100,7 @@ bool Touched() {
 }
 
 bool IsMenu(HWND window) {
-    wchar_t name[16] = {};
-    GetClassNameW(window, name, std::size(name));
-    return wcscmp(name, kMenuClass) == 0;
+    return HasClass(window, kMenuClass);
 }
 
 // An open menu follows the host's pointer and not posted messages, so the pointer itself is moved.
@@ -141,6 +145,10 @@ HWND MainWindowOf(DWORD processId) {
 
 HWND RadioMainWindow() {
     return handset::FindOwnWindow(kMainClass);
+}
+
+HWND RadioTopBar() {
+    return handset::FindOwnWindow(handset::kTopBarClass);
 }
 
 POINT DisplayOrigin() {

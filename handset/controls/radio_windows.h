@@ -8,7 +8,7 @@
 
 namespace panel {
 
-// Visible top-level windows of a process, uppermost first.
+// Visible top-level windows of a process, uppermost first, without the shell's bar that it brings along.
 std::vector<HWND> WindowsOfProcess(DWORD processId);
 // Those of this handset's radio; empty when it does not run.
 std::vector<HWND> RadioWindows();
@@ -16,6 +16,8 @@ std::vector<HWND> RadioWindows();
 HWND MainWindowOf(DWORD processId);
 // That of this handset's radio.
 HWND RadioMainWindow();
+// The shell's bar above it; null when there is none.
+HWND RadioTopBar();
 
 // Upper left corner of the display on the host's screen.
 POINT DisplayOrigin();

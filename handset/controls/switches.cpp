@@ -102,7 +102,10 @@ bool TurnScreen(ScreenSize size) {
     const bool written = handset::SetStateDword(L"ScreenWidth", static_cast<std::uint32_t>(size.width)) &&
                          handset::SetStateDword(L"ScreenHeight", static_cast<std::uint32_t>(size.height));
     TellPanel();
-    for (const HWND window : RadioWindows()) {
+    std::vector<HWND> told = RadioWindows();
+    told.push_back(RadioTopBar());
+    for (const HWND window : told) {
+        if (window == nullptr) continue;
         SendMessageTimeoutW(window, WM_SETTINGCHANGE, handset::kSettingChangeReset, 0, SMTO_ABORTIFHUNG,
                             kTellTimeout_ms, nullptr);
     }

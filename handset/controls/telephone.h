@@ -6,12 +6,13 @@
 #include <optional>
 #include <string>
 
+#include "handset/state/phone_status.h"
+
 namespace panel {
 
-// State and notification bits of Windows Mobile (snapi).
-inline constexpr std::uint32_t kPhoneIncoming = 0x00010000;
-inline constexpr std::uint32_t kPhoneCalling = 0x00020000;
-inline constexpr std::uint32_t kPhoneTalking = 0x20000000;
+using handset::kPhoneCalling;
+using handset::kPhoneIncoming;
+using handset::kPhoneTalking;
 
 std::uint32_t PhoneStatus();
 // Empty when no number is published.

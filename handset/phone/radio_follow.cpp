@@ -2,6 +2,7 @@
 #include "handset/phone/radio_follow.h"
 
 #include "handset/controls/radio_windows.h"
+#include "handset/state/screen_size.h"
 
 namespace panel {
 namespace {
@@ -40,11 +41,14 @@ void RadioFollow::Follow(HWND panel, const RECT& display) {
     followed_ = main;
     origin_ = {display.left, display.top};
     if (main == nullptr || !IsWindowVisible(main)) return;
-    const auto windows = RadioWindows();
+    auto windows = RadioWindows();
+    if (const HWND bar = RadioTopBar()) windows.push_back(bar);
     RECT place = {};
     GetWindowRect(main, &place);
-    if (changed && (place.left != display.left || place.top != display.top)) {
-        MoveRadio(windows, display.left - place.left, display.top - place.top);
+    // Its main window stands below the bar that it brings along.
+    const LONG top = display.top + static_cast<LONG>(handset::ShellBarHeight());
+    if (changed && (place.left != display.left || place.top != top)) {
+        MoveRadio(windows, display.left - place.left, top - place.top);
     }
     // From the lowest up, so that they keep their order among themselves.
     for (auto window = windows.rbegin(); window != windows.rend(); ++window) {

@@ -8,6 +8,8 @@ namespace handset {
 inline constexpr wchar_t kPanelClass[] = L"KoraHandsetPanel";
 // Window class of a soft-key menu bar, a child of the window that it belongs to; its toolbar is its child.
 inline constexpr wchar_t kMenuBarClass[] = L"menu_worker";
+// Window class of the shell's bar at the top of the display; its text is the title that it shows.
+inline constexpr wchar_t kTopBarClass[] = L"HHTaskBar";
 
 // To the panel: where is the display? Result: 0x100000000 | MAKELONG(x, y), screen coordinates of the upper
 // left corner of the display; 0 from a window that does not know. No parameters.

@@ -14,4 +14,10 @@ std::uint32_t ScreenHeight() {
     return std::clamp(StateDword(L"ScreenHeight", 320), kSmallestScreen, kLargestScreen);
 }
 
+std::uint32_t ShellBarHeight() {
+    constexpr std::uint32_t kRows = 26;
+    constexpr std::uint32_t kFineDisplay = 480;  // pixels of its shorter side
+    return std::min(ScreenWidth(), ScreenHeight()) >= kFineDisplay ? 2 * kRows : kRows;
+}
+
 }  // namespace handset

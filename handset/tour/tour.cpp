@@ -14,6 +14,7 @@
 #include "handset/phone/phone_keys.h"
 #include "handset/state/handset_protocol.h"
 #include "handset/state/own_windows.h"
+#include "handset/state/screen_size.h"
 #include "handset/tour/tour_watch.h"
 
 namespace panel {
@@ -27,7 +28,7 @@ constexpr DWORD kSeekHold_ms = 150;
 constexpr unsigned kSeekTimeout_ms = 3000;
 constexpr int kSeekAttempts = 5;
 
-// Middles of the main screen's buttons.
+// Middles of the main screen's buttons, in the window below the shell's bar.
 struct ButtonPlace {
     POINT portrait, landscape;
 };
@@ -83,7 +84,8 @@ POINT PlaceOnScreen(const ButtonPlace& button) {
 
 bool Touch(Stylus touch, const ButtonPlace& button) {
     const POINT place = PlaceOnScreen(button);
-    return TouchDisplay(touch, static_cast<int>(place.x), static_cast<int>(place.y));
+    return TouchDisplay(touch, static_cast<int>(place.x),
+                        static_cast<int>(place.y + handset::ShellBarHeight()));
 }
 
 bool Press(PhoneKey key) {

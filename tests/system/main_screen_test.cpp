@@ -85,6 +85,9 @@ class MainScreen : public test::RadioTest, public testing::WithParamInterface<Sc
         handset.SetState(L"ScreenHeight", static_cast<std::uint32_t>(GetParam().height));
     }
 
+    // Rows of the shell's bar, and of the menu bar.
+    static int BarHeight() { return std::min(GetParam().width, GetParam().height) >= 480 ? 52 : 26; }
+
     static bool Holds(const Radio& radio, const RECT& area, COLORREF colour) {
         for (LONG y = area.top; y < area.bottom; ++y) {
             for (LONG x = area.left; x < area.right; ++x) {
@@ -95,13 +98,17 @@ class MainScreen : public test::RadioTest, public testing::WithParamInterface<Sc
     }
 };
 
-TEST_P(MainScreen, TheWindowFillsTheScreen) {
+TEST_P(MainScreen, TheWindowFillsTheScreenBelowTheShellsBar) {
     Radio radio(handset);
     radio.WaitUntilShown();
     RECT client = {};
     GetClientRect(radio.Window(), &client);
     EXPECT_EQ(client.right, GetParam().width);
-    EXPECT_EQ(client.bottom, GetParam().height);
+    EXPECT_EQ(client.bottom, GetParam().height - BarHeight());
+    POINT corner = {0, 0};
+    ClientToScreen(radio.Window(), &corner);
+    EXPECT_EQ(corner.x, 0);
+    EXPECT_EQ(corner.y, BarHeight());
 }
 
 TEST_P(MainScreen, TheListStandsInItsPlaceAndTheMenuBarAtTheFoot) {
@@ -113,7 +120,8 @@ TEST_P(MainScreen, TheListStandsInItsPlaceAndTheMenuBarAtTheFoot) {
     EXPECT_TRUE(EqualRect(&list, &GetParam().list));
     ASSERT_TRUE(GetWindowRect(radio.MenuBar(), &bar));
     MapWindowPoints(nullptr, radio.Window(), reinterpret_cast<POINT*>(&bar), 2);
-    EXPECT_EQ(bar.bottom, GetParam().height);
+    EXPECT_EQ(bar.bottom, GetParam().height - BarHeight());
+    EXPECT_EQ(bar.bottom - bar.top, BarHeight());
     EXPECT_EQ(bar.right - bar.left, GetParam().width);
 }
 
@@ -124,7 +132,7 @@ TEST_P(MainScreen, TheGroundIsTheSkinsBackground) {
     ASSERT_TRUE(background.Loaded());
     // Down the edges, where neither text nor list nor soft keys stand.
     int compared = 0;
-    for (int y = 2; y < GetParam().height - 30; y += 3) {
+    for (int y = 2; y < GetParam().height - 2 * BarHeight() - 4; y += 3) {
         if (y >= GetParam().list.top && y < GetParam().list.bottom) continue;
         for (const int x : {0, GetParam().width - 1}) {
             ASSERT_TRUE(WaitFor([&] { return radio.Pixel(x, y) == background.At(x, y); }))

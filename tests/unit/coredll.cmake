@@ -21,6 +21,7 @@ kora_test(test_coredll APP
         coredll/tap_and_hold_test.cpp
         coredll/thread_test.cpp
         coredll/timer_test.cpp
+        coredll/top_bar_test.cpp
         coredll/trace_test.cpp
         coredll/transparent_image_test.cpp
         coredll/uncovering_test.cpp

@@ -38,6 +38,22 @@ COREDLL_EXPORT void WINAPI HandsetDisplayRect(RECT* rect) {
     *rect = {origin.x, origin.y, origin.x + Width(), origin.y + Height()};
 }
 
+COREDLL_EXPORT void WINAPI HandsetWorkArea(RECT* rect) {
+    HandsetDisplayRect(rect);
+    rect->top += static_cast<LONG>(handset::ShellBarHeight());
+}
+
+COREDLL_EXPORT BOOL WINAPI DeviceSystemParametersInfoW(UINT action, UINT parameter, void* data, UINT update) {
+    const coredll::CallGuard guard(coredll::CallKind::CallsBack);
+    if (action != SPI_GETWORKAREA) return SystemParametersInfoW(action, parameter, data, update);
+    if (data == nullptr) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    HandsetWorkArea(static_cast<RECT*>(data));
+    return TRUE;
+}
+
 COREDLL_EXPORT int WINAPI DeviceGetSystemMetrics(int index) {
     const coredll::CallGuard guard;
     if (index == SM_CXSCREEN) return Width();

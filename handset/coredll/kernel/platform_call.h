@@ -30,6 +30,8 @@ void WINAPI HandsetLocalTime(SYSTEMTIME* time);
 // The rectangle of the handset's display on the host's screen; (0, 0) and the screen's size when no panel
 // runs.
 void WINAPI HandsetDisplayRect(RECT* rect);
+// What the shell's bar leaves of it for windows.
+void WINAPI HandsetWorkArea(RECT* rect);
 
 // True while the phone is suspended: its programs are held, and it makes no sound.
 BOOL WINAPI HandsetPhoneSleeps(void);

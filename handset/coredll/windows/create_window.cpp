@@ -1,9 +1,10 @@
 // Windows as the device makes them: no frame unless one is asked for, clipped by their neighbours, and one
-// with no size of its own fills the display.
+// with no size of its own fills the display below the shell's bar.
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/coredll/windows/disabled_windows.h"
 #include "handset/coredll/windows/tap_and_hold.h"
+#include "handset/coredll/windows/top_bar.h"
 #include "handset/coredll/windows/uncovering.h"
 
 namespace {
@@ -26,16 +27,16 @@ constexpr bool IsDefault(int value) {
 // host's screen, as every position that it can read back does.
 Place OnDisplay(const Place& asked) {
     if (!IsDefault(asked.x) && !IsDefault(asked.width)) return asked;
-    RECT display;
-    HandsetDisplayRect(&display);
+    RECT area;
+    HandsetWorkArea(&area);
     Place place = asked;
     if (IsDefault(asked.x)) {
-        place.x = display.left;
-        place.y = display.top;
+        place.x = area.left;
+        place.y = area.top;
     }
     if (IsDefault(asked.width)) {
-        place.width = display.right - place.x;
-        place.height = display.bottom - place.y;
+        place.width = area.right - place.x;
+        place.height = area.bottom - place.y;
     }
     return place;
 }
@@ -57,6 +58,9 @@ COREDLL_EXPORT HWND WINAPI DeviceCreateWindowExW(DWORD extendedStyle, const wcha
         style |= WS_POPUP;
         place = OnDisplay(place);
     }
-    return CreateWindowExW(extendedStyle, windowClass, title, style, place.x, place.y, place.width,
-                           place.height, parent, menu, module, parameter);
+    const HWND window = CreateWindowExW(extendedStyle, windowClass, title, style, place.x, place.y,
+                                        place.width, place.height, parent, menu, module, parameter);
+    const bool isPrograms = (style & WS_CHILD) == 0 && parent == nullptr && IsDefault(x) && IsDefault(width);
+    if (window != nullptr && isPrograms) coredll::ShowTopBarAbove(window);
+    return window;
 }

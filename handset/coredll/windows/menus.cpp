@@ -1,4 +1,4 @@
-// Popup menus: the host's own, kept inside the handset's display.
+// Popup menus: the host's own, kept inside the handset's display and off the shell's bar.
 #include <algorithm>
 #include <cwchar>
 #include <iterator>
@@ -24,7 +24,7 @@ LONG Clamped(LONG position, LONG size, LONG low, LONG high) {
 // it is lifted from what opened it.
 POINT PlaceInDisplay(const RECT& place) {
     RECT display = {};
-    HandsetDisplayRect(&display);
+    HandsetWorkArea(&display);
     const LONG width = place.right - place.left;
     const LONG height = place.bottom - place.top;
     POINT corner = {Clamped(place.left, width, display.left, display.right),

@@ -1,4 +1,5 @@
-// Message boxes: the host's own, laid out anew so that they stand in the middle of the handset's display.
+// Message boxes: the host's own, laid out anew so that they stand in the middle of the handset's display,
+// below the shell's bar.
 #include <algorithm>
 #include <vector>
 
@@ -101,7 +102,7 @@ SIZE Narrow(HWND box, int boxWidth) {
 
 void PlaceOnDisplay(HWND box) {
     RECT display;
-    HandsetDisplayRect(&display);
+    HandsetWorkArea(&display);
     const LONG width = display.right - display.left;
     const LONG height = display.bottom - display.top;
     // The device's boxes are left by their buttons alone.

@@ -79,10 +79,10 @@ TEST_F(Activation, RefusesARecordThatDoesNotSayItsSize) {
 TEST_F(Activation, FitsTheWindowToADisplayThatHasTurned) {
     m_handset.SetScreen(320, 240);
     EXPECT_TRUE(SHHandleWMSettingChange(m_window.Get(), handset::kSettingChangeReset, 0, &m_info));
-    EXPECT_EQ(test::PlaceOf(m_window.Get()), "0,0 320x240");
+    EXPECT_EQ(test::PlaceOf(m_window.Get()), "0,26 320x214");
     m_handset.SetScreen(480, 640);
     EXPECT_TRUE(SHHandleWMSettingChange(m_window.Get(), handset::kSettingChangeReset, 0, &m_info));
-    EXPECT_EQ(test::PlaceOf(m_window.Get()), "0,0 480x640");
+    EXPECT_EQ(test::PlaceOf(m_window.Get()), "0,52 480x588");
 }
 
 TEST_F(Activation, LeavesTheWindowAloneOnOtherSettingChanges) {

@@ -51,13 +51,13 @@ class Dialog : public ::testing::Test {
     HWND m_dialog = nullptr;
 };
 
-TEST_F(Dialog, FillsTheDisplayWithoutAFrame) {
+TEST_F(Dialog, FillsTheDisplayBelowTheShellsBarWithoutAFrame) {
     Open(kFullScreen);
-    EXPECT_EQ(PlaceOf(m_dialog), "0,0 240x320");
+    EXPECT_EQ(PlaceOf(m_dialog), "0,26 240x294");
     RECT client = {};
     GetClientRect(m_dialog, &client);
     EXPECT_EQ(client.right, 240);
-    EXPECT_EQ(client.bottom, 320);
+    EXPECT_EQ(client.bottom, 294);
     EXPECT_EQ(GetWindowLongPtrW(m_dialog, GWL_STYLE) & (WS_CAPTION | WS_SYSMENU), 0);
     wchar_t title[16] = {};
     GetWindowTextW(m_dialog, title, 16);
@@ -67,7 +67,7 @@ TEST_F(Dialog, FillsTheDisplayWithoutAFrame) {
 TEST_F(Dialog, FillsALandscapeDisplay) {
     m_handset.SetScreen(320, 240);
     Open(kFullScreen);
-    EXPECT_EQ(PlaceOf(m_dialog), "0,0 320x240");
+    EXPECT_EQ(PlaceOf(m_dialog), "0,26 320x214");
 }
 
 TEST_F(Dialog, IsLaidOutAgainWhenTheDisplayTurns) {
@@ -75,17 +75,17 @@ TEST_F(Dialog, IsLaidOutAgainWhenTheDisplayTurns) {
     g_seen = {};
     m_handset.SetScreen(320, 240);
     test::SendDisplayChange(m_dialog);
-    EXPECT_EQ(PlaceOf(m_dialog), "0,0 320x240");
+    EXPECT_EQ(PlaceOf(m_dialog), "0,26 320x214");
     ASSERT_EQ(g_seen.sizes.size(), 1u);
     EXPECT_EQ(g_seen.sizes[0].cx, 320);
-    EXPECT_EQ(g_seen.sizes[0].cy, 240);
+    EXPECT_EQ(g_seen.sizes[0].cy, 214);
 }
 
 TEST_F(Dialog, StaysAsItIsOnOtherSettingChanges) {
     Open(kFullScreen);
     m_handset.SetScreen(320, 240);
     SendMessageW(m_dialog, WM_SETTINGCHANGE, SPI_SETWORKAREA, 0);
-    EXPECT_EQ(PlaceOf(m_dialog), "0,0 240x320");
+    EXPECT_EQ(PlaceOf(m_dialog), "0,26 240x294");
 }
 
 TEST_F(Dialog, TakesItsBarAlongWhenTheDisplayTurns) {
@@ -135,28 +135,28 @@ TEST_F(Dialog, WithADoneButtonTakesReturnForOk) {
     EXPECT_EQ(g_seen.commands.back(), IDOK);
 }
 
-TEST_F(Dialog, OfItsOwnSizeIsCentredInTheDisplay) {
+TEST_F(Dialog, OfItsOwnSizeIsCentredBelowTheShellsBar) {
     Open(SHIDIF_SIZEDLG);
     RECT place = {};
     GetWindowRect(m_dialog, &place);
     EXPECT_NEAR(place.left, 240 - place.right, 1);
-    EXPECT_NEAR(place.top, 320 - place.bottom, 1);
+    EXPECT_NEAR(place.top - 26, 320 - place.bottom, 1);
     EXPECT_NE(GetWindowLongPtrW(m_dialog, GWL_STYLE) & WS_CAPTION, 0);
     m_handset.SetScreen(320, 240);
     test::SendDisplayChange(m_dialog);
     GetWindowRect(m_dialog, &place);
     EXPECT_NEAR(place.left, 320 - place.right, 1);
-    EXPECT_NEAR(place.top, 240 - place.bottom, 1);
+    EXPECT_NEAR(place.top - 26, 240 - place.bottom, 1);
 }
 
-TEST_F(Dialog, ThatIsLargerThanTheDisplayBeginsAtItsCorner) {
+TEST_F(Dialog, ThatIsLargerThanTheDisplayBeginsAtTheCornerBelowTheBar) {
     Open(SHIDIF_SIZEDLG);
     SetWindowPos(m_dialog, nullptr, 5, 5, 400, 400, SWP_NOZORDER | SWP_NOACTIVATE);
     test::SendDisplayChange(m_dialog);
     RECT place = {};
     GetWindowRect(m_dialog, &place);
     EXPECT_EQ(place.left, 0);
-    EXPECT_EQ(place.top, 0);
+    EXPECT_EQ(place.top, 26);
 }
 
 TEST_F(Dialog, IsRefusedWithoutARecordOrAWindow) {

@@ -112,11 +112,11 @@ TEST_F(MessageBoxes, ADisabledOwnerIsNotActivatedWhenTheBoxCloses) {
 
 }  // namespace
 
-TEST_F(MessageBoxes, AShortOneStandsInTheMiddleOfTheDisplay) {
+TEST_F(MessageBoxes, AShortOneStandsInTheMiddleBelowTheShellsBar) {
     EXPECT_EQ(Show(L"Short.", MB_OK, IDOK), IDOK);
-    ExpectInside(0, 0, 240, 320);
+    ExpectInside(0, 26, 240, 294);
     EXPECT_NEAR(seen_.box.left, 240 - seen_.box.right, 1);
-    EXPECT_NEAR(seen_.box.top, 320 - seen_.box.bottom, 1);
+    EXPECT_NEAR(seen_.box.top - 26, 320 - seen_.box.bottom, 1);
 }
 
 TEST_F(MessageBoxes, HaveNoCloseBoxAsOnTheDevice) {
@@ -127,12 +127,12 @@ TEST_F(MessageBoxes, HaveNoCloseBoxAsOnTheDevice) {
 
 TEST_F(MessageBoxes, ALongOneIsBrokenIntoLinesThatFit) {
     EXPECT_EQ(Show(kLongText, MB_YESNO | MB_ICONQUESTION, IDYES), IDYES);
-    ExpectInside(0, 0, 240, 320);
+    ExpectInside(0, 26, 240, 294);
 }
 
 TEST_F(MessageBoxes, ThreeButtonsFitAsWell) {
     EXPECT_EQ(Show(kLongText, MB_YESNOCANCEL | MB_ICONEXCLAMATION, IDNO), IDNO);
-    ExpectInside(0, 0, 240, 320);
+    ExpectInside(0, 26, 240, 294);
 }
 
 TEST_F(MessageBoxes, StandInThePanelsDisplay) {
@@ -140,5 +140,5 @@ TEST_F(MessageBoxes, StandInThePanelsDisplay) {
     SetState(L"KORA_SCREENWIDTH", L"320");
     SetState(L"KORA_SCREENHEIGHT", L"240");
     EXPECT_EQ(Show(kLongText, MB_OK, IDOK), IDOK);
-    ExpectInside(400, 200, 320, 240);
+    ExpectInside(400, 226, 320, 214);
 }

@@ -40,21 +40,43 @@ TEST_F(Screen, IsUprightUnlessTheStateSaysOtherwise) {
     EXPECT_EQ(GetSystemMetrics(SM_CYSCREEN), 240);
 }
 
-TEST_F(Screen, AWindowWithoutASizeFillsItUpright) {
+TEST_F(Screen, AWindowWithoutASizeFillsItUprightBelowTheShellsBar) {
     const HWND window = MakeWindow(WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT);
-    ExpectRect(RectOf(window), 0, 0, 240, 320);
+    ExpectRect(RectOf(window), 0, 26, 240, 294);
     RECT client;
     GetClientRect(window, &client);
-    ExpectRect(client, 0, 0, 240, 320);
+    ExpectRect(client, 0, 0, 240, 294);
     DestroyWindow(window);
 }
 
-TEST_F(Screen, AWindowWithoutASizeFillsItOnItsSide) {
+TEST_F(Screen, AWindowWithoutASizeFillsItOnItsSideBelowTheShellsBar) {
     SetState(L"KORA_SCREENWIDTH", L"320");
     SetState(L"KORA_SCREENHEIGHT", L"240");
     const HWND window = MakeWindow(WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT);
-    ExpectRect(RectOf(window), 0, 0, 320, 240);
+    ExpectRect(RectOf(window), 0, 26, 320, 214);
     DestroyWindow(window);
+}
+
+TEST_F(Screen, TheShellsBarHasTwiceTheRowsOnADisplayWithTwiceThePixels) {
+    SetState(L"KORA_SCREENWIDTH", L"640");
+    SetState(L"KORA_SCREENHEIGHT", L"480");
+    const HWND window = MakeWindow(WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT);
+    ExpectRect(RectOf(window), 0, 52, 640, 428);
+    DestroyWindow(window);
+}
+
+TEST_F(Screen, TheWorkAreaIsWhatTheShellsBarLeaves) {
+    RECT area{};
+    EXPECT_TRUE(SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0));
+    ExpectRect(area, 0, 26, 240, 294);
+    const PanelStandIn panel({310, 120});
+    EXPECT_TRUE(SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0));
+    ExpectRect(area, 310, 146, 240, 294);
+    EXPECT_FALSE(SystemParametersInfoW(SPI_GETWORKAREA, 0, nullptr, 0));
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
+    UINT lines = 0;
+    EXPECT_TRUE(SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0));
+    EXPECT_GT(lines, 0u);
 }
 
 TEST_F(Screen, LiesInThePanelsDisplay) {
@@ -63,7 +85,7 @@ TEST_F(Screen, LiesInThePanelsDisplay) {
     HandsetDisplayRect(&display);
     ExpectRect(display, 310, 120, 240, 320);
     const HWND window = MakeWindow(0, CW_USEDEFAULT, CW_USEDEFAULT);
-    ExpectRect(RectOf(window), 310, 120, 240, 320);
+    ExpectRect(RectOf(window), 310, 146, 240, 294);
     DestroyWindow(window);
 }
 
@@ -94,7 +116,7 @@ TEST_F(Screen, AChildKeepsItsPlaceInItsParent) {
     const HWND child =
         CreateWindowExW(0, L"STATIC", L"", WS_CHILD, 3, 4, 5, 6, parent, nullptr, nullptr, nullptr);
     EXPECT_EQ(GetParent(child), parent);
-    ExpectRect(RectOf(child), 3, 4, 5, 6);
+    ExpectRect(RectOf(child), 3, 30, 5, 6);
     EXPECT_EQ(static_cast<DWORD>(GetWindowLongW(child, GWL_STYLE)) & WS_POPUP, 0u);
     DestroyWindow(parent);
 }

@@ -51,7 +51,7 @@ class PanelWindowTest : public StandInTest {
         RECT place = {};
         GetWindowRect(RadioMainWindow(), &place);
         const POINT origin = Origin();
-        return place.left == origin.x && place.top == origin.y;
+        return place.left == origin.x && place.top == origin.y + 26;
     }
     void Click(const Box& box) const {
         const LPARAM place = MAKELPARAM(box.x + box.w / 2, box.y + box.h / 2);

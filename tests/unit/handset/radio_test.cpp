@@ -138,7 +138,7 @@ TEST_F(RadioFromOutside, SoftKeysReachTheMenuBarOfTheWindowInFront) {
 TEST_F(RadioFromOutside, TheStylusReachesTheInnermostWindowInItsOwnPixels) {
     StartStandIn();
     EXPECT_EQ(Run({L"tap", L"100", L"200", L"0"}), kDone);
-    EXPECT_TRUE(WaitForNote("main down 100 200\nmain up 100 200\n")) << Notes();
+    EXPECT_TRUE(WaitForNote("main down 100 174\nmain up 100 174\n")) << Notes();
     EXPECT_EQ(Run({L"tap", L"120", L"300", L"0"}), kDone);
     EXPECT_TRUE(WaitForNote("child down 120 6\nchild up 120 6\n")) << Notes();
 }

@@ -1,6 +1,6 @@
-// Stands in for the radio in the panel's tests: a window of the radio's class that fills the display and
-// writes down, a line each, what reaches it. "exit N" as its command line makes it end at once with N, "slow
-// …" take its time with its window, and "deaf" not close.
+// Stands in for the radio in the panel's tests: a window of the radio's class that fills the display below
+// the shell's bar and writes down, a line each, what reaches it. "exit N" as its command line makes it end at
+// once with N, "slow …" take its time with its window, and "deaf" not close.
 #include <windows.h>
 
 #include <cstdio>
@@ -90,9 +90,10 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR commandLine, int) {
     handset::JoinHandset();
     if (slow) Note("window [%ls]\n", commandLine);
     const POINT display = AskForDisplay();
-    const HWND window = CreateWindowExW(0, L"Kora", L"stand-in", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN,
-                                        display.x, display.y, 240, 320, nullptr, nullptr, instance, nullptr);
-    g_child = CreateWindowExW(0, L"menu_worker", L"", WS_CHILD | WS_VISIBLE, 0, 294, 240, 26, window, nullptr,
+    const HWND window =
+        CreateWindowExW(0, L"Kora", L"stand-in", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, display.x,
+                        display.y + 26, 240, 294, nullptr, nullptr, instance, nullptr);
+    g_child = CreateWindowExW(0, L"menu_worker", L"", WS_CHILD | WS_VISIBLE, 0, 268, 240, 26, window, nullptr,
                               instance, nullptr);
     SetForegroundWindow(window);
     SetFocus(g_child);

@@ -38,12 +38,12 @@ const Control kScheduleControls[] = {
     {0, 1088, L"static"}, {0, 1089, L"static"}, {0, 1090, L"static"},
 };
 
-// The screen above the menu bar, in pixels. A dialog that has one template has to fit both ways.
+// What the shell's bar and the menu bar leave of the screen, in pixels. A dialog that has one template has to fit both ways.
 struct Screen { unsigned dialog; int width, height; };
 const Screen kScreens[] = {
-    {102, 240, 294}, {102, 320, 214}, {105, 240, 294}, {105, 320, 214}, {131, 240, 294}, {131, 320, 214},
-    {138, 240, 294}, {138, 320, 214}, {145, 240, 294}, {145, 320, 214}, {230, 240, 294}, {230, 320, 214},
-    {132, 240, 294}, {232, 320, 214}, {137, 240, 294}, {231, 320, 214},
+    {102, 240, 268}, {102, 320, 188}, {105, 240, 268}, {105, 320, 188}, {131, 240, 268}, {131, 320, 188},
+    {138, 240, 268}, {138, 320, 188}, {145, 240, 268}, {145, 320, 188}, {230, 240, 268}, {230, 320, 188},
+    {132, 240, 268}, {232, 320, 188}, {137, 240, 268}, {231, 320, 188},
 };
 // clang-format on
 
@@ -151,7 +151,7 @@ TEST(Dialogs, APortraitTemplateAndItsLandscapeOneHaveTheSameControlsInTheSameOrd
     ExpectSameControls(IDD_SCHEDULE_PORTRAIT, IDD_SCHEDULE_LANDSCAPE);
 }
 
-TEST(Dialogs, EveryTemplateFitsTheScreenAboveTheMenuBar) {
+TEST(Dialogs, EveryTemplateFitsTheScreenBetweenTheBars) {
     for (const Screen& screen : kScreens) {
         const DialogTemplate dialog = LoadDialogTemplate(screen.dialog);
         const DialogFont font(dialog);

@@ -156,9 +156,10 @@ TEST_F(TurnedSettings, TurningTheDeviceMovesTheControlsToTheOtherTemplatesPlaces
     const std::string upright = PlaceOfControl(IDC_SAVE_BROWSE);
     handset.SetScreen(320, 240);
     test::SendDisplayChange(dialog);
-    EXPECT_EQ(test::PlaceOf(dialog), "0,0 320x240");
+    EXPECT_EQ(test::PlaceOf(dialog), "0,26 320x214");
     RECT expected = {156, 79, 156 + 18, 79 + 13};
     MapDialogRect(dialog, &expected);
+    MapWindowPoints(dialog, nullptr, reinterpret_cast<POINT*>(&expected), 2);
     EXPECT_EQ(PlaceOfControl(IDC_SAVE_BROWSE), std::to_string(expected.left) + "," +
                                                    std::to_string(expected.top) + " " +
                                                    std::to_string(expected.right - expected.left) + "x" +
