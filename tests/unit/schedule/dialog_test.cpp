@@ -7,6 +7,7 @@
 
 #include "tests/support/registered_controls.h"
 #include "tests/support/trace_capture.h"
+#include "tests/support/wait.h"
 #include "tests/unit/schedule/open_schedule.h"
 
 namespace {
@@ -69,7 +70,7 @@ TEST_F(Dialog, OncePaintedItAsksForNoPaintAgain) {
     OpenSchedule schedule;
     schedule.ChooseDays({2});
     RedrawWindow(schedule.Dialog(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
-    EXPECT_FALSE(GetUpdateRect(schedule.Dialog(), nullptr, FALSE));
+    EXPECT_TRUE(test::WaitFor([&] { return !GetUpdateRect(schedule.Dialog(), nullptr, FALSE); }));
 }
 
 TEST_F(Dialog, AChosenDayIsWhiteOnBlackAndAnotherBlackOnWhite) {
