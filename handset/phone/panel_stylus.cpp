@@ -4,6 +4,7 @@
 #include "handset/controls/switches.h"
 #include "handset/phone/panel_window.h"
 #include "handset/phone/phone_keys.h"
+#include "handset/state/handset_state.h"
 
 namespace panel {
 namespace {
@@ -56,8 +57,12 @@ LRESULT PanelWindow::OnLetGo(WPARAM, LPARAM lParam) {
     const SwitchPlace* place = SwitchAt(view_.column, GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
     const bool close = closing_ && view_.phone.close.Contains(GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
     const bool tune = tuning_;
+    if (grip_) KeepPlace();
     ReleaseCapture();
-    if (close) return SendMessageW(window_, WM_CLOSE, 0, 0);
+    if (close) {
+        putAway_ = true;
+        return SendMessageW(window_, WM_CLOSE, 0, 0);
+    }
     // Let go beside the switch: nothing was meant.
     if (row != nullptr && row->press != nullptr && place != nullptr && place->row == row)
         row->press(view_.now);
@@ -100,6 +105,14 @@ void PanelWindow::DragPanel(int x, int y) {
     GetWindowRect(window_, &place);
     SetWindowPos(window_, nullptr, place.left + x - grip_->x, place.top + y - grip_->y, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// For the next time that the phone is opened.
+void PanelWindow::KeepPlace() const {
+    RECT place = {};
+    GetWindowRect(window_, &place);
+    handset::SetStateQword(kPlaceX, static_cast<std::uint64_t>(place.left));
+    handset::SetStateQword(kPlaceY, static_cast<std::uint64_t>(place.top));
 }
 
 // By the digits that a user would type; who takes no keys is not tuned.

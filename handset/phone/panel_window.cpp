@@ -4,11 +4,15 @@
 #include <algorithm>
 
 #include "handset/controls/handset_desktop.h"
+#include "handset/controls/host_folder.h"
 #include "handset/controls/radio_process.h"
 #include "handset/controls/radio_windows.h"
 #include "handset/controls/switches.h"
 #include "handset/service/booking_service.h"
+#include "handset/service/booking_store.h"
 #include "handset/state/handset_protocol.h"
+#include "handset/state/handset_state.h"
+#include "handset/state/process_start.h"
 
 namespace panel {
 namespace {
@@ -42,6 +46,42 @@ void RegisterClasses(HINSTANCE instance, WNDPROC procedure) {
     RegisterClassW(&darkness);
 }
 
+// Where it was put last, or else in the middle.
+POINT FirstPlace(const PhoneLayout& phone) {
+    const auto x = handset::StateQword(kPlaceX);
+    const auto y = handset::StateQword(kPlaceY);
+    if (x && y) return {static_cast<LONG>(*x), static_cast<LONG>(*y)};
+    return {std::max(0, (GetSystemMetrics(SM_CXSCREEN) - phone.width) / 2),
+            std::max(0, (GetSystemMetrics(SM_CYSCREEN) - phone.height) / 2)};
+}
+
+// Whoever puts the phone away with recordings booked would wait for them in vain.
+void OfferService() {
+    if (ReadBookings().bookings.empty() || ServiceRuns()) return;
+    const int answer =
+        MessageBoxW(nullptr,
+                    L"Recordings are booked. They are made only while the phone is open or its "
+                    L"service runs.\n\nStart the service now? It waits without a window; "
+                    L"\"handset service stop\" ends it.",
+                    L"Kora handset", MB_YESNO | MB_ICONQUESTION | MB_SETFOREGROUND);
+    if (answer != IDYES) return;
+    std::wstring line = L"handset.exe service";
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    // Not the desktop that was made for the phone: it closes with the last program on it.
+    wchar_t desktop[] = L"WinSta0\\Default";
+    startup.lpDesktop = desktop;
+    PROCESS_INFORMATION process = {};
+    if (!handset::StartProcess((ProgramFolder() + L"\\handset.exe").c_str(), line.data(), nullptr, nullptr,
+                               FALSE, DETACHED_PROCESS, nullptr, nullptr, &startup, &process)) {
+        MessageBoxW(nullptr, L"The service could not be started; nothing will be recorded.", L"Kora handset",
+                    MB_ICONEXCLAMATION | MB_SETFOREGROUND);
+        return;
+    }
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+}
+
 }  // namespace
 
 struct PanelWindow::MessageRow {
@@ -58,11 +98,12 @@ bool PanelWindow::Open(HINSTANCE instance) {
     view_.phone = LayOutPhone(view_.now.screenWidth, view_.now.screenHeight);
     view_.column = LayOutColumn(view_.phone.column);
     picture_.Make(view_);
-    const int x = std::max(0, (GetSystemMetrics(SM_CXSCREEN) - view_.phone.width) / 2);
-    const int y = std::max(0, (GetSystemMetrics(SM_CYSCREEN) - view_.phone.height) / 2);
-    CreateWindowExW(kExtendedStyle, handset::kPanelClass, L"Kora handset", kStyle, x, y, view_.phone.width,
-                    view_.phone.height, nullptr, nullptr, instance, this);
+    const POINT place = FirstPlace(view_.phone);
+    CreateWindowExW(kExtendedStyle, handset::kPanelClass, L"Kora handset", kStyle, place.x, place.y,
+                    view_.phone.width, view_.phone.height, nullptr, nullptr, instance, this);
     if (window_ == nullptr) return false;
+    KeepOnScreen();
+    hints_.Fit(window_, view_);
     darkness_ = CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST, kDarknessClass, L"",
                                 WS_POPUP, 0, 0, 0, 0, window_, nullptr, instance, nullptr);
     ShowWindow(window_, SW_SHOWNOACTIVATE);
@@ -71,9 +112,10 @@ bool PanelWindow::Open(HINSTANCE instance) {
     return true;
 }
 
-void PanelWindow::Run() {
+bool PanelWindow::Run() {
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+    return putAway_;
 }
 
 LRESULT CALLBACK PanelWindow::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -201,6 +243,7 @@ void PanelWindow::FitToScreen() {
     SetWindowPos(window_, nullptr, x, y, view_.phone.width, view_.phone.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
     KeepOnScreen();
+    hints_.Fit(window_, view_);
 }
 
 void PanelWindow::KeepOnScreen() {
@@ -246,8 +289,12 @@ int RunPanel(bool withRadio) {
     // Without a word when it does not start: the panel then shows that the radio is off. One that is coming,
     // such as a booked one, is not waited for: it is the radio on this phone.
     if (withRadio && !RadioProcess()) LaunchRadio(L"", RadioConsole::kOutput, 0);
-    const BackgroundService service(StandardConsole());
-    window.Run();
+    bool putAway = false;
+    {
+        const BackgroundService service(StandardConsole());
+        putAway = window.Run();
+    }
+    if (putAway) OfferService();
     return 0;
 }
 

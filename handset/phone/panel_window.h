@@ -6,17 +6,21 @@
 #include <optional>
 
 #include "handset/phone/band_source.h"
+#include "handset/phone/panel_hints.h"
 #include "handset/phone/panel_picture.h"
 #include "handset/phone/radio_follow.h"
 
 namespace panel {
 
+// State values: where the panel was put last, pixels of the host's screen.
+inline constexpr wchar_t kPlaceX[] = L"PanelX", kPlaceY[] = L"PanelY";
+
 class PanelWindow {
   public:
     // Creates and shows the window without taking the focus from anybody; false when the system refuses.
     bool Open(HINSTANCE instance);
-    // Runs until the window is closed.
-    void Run();
+    // Runs until the window is closed; true when its close button did it.
+    bool Run();
 
   private:
     struct MessageRow;
@@ -45,6 +49,7 @@ class PanelWindow {
     void RepeatKey();
     void DragSlider(int x);
     void DragPanel(int x, int y);
+    void KeepPlace() const;
     void TuneAt(int x, int y);
     // Moves the window so that it lies on the host's screen, or as much of it as has room there.
     void KeepOnScreen();
@@ -58,7 +63,9 @@ class PanelWindow {
     std::uint32_t weakened_ = 0;  // while the slider is dragged: the station that it is for
     bool tuning_ = false;         // the band was pressed and not let go yet
     bool closing_ = false;        // the close button was pressed and not let go yet
+    bool putAway_ = false;        // by the close button, not by a program
     PanelPicture picture_;
+    PanelHints hints_;
     RadioFollow follow_;
     BandSource band_;
 };

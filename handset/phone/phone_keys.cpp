@@ -7,31 +7,38 @@
 
 namespace panel {
 
+namespace {
+
+constexpr wchar_t kSoftHint[] = L"What is written above it: its menu, or OK and Cancel.";
+constexpr wchar_t kDigitHint[] = L"Type a frequency: 9 8 5 is 98.5, 1 0 1 2 is 101.2 MHz.";
+
+}  // namespace
+
 const std::vector<PhoneKeyRow>& PhoneKeys() {
     // Windows Mobile gives the soft keys and the telephone's keys the codes of the function keys.
     // clang-format off
     static const std::vector<PhoneKeyRow> kRows = {
-        {PhoneKey::kSoftLeft,  L"soft1",  L"",  VK_F1},
-        {PhoneKey::kSoftRight, L"soft2",  L"",  VK_F2},
-        {PhoneKey::kCall,      L"call",   L"",  VK_F3},
-        {PhoneKey::kHangUp,    L"end",    L"",  VK_F4},
-        {PhoneKey::kUp,        L"up",     L"",  VK_UP},
-        {PhoneKey::kDown,      L"down",   L"",  VK_DOWN},
-        {PhoneKey::kLeft,      L"left",   L"",  VK_LEFT},
-        {PhoneKey::kRight,     L"right",  L"",  VK_RIGHT},
-        {PhoneKey::kReturn,    L"return", L"",  VK_RETURN},
-        {PhoneKey::k0,         L"0",      L"0", '0'},
-        {PhoneKey::k1,         L"1",      L"1", '1'},
-        {PhoneKey::k2,         L"2",      L"2", '2'},
-        {PhoneKey::k3,         L"3",      L"3", '3'},
-        {PhoneKey::k4,         L"4",      L"4", '4'},
-        {PhoneKey::k5,         L"5",      L"5", '5'},
-        {PhoneKey::k6,         L"6",      L"6", '6'},
-        {PhoneKey::k7,         L"7",      L"7", '7'},
-        {PhoneKey::k8,         L"8",      L"8", '8'},
-        {PhoneKey::k9,         L"9",      L"9", '9'},
-        {PhoneKey::kStar,      L"star",   L"*", VK_F8},
-        {PhoneKey::kHash,      L"hash",   L"#", VK_F9},
+        {PhoneKey::kSoftLeft,  L"soft1",  L"",  VK_F1, kSoftHint},
+        {PhoneKey::kSoftRight, L"soft2",  L"",  VK_F2, kSoftHint},
+        {PhoneKey::kCall,      L"call",   L"",  VK_F3, L"Takes a call that comes in."},
+        {PhoneKey::kHangUp,    L"end",    L"",  VK_F4, L"Ends a call."},
+        {PhoneKey::kUp,        L"up",     L"",  VK_UP, L"One row of the list up."},
+        {PhoneKey::kDown,      L"down",   L"",  VK_DOWN, L"One row of the list down."},
+        {PhoneKey::kLeft,      L"left",   L"",  VK_LEFT, L"Quieter."},
+        {PhoneKey::kRight,     L"right",  L"",  VK_RIGHT, L"Louder."},
+        {PhoneKey::kReturn,    L"return", L"",  VK_RETURN, L"Display dark, display lit; the radio plays on."},
+        {PhoneKey::k0,         L"0",      L"0", '0', kDigitHint},
+        {PhoneKey::k1,         L"1",      L"1", '1', kDigitHint},
+        {PhoneKey::k2,         L"2",      L"2", '2', kDigitHint},
+        {PhoneKey::k3,         L"3",      L"3", '3', kDigitHint},
+        {PhoneKey::k4,         L"4",      L"4", '4', kDigitHint},
+        {PhoneKey::k5,         L"5",      L"5", '5', kDigitHint},
+        {PhoneKey::k6,         L"6",      L"6", '6', kDigitHint},
+        {PhoneKey::k7,         L"7",      L"7", '7', kDigitHint},
+        {PhoneKey::k8,         L"8",      L"8", '8', kDigitHint},
+        {PhoneKey::k9,         L"9",      L"9", '9', kDigitHint},
+        {PhoneKey::kStar,      L"star",   L"*", VK_F8, L"Nothing of the radio's."},
+        {PhoneKey::kHash,      L"hash",   L"#", VK_F9, L"Nothing of the radio's."},
     };
     // clang-format on
     return kRows;

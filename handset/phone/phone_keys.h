@@ -16,6 +16,7 @@ struct PhoneKeyRow {
     const wchar_t* name;   // on the command line
     const wchar_t* label;  // on the key; empty where a sign is drawn
     WORD virtualKey;       // a soft key's is for a program that gets it in the dark
+    const wchar_t* hint;   // a sentence for whoever rests the pointer on it
 };
 const std::vector<PhoneKeyRow>& PhoneKeys();
 const PhoneKeyRow& RowOf(PhoneKey key);

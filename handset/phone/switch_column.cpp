@@ -24,16 +24,22 @@ constexpr int kChipGap = 6;
 constexpr int kTrackInset = 8;
 constexpr wchar_t kNumber[] = L"555 0123";
 
-template <std::uint32_t bit>
-SwitchRow BluetoothChip(const wchar_t* label) {
-    return {label, SwitchKind::kChip, [](const Snapshot& now) { return (now.bluetooth & bit) != 0; },
-            [](const Snapshot& now) { SetBluetoothBits(now.bluetooth ^ bit); }};
+// What the phone says of its Bluetooth: both bits of the radio, one while a link is made, one for a link.
+constexpr std::uint32_t kBluetoothOn = 0x9, kBluetoothJoining = 0x10, kBluetoothLinked = 0x4;
+
+template <std::uint32_t bits>
+SwitchRow BluetoothChip(const wchar_t* label, const wchar_t* hint) {
+    return {label, SwitchKind::kChip, [](const Snapshot& now) { return now.bluetooth == bits; },
+            [](const Snapshot&) { SetBluetoothBits(bits); }, hint};
 }
+
+constexpr wchar_t kClockHint[] =
+    L"So many seconds of the phone pass in one of yours. An antenna is heard at 1 only.";
 
 template <std::uint32_t rate>
 SwitchRow ClockChip(const wchar_t* label) {
     return {label, SwitchKind::kChip, [](const Snapshot& now) { return now.clockRate == rate; },
-            [](const Snapshot&) { handset::SetClockRate(rate); }};
+            [](const Snapshot&) { handset::SetClockRate(rate); }, kClockHint};
 }
 
 template <std::uint32_t bits, bool numbered>
@@ -147,39 +153,49 @@ const std::vector<SwitchGroup>& SwitchGroups() {
     static const std::vector<SwitchGroup> kGroups = {
         {L"HANDSET", {
             {L"Headset", SwitchKind::kToggle, [](const Snapshot& s) { return s.headset; },
-             [](const Snapshot& s) { PlugHeadset(!s.headset); }},
+             [](const Snapshot& s) { PlugHeadset(!s.headset); },
+             L"Plugs the headset in or pulls it. Its cable is the aerial: without it the radio closes."},
             {L"Storage card", SwitchKind::kToggle, [](const Snapshot& s) { return s.card; },
-             [](const Snapshot& s) { InsertCard(!s.card); }},
+             [](const Snapshot& s) { InsertCard(!s.card); },
+             L"Inserts the storage card or pulls it. A recording on it ends."},
             {L"Display", SwitchKind::kToggle, [](const Snapshot& s) { return s.lit; },
-             [](const Snapshot&) { PressPower(); }, PowerNote},
+             [](const Snapshot&) { PressPower(); },
+             L"The power key: display dark or lit. The radio plays on in the dark.", PowerNote},
             {L"On its side", SwitchKind::kToggle,
              [](const Snapshot& s) { return s.screenWidth > s.screenHeight; },
-             [](const Snapshot& s) { TurnScreen({s.screenHeight, s.screenWidth}); }},
-            {L"Large screen", SwitchKind::kToggle, HasLargeScreen, ExchangeScreen},
+             [](const Snapshot& s) { TurnScreen({s.screenHeight, s.screenWidth}); },
+             L"Turns the phone on its side, and upright again."},
+            {L"Large screen", SwitchKind::kToggle, HasLargeScreen, ExchangeScreen,
+             L"Gives the phone a screen of twice the pixels each way, and takes it back."},
         }},
         {L"TELEPHONE", {
             {L"Incoming call", SwitchKind::kButton, CallIs<kPhoneIncoming, true>,
-             [](const Snapshot&) { CallComesIn(kNumber); }},
-            {L"Dial, with number", SwitchKind::kButton, CallIs<kPhoneCalling, true>,
-             [](const Snapshot&) { CallGoesOut(kNumber); }},
-            {L"Dial, no number", SwitchKind::kButton, CallIs<kPhoneCalling, false>,
-             [](const Snapshot&) { CallGoesOut(std::nullopt); }},
+             [](const Snapshot&) { CallComesIn(kNumber); }, L"Somebody calls: the telephone rings."},
+            {L"Dial a number", SwitchKind::kButton, CallIs<kPhoneCalling, true>,
+             [](const Snapshot&) { CallGoesOut(kNumber); }, L"A call goes out, to a number that is known."},
+            {L"Start to dial", SwitchKind::kButton, CallIs<kPhoneCalling, false>,
+             [](const Snapshot&) { CallGoesOut(std::nullopt); },
+             L"A call goes out before its number is known, as while it is being typed."},
             {L"Talk", SwitchKind::kButton, CallIs<kPhoneTalking, true>,
-             [](const Snapshot&) { CallIsAnswered(); }},
+             [](const Snapshot&) { CallIsAnswered(); }, L"The call is answered."},
             {L"Hang up", SwitchKind::kButton, [](const Snapshot&) { return false; },
-             [](const Snapshot&) { CallEnds(); }},
+             [](const Snapshot&) { CallEnds(); }, L"The call is over."},
         }},
-        {L"BLUETOOTH (HEX)", {
-            BluetoothChip<0x01>(L"1"), BluetoothChip<0x02>(L"2"), BluetoothChip<0x04>(L"4"),
-            BluetoothChip<0x08>(L"8"), BluetoothChip<0x10>(L"10"),
+        {L"BLUETOOTH", {
+            BluetoothChip<0>(L"off", L"Bluetooth is switched off."),
+            BluetoothChip<kBluetoothOn>(L"on", L"Bluetooth is on, nobody is linked."),
+            BluetoothChip<kBluetoothOn | kBluetoothJoining>(L"pair", L"A headset is being linked."),
+            BluetoothChip<kBluetoothOn | kBluetoothLinked>(L"link", L"A headset is linked."),
         }},
         {L"CLOCK SPEED", {
             ClockChip<1>(L"1"), ClockChip<10>(L"10"), ClockChip<60>(L"60"), ClockChip<600>(L"600"),
         }},
         {L"RECEPTION", {
-            {L"Signal", SwitchKind::kSlider, [](const Snapshot& s) { return s.signalLimited; }, nullptr},
+            {L"Signal", SwitchKind::kSlider, [](const Snapshot& s) { return s.signalLimited; }, nullptr,
+             L"Weakens the station that is tuned; at the right end it comes in as it is."},
             {L"Radio", SwitchKind::kToggle, [](const Snapshot& s) { return s.radio; },
-             [](const Snapshot& s) { if (s.radio) AskRadioToClose(); else LaunchRadio(L"", RadioConsole::kOutput, 0); }},
+             [](const Snapshot& s) { if (s.radio) AskRadioToClose(); else LaunchRadio(L"", RadioConsole::kOutput, 0); },
+             L"Starts the radio, and closes it."},
         }},
     };
     // clang-format on

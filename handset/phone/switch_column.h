@@ -31,6 +31,8 @@ struct SwitchRow {
     bool (*isOn)(const Snapshot& now);
     // The user pressed it; not for the slider.
     void (*press)(const Snapshot& now);
+    // A sentence for whoever rests the pointer on it: what it does.
+    const wchar_t* hint;
     // A word beside a toggle; empty where there is nothing to say.
     const wchar_t* (*note)(const Snapshot& now) = nullptr;
 };

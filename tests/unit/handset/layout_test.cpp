@@ -195,5 +195,17 @@ TEST(SwitchColumn, TellsAPhoneThatSleepsFromOneWhoseDisplayIsDark) {
     EXPECT_FALSE(now == Snapshot{});
 }
 
+TEST(Hints, EverySwitchAndKeySaysWhatItDoesInAWholeSentence) {
+    const auto isSentence = [](const wchar_t* hint) {
+        return hint != nullptr && std::wcslen(hint) > 5 && hint[std::wcslen(hint) - 1] == L'.';
+    };
+    for (const SwitchGroup& group : SwitchGroups()) {
+        for (const SwitchRow& row : group.rows)
+            EXPECT_TRUE(isSentence(row.hint)) << testing::PrintToString(std::wstring(row.label));
+    }
+    for (const PhoneKeyRow& row : PhoneKeys())
+        EXPECT_TRUE(isSentence(row.hint)) << testing::PrintToString(std::wstring(row.name));
+}
+
 }  // namespace
 }  // namespace panel

@@ -1,26 +1,44 @@
 // The panel's window: handset.exe in a process of its own, with the stand-in on its display.
+#include <commctrl.h>
+
 #include "handset/controls/device_registry.h"
 #include "handset/controls/handset_clock.h"
 #include "handset/controls/host_folder.h"
 #include "handset/controls/radio_windows.h"
 #include "handset/controls/switches.h"
 #include "handset/phone/band_strip.h"
+#include "handset/phone/panel_window.h"
 #include "handset/phone/phone_layout.h"
 #include "handset/phone/switch_column.h"
+#include "handset/service/booking_service.h"
 #include "handset/state/handset_protocol.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/own_windows.h"
-#include "tests/unit/handset/stand_in_test.h"
+#include "tests/unit/handset/booked_handset.h"
 
 namespace panel {
 namespace {
 
-class PanelWindowTest : public StandInTest {
+// In which a service that was started would be seen.
+constexpr unsigned kTimeToCome_ms = 5000;
+
+class PanelWindowTest : public BookedHandset {
   protected:
     void SetUp() override {
         // There is one panel to a desktop: tests that open one take turns.
         turn_ = OwnedHandle(CreateMutexW(nullptr, FALSE, L"KoraPanelTests"));
         WaitForSingleObject(turn_.get(), INFINITE);
+        OpenPanel();
+    }
+    void TearDown() override {
+        if (process_) {
+            PostMessageW(window_, WM_CLOSE, 0, 0);
+            if (WaitForSingleObject(process_.get(), kDeadline_ms) != WAIT_OBJECT_0)
+                TerminateProcess(process_.get(), 1);
+        }
+        ReleaseMutex(turn_.get());
+    }
+    void OpenPanel() {
         std::wstring line = L"handset.exe panel";
         STARTUPINFOW startup = {};
         startup.cb = sizeof startup;
@@ -38,13 +56,34 @@ class PanelWindowTest : public StandInTest {
             },
             kDeadline_ms));
     }
-    void TearDown() override {
-        if (process_) {
-            PostMessageW(window_, WM_CLOSE, 0, 0);
-            if (WaitForSingleObject(process_.get(), kDeadline_ms) != WAIT_OBJECT_0)
-                TerminateProcess(process_.get(), 1);
-        }
-        ReleaseMutex(turn_.get());
+    // As a program asks for it.
+    void ClosePanel() {
+        PostMessageW(window_, WM_CLOSE, 0, 0);
+        ASSERT_EQ(WaitForSingleObject(process_.get(), kDeadline_ms), WAIT_OBJECT_0);
+        process_ = OwnedHandle();
+    }
+    [[nodiscard]] HWND Question() const {
+        const HWND box = FindWindowW(L"#32770", L"Kora handset");
+        DWORD owner = 0;
+        GetWindowThreadProcessId(box, &owner);
+        return box != nullptr && owner == GetProcessId(process_.get()) ? box : nullptr;
+    }
+    [[nodiscard]] bool HasEnded() const { return WaitForSingleObject(process_.get(), 0) == WAIT_OBJECT_0; }
+    // Moved by its body, until it stands there: the host may still be placing it where it was opened.
+    void DragTo(LONG x, LONG y) const {
+        const POINT held = {upright_.body.x + 3, upright_.body.y + upright_.body.h / 2};
+        ASSERT_TRUE(WaitUntil(
+            [&] {
+                RECT place = {};
+                GetWindowRect(window_, &place);
+                if (place.left == x && place.top == y) return true;
+                SendMessageW(window_, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(held.x, held.y));
+                SendMessageW(window_, WM_MOUSEMOVE, MK_LBUTTON,
+                             MAKELPARAM(held.x + x - place.left, held.y + y - place.top));
+                SendMessageW(window_, WM_LBUTTONUP, 0, MAKELPARAM(held.x, held.y));
+                return false;
+            },
+            kDeadline_ms));
     }
     [[nodiscard]] POINT Origin() const { return DisplayOrigin(); }
     [[nodiscard]] bool RadioIsAtTheDisplay() const {
@@ -181,8 +220,11 @@ TEST_F(PanelWindowTest, SwitchesDoWhatTheCommandLineDoes) {
     ClickSwitch(upright_, L"Incoming call");
     EXPECT_TRUE(WaitUntil(
         [] { return DeviceDword(L"HKLM\\System\\State\\Phone", L"Status", 0) == 0x00010000; }, kDeadline_ms));
-    ClickSwitch(upright_, L"4");
-    EXPECT_TRUE(WaitUntil([] { return BluetoothBits() == 4; }, kDeadline_ms));
+    for (const auto& [label, bits] : {std::pair(L"link", 0xDu), std::pair(L"pair", 0x19u),
+                                      std::pair(L"on", 0x9u), std::pair(L"off", 0u)}) {
+        ClickSwitch(upright_, label);
+        EXPECT_TRUE(WaitUntil([bits = bits] { return BluetoothBits() == bits; }, kDeadline_ms)) << bits;
+    }
     handset::SetStateDword(L"TunedChannel", 9850);
     ClickSwitch(upright_, L"Signal");
     EXPECT_TRUE(WaitUntil([] { return SignalLimit().has_value(); }, kDeadline_ms));
@@ -342,6 +384,85 @@ TEST_F(PanelWindowTest, ClosingThePanelClosesTheRadio) {
     PostMessageW(window_, WM_CLOSE, 0, 0);
     EXPECT_EQ(WaitForSingleObject(process_.get(), kDeadline_ms), WAIT_OBJECT_0);
     EXPECT_TRUE(WaitUntil([] { return !RadioProcess().has_value(); }, kDeadline_ms));
+}
+
+TEST_F(PanelWindowTest, ThePanelOpensWhereItWasPutLast) {
+    DragTo(33, 21);
+    ClosePanel();
+    OpenPanel();
+    RECT place = {};
+    GetWindowRect(window_, &place);
+    EXPECT_EQ(place.left, 33);
+    EXPECT_EQ(place.top, 21);
+}
+
+TEST_F(PanelWindowTest, APlaceThatIsOnTheScreenNoMoreIsBroughtBack) {
+    ClosePanel();
+    handset::SetStateQword(kPlaceX, static_cast<std::uint64_t>(-5000));
+    handset::SetStateQword(kPlaceY, 70000);
+    OpenPanel();
+    RECT place = {};
+    GetWindowRect(window_, &place);
+    EXPECT_GE(place.left, 0);
+    EXPECT_LT(place.left, GetSystemMetrics(SM_CXSCREEN));
+    EXPECT_GE(place.bottom, 0);
+    EXPECT_LT(place.top, GetSystemMetrics(SM_CYSCREEN));
+}
+
+TEST_F(PanelWindowTest, EverythingThatCanBePressedHasItsHintAlsoOnAPhoneThatWasTurned) {
+    const auto hints = [this] {
+        const HWND tips = GetWindow(FindWindowW(L"tooltips_class32", nullptr), GW_OWNER) == window_
+                              ? FindWindowW(L"tooltips_class32", nullptr)
+                              : nullptr;
+        return tips != nullptr ? SendMessageW(tips, TTM_GETTOOLCOUNT, 0, 0) : 0;
+    };
+    const PhoneLayout turned = LayOutPhone(320, 240);
+    // The band and the close button besides.
+    const auto all =
+        static_cast<LRESULT>(LayOutColumn(upright_.column).switches.size() + upright_.keys.size() + 2);
+    EXPECT_EQ(hints(), all);
+    EXPECT_EQ(Run({L"orientation", L"landscape"}), kDone);
+    EXPECT_EQ(hints(), all);
+}
+
+TEST_F(PanelWindowTest, PutAwayWithRecordingsBookedItOffersTheServiceAndStartsIt) {
+    Book(L"RunAppAtTime-0000000001", L"later", ten_ + kHour_s);
+    Click(upright_.close);
+    ASSERT_TRUE(WaitUntil([&] { return Question() != nullptr; }, kDeadline_ms));
+    EXPECT_FALSE(ServiceRuns());
+    PostMessageW(Question(), WM_COMMAND, IDYES, 0);
+    EXPECT_TRUE(WaitUntil([&] { return HasEnded() && ServiceRuns(); }, kDeadline_ms));
+    EXPECT_EQ(Run({L"service", L"stop"}), kDone);
+    EXPECT_FALSE(ServiceRuns());
+}
+
+TEST_F(PanelWindowTest, PutAwayWithRecordingsBookedAndTheServiceDeclinedNothingRuns) {
+    Book(L"RunAppAtTime-0000000001", L"later", ten_ + kHour_s);
+    Click(upright_.close);
+    ASSERT_TRUE(WaitUntil([&] { return Question() != nullptr; }, kDeadline_ms));
+    PostMessageW(Question(), WM_COMMAND, IDNO, 0);
+    EXPECT_TRUE(WaitUntil([&] { return HasEnded(); }, kDeadline_ms));
+    EXPECT_FALSE(WaitUntil([] { return ServiceRuns(); }, kTimeToCome_ms));
+}
+
+TEST_F(PanelWindowTest, PutAwayWithNothingBookedOrClosedByAProgramItAsksNothing) {
+    Click(upright_.close);
+    EXPECT_TRUE(WaitUntil([&] { return HasEnded(); }, kDeadline_ms));
+    OpenPanel();
+    Book(L"RunAppAtTime-0000000001", L"later", ten_ + kHour_s);
+    ClosePanel();
+}
+
+TEST_F(PanelWindowTest, PutAwayWhileAnotherServiceServesTheBookingsItAsksNothing) {
+    Book(L"RunAppAtTime-0000000001", L"later", ten_ + kHour_s);
+    ClosePanel();
+    HandsetProcess service(L"service");
+    ASSERT_TRUE(WaitUntil([] { return ServiceRuns(); }, kDeadline_ms));
+    OpenPanel();
+    Click(upright_.close);
+    EXPECT_TRUE(WaitUntil([&] { return HasEnded(); }, kDeadline_ms));
+    EXPECT_TRUE(ServiceRuns());
+    EXPECT_EQ(Run({L"service", L"stop"}), kDone);
 }
 
 }  // namespace
