@@ -92,4 +92,13 @@ TEST(BandMemory, KeepsLevelsAndSaysWhatItNeverSaw) {
     EXPECT_EQ(memory.Levels()[100], fm::kNeverSeen);
 }
 
+TEST(BandMemory, ThePowerOfANeighbourIsNoLevelOfAChannel) {
+    CBandMemory memory;
+    sdr::ChannelLook beside;
+    beside.frequency_Hz = 87.5e6;
+    beside.level = 30.0;
+    memory.See({beside}, 5);
+    EXPECT_EQ(memory.Levels()[0], fm::kSeekThreshold);
+}
+
 }  // namespace

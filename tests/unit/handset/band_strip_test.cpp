@@ -73,7 +73,7 @@ TEST(BandStrip, WhatAnAntennaGivesIsShownAndTheRestIsNotSeen) {
     facts.reception = FromTheAir();
     facts.reception->stereo = true;
     facts.reception->carrierToNoise_dBHz = 72.14;
-    facts.reception->offset_Hz = -1200;
+    facts.reception->offset_Hz = 1200;
     facts.reception->blockErrors_percent = 3;
     facts.reception->pi = 0xD301;
     facts.reception->trafficProgramme = true;
@@ -81,7 +81,7 @@ TEST(BandStrip, WhatAnAntennaGivesIsShownAndTheRestIsNotSeen) {
     EXPECT_EQ(shown.levels[PlaceOfChannel(9850)], 24);
     EXPECT_EQ(shown.levels[PlaceOfChannel(10100)], kLevelNotSeen);
     EXPECT_EQ(shown.words,
-              L"98.5 MHz   level 24   C/N0 72.1 dB-Hz   stereo   -1200 Hz   3 % lost   PI D301   TP");
+              L"98.5 MHz   level 24   C/N0 72.1 dB-Hz   stereo   +1200 Hz   3 % lost   PI D301   TP");
 }
 
 TEST(BandStrip, WhatIsNotKnownIsNotSaid) {
