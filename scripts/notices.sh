@@ -11,6 +11,7 @@ libsoxr-LGPL-2.1 $sources/libsoxr/COPYING.LGPL
 libsoxr-parts $sources/libsoxr/debian/copyright
 kissfft $sources/kissfft/COPYING
 kissfft-BSD-3-Clause $sources/kissfft/LICENSES/BSD-3-Clause
+nlohmann-json $doc/nlohmann-json3-dev/copyright
 gcc-mingw-w64 $doc/gcc-mingw-w64-base/copyright
 GPL-3 /usr/share/common-licenses/GPL-3
 mingw-w64 $doc/mingw-w64-common/copyright

@@ -16,7 +16,7 @@ constexpr std::size_t kMostFrames = 0xF0000000 / kAmrFrame_samples;
 bool CAmrFileWriter::Begin(IRecordingFile* file) {
     file_ = file;
     std::vector<std::uint8_t> head = Mp4FileType().Bytes();
-    const CBoxBytes movie = Mp4FragmentedMovie(created_);
+    const CBoxBytes movie = Mp4FragmentedMovie(created_, tags_);
     head.insert(head.end(), movie.Bytes().begin(), movie.Bytes().end());
     failed_ = !Append(head);
     return !failed_;
@@ -38,7 +38,7 @@ bool CAmrFileWriter::Write(const std::uint8_t* data, std::size_t size) {
 bool CAmrFileWriter::Finish() {
     if (!failed_ && !lengths_.empty()) failed_ = !WriteFragment();
     const std::uint64_t media_end = end_;
-    const CBoxBytes movie = Mp4CompleteMovie(created_, written_);
+    const CBoxBytes movie = Mp4CompleteMovie(created_, written_, tags_);
     const CBoxBytes header = Mp4MediaDataHeader(media_end);
     // In this order: until the last step the file is a fragmented one with something behind it.
     if (Append(movie.Bytes()) && file_->WriteAt(kPlaceholderOffset, header.Bytes().data(), header.Size()))

@@ -13,6 +13,7 @@ class CAmrFileWriter final : public IRecordingWriter {
     // `created`: seconds since 1904, UTC.
     explicit CAmrFileWriter(std::uint32_t created) : created_(created) {}
 
+    void Tag(const RecordingTags& tags) override { tags_ = tags; }
     bool Begin(IRecordingFile* file) override;
     // Bytes that are no frames are refused.
     bool Write(const std::uint8_t* data, std::size_t size) override;
@@ -23,6 +24,7 @@ class CAmrFileWriter final : public IRecordingWriter {
     bool WriteFragment();
 
     const std::uint32_t created_;
+    RecordingTags tags_;
     IRecordingFile* file_ = nullptr;
     std::uint64_t end_ = 0;              // of what is written whole
     std::vector<std::uint8_t> pending_;  // frames of the fragment to come

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "handset/capture/tuned_tags.h"
 #include "handset/state/handset_state.h"
 
 namespace capture {
@@ -10,6 +11,10 @@ namespace {
 
 // Reading the state takes longer than writing a sample.
 constexpr std::uint64_t kLook_ms = 200;
+
+std::uint64_t Ticks(const FILETIME& time) {
+    return static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+}
 
 HANDLE Open(const handset::DevicePath& path, DWORD disposition) {
     if (!path || path.host() == nullptr) return INVALID_HANDLE_VALUE;
@@ -47,11 +52,26 @@ HRESULT CDeviceFile::Create(const std::wstring& path) {
     size_ = 0;
     looked_ms_ = 0;
     error_ = S_OK;
+    Stamp();
     return S_OK;
 }
 
+// The host writes its own time with every change.
+void CDeviceFile::Stamp() {
+    constexpr std::int64_t kSame_100ns = 20'000'000;
+    FILETIME host;
+    GetSystemTimeAsFileTime(&host);
+    const FILETIME now = HandsetFileTime();
+    const std::int64_t apart = static_cast<std::int64_t>(Ticks(now) - Ticks(host));
+    if (apart > -kSame_100ns && apart < kSame_100ns) return;
+    SetFileTime(file_, size_ == 0 ? &now : nullptr, nullptr, &now);
+}
+
 void CDeviceFile::Close() {
-    if (IsOpen()) CloseHandle(file_);
+    if (IsOpen()) {
+        Stamp();
+        CloseHandle(file_);
+    }
     file_ = INVALID_HANDLE_VALUE;
 }
 
@@ -64,6 +84,7 @@ bool CDeviceFile::WriteAt(std::uint64_t offset, const void* data, std::size_t si
         !WriteFile(file_, data, static_cast<DWORD>(size), &written, nullptr))
         return Failed(GetLastError());
     size_ = std::max(size_, offset + written);
+    Stamp();
     return written == size || Failed(ERROR_DISK_FULL);
 }
 

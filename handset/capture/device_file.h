@@ -30,6 +30,8 @@ class CDeviceFile final : public IRecordingFile {
 
   private:
     bool RoomFor(std::size_t bytes);
+    // Its times are those of the handset's clock.
+    void Stamp();
     bool Failed(DWORD error);
 
     HANDLE file_ = INVALID_HANDLE_VALUE;

@@ -9,6 +9,7 @@
 #include "handset/capture/graph_events.h"
 #include "handset/capture/input_pin.h"
 #include "handset/capture/sink_kinds.h"
+#include "handset/capture/tuned_tags.h"
 
 namespace capture {
 namespace {
@@ -81,6 +82,7 @@ class CFileSink final : public CFilter,
     CMediaType fileType_;
     CDeviceFile file_;                          // of the stream, like what follows
     std::unique_ptr<IRecordingWriter> writer_;  // none: there is no file
+    RecordingTags tags_;                        // of the file
     bool ended_ = false;                        // the stream has ended, and nobody was told yet
 };
 
@@ -137,6 +139,8 @@ HRESULT CFileSink::Begin() {
     const HRESULT created = file_.Create(path_);
     if (FAILED(created)) return created;
     writer_ = kind_.makeWriter(pin_.ConnectionType());
+    tags_ = TagsNow(path_);
+    writer_->Tag(tags_);
     if (writer_->Begin(&file_)) return S_OK;
     writer_.reset();
     file_.Close();
@@ -178,6 +182,7 @@ HRESULT CFileSink::OnEndOfStream() {
 
 void CFileSink::CloseFile() {
     if (!writer_) return;
+    writer_->Tag(TagsAtEnd(path_, tags_));
     const bool complete = writer_->Finish();
     writer_.reset();
     file_.Close();

@@ -169,10 +169,11 @@ CBoxBytes Mp4MediaDataHeader(std::uint64_t end) {
     return out;
 }
 
-CBoxBytes Mp4FragmentedMovie(std::uint32_t created) {
+CBoxBytes Mp4FragmentedMovie(std::uint32_t created, const RecordingTags& tags) {
     CBoxBytes out;
     const CBox movie(&out, "moov");
     MovieAndTrack(&out, created, {});
+    AppendMp4Tags(&out, tags);
     const CBox extends(&out, "mvex");
     const CBox box(&out, "trex", 0, 0);  // 8.8.3
     for (const std::uint32_t value : {kTrack, 1u, static_cast<std::uint32_t>(kAmrFrame_samples), 0u, 0u})
@@ -180,10 +181,11 @@ CBoxBytes Mp4FragmentedMovie(std::uint32_t created) {
     return out;
 }
 
-CBoxBytes Mp4CompleteMovie(std::uint32_t created, const Mp4Samples& samples) {
+CBoxBytes Mp4CompleteMovie(std::uint32_t created, const Mp4Samples& samples, const RecordingTags& tags) {
     CBoxBytes out;
     const CBox movie(&out, "moov");
     MovieAndTrack(&out, created, samples);
+    AppendMp4Tags(&out, tags);
     return out;
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "handset/capture/mp4_boxes.h"
+#include "handset/capture/recording_tags.h"
 
 namespace capture {
 
@@ -33,9 +34,9 @@ inline constexpr std::uint64_t kPlaceholder_bytes = 16;
 CBoxBytes Mp4MediaDataHeader(std::uint64_t end);
 
 // The movie of a file whose frames come in fragments. `created`: seconds since 1904, UTC.
-CBoxBytes Mp4FragmentedMovie(std::uint32_t created);
+CBoxBytes Mp4FragmentedMovie(std::uint32_t created, const RecordingTags& tags);
 // The movie of a complete file.
-CBoxBytes Mp4CompleteMovie(std::uint32_t created, const Mp4Samples& samples);
+CBoxBytes Mp4CompleteMovie(std::uint32_t created, const Mp4Samples& samples, const RecordingTags& tags);
 
 // What stands before a fragment's frames: its movie fragment box and the head of its media data box.
 // `offset`: where it will lie in the file; `sequence`: 1, 2 …; `before`: the frames in the fragments before

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "handset/capture/recording_tags.h"
+
 namespace capture {
 
 // A file that is written at chosen places.
@@ -20,6 +22,9 @@ class IRecordingFile {
 class IRecordingWriter {
   public:
     virtual ~IRecordingWriter() = default;
+    // What the file says of itself: given before Begin, so that one that is cut off says it, too; again
+    // before Finish where more is known by then. Without it a file says nothing.
+    virtual void Tag(const RecordingTags& tags) = 0;
     // The start of the file, which is empty.
     [[nodiscard]] virtual bool Begin(IRecordingFile* file) = 0;
     // Adds whole frames. False: it could not be written; what was written before is whole, and only Finish

@@ -4,6 +4,7 @@
 #include "handset/capture/amr_file_writer.h"
 #include "handset/capture/capture_formats.h"
 #include "handset/capture/class_ids.h"
+#include "handset/capture/tuned_tags.h"
 
 namespace capture {
 namespace {
@@ -31,8 +32,7 @@ std::unique_ptr<IRecordingWriter> WavWriter(const CMediaType& stream) {
 // Seconds since the beginning of 1904, as the file counts them.
 std::unique_ptr<IRecordingWriter> AmrWriter(const CMediaType&) {
     constexpr std::uint64_t kFrom1601To1904_s = 9'561'628'800;
-    FILETIME now;
-    GetSystemTimeAsFileTime(&now);
+    const FILETIME now = HandsetFileTime();
     const std::uint64_t ticks = static_cast<std::uint64_t>(now.dwHighDateTime) << 32 | now.dwLowDateTime;
     return std::make_unique<CAmrFileWriter>(
         static_cast<std::uint32_t>(ticks / 10'000'000 - kFrom1601To1904_s));

@@ -3,8 +3,6 @@
 
 namespace capture {
 
-using sound::kWavHeader_bytes;
-
 bool CWavWriter::Begin(IRecordingFile* file) {
     file_ = file;
     data_bytes_ = 0;
@@ -13,15 +11,15 @@ bool CWavWriter::Begin(IRecordingFile* file) {
 
 bool CWavWriter::Write(const std::uint8_t* data, std::size_t size) {
     // One byte is kept for the pad byte of an odd length.
-    if (kWavHeader_bytes + std::uint64_t{data_bytes_} + size + 1 > largest_) return false;
-    if (!file_->WriteAt(kWavHeader_bytes + std::uint64_t{data_bytes_}, data, size)) return false;
+    if (SoundBegins() + data_bytes_ + size + 1 > largest_) return false;
+    if (!file_->WriteAt(SoundBegins() + data_bytes_, data, size)) return false;
     data_bytes_ += static_cast<std::uint32_t>(size);
     const std::uint32_t half_second = shape_.rate_Hz / 2 * shape_.FrameBytes();
     return data_bytes_ - stated_bytes_ < half_second || WriteHeader();
 }
 
 bool CWavWriter::Finish() {
-    const std::uint64_t end = kWavHeader_bytes + std::uint64_t{data_bytes_};
+    const std::uint64_t end = SoundBegins() + data_bytes_;
     // What a failed write left behind.
     file_->Truncate(end);
     const std::uint8_t pad = 0;
@@ -30,7 +28,14 @@ bool CWavWriter::Finish() {
 }
 
 bool CWavWriter::WriteHeader() {
-    const auto header = sound::WavHeader(shape_, data_bytes_);
+    constexpr std::ptrdiff_t kDataHead_bytes = 8;
+    const auto plain = sound::WavHeader(shape_, data_bytes_);
+    std::vector<std::uint8_t> header(plain.begin(), plain.end() - kDataHead_bytes);
+    header.insert(header.end(), tags_.begin(), tags_.end());
+    header.insert(header.end(), plain.end() - kDataHead_bytes, plain.end());
+    // The size of all that follows it.
+    const std::uint64_t riff = SoundBegins() - 8 + data_bytes_ + data_bytes_ % 2;
+    for (std::size_t i = 0; i < 4; ++i) header[4 + i] = static_cast<std::uint8_t>(riff >> 8 * i);
     if (!file_->WriteAt(0, header.data(), header.size())) return false;
     stated_bytes_ = data_bytes_;
     return true;

@@ -16,16 +16,19 @@ class CWavWriter final : public IRecordingWriter {
     explicit CWavWriter(const sound::WavShape& shape, std::uint64_t largest = kLargestWav_bytes)
         : shape_(shape), largest_(largest) {}
 
+    void Tag(const RecordingTags& tags) override { tags_ = WavTags(tags); }
     bool Begin(IRecordingFile* file) override;
     bool Write(const std::uint8_t* data, std::size_t size) override;
     bool Finish() override;
 
   private:
+    std::uint64_t SoundBegins() const { return sound::kWavHeader_bytes + std::uint64_t{tags_.size()}; }
     bool WriteHeader();
 
     const sound::WavShape shape_;
     const std::uint64_t largest_;
     IRecordingFile* file_ = nullptr;
+    std::vector<std::uint8_t> tags_;  // between the format and the sound; always of one length
     std::uint32_t data_bytes_ = 0;
     std::uint32_t stated_bytes_ = 0;  // what the header says
 };

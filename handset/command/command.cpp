@@ -68,9 +68,9 @@ int ShowHelp(const Arguments& words, Console& console) {
 }  // namespace
 
 std::vector<CommandGroup> CommandGroups() {
-    return {SetupCommands(), RadioCommands(),   SwitchCommands(),   TelephoneCommands(),
-            BandCommands(),  AntennaCommands(), RegistryCommands(), ScheduleCommands(),
-            PanelCommands(), RemovalCommands()};
+    return {SetupCommands(),    RadioCommands(),     ChannelCommands(), RecordingCommands(),
+            SwitchCommands(),   TelephoneCommands(), BandCommands(),    AntennaCommands(),
+            RegistryCommands(), ScheduleCommands(),  PanelCommands(),   RemovalCommands()};
 }
 
 const Command* FindCommand(const std::wstring& verb) {

@@ -33,6 +33,8 @@ CommandGroup AntennaCommands();
 CommandGroup TelephoneCommands();
 CommandGroup RegistryCommands();
 CommandGroup RadioCommands();
+CommandGroup ChannelCommands();
+CommandGroup RecordingCommands();
 CommandGroup ScheduleCommands();
 CommandGroup PanelCommands();
 CommandGroup RemovalCommands();

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "handset/fmdevice/band.h"
 #include "handset/fmdevice/rds_text.h"
@@ -52,6 +53,8 @@ class ITunerFrontEnd {
     // The text that has been complete for longest and was not given yet, or the one given last while none is.
     // Nothing before the first is complete, and while no groups come in.
     [[nodiscard]] virtual std::optional<RdsText> TakeText() = 0;
+    // The name that the station gives itself, as it was received whole last; empty before. Takes no text.
+    [[nodiscard]] virtual std::string StationName() = 0;
     [[nodiscard]] virtual std::unique_ptr<ISeek> Seek(bool up) = 0;
 
     // Without it:

@@ -36,6 +36,10 @@ class CRdsReader {
     // Nothing before the first is complete, and while no groups come through.
     [[nodiscard]] std::optional<RdsText> Next() const;
     void Given(const RdsText& text);
+    // The last service name that was received whole; empty before.
+    const std::string& ServiceName() const {
+        return assemblies_[static_cast<std::size_t>(RdsTextKind::kServiceName)].complete;
+    }
     // A group has been received: what every one of them carries is known.
     bool HasGroup() const { return hasGroup_; }
 

@@ -266,4 +266,11 @@ HRESULT CReceiver::GetPTYText(std::wstring* text) {
     return S_OK;
 }
 
+void CReceiver::GetStation(std::uint32_t* channel, std::string* name) {
+    const Guard guard(lock_);
+    const bool ready = Enter() == S_OK;
+    *channel = ready ? now_.channel : 0;
+    *name = ready ? frontEnd_->StationName() : std::string();
+}
+
 }  // namespace fm

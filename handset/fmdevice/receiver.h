@@ -62,6 +62,10 @@ class CReceiver {
     HRESULT GetRDSInfo(RdsServices* services);
     HRESULT GetPTYText(std::wstring* text);
 
+    // For the handset's other parts; takes nothing away from who asks for texts. Channel 0 and no name while
+    // the receiver is not powered up.
+    void GetStation(std::uint32_t* channel, std::string* name);
+
   private:
     struct Switches {
         std::uint32_t channel = kBandBottom_10kHz;

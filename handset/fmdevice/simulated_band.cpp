@@ -196,6 +196,11 @@ std::optional<RdsText> CSimulatedBand::TakeText() {
     return next;
 }
 
+std::string CSimulatedBand::StationName() {
+    Listen();
+    return rds_.ServiceName();
+}
+
 std::unique_ptr<ISeek> CSimulatedBand::Seek(bool up) {
     return std::make_unique<CSimulatedSeek>(
         SeekStation(channel_, up, band_.wrap, [this](std::uint32_t channel) { return Level(channel); }));

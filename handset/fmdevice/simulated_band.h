@@ -24,6 +24,7 @@ class CSimulatedBand : public ITunerFrontEnd {
     [[nodiscard]] Reception Receive() override;
     [[nodiscard]] StationServices Services() override;
     [[nodiscard]] std::optional<RdsText> TakeText() override;
+    [[nodiscard]] std::string StationName() override;
     [[nodiscard]] std::unique_ptr<ISeek> Seek(bool up) override;
     [[nodiscard]] int AwaitLevel() override;
     // With the receiver's lock: the level at any channel of the band.

@@ -9,6 +9,7 @@
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/antenna/chosen_front_end.h"
 #include "handset/fmdevice/module.h"
+#include "handset/fmdevice/tuned_station.h"
 #include "handset/fmdevice/tuner_log.h"
 #include "handset/state/handset_state.h"
 
@@ -51,12 +52,12 @@ HRESULT Perform(const wchar_t* name, Operation operation) {
 
 // The receiver of this process lives as long as a device does. Neither is ever destroyed at process end, when
 // the sound thread is gone without having been asked.
-std::shared_ptr<CReceiver> SharedReceiver() {
+std::shared_ptr<CReceiver> SharedReceiver(bool make) {
     static std::mutex& lock = *new std::mutex;  // guards `receiver`
     static std::weak_ptr<CReceiver>& receiver = *new std::weak_ptr<CReceiver>;
     const std::lock_guard<std::mutex> guard(lock);
     std::shared_ptr<CReceiver> shared = receiver.lock();
-    if (!shared) {
+    if (!shared && make) {
         shared = std::make_shared<CReceiver>(std::make_shared<CChosenFrontEnd>(), &CSoundEngine::Instance());
         receiver = shared;
     }
@@ -81,7 +82,7 @@ HRESULT CreateTunerDevice(REFIID iid, void** out) {
     return Perform(L"CreateInstance", [&]() -> HRESULT {
         if (handset::FaultInjected(L"create")) return E_FAIL;
         if (iid != IID_IUnknown && iid != kTunerInterface) return E_NOINTERFACE;
-        *out = static_cast<ITunerSlots*>(new CTunerDevice(SharedReceiver()));
+        *out = static_cast<ITunerSlots*>(new CTunerDevice(SharedReceiver(true)));
         return S_OK;
     });
 }
@@ -247,3 +248,14 @@ HRESULT CTunerDevice::GetPTYText(WCHAR* text) {
 }
 
 }  // namespace fm
+
+bool HandsetTunedStation(TunedStation* station) {
+    if (station == nullptr) return false;
+    *station = {};
+    const auto receiver = fm::SharedReceiver(false);
+    if (!receiver) return false;
+    std::string name;
+    receiver->GetStation(&station->channel_10kHz, &name);
+    name.copy(station->name, std::size(station->name) - 1);
+    return station->channel_10kHz != 0;
+}

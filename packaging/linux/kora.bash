@@ -3,7 +3,7 @@
 _kora() {
     local word=${COMP_WORDS[COMP_CWORD]}
     local verbs='run start stop handset uninstall help'
-    local handset='install status clock start favourites stop key softkey tap tour headset card power orientation
+    local handset='install status clock start favourites stop key softkey tap tour channels recordings headset card power orientation
         bluetooth signal fault call band antenna ether reg schedule service panel help uninstall'
     local options=
     if [ "$COMP_CWORD" -eq 1 ]; then
@@ -25,9 +25,15 @@ _kora() {
                     power) options='on idle screenoff unattended useridle off key' ;;
                     call) options='incoming outgoing talk hangup' ;;
                     softkey) options='left right' ;;
+                    channels) options='export import' ;;
                     reg) options='get set delete' ;;
                     antenna) options='band ether rtl_tcp file: gain ppm deemphasis bias' ;;
                     stop) options=--force ;;
+                esac ;;
+            handset:4)
+                case ${COMP_WORDS[2]}:${COMP_WORDS[3]} in
+                    channels:export) options='--bookmarks lists.json lists.csv' ;;
+                    channels:import) options=--replace ;;
                 esac ;;
         esac
     fi

@@ -11,6 +11,7 @@
 
 #include <interf_enc.h>
 
+#include "handset/capture/recording_tags.h"
 #include "tests/bench/measure.h"
 #include "tests/bench/process_usage.h"
 #include "tests/bench/program_run.h"
@@ -93,7 +94,7 @@ double ThreadCpu_ms() {
 
 // The sound that was recorded last, to WAV at 8 kHz.
 std::vector<std::int16_t> RecordedSound(const test::HandsetUnderTest& handset) {
-    constexpr std::size_t kHeader = 44;
+    constexpr std::size_t kHeader = 44 + capture::kWavTags_bytes;
     const std::string bytes = test::ReadWholeFile(handset.DevicePath(std::wstring(kFile) + L"wav"));
     if (bytes.size() < kHeader + 8000 * 2) throw std::runtime_error("nothing was recorded");
     std::vector<std::int16_t> sound((bytes.size() - kHeader) / 2);

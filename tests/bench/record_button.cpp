@@ -3,6 +3,7 @@
 
 #include <stdexcept>
 
+#include "handset/capture/recording_tags.h"
 #include "tests/bench/program_run.h"
 #include "tests/support/wait.h"
 #include "tests/unit/capture/recording_rig.h"
@@ -12,7 +13,7 @@ namespace {
 
 constexpr WCHAR kFile[] = L"\\Latency.";
 constexpr int kRounds = 5;
-constexpr double kWavHeader = 44;
+constexpr double kWavHeader = 44 + capture::kWavTags_bytes;
 constexpr double kBytesA_ms = 22050 * 4 / 1000.0;
 
 // The handset's classes, found as the radio finds them: by its manifest.

@@ -34,7 +34,7 @@ nothing_names_the_tree() { ! grep -rlF "$WORK/tree" "$ROOT" "$WORK/control"; }
 licences_are_there() {
     local doc=$ROOT/usr/share/doc/kora name
     grep -q 'Permission is hereby granted' "$doc/copyright" || return 1
-    for name in sqlite3 opencore-amr libsoxr libsoxr-parts kissfft gcc-mingw-w64 mingw-w64; do
+    for name in sqlite3 opencore-amr libsoxr libsoxr-parts kissfft nlohmann-json gcc-mingw-w64 mingw-w64; do
         grep -q "| $name |" "$doc/copyright" && [ -s "$doc/notices/$name.txt" ] || { echo "$name"; return 1; }
     done
 }

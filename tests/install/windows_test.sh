@@ -44,7 +44,7 @@ windows_line_ends() {
 documents_are_there() {
     local name
     for name in LICENSE THIRD-PARTY.md guide.md notices/sqlite3.txt notices/opencore-amr.txt notices/libsoxr.txt notices/libsoxr-parts.txt \
-        notices/kissfft.txt notices/gcc-mingw-w64.txt notices/mingw-w64.txt notices/GPL-3.txt pictures/listening.png; do
+        notices/kissfft.txt notices/nlohmann-json.txt notices/gcc-mingw-w64.txt notices/mingw-w64.txt notices/GPL-3.txt pictures/listening.png; do
         [ -s "$FOLDER/Kora/documents/$name" ] || { echo "$name"; return 1; }
     done
 }

@@ -3,7 +3,7 @@
 include(${CMAKE_SOURCE_DIR}/cmake/libsoxr.cmake)
 include(${CMAKE_SOURCE_DIR}/cmake/opencore_amrnb.cmake)
 include(${CMAKE_SOURCE_DIR}/handset/capture/portable.cmake)
-add_library(capture_portable STATIC ${CAPTURE_PORTABLE_SOURCES})
+add_library(capture_portable STATIC ${CAPTURE_PORTABLE_SOURCES} ${RECORDING_FACTS_SOURCES})
 target_include_directories(capture_portable PUBLIC ${CMAKE_SOURCE_DIR})
 target_compile_options(capture_portable PRIVATE -O2)
 target_link_libraries(capture_portable PUBLIC kora_flags kora_sound kora_amrnb kora_soxr)
@@ -12,6 +12,8 @@ add_executable(test_capture_portable
     capture/amr_encoder_test.cpp
     capture/amr_file_test.cpp
     capture/media_probe.cpp
+    capture/recording_facts_test.cpp
+    capture/recording_tags_test.cpp
     capture/resampler_test.cpp
     capture/stream_control_test.cpp
     capture/tone.cpp

@@ -78,6 +78,17 @@ std::string RunOnHost(const std::string& command) {
     return text;
 }
 
+std::map<std::string, std::string> TagsOfSound(const std::wstring& file) {
+    std::map<std::string, std::string> tags;
+    for (const std::string& line :
+         Lines(RunOnHost("ffprobe -v error -of default=nw=1 -show_entries format_tags " + HostPath(file)))) {
+        const std::size_t equals = line.find('=');
+        if (line.rfind("TAG:", 0) == 0 && equals != line.npos)
+            tags[line.substr(4, equals - 4)] = line.substr(equals + 1);
+    }
+    return tags;
+}
+
 SoundFile ProbeSound(const std::wstring& file) {
     const std::string path = HostPath(file);
     // One line for both: a start of the machine's shell takes longer than they do.

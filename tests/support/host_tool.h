@@ -2,6 +2,7 @@
 // none.
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,8 @@ std::string HostPath(const std::wstring& file);
 // What ffprobe says of a sound file, and what ffmpeg complains of when it decodes it whole. All empty for one
 // that they cannot read.
 SoundFile ProbeSound(const std::wstring& file);
+// What ffprobe finds a file to say of itself: title, artist, comment, date, encoder.
+std::map<std::string, std::string> TagsOfSound(const std::wstring& file);
 // What ffmpeg decodes from it, at its own rate: all channels, or their mean.
 enum class Channels { kAll, kMean };
 std::vector<std::int16_t> DecodeSound(const std::wstring& file, Channels channels = Channels::kAll);

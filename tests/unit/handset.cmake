@@ -11,6 +11,7 @@ kora_test(test_handset
         handset/band_test.cpp
         handset/booked_handset.cpp
         handset/canvas_test.cpp
+        handset/channels_test.cpp
         handset/clock_test.cpp
         handset/command_line_test.cpp
         handset/handset_fixture.cpp

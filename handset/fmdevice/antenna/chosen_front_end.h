@@ -24,6 +24,7 @@ class CChosenFrontEnd : public ITunerFrontEnd {
     [[nodiscard]] Reception Receive() override { return current_->Receive(); }
     [[nodiscard]] StationServices Services() override { return current_->Services(); }
     [[nodiscard]] std::optional<RdsText> TakeText() override { return current_->TakeText(); }
+    [[nodiscard]] std::string StationName() override { return current_->StationName(); }
     [[nodiscard]] std::unique_ptr<ISeek> Seek(bool up) override { return current_->Seek(up); }
     [[nodiscard]] int AwaitLevel() override { return Current()->AwaitLevel(); }
     void Render(const Reception& reception, std::uint64_t position, float* frames,

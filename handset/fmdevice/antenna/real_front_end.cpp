@@ -135,6 +135,11 @@ std::optional<RdsText> CRealFrontEnd::TakeText() {
     return texts_.Give();
 }
 
+std::string CRealFrontEnd::StationName() {
+    const Guard guard(lock_);
+    return texts_.ServiceName();
+}
+
 int CRealFrontEnd::AwaitLevel() {
     std::unique_lock<handset::CLock> lock(lock_);
     const std::uint64_t began_ms = GetTickCount64();

@@ -41,6 +41,7 @@ class CRealFrontEnd : public ITunerFrontEnd, public std::enable_shared_from_this
     [[nodiscard]] Reception Receive() override;
     [[nodiscard]] StationServices Services() override;
     [[nodiscard]] std::optional<RdsText> TakeText() override;
+    [[nodiscard]] std::string StationName() override;
     [[nodiscard]] std::unique_ptr<ISeek> Seek(bool up) override;
     [[nodiscard]] int AwaitLevel() override;
     void Render(const Reception& reception, std::uint64_t position, float* frames,

@@ -24,6 +24,9 @@ class CStationTexts {
     // A text is complete whenever all of it has been received anew.
     [[nodiscard]] std::optional<RdsText> Give();
     const StationServices& Services() const { return now_.services; }
+    const std::string& ServiceName() const {
+        return now_.rows[static_cast<std::size_t>(RdsTextKind::kServiceName)].text;
+    }
 
   private:
     struct Row {

@@ -52,6 +52,19 @@ SoundFile Probe(const std::vector<std::uint8_t>& bytes) {
     return ReadProbe(Output(kProbeCommand + file.Name() + " 2>/dev/null"));
 }
 
+std::map<std::string, std::string> ProbeTags(const std::vector<std::uint8_t>& bytes) {
+    const CTemporaryFile file(bytes);
+    std::istringstream answer(Output("ffprobe -v error -of default=nw=1 -show_entries format_tags " +
+                                     file.Name() + " 2>/dev/null"));
+    std::map<std::string, std::string> tags;
+    for (std::string line; std::getline(answer, line);) {
+        const std::size_t equals = line.find('=');
+        if (line.rfind("TAG:", 0) == 0 && equals != std::string::npos)
+            tags[line.substr(4, equals - 4)] = line.substr(equals + 1);
+    }
+    return tags;
+}
+
 std::vector<std::int16_t> Decode(const std::vector<std::uint8_t>& bytes, std::string* complaints) {
     const CTemporaryFile file(bytes);
     const CTemporaryFile errors;

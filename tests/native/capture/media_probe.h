@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,9 @@ namespace test {
 
 // What ffprobe says of a file with these bytes; an empty codec when it cannot be opened.
 SoundFile Probe(const std::vector<std::uint8_t>& bytes);
+
+// The tags of the file as ffprobe names them: title, artist, date, comment, encoder.
+std::map<std::string, std::string> ProbeTags(const std::vector<std::uint8_t>& bytes);
 
 // What ffmpeg decodes from it, as 16-bit samples; `complaints` receives its errors, one a line.
 std::vector<std::int16_t> Decode(const std::vector<std::uint8_t>& bytes, std::string* complaints);

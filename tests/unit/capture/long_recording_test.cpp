@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "handset/capture/recording_tags.h"
 #include "handset/controls/encoding.h"
 #include "tests/support/handset_under_test.h"
 #include "tests/support/host_tool.h"
@@ -19,7 +20,8 @@ using test::CRecordingRig;
 
 constexpr wchar_t kTake[] = L"\\take.wav";
 constexpr wchar_t kHeard[] = L"\\heard.wav";
-constexpr std::size_t kWavHeader = 44;
+constexpr std::size_t kHeardHeader = 44;
+constexpr std::size_t kTakeHeader = kHeardHeader + capture::kWavTags_bytes;
 constexpr std::size_t kSecond_bytes = 44100 * 4;
 
 std::uint64_t RecordedTime_ms() {
@@ -53,7 +55,7 @@ class LongRecording : public test::CaptureTest {
     // Where in what was heard the recording begins.
     std::size_t BeginOfTake() const {
         constexpr std::size_t kSearched = 120 * kSecond_bytes;
-        std::ifstream take = Open(kTake, kWavHeader), heard = Open(kHeard, kWavHeader);
+        std::ifstream take = Open(kTake, kTakeHeader), heard = Open(kHeard, kHeardHeader);
         const std::string first = Read(&take, kSecond_bytes), where = Read(&heard, kSearched);
         const auto found = std::search(where.begin(), where.end(), first.begin(), first.end());
         return found == where.end() ? std::string::npos : static_cast<std::size_t>(found - where.begin());
@@ -71,14 +73,14 @@ TEST_F(LongRecording, HoldsEverySampleThatTheDeviceGaveOnceAndInItsPlace) {
     ASSERT_EQ(rig.Start(), S_OK);
     test::LetPass(RecordedTime_ms());
     ASSERT_EQ(rig.Stop(), S_OK);
-    const std::uint64_t size = SizeOf(kTake) - kWavHeader;
+    const std::uint64_t size = SizeOf(kTake) - kTakeHeader;
     ExpectLength(static_cast<double>(size) / kSecond_bytes, rig, 1.5 / 44100);
 
     const std::size_t begin = BeginOfTake();
     ASSERT_NE(begin, std::string::npos);
     EXPECT_EQ(begin % 4, 0u);
-    ASSERT_TRUE(test::WaitFor([&] { return SizeOf(kHeard) >= kWavHeader + begin + size; }));
-    std::ifstream take = Open(kTake, kWavHeader), heard = Open(kHeard, kWavHeader + begin);
+    ASSERT_TRUE(test::WaitFor([&] { return SizeOf(kHeard) >= kHeardHeader + begin + size; }));
+    std::ifstream take = Open(kTake, kTakeHeader), heard = Open(kHeard, kHeardHeader + begin);
     for (std::uint64_t at = 0; at < size; at += kSecond_bytes) {
         const std::string recorded = Read(&take, kSecond_bytes);
         const std::string wanted = Read(&heard, recorded.size());

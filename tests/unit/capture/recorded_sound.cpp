@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "handset/capture/recording_tags.h"
+
 namespace test {
 namespace {
 
@@ -20,19 +22,21 @@ Number At(const std::string& bytes, std::size_t offset) {
 
 RecordedSound ReadWav(const std::string& bytes) {
     RecordedSound sound;
-    if (bytes.size() < 44 || bytes.compare(0, 4, "RIFF") != 0 || bytes.compare(8, 8, "WAVEfmt ") != 0 ||
-        bytes.compare(36, 4, "data") != 0)
+    // The format, what the file says of itself, the sound.
+    constexpr std::size_t kData = 36 + capture::kWavTags_bytes, kSound = kData + 8;
+    if (bytes.size() < kSound || bytes.compare(0, 4, "RIFF") != 0 || bytes.compare(8, 8, "WAVEfmt ") != 0 ||
+        bytes.compare(36, 4, "LIST") != 0 || bytes.compare(kData, 4, "data") != 0)
         return sound;
     sound.channels = At<std::uint16_t>(bytes, 22);
     sound.rate_Hz = At<std::uint32_t>(bytes, 24);
     sound.bits = At<std::uint16_t>(bytes, 34);
-    const auto data = At<std::uint32_t>(bytes, 40);
+    const auto data = At<std::uint32_t>(bytes, kData + 4);
     const std::uint32_t frame = sound.channels * sound.bits / 8u;
-    sound.whole = At<std::uint16_t>(bytes, 20) == 1 && At<std::uint32_t>(bytes, 4) == data + 36 &&
+    sound.whole = At<std::uint16_t>(bytes, 20) == 1 && At<std::uint32_t>(bytes, 4) == data + kSound - 8 &&
                   At<std::uint32_t>(bytes, 28) == sound.rate_Hz * frame &&
-                  At<std::uint16_t>(bytes, 32) == frame && bytes.size() == data + 44u;
-    sound.samples.resize((bytes.size() - 44) / 2);
-    bytes.copy(reinterpret_cast<char*>(sound.samples.data()), sound.samples.size() * 2, 44);
+                  At<std::uint16_t>(bytes, 32) == frame && bytes.size() == data + kSound;
+    sound.samples.resize((bytes.size() - kSound) / 2);
+    bytes.copy(reinterpret_cast<char*>(sound.samples.data()), sound.samples.size() * 2, kSound);
     return sound;
 }
 

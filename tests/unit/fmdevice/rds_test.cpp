@@ -1,4 +1,5 @@
 // RDS at the device.
+#include "handset/fmdevice/tuned_station.h"
 #include "tests/unit/fmdevice/tuner_under_test.h"
 
 namespace {
@@ -49,6 +50,24 @@ TEST_F(TunerRds, TheTextsComeInTurnWithTheirKinds) {
     EXPECT_TRUE(Arrives(radioText));
     EXPECT_TRUE(Arrives(programText));
     EXPECT_TRUE(Arrives(name));
+}
+
+TEST_F(TunerRds, TheHandsetsOtherPartsLearnStationAndChannelWithoutTakingAText) {
+    TunedStation station;
+    device_->SetChannel(9900);
+    ASSERT_TRUE(HandsetTunedStation(&station));
+    EXPECT_EQ(station.channel_10kHz, 9900u);
+    EXPECT_STREQ(station.name, "") << "nothing can have arrived yet";
+    EXPECT_TRUE(
+        test::WaitFor([&] { return HandsetTunedStation(&station) && station.name == std::string("PLAIN"); }));
+    // It is still the application's first text.
+    EXPECT_EQ(Read(), (Text{S_OK, 0, L"PLAIN"}));
+    device_->SetChannel(9850);
+    ASSERT_TRUE(HandsetTunedStation(&station));
+    EXPECT_EQ(station.channel_10kHz, 9850u);
+    EXPECT_STREQ(station.name, "");
+    device_->Close();
+    EXPECT_FALSE(HandsetTunedStation(&station));
 }
 
 TEST_F(TunerRds, WithoutAlternativesTheNameIsOfKindZero) {

@@ -120,19 +120,32 @@ Query SqliteConnection::Prepare(const char* sql) {
     return Query(database_.get(), statement);
 }
 
+bool SqliteConnection::InTransaction() const {
+    return sqlite3_get_autocommit(database_.get()) == 0;
+}
+
 Transaction::~Transaction() {
+    if (!open_) return;
     // The transaction only read, or it is to be undone; either way there is nobody to tell about a failure.
-    if (open_) (void)connection_.Prepare("ROLLBACK").Run();
+    if (!inner_) {
+        (void)connection_.Prepare("ROLLBACK").Run();
+        return;
+    }
+    (void)connection_.Prepare("ROLLBACK TO part").Run();
+    (void)connection_.Prepare("RELEASE part").Run();
 }
 
 Status Transaction::Begin(Kind kind) {
-    const Status status = connection_.Prepare(kind == Kind::Read ? "BEGIN" : "BEGIN IMMEDIATE").Run();
+    inner_ = connection_.InTransaction();
+    const char* const outer = kind == Kind::Read ? "BEGIN" : "BEGIN IMMEDIATE";
+    const Status status =
+        inner_ ? connection_.Prepare("SAVEPOINT part").Run() : connection_.Prepare(outer).Run();
     open_ = status == Status::Ok;
     return status;
 }
 
 Status Transaction::Commit() {
-    const Status status = connection_.Prepare("COMMIT").Run();
+    const Status status = connection_.Prepare(inner_ ? "RELEASE part" : "COMMIT").Run();
     // A commit that failed for want of a lock or of room leaves the transaction open, to be undone.
     if (status == Status::Ok) open_ = false;
     return status;

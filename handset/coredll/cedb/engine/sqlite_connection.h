@@ -54,6 +54,7 @@ class SqliteConnection {
     [[nodiscard]] Status FileSize(std::int64_t* size);
     // `sql` is a literal: the prepared statement is kept under its address.
     Query Prepare(const char* sql);
+    bool InTransaction() const;
 
   private:
     struct Closer {
@@ -63,7 +64,8 @@ class SqliteConnection {
     std::map<const char*, sqlite3_stmt*> statements_;
 };
 
-// Undone unless committed.
+// Undone unless committed. One inside another is a part of it: it can be undone by itself, and is on the disk
+// only with the whole.
 class Transaction {
   public:
     enum class Kind { Read, Write };
@@ -73,12 +75,13 @@ class Transaction {
     Transaction& operator=(const Transaction&) = delete;
 
     [[nodiscard]] Status Begin(Kind kind);
-    // What was written is on the disk when this returns Ok.
+    // What was written is on the disk when this returns Ok, or in the transaction around it.
     [[nodiscard]] Status Commit();
 
   private:
     SqliteConnection& connection_;
     bool open_ = false;
+    bool inner_ = false;
 };
 
 }  // namespace cedb
