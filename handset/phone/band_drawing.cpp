@@ -19,6 +19,7 @@ constexpr Paint kMark = Rgb(0x9CA2AA);
 constexpr Paint kFigures = Rgb(0xF1F1ED);
 constexpr int kMarksBelow = 7;
 constexpr int kFiguresBelow = 20;
+constexpr int kLeastFigures = 8;
 // As in the panel of a phone that is upright.
 constexpr int kPictureWidth = 498, kPictureMargin = 14;
 
@@ -62,7 +63,10 @@ void DrawBandTexts(HDC dc, const Box& strip, const BandShown& shown) {
                           kMark, last ? TextAnchor::kRight : TextAnchor::kMiddle});
     }
     const int y = bars.Bottom() + kFiguresBelow;
-    DrawTextMark(dc, {bars.x, y, shown.words.c_str(), 11, FW_NORMAL, kFigures, TextAnchor::kLeft});
+    TextMark words = {bars.x, y, shown.words.c_str(), 11, FW_NORMAL, kFigures, TextAnchor::kLeft};
+    // With all that may be known of a station the words are too long at that size.
+    while (words.size > kLeastFigures && TextWidth(dc, words) > bars.w) --words.size;
+    DrawTextMark(dc, words);
 }
 
 std::string BandPng(const BandShown& shown) {

@@ -40,6 +40,14 @@ void DrawTextMark(HDC dc, const TextMark& mark) {
     TextOutW(dc, x, y, mark.text, static_cast<int>(std::wcslen(mark.text)));
 }
 
+int TextWidth(HDC dc, const TextMark& mark) {
+    const OwnedFont font = MakeFont(mark);
+    const SelectedObject selected(dc, font.get());
+    SIZE size = {};
+    GetTextExtentPoint32W(dc, mark.text, static_cast<int>(std::wcslen(mark.text)), &size);
+    return size.cx;
+}
+
 bool PanelPicture::Fit(int width, int height) {
     if (bitmap_ && width == width_ && height == height_) return true;
     const BITMAPINFO info = handset::DisplayFormat(width, height);

@@ -64,5 +64,6 @@ struct TextMark {
     int spacing = 0;  // extra pixels between letters
 };
 void DrawTextMark(HDC dc, const TextMark& mark);
+int TextWidth(HDC dc, const TextMark& mark);
 
 }  // namespace panel

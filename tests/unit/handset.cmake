@@ -7,6 +7,7 @@ kora_test(test_handset
     SOURCES
         ../support/stick_client.cpp
         handset/antenna_test.cpp
+        handset/band_drawing_test.cpp
         handset/band_strip_test.cpp
         handset/band_test.cpp
         handset/booked_handset.cpp
