@@ -40,8 +40,8 @@ class CReceiver {
     HRESULT Close();
     HRESULT SetChannel(std::uint32_t channel);
     HRESULT GetChannel(std::uint32_t* channel);
-    // Takes 0.1 to 0.3 s of handset time on the simulated band and up to kLongestSeek_ms of real time on the
-    // air, during which the radio is silent.
+    // Takes 0.1 to 0.3 s of handset time on the simulated band and up to a second of real time on the air,
+    // during which the radio is silent.
     HRESULT Seek(bool up);
     HRESULT SetVolume(std::uint32_t percent);
     HRESULT GetVolume(std::uint32_t* percent);

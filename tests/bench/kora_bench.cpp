@@ -1,6 +1,7 @@
 // Runs the measurements and prints the table. An argument shortens the time at rest: kora_bench 10.
 // kora_bench --soak [HOURS] lets the radio live for so many handset hours instead; kora_bench --recording
-// measures recording alone; kora_bench --faults [HOURS [SEED]] lets everything go wrong.
+// measures recording alone; kora_bench --ether [hour] [retunes] the radio on the simulated ether alone;
+// kora_bench --faults [HOURS [SEED]] lets everything go wrong.
 #include <windows.h>
 
 #include <cstdio>
@@ -8,6 +9,7 @@
 #include <cstring>
 #include <random>
 
+#include "tests/bench/ether/measure_ether.h"
 #include "tests/bench/faults.h"
 #include "tests/bench/measure.h"
 #include "tests/bench/soak.h"
@@ -19,6 +21,7 @@ constexpr unsigned kRest_s = 60;
 constexpr double kSoak_h = 100;
 constexpr double kFaults_h = 24;
 constexpr long kRoundsAnHour = 1000;
+constexpr int kMissed = 3;  // a demand was
 
 void Add(std::vector<bench::Row>& table, const std::vector<bench::Row>& rows) {
     table.insert(table.end(), rows.begin(), rows.end());
@@ -43,6 +46,14 @@ int main(int count, char** arguments) {
     test::HandsetUnderTest handset;
     const bench::Programs programs = {handset.DevicePath(L"\\Windows\\UI.exe"),
                                       test::BuildFolder() + L"\\bare_window.exe"};
+    if (count > 1 && std::strcmp(arguments[1], "--ether") == 0) {
+        bench::EtherOptions options;
+        for (int i = 2; i < count; ++i) {
+            options.hour = options.hour || std::strcmp(arguments[i], "hour") == 0;
+            options.retunes = options.retunes || std::strcmp(arguments[i], "retunes") == 0;
+        }
+        return bench::MeasureEther(handset, options) ? 0 : kMissed;
+    }
     std::vector<bench::Row> table;
     if (recordingAlone) {
         bench::Print(bench::MeasureRecording(handset));
@@ -62,6 +73,8 @@ int main(int count, char** arguments) {
     Add(table, bench::MeasureRecording(handset));
     std::fprintf(stderr, "%u s at rest ...\n", rest);
     Add(table, bench::MeasureRest(programs, rest));
+    std::fprintf(stderr, "the ether ...\n");
     bench::Print(table);
-    return 0;
+    std::printf("\n");
+    return bench::MeasureEther(handset, {}) ? 0 : kMissed;
 }

@@ -3,11 +3,15 @@ set(RECEPTION_BENCH ${CMAKE_SOURCE_DIR}/tests/bench/reception)
 add_executable(test_reception_bench
     bench/curve_test.cpp
     bench/demands_test.cpp
+    bench/ether_demands_test.cpp
     bench/ideal_limit_test.cpp
     bench/peer_decoder_test.cpp
     bench/reference_multiplex_test.cpp
     bench/report_test.cpp
     bench/scored_groups_test.cpp
+    bench/tone_watch_test.cpp
+    ${CMAKE_SOURCE_DIR}/tests/bench/ether/ether_demands.cpp
+    ${CMAKE_SOURCE_DIR}/tests/bench/ether/tone_watch.cpp
     ${RECEPTION_BENCH}/curve.cpp
     ${RECEPTION_BENCH}/demands.cpp
     ${RECEPTION_BENCH}/ideal_limit.cpp

@@ -8,15 +8,10 @@
 #include "tests/support/wait.h"
 
 namespace test {
-namespace {
 
-// With small buffers a retune is heard at once, also where the machine has other things to do.
-constexpr wchar_t kEther[] = L"ether buffer 32768";
-
-}  // namespace
-
-EtherUnderTest::EtherUnderTest() {
-    Start(kEther);
+EtherUnderTest::EtherUnderTest(std::size_t buffer_bytes)
+    : m_words(L"ether buffer " + std::to_wstring(buffer_bytes)) {
+    Start(m_words);
     EXPECT_TRUE(WaitFor([this] {
         m_port = static_cast<std::uint16_t>(handset::StateDword(L"EtherPort", 0));
         return m_port != 0;
@@ -49,7 +44,7 @@ void EtherUnderTest::Kill() {
 }
 
 void EtherUnderTest::ComeBack() {
-    Start(kEther + (L" port " + std::to_wstring(m_port)));
+    Start(m_words + L" port " + std::to_wstring(m_port));
 }
 
 }  // namespace test

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -10,8 +11,11 @@ namespace test {
 
 class EtherUnderTest {
   public:
+    // With small buffers a retune is heard at once, also where the machine has other things to do; a stick's
+    // server has larger ones.
+    static constexpr std::size_t kSmallBuffer_bytes = 32768, kSticksBuffer_bytes = 262144;
     // Chooses it as the antenna of the handset that this process's environment names.
-    EtherUnderTest();
+    explicit EtherUnderTest(std::size_t buffer_bytes = kSmallBuffer_bytes);
     ~EtherUnderTest();
     EtherUnderTest(const EtherUnderTest&) = delete;
     EtherUnderTest& operator=(const EtherUnderTest&) = delete;
@@ -24,6 +28,7 @@ class EtherUnderTest {
   private:
     void Start(const std::wstring& arguments);
 
+    const std::wstring m_words;  // by which it is started
     std::uint16_t m_port = 0;
     PROCESS_INFORMATION m_process = {};
 };

@@ -97,7 +97,8 @@ std::vector<std::string> Lines(const std::string& text) {
     return lines;
 }
 
-DWORD RunProgram(const std::wstring& name, const std::wstring& arguments, std::string* output) {
+DWORD RunProgram(const std::wstring& name, const std::wstring& arguments, std::string* output,
+                 DWORD patience_ms) {
     const std::wstring file = std::filesystem::temp_directory_path().wstring() + L"\\kora-run-" +
                               std::to_wstring(GetCurrentProcessId()) + L".txt";
     SECURITY_ATTRIBUTES inherit = {sizeof inherit, nullptr, TRUE};
@@ -113,7 +114,7 @@ DWORD RunProgram(const std::wstring& name, const std::wstring& arguments, std::s
     DWORD code = ~0u;
     if (handset::StartProcess(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
                               &process)) {
-        WaitForSingleObject(process.hProcess, 180000);
+        WaitForSingleObject(process.hProcess, patience_ms);
         GetExitCodeProcess(process.hProcess, &code);
         CloseHandle(process.hThread);
         CloseHandle(process.hProcess);

@@ -18,7 +18,7 @@ constexpr double kReach = 0.39;
 constexpr double kChannelHalf_Hz = 100e3;
 // What a look needs to tell a station from noise, and how often those in view are looked at while one is
 // heard.
-constexpr double kLook_s = 0.025;
+constexpr double kLook_s = 0.02;
 constexpr double kLookPeriod_s = 0.5;
 // A level is one of the tuned station after so much of it.
 constexpr double kMeasured_s = 0.05;
@@ -40,11 +40,10 @@ sdr::ReceiverOptions Options(const StreamForm& form, sdr::DeEmphasis deEmphasis)
 }  // namespace
 
 CAirReceiver::CAirReceiver(const StreamForm& form, sdr::DeEmphasis deEmphasis, CBandMemory* band,
-                           SetCentre setCentre, StaleTime stale_s)
+                           SetCentre setCentre)
     : form_(form),
       band_(band),
       setCentre_(std::move(setCentre)),
-      staleTime_s_(std::move(stale_s)),
       decoder_(form.form),
       receiver_(Options(form, deEmphasis)),
       look_(form.rate_Hz),
@@ -54,19 +53,10 @@ double CAirReceiver::Offset_Hz() const {
     return channel_10kHz_ * 1e4 - centre_Hz_;
 }
 
-double CAirReceiver::HalfWidth_Hz() const {
-    return std::min(look_.UsableHalfWidth_Hz(), Reach_Hz(form_.rate_Hz));
-}
-
-bool CAirReceiver::InView(std::uint32_t channel_10kHz) const {
-    return std::fabs(channel_10kHz * 1e4 - centre_Hz_) <= HalfWidth_Hz();
-}
-
 void CAirReceiver::GoTo(double centre_Hz) {
     if (!form_.tunable || centre_Hz == centre_Hz_) return;
     centre_Hz_ = centre_Hz;
-    setCentre_(centre_Hz);
-    stale_s_ = staleTime_s_();
+    stale_s_ = setCentre_(centre_Hz);
 }
 
 void CAirReceiver::Tune(std::uint32_t channel_10kHz) {
@@ -85,9 +75,9 @@ void CAirReceiver::Tune(std::uint32_t channel_10kHz) {
     receiver_.Tune(std::clamp(Offset_Hz(), -half_Hz, half_Hz));
 }
 
-void CAirReceiver::Look(std::optional<double> centre_Hz) {
+void CAirReceiver::Look(double centre_Hz) {
     mode_ = Mode::kLook;
-    if (centre_Hz) GoTo(*centre_Hz);
+    GoTo(centre_Hz);
     look_.Restart();
     looked_ = 0;
 }

@@ -39,24 +39,21 @@ struct AirSnapshot {
 
 class CAirReceiver {
   public:
-    // `setCentre` is told where the stream is to be from now on. `stale_s` of samples are still on their way
-    // then.
-    using SetCentre = std::function<void(double centre_Hz)>;
-    using StaleTime = std::function<double()>;
-    CAirReceiver(const StreamForm& form, sdr::DeEmphasis deEmphasis, CBandMemory* band, SetCentre setCentre,
-                 StaleTime stale_s);
+    // `setCentre` is told where the stream is to be from now on, and gives for how many seconds the samples
+    // that come next are still of the place before.
+    using SetCentre = std::function<double(double centre_Hz)>;
+    CAirReceiver(const StreamForm& form, sdr::DeEmphasis deEmphasis, CBandMemory* band, SetCentre setCentre);
 
     // A station that is in view already is there at once.
     void Tune(std::uint32_t channel_10kHz);
-    // Leaves the station to look at the stream around a centre, or with nothing around where it is; what is
-    // seen goes into the band's memory. `LookDone` once it has been seen.
-    void Look(std::optional<double> centre_Hz);
+    // Leaves the station to look at the stream around a centre; what is seen goes into the band's memory.
+    // `LookDone` once it has been seen.
+    void Look(double centre_Hz);
     [[nodiscard]] bool LookDone() const { return mode_ == Mode::kSeen; }
     // Back to the station.
     void EndLook();
-    // How far from the centre a channel can be looked at, and whether a channel is in view now.
-    [[nodiscard]] double HalfWidth_Hz() const;
-    [[nodiscard]] bool InView(std::uint32_t channel_10kHz) const;
+    // How far from the centre a channel can be looked at.
+    [[nodiscard]] double HalfWidth_Hz() const { return look_.UsableHalfWidth_Hz(); }
 
     // Bytes of the stream; appends as much sound at sdr::kSoundRate_Hz, silence for what is not the
     // station's.
@@ -81,7 +78,6 @@ class CAirReceiver {
     StreamForm form_;
     CBandMemory* band_;
     SetCentre setCentre_;
-    StaleTime staleTime_s_;
     sdr::SampleDecoder decoder_;
     sdr::Receiver receiver_;
     sdr::BandLook look_;

@@ -18,8 +18,7 @@ class CFileSource : public ISampleSource {
     CFileSource(const handset::Antenna& antenna, CSampleStream* stream);
     ~CFileSource() override;
 
-    void SetCentre(double) override {}
-    double Stale_s() override { return 0.0; }
+    double SetCentre(double) override { return 0.0; }
     void SetGain(std::uint32_t, std::int32_t, bool) override {}
 
   private:

@@ -5,4 +5,5 @@ set(FM_ANTENNA_SOURCES
     ${CMAKE_CURRENT_LIST_DIR}/byte_ring.cpp
     ${CMAKE_CURRENT_LIST_DIR}/clocked_sound.cpp
     ${CMAKE_CURRENT_LIST_DIR}/gain_hold.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/sample_clock.cpp
     ${CMAKE_CURRENT_LIST_DIR}/station_texts.cpp)

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <mutex>
+#include <utility>
 
 #include "handset/base/antenna_text.h"
 #include "handset/coredll/kernel/platform_call.h"
@@ -29,8 +30,10 @@ constexpr double kSound_s = 4.0;
 constexpr std::uint64_t kSilent_ms = 300;
 constexpr std::uint64_t kPublish_ms = 500;
 constexpr std::uint64_t kLossShown_ms = 2000;
-// A seek's bounds, and for how long the next one may go on by what it saw.
-constexpr std::uint64_t kLongestSeek_ms = 800;
+// A seek's bounds. It goes on by what was seen a moment ago, and when the one before ran out of its time, by
+// all that this one saw.
+constexpr std::uint64_t kLongestSeek_ms = 950;
+constexpr std::uint64_t kStillKnown_ms = 2000;
 constexpr std::uint64_t kSeekGoesOn_ms = 3000;
 constexpr DWORD kLookWait_ms = 200;
 
@@ -54,25 +57,31 @@ class CRealSeek : public ISeek {
 
     SeekState Step(std::uint32_t* channel) override {
         if (!front_->Receiving()) return SeekState::kNothing;
-        if (look_ != 0 && !front_->AwaitLook(look_, kLookWait_ms)) return UnlessTooLong();
-        CBandSeek::Where where;
-        {
-            const Guard guard(front_->lock_);
-            where = plan_.GoOn(front_->seen_, since_ms_);
-        }
+        const std::uint64_t left_ms = Left_ms();
+        if (left_ms == 0) return OutOfTime();
+        const auto wait_ms = static_cast<DWORD>(std::min<std::uint64_t>(left_ms, kLookWait_ms));
+        if (look_ != 0 && !front_->AwaitLook(look_, wait_ms)) return SeekState::kUnderWay;
+        const Guard guard(front_->lock_);
+        const CBandSeek::Where where = plan_.GoOn(front_->seen_, since_ms_);
         *channel = plan_.Channel_10kHz();
         if (where == CBandSeek::Where::kFound) return SeekState::kFound;
-        if (where == CBandSeek::Where::kNothing) return SeekState::kNothing;
+        if (where == CBandSeek::Where::kNothing) {
+            // Who seeks again wants the band looked at again.
+            front_->soughtRound_ms_ = GetTickCount64();
+            return SeekState::kNothing;
+        }
         look_ = front_->OrderLook(plan_);
-        return UnlessTooLong();
+        return SeekState::kUnderWay;
     }
 
   private:
-    SeekState UnlessTooLong() {
-        const std::uint64_t now_ms = GetTickCount64();
-        if (now_ms - began_ms_ < kLongestSeek_ms) return SeekState::kUnderWay;
+    std::uint64_t Left_ms() const {
+        const std::uint64_t took_ms = GetTickCount64() - began_ms_;
+        return kLongestSeek_ms - std::min(took_ms, kLongestSeek_ms);
+    }
+    SeekState OutOfTime() {
         const Guard guard(front_->lock_);
-        front_->seekUnended_ms_ = now_ms;
+        front_->seekUnended_ms_ = GetTickCount64();
         front_->seekSince_ms_ = since_ms_;
         return SeekState::kNothing;
     }
@@ -111,6 +120,7 @@ void CRealFrontEnd::Tune(std::uint32_t channel) {
     snapshot_ = {};
     texts_.Retune();
     changed_.NotifyAll();
+    stream_.Wake();
     const Guard sound(soundLock_);
     sound_.Silence(NowFrame());
 }
@@ -160,10 +170,11 @@ void CRealFrontEnd::Render(const Reception&, std::uint64_t position, float* fram
 std::unique_ptr<ISeek> CRealFrontEnd::Seek(bool up) {
     const Guard guard(lock_);
     const std::uint64_t now_ms = GetTickCount64();
-    // What the seek before saw in its time is not looked at again.
+    std::uint64_t since_ms = now_ms - std::min(now_ms, kStillKnown_ms);
     const bool goesOn = seekUnended_ms_ != 0 && now_ms - seekUnended_ms_ < kSeekGoesOn_ms;
-    return std::make_unique<CRealSeek>(shared_from_this(), CBandSeek(orders_.channel_10kHz, up),
-                                       goesOn ? seekSince_ms_ : now_ms);
+    if (goesOn) since_ms = std::min(since_ms, seekSince_ms_);
+    since_ms = std::max(since_ms, soughtRound_ms_ + 1);
+    return std::make_unique<CRealSeek>(shared_from_this(), CBandSeek(orders_.channel_10kHz, up), since_ms);
 }
 
 bool CRealFrontEnd::Receiving() {
@@ -172,8 +183,8 @@ bool CRealFrontEnd::Receiving() {
 }
 
 std::uint64_t CRealFrontEnd::OrderLook(const CBandSeek& around) {
-    const Guard guard(lock_);
     orders_.around.emplace(around);
+    stream_.Wake();
     return ++orders_.look;
 }
 
@@ -194,12 +205,14 @@ void CRealFrontEnd::EndLooks() {
     if (!orders_.around) return;
     orders_.around.reset();
     ++orders_.look;
+    stream_.Wake();
 }
 
 void CRealFrontEnd::Run() {
     Work work;
     while (!stop_) {
         const CSampleStream::Taken taken = stream_.Take(kBlock_s, kBlockWait_ms, &work.bytes);
+        work.inHand_s = taken.Seconds(work.bytes.size() + taken.lost);
         Follow(taken, &work);
         Orders orders;
         {
@@ -222,21 +235,18 @@ void CRealFrontEnd::Follow(const CSampleStream::Taken& taken, Work* work) {
     work->done = {};
     if (taken.stream == 0) return;
     work->air = std::make_unique<CAirReceiver>(
-        taken.form, deEmphasis_, &work->band, [this](double centre_Hz) { source_->SetCentre(centre_Hz); },
-        [this] { return source_->Stale_s() + stream_.Held_s(); });
+        taken.form, deEmphasis_, &work->band,
+        [this, work](double centre_Hz) { return source_->SetCentre(centre_Hz) + work->inHand_s; });
 }
 
 void CRealFrontEnd::Obey(const Orders& orders, Work* work) {
     if (orders.tuning != work->done.tuning) work->air->Tune(orders.channel_10kHz);
     // Also right behind a tuning, as in a scan.
     if (orders.look != work->done.look) {
-        if (!orders.around) {
-            work->air->EndLook();
-        } else if (work->air->InView(orders.around->Channel_10kHz())) {
-            work->air->Look(std::nullopt);
-        } else {
+        if (orders.around)
             work->air->Look(orders.around->Centre_Hz(work->air->HalfWidth_Hz()));
-        }
+        else
+            work->air->EndLook();
     }
     work->done = orders;
 }
@@ -259,6 +269,8 @@ void CRealFrontEnd::Hear(const CSampleStream::Taken& taken, const Orders& orders
         fill_s = sound_.Fill_s(NowFrame());
     }
     work->sound.clear();
+    // What the bridge holds back is of the station before.
+    if (std::exchange(work->heard, orders.tuning) != orders.tuning) bridge_.Silence();
     // After a gap the fill says nothing of the clocks.
     if (fill_s < 0.0) bridge_.Restart();
     bridge_.Process(work->frames.data(), work->frames.size() / kChannels, std::max(fill_s, 0.0),

@@ -60,7 +60,9 @@ class CRealFrontEnd : public ITunerFrontEnd, public std::enable_shared_from_this
     struct Work {
         std::unique_ptr<CAirReceiver> air;
         std::uint64_t stream = 0;
+        double inHand_s = 0.0;  // of the stream, taken and not yet received
         Orders done;
+        std::uint64_t heard = 0;  // the tuning that was heard last
         CBandMemory band;
         std::vector<std::uint8_t> bytes;
         std::vector<float> frames;
@@ -80,7 +82,7 @@ class CRealFrontEnd : public ITunerFrontEnd, public std::enable_shared_from_this
 
     // For a seek:
     bool Receiving();
-    std::uint64_t OrderLook(const CBandSeek& around);
+    std::uint64_t OrderLook(const CBandSeek& around);  // with lock_ held
     bool AwaitLook(std::uint64_t look, DWORD timeout_ms);
     void EndLooks();
 
@@ -101,6 +103,7 @@ class CRealFrontEnd : public ITunerFrontEnd, public std::enable_shared_from_this
     CBandMemory seen_;
     std::uint64_t seekUnended_ms_ = 0;  // when a seek ran out of time, and since when its looks count
     std::uint64_t seekSince_ms_ = 0;
+    std::uint64_t soughtRound_ms_ = 0;  // when a seek came round the band and had found nothing
 
     handset::CLock soundLock_;  // guards the sound; inside lock_ or alone
     CClockedSound sound_;

@@ -2,6 +2,7 @@
 #include "handset/fmdevice/antenna/rtl_tcp_source.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <mutex>
 #include <utility>
@@ -30,15 +31,10 @@ constexpr DWORD kLongestPause_ms = 500;
 // By which a server's pace is judged.
 constexpr std::uint64_t kPace_ms = 2000;
 constexpr double kTooSlow = 0.95;
-// A server of a stick sends what one transfer over the USB holds, 68 ms of samples. One of these is being
-// filled when the stick is sent elsewhere, and goes on being filled with what was before until it has got
-// there.
-constexpr double kUsualGap_s = 0.068;
-constexpr double kGaps = 1.3;
-constexpr double kForgetGap = 0.97;  // with each arrival of a longer one
-constexpr double kElsewhere_s = 0.03;
-constexpr double kLeastStale_s = 0.06;
-constexpr double kMostStale_s = 0.2;
+
+double Now_s() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
 
 class CWinsock {
   public:
@@ -120,8 +116,7 @@ CRtlTcpSource::CRtlTcpSource(const handset::Antenna& antenna, CSampleStream* str
       name_(antenna.host + ":" + std::to_string(antenna.port)),
       stream_(stream),
       bytes_(kPiece),
-      gain_(handset::kAutomaticGain),
-      longestGap_s_(kUsualGap_s) {
+      gain_(handset::kAutomaticGain) {
     stream_->Say("connects to " + name_);
     thread_ = std::thread([this] { Run(); });
 }
@@ -179,8 +174,11 @@ std::string CRtlTcpSource::Connect(SOCKET* opened) {
                    sizeof kReceiveBuffer);
         const int yes = 1;
         setsockopt(socket.Get(), IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char*>(&yes), sizeof yes);
+        const double began_s = Now_s();
         error = ConnectTo(socket.Get(), server, stop_);
         if (error != 0) continue;
+        const std::lock_guard<handset::CLock> guard(lock_);
+        roundTrip_s_ = Now_s() - began_s;
         *opened = socket.Release();
         return {};
     }
@@ -237,8 +235,7 @@ void CRtlTcpSource::Open(SOCKET socket, const sdr::rtl_tcp::Header& header) {
     const std::vector<std::uint8_t> opening = sdr::rtl_tcp::Opening(settings);
     send(socket, reinterpret_cast<const char*>(opening.data()), static_cast<int>(opening.size()), 0);
     socket_ = socket;
-    longestGap_s_ = kUsualGap_s;
-    lastArrival_ms_ = GetTickCount64();
+    clock_.emplace(kBytesPerSecond, roundTrip_s_);
     StreamForm form;
     form.form = sdr::SampleForm::kCu8;
     form.rate_Hz = kRate_Hz;
@@ -266,14 +263,7 @@ std::string CRtlTcpSource::Receive(SOCKET socket) {
             continue;
         }
         quietSince_ms = now_ms;
-        NoteArrival(now_ms);
-        const auto count = static_cast<std::size_t>(received);
-        stream_->Write(bytes_.data(), count);
-        {
-            const std::lock_guard<handset::CLock> guard(lock_);
-            if (hold_ && hold_->Add(bytes_.data(), count, kRate_Hz) && gain_ == handset::kAutomaticGain)
-                Send(Command::kGainIndex, hold_->Step());
-        }
+        Take(static_cast<std::size_t>(received));
         paced += received;
         if (now_ms - paceSince_ms >= kPace_ms) {
             const double wanted = kBytesPerSecond * static_cast<double>(now_ms - paceSince_ms) / 1000.0;
@@ -289,16 +279,13 @@ std::string CRtlTcpSource::Receive(SOCKET socket) {
     return {};
 }
 
-void CRtlTcpSource::NoteArrival(std::uint64_t now_ms) {
-    const double gap_s = static_cast<double>(now_ms - lastArrival_ms_) / 1000.0;
-    lastArrival_ms_ = now_ms;
+// The clock and the stream go on together, or SetCentre would count twice what is between them.
+void CRtlTcpSource::Take(std::size_t count) {
     const std::lock_guard<handset::CLock> guard(lock_);
-    if (gap_s > 0.004) longestGap_s_ = std::max(gap_s, kForgetGap * longestGap_s_);
-}
-
-double CRtlTcpSource::Stale_s() {
-    const std::lock_guard<handset::CLock> guard(lock_);
-    return std::clamp(kGaps * longestGap_s_ + kElsewhere_s, kLeastStale_s, kMostStale_s);
+    clock_->Arrived(count, Now_s());
+    stream_->Write(bytes_.data(), count);
+    if (hold_ && hold_->Add(bytes_.data(), count, kRate_Hz) && gain_ == handset::kAutomaticGain)
+        Send(Command::kGainIndex, hold_->Step());
 }
 
 void CRtlTcpSource::Send(Command command, std::uint32_t argument) {
@@ -308,10 +295,11 @@ void CRtlTcpSource::Send(Command command, std::uint32_t argument) {
     send(socket_, reinterpret_cast<const char*>(bytes.data()), static_cast<int>(bytes.size()), 0);
 }
 
-void CRtlTcpSource::SetCentre(double centre_Hz) {
+double CRtlTcpSource::SetCentre(double centre_Hz) {
     const std::lock_guard<handset::CLock> guard(lock_);
     centre_Hz_ = static_cast<std::uint32_t>(std::lround(centre_Hz));
     Send(Command::kFrequency_Hz, centre_Hz_);
+    return (clock_ ? clock_->SendElsewhere(Now_s()) : 0.0) + stream_->Held_s();
 }
 
 void CRtlTcpSource::SetGain(std::uint32_t step, std::int32_t correction_ppm, bool bias) {

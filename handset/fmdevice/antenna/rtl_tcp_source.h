@@ -7,11 +7,13 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <string>
 #include <thread>
 
 #include "handset/base/antenna_text.h"
 #include "handset/fmdevice/antenna/gain_hold.h"
+#include "handset/fmdevice/antenna/sample_clock.h"
 #include "handset/fmdevice/antenna/sample_stream.h"
 #include "handset/fmdevice/sdr/rtl_tcp_protocol.h"
 
@@ -22,8 +24,7 @@ class CRtlTcpSource : public ISampleSource {
     CRtlTcpSource(const handset::Antenna& antenna, CSampleStream* stream);
     ~CRtlTcpSource() override;
 
-    void SetCentre(double centre_Hz) override;
-    double Stale_s() override;
+    double SetCentre(double centre_Hz) override;
     void SetGain(std::uint32_t step, std::int32_t correction_ppm, bool bias) override;
 
   private:
@@ -40,7 +41,7 @@ class CRtlTcpSource : public ISampleSource {
     void Send(sdr::rtl_tcp::Command command, std::uint32_t argument);
     std::uint32_t GainStep() const;
     void Pause(DWORD milliseconds);
-    void NoteArrival(std::uint64_t now_ms);
+    void Take(std::size_t count);
 
     const std::string host_;
     const std::uint16_t port_;
@@ -48,9 +49,9 @@ class CRtlTcpSource : public ISampleSource {
     CSampleStream* const stream_;
     std::atomic<bool> stop_{false};
     std::vector<std::uint8_t> bytes_;
-    std::uint64_t lastArrival_ms_ = 0;
 
-    handset::CLock lock_;  // guards the following; held while something is sent, which never waits
+    // Guards the following; held while something is sent, which never waits, and while what came is written.
+    handset::CLock lock_;
     SOCKET socket_ = INVALID_SOCKET;
     std::uint32_t centre_Hz_ = 98'000'000;
     std::uint32_t gain_;
@@ -58,7 +59,8 @@ class CRtlTcpSource : public ISampleSource {
     bool bias_ = false;
     std::uint32_t gains_ = 0;
     std::unique_ptr<CGainHold> hold_;
-    double longestGap_s_;
+    std::optional<CSampleClock> clock_;  // of what has come since the connection
+    double roundTrip_s_ = 0.0;
 
     std::thread thread_;
 };

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <mutex>
+#include <utility>
 
 namespace fm {
 namespace {
@@ -48,6 +49,12 @@ double CSampleStream::Held_s() {
     return static_cast<double>(ring_->Held() / sdr::BytesOf(form_.form)) / form_.rate_Hz;
 }
 
+void CSampleStream::Wake() {
+    const std::lock_guard<handset::CLock> guard(lock_);
+    woken_ = true;
+    arrived_.NotifyAll();
+}
+
 CSampleStream::Taken CSampleStream::Take(double seconds, DWORD timeout_ms, std::vector<std::uint8_t>* bytes) {
     std::unique_lock<handset::CLock> lock(lock_);
     const auto wanted = [&]() -> std::size_t {
@@ -55,7 +62,7 @@ CSampleStream::Taken CSampleStream::Take(double seconds, DWORD timeout_ms, std::
         return static_cast<std::size_t>(std::lround(seconds * form_.rate_Hz)) * sdr::BytesOf(form_.form);
     };
     const std::uint64_t began_ms = GetTickCount64();
-    while (!ring_ || ring_->Held() < wanted()) {
+    while (!std::exchange(woken_, false) && (!ring_ || ring_->Held() < wanted())) {
         const std::uint64_t waited_ms = GetTickCount64() - began_ms;
         if (waited_ms >= timeout_ms) break;
         arrived_.WaitFor(&lock, static_cast<DWORD>(timeout_ms - waited_ms));

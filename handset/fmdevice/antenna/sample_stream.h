@@ -28,12 +28,18 @@ class CSampleStream {
         std::uint64_t stream = 0;  // counts the streams; 0: there is none
         StreamForm form;
         std::uint64_t lost = 0;  // bytes before those that were taken
+        // Of so many bytes.
+        [[nodiscard]] double Seconds(std::uint64_t bytes) const {
+            return static_cast<double>(bytes / sdr::BytesOf(form.form)) / form.rate_Hz;
+        }
     };
-    // Waits until there is as much as `seconds` of the stream, but no longer than `timeout_ms`; replaces
-    // `bytes` by what there is of it.
+    // Waits until there is as much as `seconds` of the stream, but no longer than `timeout_ms` and not past a
+    // Wake; replaces `bytes` by what there is of it.
     Taken Take(double seconds, DWORD timeout_ms, std::vector<std::uint8_t>* bytes);
     // How much is held.
     double Held_s();
+    // By who has something else for the radio to do.
+    void Wake();
     std::string Condition();
 
   private:
@@ -42,6 +48,7 @@ class CSampleStream {
     std::uint64_t streams_ = 0;
     StreamForm form_;
     std::optional<CByteRing> ring_;  // of the present stream
+    bool woken_ = false;
     std::string condition_;
 };
 
@@ -51,10 +58,9 @@ inline constexpr char kPlays[] = "plays";
 class ISampleSource {
   public:
     virtual ~ISampleSource() = default;
-    // Where the stream is to be. Does not wait.
-    virtual void SetCentre(double centre_Hz) = 0;
-    // How much of what was sent before a change of the centre still comes.
-    virtual double Stale_s() = 0;
+    // Where the stream is to be; gives for how many seconds the samples that are taken next are still of the
+    // place before. Does not wait. By the radio.
+    [[nodiscard]] virtual double SetCentre(double centre_Hz) = 0;
     virtual void SetGain(std::uint32_t step, std::int32_t correction_ppm, bool bias) = 0;
 };
 

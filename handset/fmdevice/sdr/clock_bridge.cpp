@@ -73,6 +73,9 @@ void ClockBridge::Process(const float* frames, std::size_t count, double fill_s,
         const soxr_error_t error =
             soxr_process(resampler_->handle, frames, count, &used, output->data() + before, room, &made);
         output->resize(before + 2 * made);
+        const std::size_t silent = std::min(silent_, made);
+        std::fill_n(output->begin() + static_cast<std::ptrdiff_t>(before), 2 * silent, 0.0F);
+        silent_ -= silent;
         if (error != nullptr || (used == 0 && made == 0)) return;
         frames += 2 * used;
         count -= used;

@@ -29,10 +29,15 @@ class ClockBridge {
     [[nodiscard]] double Correction_ppm() const { return correction_ * 1e6; }
     // After a gap, or another source: the sound begins anew. The clocks' difference is kept.
     void Restart();
+    // What went in and has not come out yet comes out as silence of the same length.
+    void Silence() { silent_ = kHeld; }
 
   private:
     struct Resampler;
     void Follow(double seconds, double fill_s);
+
+    // More than the resampler holds back, in frames.
+    static constexpr std::size_t kHeld = 960;
 
     double ratio_;
     double targetFill_s_;
@@ -40,6 +45,7 @@ class ClockBridge {
     double mean_s_ = 0.0;  // over how much of the past it stands
     double drift_ = 0.0;
     double correction_ = 0.0;
+    std::size_t silent_ = 0;  // frames to come that are
     std::unique_ptr<Resampler> resampler_;
 };
 

@@ -57,13 +57,12 @@ class AirReceiver : public testing::Test {
         form.rate_Hz = kRate_Hz;
         form.centre_Hz = centre_Hz_ = 98e6;
         form.tunable = true;
-        receiver_ = std::make_unique<CAirReceiver>(
-            form, sdr::DeEmphasis::k50us, &band_,
-            [this](double centre_Hz) {
+        receiver_ =
+            std::make_unique<CAirReceiver>(form, sdr::DeEmphasis::k50us, &band_, [this](double centre_Hz) {
                 ++moves_;
                 centre_Hz_ = centre_Hz;
-            },
-            [] { return kLate_s; });
+                return kLate_s;
+            });
         Point();
     }
 
@@ -246,8 +245,10 @@ TEST_F(AirReceiver, AChannelThatARecordingDoesNotHoldIsNoise) {
     StreamForm form;
     form.rate_Hz = 250000.0;
     form.centre_Hz = 98.5e6;
-    CAirReceiver recorded(
-        form, sdr::DeEmphasis::k50us, &band_, [](double) { FAIL(); }, [] { return 0.0; });
+    CAirReceiver recorded(form, sdr::DeEmphasis::k50us, &band_, [](double) {
+        ADD_FAILURE();
+        return 0.0;
+    });
     recorded.Tune(10000);
     // A carrier at the stream's edge, which is quiet to whoever listens there.
     std::vector<std::uint8_t> bytes(50000, 127);
@@ -266,8 +267,7 @@ TEST_F(AirReceiver, NoBytesWhateverBringItDown) {
         form.rate_Hz = 250000.0;
         form.centre_Hz = 98.4e6;
         form.tunable = true;
-        CAirReceiver receiver(
-            form, sdr::DeEmphasis::k75us, &band_, [](double) {}, [] { return 0.05; });
+        CAirReceiver receiver(form, sdr::DeEmphasis::k75us, &band_, [](double) { return 0.05; });
         std::vector<std::uint8_t> bytes(20000);
         for (int i = 0; i < 300; ++i) {
             if (random() % 10 == 0) receiver.Tune(8750 + random() % 2051);

@@ -88,4 +88,23 @@ TEST(ClockBridge, NeverBendsThePitchByMoreThanItSays) {
     EXPECT_NEAR(bridge.Correction_ppm(), ClockBridge::kMostCorrection_ppm, 1e-6);
 }
 
+TEST(ClockBridge, WhatItHoldsBackIsSilencedAndLeavesItsLength) {
+    ClockBridge bridge(44100.0, 0.1), undisturbed(44100.0, 0.1);
+    const std::vector<float> tone = Tone(1000.0, 0, 4800), nothing(9600, 0.0f);
+    std::vector<float> output, asLong;
+    bridge.Process(tone.data(), 4800, 0.1, &output);
+    undisturbed.Process(tone.data(), 4800, 0.1, &asLong);
+    bridge.Silence();
+    const std::size_t before = output.size();
+    bridge.Process(nothing.data(), 4800, 0.1, &output);
+    undisturbed.Process(nothing.data(), 4800, 0.1, &asLong);
+    EXPECT_EQ(output.size(), asLong.size());
+    for (std::size_t i = before; i < output.size(); ++i) ASSERT_NEAR(output[i], 0.0f, 1e-5) << i - before;
+    // The next station's sound is whole from then on.
+    bridge.Process(tone.data(), 4800, 0.1, &output);
+    undisturbed.Process(tone.data(), 4800, 0.1, &asLong);
+    EXPECT_EQ(std::vector<float>(output.end() - 8000, output.end()),
+              std::vector<float>(asLong.end() - 8000, asLong.end()));
+}
+
 }  // namespace

@@ -1,0 +1,59 @@
+#include "handset/fmdevice/antenna/sample_clock.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace fm {
+namespace {
+
+// Among the arrivals of so long there is one that nothing has delayed. A server on a busy machine may be late
+// for seconds and then make up for it all at once; two crystals move by a few milliseconds meanwhile.
+constexpr double kRemembered_s = 20.0;
+// How long a stick takes to go elsewhere, one order after the other, and how many of them may wait.
+constexpr double kElsewhere_s = 0.03;
+constexpr double kMostWaiting = 2.0;
+// A network farther away is not waited for.
+constexpr double kMostRoundTrip_s = 0.05;
+// While nothing has come yet by which it could be told.
+constexpr double kFirst_s = 0.1;
+// A server that makes its samples late, or leaves some out, seems to have taken more than it has: of what was
+// taken before the last arrival no more is believed to be on its way than the gaps between arrivals show.
+constexpr double kGaps = 1.3;
+constexpr double kLeastGap_s = 0.004;
+constexpr double kForgetGap = 0.97;  // with each arrival
+constexpr double kMost_s = 0.2;
+
+}  // namespace
+
+void CSampleClock::Arrived(std::uint64_t bytes, double now_s) {
+    const bool first = bytes_ == 0;
+    const double gap_s = first ? 0.0 : now_s - last_s_;
+    last_s_ = now_s;
+    if (gap_s > kLeastGap_s) longestGap_s_ = std::max(gap_s, kForgetGap * longestGap_s_);
+    bytes_ += bytes;
+    const double late_s = now_s - static_cast<double>(bytes_) / bytesPerSecond_;
+    if (first) {
+        least_s_ = leastBefore_s_ = late_s;
+        since_s_ = now_s;
+    } else if (now_s - since_s_ > kRemembered_s) {
+        leastBefore_s_ = std::exchange(least_s_, late_s);
+        since_s_ = now_s;
+    } else {
+        least_s_ = std::min(least_s_, late_s);
+    }
+}
+
+double CSampleClock::Least_s() const {
+    return std::min(least_s_, leastBefore_s_);
+}
+
+double CSampleClock::SendElsewhere(double now_s) {
+    there_s_ = std::clamp(there_s_, now_s, now_s + kMostWaiting * kElsewhere_s) + kElsewhere_s;
+    if (bytes_ == 0) return kFirst_s;
+    const double fresh_s = there_s_ + std::min(roundTrip_s_, kMostRoundTrip_s);
+    const double come_s = Least_s() + static_cast<double>(bytes_) / bytesPerSecond_;
+    const double most_s = std::min(fresh_s - last_s_ + kGaps * longestGap_s_, kMost_s);
+    return std::clamp(fresh_s - come_s, 0.0, most_s);
+}
+
+}  // namespace fm

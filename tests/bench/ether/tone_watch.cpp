@@ -1,0 +1,75 @@
+#include "tests/bench/ether/tone_watch.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace bench {
+namespace {
+
+constexpr double kTurn = 6.283185307179586;
+constexpr double kWindow_s = 0.02;
+constexpr std::size_t kSecond = 50;  // windows
+// Of the tone's amplitude; noise stays far below it.
+constexpr double kClick = 0.08;
+constexpr double kFullScale = 32768;
+// Of a sample.
+constexpr double kBreak = 0.5;
+
+double Wrapped(double phase) {
+    return phase - kTurn * std::round(phase / kTurn);
+}
+
+}  // namespace
+
+CToneWatch::CToneWatch(double rate_Hz, double tone_Hz)
+    : rate_Hz_(rate_Hz),
+      step_(kTurn * tone_Hz / rate_Hz),
+      window_(static_cast<std::size_t>(std::lround(kWindow_s * rate_Hz))) {}
+
+void CToneWatch::Add(const std::int16_t* samples, std::size_t count, std::size_t stride) {
+    for (std::size_t i = 0; i < count; ++i) {
+        window_[filled_++] = samples[i * stride] / kFullScale;
+        if (filled_ == window_.size()) EndWindow();
+    }
+}
+
+void CToneWatch::EndWindow() {
+    std::complex<double> sum;
+    for (std::size_t i = 0; i < filled_; ++i)
+        sum += window_[i] * std::polar(1.0, -step_ * static_cast<double>(first_ + i));
+    const std::complex<double> tone = 2.0 / static_cast<double>(filled_) * sum;
+    double beside = 0;
+    for (std::size_t i = 0; i < filled_; ++i) {
+        const double there = (tone * std::polar(1.0, step_ * static_cast<double>(first_ + i))).real();
+        beside = std::max(beside, std::fabs(window_[i] - there));
+    }
+    if (beside > kClick * std::abs(tone)) ++record_.clicks;
+    record_.amplitude = any_ ? std::min(record_.amplitude, std::abs(tone)) : std::abs(tone);
+    any_ = true;
+    first_ += filled_;
+    record_.seconds = static_cast<double>(first_) / rate_Hz_;
+    filled_ = 0;
+    Follow(std::arg(tone));
+}
+
+// A break shows in the phase of the window that holds it, and whole in the next one: two windows' progress is
+// held against the mean of the second before.
+void CToneWatch::Follow(double phase) {
+    if (!phases_.empty()) phase = phases_.back() + Wrapped(phase - phases_.back());
+    phases_.push_back(phase);
+    if (phases_.size() < kSecond + 3) return;
+    const double before = (phases_[kSecond] - phases_[0]) / static_cast<double>(kSecond);
+    const double jump = phases_[kSecond + 2] - phases_[kSecond] - 2 * before;
+    if (std::fabs(jump) > kBreak * step_) {
+        ++record_.breaks;
+        // The same one is not counted again.
+        phases_.clear();
+        return;
+    }
+    const double ppm = before / (step_ * static_cast<double>(window_.size())) * 1e6;
+    record_.least_ppm = std::min(record_.least_ppm, ppm);
+    record_.most_ppm = std::max(record_.most_ppm, ppm);
+    phases_.pop_front();
+}
+
+}  // namespace bench
