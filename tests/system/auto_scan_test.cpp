@@ -63,11 +63,11 @@ TEST_F(AutoScan, TheGroupHoldsEveryStationOfTheBandAsANumberedChannel) {
     Begin(radio);
     End(radio);
     ASSERT_EQ(RowCount(radio.ListView()), 3);
-    EXPECT_THAT(Names(radio), ElementsAre(L"Channel  1", L"Channel  2", L"Channel  3"));
+    EXPECT_THAT(Names(radio), ElementsAre(L"FM  1", L"FM  2", L"FM  3"));
     EXPECT_EQ(test::RowText(radio.ListView(), 0, 1), L"87.6 MHz ");
     EXPECT_EQ(test::RowText(radio.ListView(), 2, 1), L"107.9 MHz ");
-    EXPECT_THAT(Stored(), ElementsAre("G Test", "C Test|Channel  1|8760|", "C Test|Channel  2|9850|",
-                                      "C Test|Channel  3|10790|"));
+    EXPECT_THAT(Stored(), ElementsAre("G Test", "C Test|FM  1|8760|", "C Test|FM  2|9850|",
+                                      "C Test|FM  3|10790|"));
     EXPECT_EQ(test::SelectedRow(radio.ListView()), 0);
 }
 
@@ -88,9 +88,9 @@ TEST_F(AutoScan, TheTenthStationKeepsBothDigits) {
     Begin(radio);
     End(radio);
     ASSERT_EQ(RowCount(radio.ListView()), 11);
-    EXPECT_EQ(test::RowText(radio.ListView(), 8, 0), L"Channel  9");
-    EXPECT_EQ(test::RowText(radio.ListView(), 9, 0), L"Channel 10");
-    EXPECT_EQ(test::RowText(radio.ListView(), 10, 0), L"Channel 11");
+    EXPECT_EQ(test::RowText(radio.ListView(), 8, 0), L"FM  9");
+    EXPECT_EQ(test::RowText(radio.ListView(), 9, 0), L"FM 10");
+    EXPECT_EQ(test::RowText(radio.ListView(), 10, 0), L"FM 11");
 }
 
 TEST_F(AutoScan, TheWalkEndsWhereTheSeekWrapsAndTheTraceSaysEachStep) {
@@ -171,11 +171,11 @@ TEST_F(AutoScan, ChannelsThatCannotBeStoredAreToldAndUseUpTheirNumbers) {
     End(radio);
     EXPECT_THAT(
         handset.Trace(),
-        HasSubstr("FM: InsertRecord: szChannel = Channel 1, szCountryName = Test, uCurrentChannel = 8760\n"));
+        HasSubstr("FM: InsertRecord: szChannel = FM 1, szCountryName = Test, uCurrentChannel = 8760\n"));
     EXPECT_THAT(
         handset.Trace(),
         HasSubstr(
-            "FM: InsertRecord: szChannel = Channel 3, szCountryName = Test, uCurrentChannel = 10790\n"));
+            "FM: InsertRecord: szChannel = FM 3, szCountryName = Test, uCurrentChannel = 10790\n"));
     EXPECT_THAT(handset.Trace(), HasSubstr("FM: *** CEDB_InsertRecord() Error!\n"));
     EXPECT_EQ(RowCount(radio.ListView()), 0);
 }
@@ -211,7 +211,7 @@ TEST_F(AutoScan, APercentSignInTheGroupsNameIsReadAsAFormat) {
     radio.WaitUntilShown();
     Begin(radio);
     End(radio);
-    EXPECT_THAT(Stored(), Contains("C 100% FM|Channel  1|8760|"));
+    EXPECT_THAT(Stored(), Contains("C 100% FM|FM  1|8760|"));
 }
 
 TEST_F(AutoScan, WhileAScanAsksItsMutexIsThereAndBelongsToNobody) {
@@ -290,7 +290,7 @@ TEST_F(AutoScan, ClosingTheWindowDuringAScanEndsTheRadio) {
     ASSERT_TRUE(radio.WaitUntilGone());
     EXPECT_THAT(handset.Console(), HasSubstr("m_hMutex........."));
     // The volume is whole: it opens, and holds what was stored so far.
-    EXPECT_THAT(Stored(), Contains("C Test|Channel  1|8760|"));
+    EXPECT_THAT(Stored(), Contains("C Test|FM  1|8760|"));
 }
 
 }  // namespace

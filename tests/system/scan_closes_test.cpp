@@ -99,7 +99,7 @@ class ScanCloses : public test::ThreeChannelsOnRadio {
                 const unsigned long found = std::strtoul(call->c_str() + 17, nullptr, 10);
                 if (found < last) break;
                 last = found;
-                expected.push_back("C Test|Channel  " + std::to_string(expected.size()) + "|" +
+                expected.push_back("C Test|FM  " + std::to_string(expected.size()) + "|" +
                                    std::to_string(found) + "|");
             }
             sought = StartsWith(*call, "SeekNext -> 0");

@@ -63,9 +63,9 @@ TEST_F(AutoScanEnd, NoRunBeginsAnewAndTheStationsOfTheLastOneStay) {
     ASSERT_TRUE(WaitFor([&] { return last.load(); }));
     const std::string trace = test::TraceOf([this] { ShutDown(*state, window); });
     EXPECT_EQ(Asked("SetChannel 8750"), 1);
-    EXPECT_EQ(StoredName(8760), L"Channel  1");
-    EXPECT_EQ(StoredName(9850), L"Channel  2");
-    EXPECT_EQ(StoredName(10790), L"Channel  3");
+    EXPECT_EQ(StoredName(8760), L"FM  1");
+    EXPECT_EQ(StoredName(9850), L"FM  2");
+    EXPECT_EQ(StoredName(10790), L"FM  3");
     EXPECT_THAT(trace, HasSubstr("FM: End Auto Scan Channels.\n"));
 }
 
@@ -108,7 +108,7 @@ TEST_F(AutoScanEnd, ItsLastBoxDoesNotHoldUpTheEnd) {
     ASSERT_TRUE(WaitFor([] { return Box(L"FM") != nullptr; }));
     ShutDown(*state, window);
     EXPECT_EQ(Box(L"FM"), nullptr);
-    EXPECT_EQ(StoredName(8760), L"Channel  1");
+    EXPECT_EQ(StoredName(8760), L"FM  1");
     EXPECT_THAT(LastCalls(2), ElementsAre("Close", "Release"));
 }
 

@@ -75,15 +75,15 @@ TEST_F(AutoScanScreen, AStationThatIsMetAgainAfterAWrapIsNotStoredASecondTime) {
     const std::string trace = test::TraceOf([this] { Scan(); });
     // The store itself would refuse it, and the scan would say so.
     EXPECT_THAT(trace, Not(HasSubstr("FM: *** CEDB_InsertRecord() Error!")));
-    EXPECT_EQ(StoredName(8760), L"Channel  1");
-    EXPECT_EQ(StoredName(10790), L"Channel  3");
+    EXPECT_EQ(StoredName(8760), L"FM  1");
+    EXPECT_EQ(StoredName(10790), L"FM  3");
 }
 
 TEST_F(AutoScanScreen, EachRunStartsFromAnEmptiedGroup) {
     device.stations = {8760, 9850, 10790, 8760, 9850, 8760, 10110, 10790, 8760};
     Scan();
-    EXPECT_EQ(StoredName(10110), L"Channel  1");
-    EXPECT_EQ(StoredName(10790), L"Channel  2");
+    EXPECT_EQ(StoredName(10110), L"FM  1");
+    EXPECT_EQ(StoredName(10790), L"FM  2");
     EXPECT_EQ(StoredName(8760), L"");
     EXPECT_EQ(StoredName(9850), L"");
 }
