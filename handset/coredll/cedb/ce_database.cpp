@@ -1,6 +1,7 @@
 // CeCreateDatabaseEx2 and CeOpenDatabaseEx2.
 #include <algorithm>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/cedb/errors.h"
 #include "handset/coredll/cedb/mounts.h"
 #include "handset/coredll/cedb/volume_file.h"
@@ -89,7 +90,7 @@ DWORD Open(PCEGUID volume, PCEOID oid, LPCWSTR name, const SORTORDERSPECEX* sort
 
 }  // namespace
 
-COREDLL_EXPORT CEOID WINAPI CeCreateDatabaseEx2(PCEGUID volume, CEDBASEINFOEX* info) {
+COREDLL_EXPORT CEOID WINAPI CeCreateDatabaseEx2(PCEGUID volume, CEDBASEINFOEX* info) try {
     const PlatformCall call;
     const auto mounted = FindVolume(volume);
     cedb::DatabaseInfo wanted;
@@ -103,10 +104,12 @@ COREDLL_EXPORT CEOID WINAPI CeCreateDatabaseEx2(PCEGUID volume, CEDBASEINFOEX* i
     cedb::Oid oid = 0;
     const cedb::Status status = mounted->volume.CreateDatabase(wanted, &oid);
     return status == cedb::Status::Ok ? oid : FailToCreate(ErrorOf(status, ERROR_INVALID_PARAMETER));
+} catch (...) {
+    return handset::EdgeAnswer<CEOID>();
 }
 
 COREDLL_EXPORT HANDLE WINAPI CeOpenDatabaseEx2(PCEGUID volume, PCEOID oid, LPWSTR name, SORTORDERSPECEX* sort,
-                                               DWORD flags, CENOTIFYREQUEST* request) {
+                                               DWORD flags, CENOTIFYREQUEST* request) try {
     const PlatformCall call;
     HANDLE handle = INVALID_HANDLE_VALUE;
     // Device differs: nobody is told about changes that others make to the database.
@@ -114,4 +117,6 @@ COREDLL_EXPORT HANDLE WINAPI CeOpenDatabaseEx2(PCEGUID volume, PCEOID oid, LPWST
         request != nullptr ? ERROR_NOT_SUPPORTED : Open(volume, oid, name, sort, flags, &handle);
     if (error != ERROR_SUCCESS) SetLastError(error);
     return handle;
+} catch (...) {
+    return handset::EdgeAnswer(INVALID_HANDLE_VALUE);
 }

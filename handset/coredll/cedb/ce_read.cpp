@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/cedb/errors.h"
 #include "handset/coredll/cedb/mounts.h"
 #include "handset/coredll/cedb/property_values.h"
@@ -117,11 +118,13 @@ DWORD Read(HANDLE database, const ReadRequest& request, cedb::Oid* oid) {
 }  // namespace
 
 COREDLL_EXPORT CEOID WINAPI CeReadRecordPropsEx(HANDLE database, DWORD flags, LPWORD count, CEPROPID* ids,
-                                                LPBYTE* buffer, LPDWORD size, HANDLE heap) {
+                                                LPBYTE* buffer, LPDWORD size, HANDLE heap) try {
     const PlatformCall call;
     cedb::Oid oid = 0;
     const DWORD error = Read(database, {flags, count, ids, buffer, size, BlockHeap(heap)}, &oid);
     if (error == ERROR_SUCCESS) return oid;
     SetLastError(error);
     return 0;
+} catch (...) {
+    return handset::EdgeAnswer<CEOID>();
 }

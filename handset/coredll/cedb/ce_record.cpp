@@ -1,4 +1,5 @@
 // CeSeekDatabaseEx, CeWriteRecordProps and CeDeleteRecord.
+#include "handset/base/module_edge.h"
 #include "handset/coredll/cedb/errors.h"
 #include "handset/coredll/cedb/mounts.h"
 #include "handset/coredll/cedb/property_values.h"
@@ -84,15 +85,20 @@ bool ToChanges(WORD count, const CEPROPVAL* values, std::vector<cedb::PropertyCh
 }  // namespace
 
 COREDLL_EXPORT CEOID WINAPI CeSeekDatabaseEx(HANDLE database, DWORD type, DWORD_PTR value, WORD values,
-                                             LPDWORD index) {
+                                             LPDWORD index) try {
     return SeekIn(database, type, value, values, index);
+} catch (...) {
+    return handset::EdgeAnswer<CEOID>();
 }
 
-COREDLL_EXPORT CEOID WINAPI CeSeekDatabase(HANDLE database, DWORD type, DWORD_PTR value, LPDWORD index) {
+COREDLL_EXPORT CEOID WINAPI CeSeekDatabase(HANDLE database, DWORD type, DWORD_PTR value, LPDWORD index) try {
     return SeekIn(database, type, value, 1, index);
+} catch (...) {
+    return handset::EdgeAnswer<CEOID>();
 }
 
-COREDLL_EXPORT CEOID WINAPI CeWriteRecordProps(HANDLE database, CEOID record, WORD count, CEPROPVAL* values) {
+COREDLL_EXPORT CEOID WINAPI CeWriteRecordProps(HANDLE database, CEOID record, WORD count,
+                                               CEPROPVAL* values) try {
     const PlatformCall call;
     const auto open = FindOpenDatabase(database);
     std::vector<cedb::PropertyChange> changes;
@@ -106,9 +112,11 @@ COREDLL_EXPORT CEOID WINAPI CeWriteRecordProps(HANDLE database, CEOID record, WO
     const cedb::Status status =
         oid == 0 ? volume.InsertRecord(info, changes, &oid) : volume.UpdateRecord(info, oid, changes);
     return status == cedb::Status::Ok ? oid : Fail(ErrorOf(status, ERROR_NOT_FOUND));
+} catch (...) {
+    return handset::EdgeAnswer<CEOID>();
 }
 
-COREDLL_EXPORT BOOL WINAPI CeDeleteRecord(HANDLE database, CEOID record) {
+COREDLL_EXPORT BOOL WINAPI CeDeleteRecord(HANDLE database, CEOID record) try {
     const PlatformCall call;
     const auto open = FindOpenDatabase(database);
     if (open == nullptr) return Fail(ERROR_INVALID_HANDLE) != 0;
@@ -118,4 +126,6 @@ COREDLL_EXPORT BOOL WINAPI CeDeleteRecord(HANDLE database, CEOID record) {
     if (status != cedb::Status::Ok) return Fail(ErrorOf(status, ERROR_NOT_FOUND)) != 0;
     open->cursor.HasBeenDeleted(record);
     return TRUE;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

@@ -1,4 +1,5 @@
 // CeMountDBVol and what else concerns a volume as a whole.
+#include "handset/base/module_edge.h"
 #include "handset/coredll/cedb/errors.h"
 #include "handset/coredll/cedb/mounts.h"
 #include "handset/coredll/cedb/volume_file.h"
@@ -22,26 +23,32 @@ DWORD Mount(LPCWSTR name, DWORD flags, CEGUID* guid) {
 
 }  // namespace
 
-COREDLL_EXPORT BOOL WINAPI CeMountDBVol(PCEGUID volume, LPWSTR name, DWORD flags) {
+COREDLL_EXPORT BOOL WINAPI CeMountDBVol(PCEGUID volume, LPWSTR name, DWORD flags) try {
     const PlatformCall call;
     if (volume == nullptr) return Answer(ERROR_INVALID_PARAMETER);
     CREATE_INVALIDGUID(volume);
     return Answer(Mount(name, flags, volume));
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-COREDLL_EXPORT BOOL WINAPI CeUnmountDBVol(PCEGUID volume) {
+COREDLL_EXPORT BOOL WINAPI CeUnmountDBVol(PCEGUID volume) try {
     const PlatformCall call;
     if (volume == nullptr) return Answer(ERROR_INVALID_PARAMETER);
     return Answer(UnmountVolume(*volume) ? ERROR_SUCCESS : ERROR_NOT_FOUND);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-COREDLL_EXPORT BOOL WINAPI CeFlushDBVol(PCEGUID volume) {
+COREDLL_EXPORT BOOL WINAPI CeFlushDBVol(PCEGUID volume) try {
     const PlatformCall call;
     // What a call wrote is on the disk already; without a volume all of them are meant.
     return Answer(volume == nullptr || FindVolume(volume) != nullptr ? ERROR_SUCCESS : ERROR_NOT_FOUND);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-COREDLL_EXPORT BOOL WINAPI CeChangeDatabaseLCID(PCEGUID volume, DWORD lcid) {
+COREDLL_EXPORT BOOL WINAPI CeChangeDatabaseLCID(PCEGUID volume, DWORD lcid) try {
     const PlatformCall call;
     if (volume == nullptr) return Answer(ERROR_INVALID_PARAMETER);
     const auto mounted = FindVolume(volume);
@@ -50,4 +57,6 @@ COREDLL_EXPORT BOOL WINAPI CeChangeDatabaseLCID(PCEGUID volume, DWORD lcid) {
     if (HasOpenDatabases(*mounted)) return Answer(ERROR_SHARING_VIOLATION);
     const std::lock_guard<std::mutex> inUse(mounted->lock);
     return Answer(ErrorOf(mounted->volume.ChangeLocale(lcid), ERROR_INVALID_PARAMETER));
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

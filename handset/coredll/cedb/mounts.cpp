@@ -122,8 +122,14 @@ HANDLE AddDatabase(std::shared_ptr<OpenDatabase> database) {
     if (handle == nullptr) return INVALID_HANDLE_VALUE;
     Table& table = TheTable();
     const std::lock_guard<std::mutex> guard(table.lock);
-    ++database->mounted->databases;
-    table.databases[handle] = std::move(database);
+    MountedVolume& mounted = *database->mounted;
+    try {
+        table.databases[handle] = std::move(database);
+    } catch (...) {
+        CloseHandle(handle);
+        throw;
+    }
+    ++mounted.databases;
     return handle;
 }
 

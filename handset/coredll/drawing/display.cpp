@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/state/handset_protocol.h"
@@ -33,17 +34,24 @@ POINT Origin() {
 
 }  // namespace
 
-COREDLL_EXPORT void WINAPI HandsetDisplayRect(RECT* rect) {
+COREDLL_EXPORT void WINAPI HandsetDisplayRect(RECT* rect) try {
     const POINT origin = Origin();
     *rect = {origin.x, origin.y, origin.x + Width(), origin.y + Height()};
+} catch (...) {
+    *rect = {};
+    handset::EdgeAnswer<void>();
 }
 
-COREDLL_EXPORT void WINAPI HandsetWorkArea(RECT* rect) {
+COREDLL_EXPORT void WINAPI HandsetWorkArea(RECT* rect) try {
     HandsetDisplayRect(rect);
     rect->top += static_cast<LONG>(handset::ShellBarHeight());
+} catch (...) {
+    *rect = {};
+    handset::EdgeAnswer<void>();
 }
 
-COREDLL_EXPORT BOOL WINAPI DeviceSystemParametersInfoW(UINT action, UINT parameter, void* data, UINT update) {
+COREDLL_EXPORT BOOL WINAPI DeviceSystemParametersInfoW(UINT action, UINT parameter, void* data,
+                                                       UINT update) try {
     const coredll::CallGuard guard(coredll::CallKind::CallsBack);
     if (action != SPI_GETWORKAREA) return SystemParametersInfoW(action, parameter, data, update);
     if (data == nullptr) {
@@ -52,11 +60,15 @@ COREDLL_EXPORT BOOL WINAPI DeviceSystemParametersInfoW(UINT action, UINT paramet
     }
     HandsetWorkArea(static_cast<RECT*>(data));
     return TRUE;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-COREDLL_EXPORT int WINAPI DeviceGetSystemMetrics(int index) {
+COREDLL_EXPORT int WINAPI DeviceGetSystemMetrics(int index) try {
     const coredll::CallGuard guard;
     if (index == SM_CXSCREEN) return Width();
     if (index == SM_CYSCREEN) return Height();
     return GetSystemMetrics(index);
+} catch (...) {
+    return handset::EdgeAnswer<int>();
 }

@@ -10,8 +10,8 @@ GUARDED(int, GetObjectW, (HANDLE object, int size, void* data), (object, size, d
 GUARDED(BOOL, PatBlt, (HDC dc, int x, int y, int width, int height, DWORD operation), (dc, x, y, width, height, operation), Plain)
 GUARDED(BOOL, Rectangle, (HDC dc, int left, int top, int right, int bottom), (dc, left, top, right, bottom), Plain)
 GUARDED(HGDIOBJ, SelectObject, (HDC dc, HGDIOBJ object), (dc, object), Plain)
-GUARDED(COLORREF, SetBkColor, (HDC dc, COLORREF colour), (dc, colour), Plain)
+GUARDED(COLORREF, SetBkColor, (HDC dc, COLORREF colour), (dc, colour), Plain, CLR_INVALID)
 GUARDED(int, SetBkMode, (HDC dc, int mode), (dc, mode), Plain)
-GUARDED(COLORREF, SetTextColor, (HDC dc, COLORREF colour), (dc, colour), Plain)
+GUARDED(COLORREF, SetTextColor, (HDC dc, COLORREF colour), (dc, colour), Plain, CLR_INVALID)
 GUARDED(BOOL, StretchBlt, (HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, int fromWidth, int fromHeight, DWORD operation), (to, x, y, width, height, from, fromX, fromY, fromWidth, fromHeight, operation), Plain)
 // clang-format on

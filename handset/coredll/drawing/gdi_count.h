@@ -6,7 +6,8 @@
 
 namespace coredll {
 
-// Notes a new object (nothing for a null one) and gives it back. Any thread; keeps the last error.
+// Notes a new object (nothing for a null one) and gives it back. Any thread; keeps the last error and
+// throws nothing.
 HANDLE GdiMade(HANDLE object);
 void GdiGone(HANDLE object);
 

@@ -1,7 +1,9 @@
 // Drawing objects: each one made, and each one given back, is counted.
 #include <mutex>
+#include <new>
 #include <unordered_set>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/drawing/gdi_count.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
@@ -40,7 +42,11 @@ namespace coredll {
 HANDLE GdiMade(HANDLE object) {
     if (object == nullptr) return object;
     const std::lock_guard<std::mutex> lock(g_lock);
-    LiveObjects().insert(object);
+    try {
+        LiveObjects().insert(object);
+    } catch (const std::bad_alloc&) {
+        // It is made all the same, and missing from the count.
+    }
     HandsetGdiObjects = static_cast<DWORD>(LiveObjects().size());
     return object;
 }
@@ -57,15 +63,17 @@ COREDLL_EXPORT DWORD WINAPI HandsetGdiObjectCount(void) {
     return HandsetGdiObjects;
 }
 
-COREDLL_EXPORT void WINAPI HandsetGdiObjectMade(HANDLE object) {
-    coredll::GdiMade(object);
+COREDLL_EXPORT void WINAPI HandsetGdiObjectMade(HANDLE object) try { coredll::GdiMade(object); } catch (...) {
+    handset::EdgeAnswer<void>();
 }
 
 // A call that makes an object.
-#define MAKES(result, name, parameters, arguments)         \
-    COREDLL_EXPORT result WINAPI Device##name parameters { \
-        const CallGuard guard;                             \
-        return coredll::Made(name arguments);              \
+#define MAKES(result, name, parameters, arguments)             \
+    COREDLL_EXPORT result WINAPI Device##name parameters try { \
+        const CallGuard guard;                                 \
+        return coredll::Made(name arguments);                  \
+    } catch (...) {                                            \
+        return handset::EdgeAnswer<result>();                  \
     }
 
 // clang-format off
@@ -91,7 +99,7 @@ MAKES(HRGN, ExtCreateRegion, (const XFORM* transform, DWORD size, const RGNDATA*
 
 // For a window: the display's 32 bits a pixel, in memory of the bitmap's own. Wine asks its server for the
 // display's format again at every use of any other bitmap, which takes longer than the drawing.
-COREDLL_EXPORT HBITMAP WINAPI DeviceCreateCompatibleBitmap(HDC dc, int width, int height) {
+COREDLL_EXPORT HBITMAP WINAPI DeviceCreateCompatibleBitmap(HDC dc, int width, int height) try {
     const CallGuard guard;
     if (GetObjectType(dc) != OBJ_DC || width <= 0 || height <= 0) {
         return coredll::Made(CreateCompatibleBitmap(dc, width, height));
@@ -99,40 +107,52 @@ COREDLL_EXPORT HBITMAP WINAPI DeviceCreateCompatibleBitmap(HDC dc, int width, in
     const BITMAPINFO info = handset::DisplayFormat(width, height);
     void* bits = nullptr;
     return coredll::Made(CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+} catch (...) {
+    return handset::EdgeAnswer<HBITMAP>();
 }
 
 COREDLL_EXPORT HANDLE WINAPI DeviceLoadImageW(HINSTANCE module, const wchar_t* name, UINT type, int width,
-                                              int height, UINT flags) {
+                                              int height, UINT flags) try {
     const CallGuard guard;
     const HANDLE image = LoadImageW(module, name, type, width, height, flags);
     return type == IMAGE_BITMAP ? coredll::GdiMade(image) : image;
+} catch (...) {
+    return handset::EdgeAnswer<HANDLE>();
 }
 
-COREDLL_EXPORT HDC WINAPI DeviceBeginPaint(HWND window, PAINTSTRUCT* paint) {
+COREDLL_EXPORT HDC WINAPI DeviceBeginPaint(HWND window, PAINTSTRUCT* paint) try {
     const CallGuard guard(CallKind::CallsBack);
     return coredll::Made(BeginPaint(window, paint));
+} catch (...) {
+    return handset::EdgeAnswer<HDC>();
 }
 
-COREDLL_EXPORT BOOL WINAPI DeviceEndPaint(HWND window, const PAINTSTRUCT* paint) {
+COREDLL_EXPORT BOOL WINAPI DeviceEndPaint(HWND window, const PAINTSTRUCT* paint) try {
     const CallGuard guard;
     if (paint != nullptr) coredll::GdiGone(paint->hdc);
     return EndPaint(window, paint);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
 // Forgotten before it is deleted: another thread may be given the same handle at once.
-COREDLL_EXPORT BOOL WINAPI DeviceDeleteObject(HGDIOBJ object) {
+COREDLL_EXPORT BOOL WINAPI DeviceDeleteObject(HGDIOBJ object) try {
     const CallGuard guard;
     coredll::GdiGone(object);
     return DeleteObject(object);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-COREDLL_EXPORT BOOL WINAPI DeviceDeleteDC(HDC dc) {
+COREDLL_EXPORT BOOL WINAPI DeviceDeleteDC(HDC dc) try {
     const CallGuard guard;
     coredll::GdiGone(dc);
     return DeleteDC(dc);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-COREDLL_EXPORT int WINAPI DeviceReleaseDC(HWND window, HDC dc) {
+COREDLL_EXPORT int WINAPI DeviceReleaseDC(HWND window, HDC dc) try {
     int released = 0;
     {
         const CallGuard guard;
@@ -141,4 +161,6 @@ COREDLL_EXPORT int WINAPI DeviceReleaseDC(HWND window, HDC dc) {
     }
     ShowWhatAWorkerPainted(window);
     return released;
+} catch (...) {
+    return handset::EdgeAnswer<int>();
 }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/display_format.h"
 
@@ -145,7 +146,7 @@ bool CopyUnscaled(HDC destination, const Copy& copy, HBITMAP bitmap, COLORREF tr
 
 COREDLL_EXPORT BOOL WINAPI TransparentImage(HDC destination, LONG x, LONG y, LONG width, LONG height,
                                             HANDLE source, LONG sourceX, LONG sourceY, LONG sourceWidth,
-                                            LONG sourceHeight, COLORREF transparent) {
+                                            LONG sourceHeight, COLORREF transparent) try {
     const coredll::CallGuard guard;
     const auto object = static_cast<HGDIOBJ>(source);
     const DWORD type = GetObjectType(object);
@@ -174,4 +175,6 @@ COREDLL_EXPORT BOOL WINAPI TransparentImage(HDC destination, LONG x, LONG y, LON
     SelectObject(memory, previous);
     DeleteDC(memory);
     return done;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

@@ -3,6 +3,7 @@
 #include <mutex>
 #include <set>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/handset_state.h"
 
@@ -53,29 +54,37 @@ HANDLE FindFirst(const wchar_t* pattern, WIN32_FIND_DATAW* found) {
 
 }  // namespace
 
-COREDLL_EXPORT HANDLE WINAPI DeviceFindFirstFileW(const wchar_t* pattern, WIN32_FIND_DATAW* found) {
+COREDLL_EXPORT HANDLE WINAPI DeviceFindFirstFileW(const wchar_t* pattern, WIN32_FIND_DATAW* found) try {
     const CallGuard guard;
     return FindFirst(pattern, found);
+} catch (...) {
+    return handset::EdgeAnswer(INVALID_HANDLE_VALUE);
 }
 
 // The device knows no other search than the plain one.
 COREDLL_EXPORT HANDLE WINAPI DeviceFindFirstFileExW(const wchar_t* pattern, FINDEX_INFO_LEVELS /*level*/,
                                                     void* found, FINDEX_SEARCH_OPS /*search*/,
-                                                    void* /*filter*/, DWORD /*flags*/) {
+                                                    void* /*filter*/, DWORD /*flags*/) try {
     const CallGuard guard;
     return FindFirst(pattern, static_cast<WIN32_FIND_DATAW*>(found));
+} catch (...) {
+    return handset::EdgeAnswer(INVALID_HANDLE_VALUE);
 }
 
-COREDLL_EXPORT BOOL WINAPI DeviceFindNextFileW(HANDLE search, WIN32_FIND_DATAW* found) {
+COREDLL_EXPORT BOOL WINAPI DeviceFindNextFileW(HANDLE search, WIN32_FIND_DATAW* found) try {
     const CallGuard guard;
     return FindNextFileW(search, found) && SkipHidden(search, found, SearchesRoot(search));
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-COREDLL_EXPORT BOOL WINAPI DeviceFindClose(HANDLE search) {
+COREDLL_EXPORT BOOL WINAPI DeviceFindClose(HANDLE search) try {
     const CallGuard guard;
     {
         const std::lock_guard<std::mutex> lock(g_lock);
         g_rootSearches.erase(search);
     }
     return FindClose(search);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

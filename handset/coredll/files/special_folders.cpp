@@ -5,6 +5,7 @@
 
 #include <cwchar>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/handset_state.h"
 
@@ -54,7 +55,7 @@ bool MakeFolders(const std::wstring& path) {
 // With `create`, FALSE when the folder can be neither found nor made; without, the path is given all the
 // same.
 COREDLL_EXPORT BOOL WINAPI DeviceSHGetSpecialFolderPath(HWND /*owner*/, wchar_t* path, int folder,
-                                                        BOOL create) {
+                                                        BOOL create) try {
     const coredll::CallGuard guard;
     const wchar_t* found = PathOf(folder);
     if (path == nullptr || found == nullptr) {
@@ -63,4 +64,6 @@ COREDLL_EXPORT BOOL WINAPI DeviceSHGetSpecialFolderPath(HWND /*owner*/, wchar_t*
     }
     std::wcscpy(path, found);
     return !create || MakeFolders(found);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

@@ -3,6 +3,7 @@
 #include <cwchar>
 #include <string>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/handset_state.h"
 
@@ -22,7 +23,7 @@ void Put(ULARGE_INTEGER* where, std::uint64_t value) {
 
 // No path: the object store. The state's free space, where there is one, takes the place of the host's.
 COREDLL_EXPORT BOOL WINAPI DeviceGetDiskFreeSpaceExW(const wchar_t* path, ULARGE_INTEGER* freeToCaller,
-                                                     ULARGE_INTEGER* total, ULARGE_INTEGER* free) {
+                                                     ULARGE_INTEGER* total, ULARGE_INTEGER* free) try {
     const CallGuard guard;
     const DevicePath folder = OnDevice(path != nullptr ? path : L"\\");
     ULARGE_INTEGER hostFree{};
@@ -37,10 +38,12 @@ COREDLL_EXPORT BOOL WINAPI DeviceGetDiskFreeSpaceExW(const wchar_t* path, ULARGE
     Put(free, bytes);
     Put(total, std::max<std::uint64_t>(hostTotal.QuadPart, bytes));
     return TRUE;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
 // The folder is there for whoever asks for it.
-COREDLL_EXPORT DWORD WINAPI DeviceGetTempPathW(DWORD length, wchar_t* path) {
+COREDLL_EXPORT DWORD WINAPI DeviceGetTempPathW(DWORD length, wchar_t* path) try {
     const CallGuard guard;
     const DevicePath folder = OnDevice(kTemporaryFolder);
     if (folder) CreateDirectoryW(folder.host(), nullptr);
@@ -48,10 +51,12 @@ COREDLL_EXPORT DWORD WINAPI DeviceGetTempPathW(DWORD length, wchar_t* path) {
     if (length < needed || path == nullptr) return needed;
     std::wmemcpy(path, kTemporaryFolder, needed);
     return needed - 1;
+} catch (...) {
+    return handset::EdgeAnswer<DWORD>();
 }
 
 COREDLL_EXPORT UINT WINAPI DeviceGetTempFileNameW(const wchar_t* folder, const wchar_t* prefix, UINT unique,
-                                                  wchar_t* name) {
+                                                  wchar_t* name) try {
     const CallGuard guard;
     const DevicePath path = OnDevice(folder);
     if (!path) return 0;
@@ -61,4 +66,6 @@ COREDLL_EXPORT UINT WINAPI DeviceGetTempFileNameW(const wchar_t* folder, const w
     const std::wstring device = handset::DevicePathOf(made);
     std::wcscpy(name, device.empty() ? made : device.c_str());
     return number;
+} catch (...) {
+    return handset::EdgeAnswer<UINT>();
 }

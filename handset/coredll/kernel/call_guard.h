@@ -2,6 +2,7 @@
 // the desktop supplies and that needs nothing but the mark.
 #pragma once
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/coredll_exports.h"
 #include "handset/coredll/kernel/thread_record.h"
 
@@ -12,21 +13,26 @@ class CallGuard {
     // Inlined always: the stack address is that of the platform call itself.
     __attribute__((always_inline)) explicit CallGuard(CallKind kind = CallKind::Plain)
         : thread_(CurrentThreadRecord()) {
-        thread_.Enter(kind, reinterpret_cast<std::uintptr_t>(__builtin_dwarf_cfa()));
+        if (thread_ != nullptr) thread_->Enter(kind, reinterpret_cast<std::uintptr_t>(__builtin_dwarf_cfa()));
     }
-    ~CallGuard() { thread_.Leave(); }
+    ~CallGuard() {
+        if (thread_ != nullptr) thread_->Leave();
+    }
     CallGuard(const CallGuard&) = delete;
     CallGuard& operator=(const CallGuard&) = delete;
 
   private:
-    ThreadRecord& thread_;
+    ThreadRecord* thread_;
 };
 
 }  // namespace coredll
 
-// GUARDED(BOOL, CloseHandle, (HANDLE object), (object), Plain) defines DeviceCloseHandle.
-#define GUARDED(result, name, parameters, arguments, kind)       \
-    COREDLL_EXPORT result WINAPI Device##name parameters {       \
+// GUARDED(BOOL, CloseHandle, (HANDLE object), (object), Plain) defines DeviceCloseHandle. One whose failure
+// is not 0, null or nothing names it behind the kind.
+#define GUARDED(result, name, parameters, arguments, kind, ...)  \
+    COREDLL_EXPORT result WINAPI Device##name parameters try {   \
         const coredll::CallGuard guard(coredll::CallKind::kind); \
         return name arguments;                                   \
+    } catch (...) {                                              \
+        return handset::EdgeAnswer<result>(__VA_ARGS__);         \
     }

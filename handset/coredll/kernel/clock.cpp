@@ -2,6 +2,7 @@
 // time-out takes in real time.
 #include <cstdint>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/state/handset_clock.h"
@@ -26,22 +27,30 @@ const DWORD g_startTick_ms = GetTickCount();
 
 }  // namespace
 
-COREDLL_EXPORT DWORD WINAPI HandsetClockRate(void) {
+COREDLL_EXPORT DWORD WINAPI HandsetClockRate(void) try {
     static const DWORD rate = handset::ClockRate();
     return rate;
+} catch (...) {
+    return handset::EdgeAnswer<DWORD>(1);
 }
 
-COREDLL_EXPORT std::uint64_t WINAPI HandsetMilliseconds(void) {
+COREDLL_EXPORT std::uint64_t WINAPI HandsetMilliseconds(void) try {
     return (Microseconds() - g_start_us) * HandsetClockRate() / 1000;
+} catch (...) {
+    return handset::EdgeAnswer<std::uint64_t>();
 }
 
-COREDLL_EXPORT DWORD WINAPI HandsetRealTimeout(DWORD handset_ms) {
+COREDLL_EXPORT DWORD WINAPI HandsetRealTimeout(DWORD handset_ms) try {
     if (handset_ms == INFINITE) return INFINITE;
     const DWORD rate = HandsetClockRate();
     return handset_ms / rate + (handset_ms % rate != 0 ? 1 : 0);
+} catch (...) {
+    return handset::EdgeAnswer(handset_ms);
 }
 
-COREDLL_EXPORT DWORD WINAPI DeviceGetTickCount(void) {
+COREDLL_EXPORT DWORD WINAPI DeviceGetTickCount(void) try {
     const coredll::CallGuard guard;
     return g_startTick_ms + static_cast<DWORD>(HandsetMilliseconds());
+} catch (...) {
+    return handset::EdgeAnswer<DWORD>();
 }

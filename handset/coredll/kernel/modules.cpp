@@ -7,6 +7,7 @@
 #include <cwchar>
 #include <string>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/handset_state.h"
 
@@ -39,17 +40,21 @@ std::wstring SoundFile(const wchar_t* sound, DWORD flags) {
 
 }  // namespace
 
-COREDLL_EXPORT HMODULE WINAPI DeviceLoadLibraryW(const wchar_t* name) {
+COREDLL_EXPORT HMODULE WINAPI DeviceLoadLibraryW(const wchar_t* name) try {
     const CallGuard guard(CallKind::CallsBack);
     return Load(name, 0);
+} catch (...) {
+    return handset::EdgeAnswer<HMODULE>();
 }
 
-COREDLL_EXPORT HMODULE WINAPI DeviceLoadLibraryExW(const wchar_t* name, HANDLE /*file*/, DWORD flags) {
+COREDLL_EXPORT HMODULE WINAPI DeviceLoadLibraryExW(const wchar_t* name, HANDLE /*file*/, DWORD flags) try {
     const CallGuard guard(CallKind::CallsBack);
     return Load(name, flags);
+} catch (...) {
+    return handset::EdgeAnswer<HMODULE>();
 }
 
-COREDLL_EXPORT DWORD WINAPI DeviceGetModuleFileNameW(HMODULE module, wchar_t* name, DWORD length) {
+COREDLL_EXPORT DWORD WINAPI DeviceGetModuleFileNameW(HMODULE module, wchar_t* name, DWORD length) try {
     const CallGuard guard;
     std::wstring host(kLongestPath, L'\0');
     const DWORD size = GetModuleFileNameW(module, host.data(), kLongestPath);
@@ -63,16 +68,22 @@ COREDLL_EXPORT DWORD WINAPI DeviceGetModuleFileNameW(HMODULE module, wchar_t* na
     if (fits == path.size()) return static_cast<DWORD>(fits);
     SetLastError(ERROR_INSUFFICIENT_BUFFER);
     return length;
+} catch (...) {
+    return handset::EdgeAnswer<DWORD>();
 }
 
-COREDLL_EXPORT BOOL WINAPI DevicePlaySoundW(const wchar_t* sound, HMODULE module, DWORD flags) {
+COREDLL_EXPORT BOOL WINAPI DevicePlaySoundW(const wchar_t* sound, HMODULE module, DWORD flags) try {
     const CallGuard guard(CallKind::Waits);
     const std::wstring file = SoundFile(sound, flags);
     return PlaySoundW(file.empty() ? sound : file.c_str(), module, flags);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-COREDLL_EXPORT BOOL WINAPI DevicesndPlaySoundW(const wchar_t* sound, UINT flags) {
+COREDLL_EXPORT BOOL WINAPI DevicesndPlaySoundW(const wchar_t* sound, UINT flags) try {
     const CallGuard guard(CallKind::Waits);
     const std::wstring file = SoundFile(sound, flags);
     return sndPlaySoundW(file.empty() ? sound : file.c_str(), flags);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

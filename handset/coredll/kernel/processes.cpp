@@ -8,6 +8,7 @@
 #include <cwchar>
 #include <string>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/process_start.h"
@@ -75,7 +76,7 @@ bool Start(const std::wstring& program, const std::wstring& arguments, DWORD fla
 COREDLL_EXPORT BOOL WINAPI DeviceCreateProcessW(const wchar_t* program, wchar_t* commandLine,
                                                 SECURITY_ATTRIBUTES*, SECURITY_ATTRIBUTES*, BOOL, DWORD flags,
                                                 void*, wchar_t*, STARTUPINFOW*,
-                                                PROCESS_INFORMATION* process) {
+                                                PROCESS_INFORMATION* process) try {
     const CallGuard guard(CallKind::Waits);
     std::wstring arguments = commandLine != nullptr ? commandLine : L"";
     const std::wstring path = FindProgram(program != nullptr ? program : TakeFirstWord(&arguments));
@@ -88,10 +89,12 @@ COREDLL_EXPORT BOOL WINAPI DeviceCreateProcessW(const wchar_t* program, wchar_t*
         CloseHandle(started.hProcess);
     }
     return TRUE;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
 // A program is started; a document is opened by the host's own program for it.
-COREDLL_EXPORT BOOL WINAPI DeviceShellExecuteEx(SHELLEXECUTEINFOW* info) {
+COREDLL_EXPORT BOOL WINAPI DeviceShellExecuteEx(SHELLEXECUTEINFOW* info) try {
     const CallGuard guard(CallKind::CallsBack);
     if (info == nullptr || info->lpFile == nullptr) {
         SetLastError(ERROR_INVALID_PARAMETER);
@@ -128,4 +131,6 @@ COREDLL_EXPORT BOOL WINAPI DeviceShellExecuteEx(SHELLEXECUTEINFOW* info) {
         CloseHandle(started.hProcess);
     }
     return TRUE;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

@@ -6,6 +6,7 @@
 
 #include <atomic>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/coredll_exports.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/coredll/kernel/thread_record.h"
@@ -20,13 +21,18 @@ void Follow(bool sleeps) {
     if (g_sleeps.exchange(sleeps) && !sleeps) WakeHeldThreads();
 }
 
-DWORD WINAPI FollowerProc(void* /*parameter*/) {
+void FollowPower() {
     const handset::PowerFollower follower;
     for (;;) {
         const DWORD next_ms = handset::StepIdleTimer();
         Follow((handset::CurrentPowerState().flags & handset::kPowerSuspend) != 0);
         WaitForSingleObject(follower.changed(), next_ms);
     }
+}
+
+DWORD WINAPI FollowerProc(void* /*parameter*/) {
+    handset::KeepWorking(FollowPower, [] { return true; });
+    return 0;
 }
 
 }  // namespace
@@ -44,6 +50,6 @@ void FollowPhone() {
 
 }  // namespace coredll
 
-COREDLL_EXPORT BOOL WINAPI HandsetPhoneSleeps(void) {
-    return coredll::PhoneSleeps();
+COREDLL_EXPORT BOOL WINAPI HandsetPhoneSleeps(void) try { return coredll::PhoneSleeps(); } catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

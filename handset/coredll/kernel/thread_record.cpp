@@ -2,7 +2,10 @@
 #include "handset/coredll/kernel/thread_record.h"
 
 #include <mutex>
+#include <new>
 #include <unordered_map>
+
+#include "handset/base/module_edge.h"
 
 namespace coredll {
 namespace {
@@ -17,11 +20,13 @@ std::unordered_map<DWORD, std::shared_ptr<ThreadRecord>>& Records() {
     return *records;
 }
 
-void WINAPI OnThreadEnd(void* record) {
+void WINAPI OnThreadEnd(void* record) try {
     if (record == nullptr) return;
     const std::lock_guard<std::mutex> lock(g_recordsLock);
     const auto found = Records().find(GetCurrentThreadId());
     if (found != Records().end() && found->second.get() == record) Records().erase(found);
+} catch (...) {
+    handset::EdgeAnswer<void>();
 }
 
 DWORD RecordSlot() {
@@ -79,16 +84,33 @@ bool ThreadRecord::IsAbandoned(const Frame& frame, std::uintptr_t stack, std::ui
 
 // A call inside another does not park, because the outer one may hold a lock; but the application's own code
 // that a call runs is as free to be suspended as any other.
-void ThreadRecord::Enter(CallKind kind, std::uintptr_t stack, std::uintptr_t site) {
-    while (!frames_.empty() && IsAbandoned(frames_.back(), stack, site)) frames_.pop_back();
+void ThreadRecord::Enter(CallKind kind, std::uintptr_t stack, std::uintptr_t site) noexcept {
+    while (!frames_.empty() && IsAbandoned(frames_.back(), stack, site)) {
+        frames_.pop_back();
+        unnoted_ = 0;
+    }
     const bool outermost = frames_.empty() || frames_.back().kind == CallKind::CallsBack;
-    frames_.push_back({stack, site, kind, outermost});
-    if (!outermost) return;
+    if (!Note({stack, site, kind, outermost}) || !outermost) return;
     where_.store(WhereaboutsIn(kind));
     ParkIfSuspended(WhereaboutsIn(kind));
 }
 
-void ThreadRecord::Leave() {
+bool ThreadRecord::Note(const Frame& frame) noexcept {
+    try {
+        if (unnoted_ == 0) frames_.push_back(frame);
+    } catch (const std::bad_alloc&) {
+        unnoted_ = 1;
+        return false;
+    }
+    if (unnoted_ != 0) ++unnoted_;
+    return unnoted_ == 0;
+}
+
+void ThreadRecord::Leave() noexcept {
+    if (unnoted_ > 0) {
+        --unnoted_;
+        return;
+    }
     if (frames_.empty()) return;
     const Frame frame = frames_.back();
     frames_.pop_back();
@@ -99,8 +121,10 @@ void ThreadRecord::Leave() {
     where_.store(frames_.empty() ? Whereabouts::OwnCode : Whereabouts::InWait);
 }
 
-bool ThreadRecord::LeaveUnlessSuspended() {
-    if (!frames_.empty() && frames_.back().outermost) {
+bool ThreadRecord::LeaveUnlessSuspended() noexcept {
+    if (unnoted_ > 0) {
+        --unnoted_;
+    } else if (!frames_.empty() && frames_.back().outermost) {
         where_.store(Whereabouts::InCall);
         if (Suspended()) return false;
         frames_.pop_back();
@@ -164,7 +188,7 @@ bool ThreadRecord::Freeze(HANDLE thread) {
     return true;
 }
 
-ThreadRecord& CurrentThreadRecord() {
+ThreadRecord* CurrentThreadRecord() noexcept try {
     const KeptLastError kept;
     auto* record = static_cast<ThreadRecord*>(FlsGetValue(RecordSlot()));
     if (record == nullptr) {
@@ -173,14 +197,16 @@ ThreadRecord& CurrentThreadRecord() {
         FollowPhone();
         FlsSetValue(RecordSlot(), record);
     }
-    return *record;
+    return record;
+} catch (...) {
+    return nullptr;
 }
 
 std::shared_ptr<ThreadRecord> ThreadRecordOf(DWORD threadId) {
     const std::lock_guard<std::mutex> lock(g_recordsLock);
-    std::shared_ptr<ThreadRecord>& record = Records()[threadId];
-    if (!record) record = std::make_shared<ThreadRecord>();
-    return record;
+    const auto found = Records().find(threadId);
+    if (found != Records().end()) return found->second;
+    return Records()[threadId] = std::make_shared<ThreadRecord>();
 }
 
 // A program's own work at the end of a thread may make platform calls after the thread's record was given

@@ -37,11 +37,12 @@ class ThreadRecord {
 
     // --- By the thread itself.
     // A platform call begins and ends. `stack`: where the stack of its caller ends. `site`: from where
-    // another DLL of the handset has marked a call of its own; 0 for a call of COREDLL.
-    void Enter(CallKind kind, std::uintptr_t stack, std::uintptr_t site = 0);
-    void Leave();
+    // another DLL of the handset has marked a call of its own; 0 for a call of COREDLL. A call that there is
+    // no memory to note is made as one that COREDLL does not see.
+    void Enter(CallKind kind, std::uintptr_t stack, std::uintptr_t site = 0) noexcept;
+    void Leave() noexcept;
     // Leaves a call without parking, unless the thread is to be suspended: then it is still inside (false).
-    bool LeaveUnlessSuspended();
+    bool LeaveUnlessSuspended() noexcept;
 
     // --- By any thread.
     // Each gives the previous count; AddSuspension gives kRefused when the count is full.
@@ -67,21 +68,24 @@ class ThreadRecord {
         CallKind kind;
         bool outermost;
     };
+    bool Note(const Frame& frame) noexcept;
     static bool IsAbandoned(const Frame& frame, std::uintptr_t stack, std::uintptr_t site);
     void Park(Whereabouts next);
     void ParkIfSuspended(Whereabouts next);
 
     std::atomic<int> suspendCount_;
     std::atomic<Whereabouts> where_{Whereabouts::OwnCode};
-    std::vector<Frame> frames_;  // the thread's own
+    std::vector<Frame> frames_;  // the thread's own, like what follows
+    int unnoted_ = 0;            // calls inside the last of them that there was no memory for
     HANDLE parked_;
     HANDLE wake_;
     HANDLE frozen_ = nullptr;  // guarded by freezing_
     SRWLOCK freezing_ = SRWLOCK_INIT;
 };
 
-// The record of the calling thread; made when it is missing. Keeps the last error.
-ThreadRecord& CurrentThreadRecord();
+// The record of the calling thread, made when it is missing; null when there is no memory for one. Keeps the
+// last error.
+ThreadRecord* CurrentThreadRecord() noexcept;
 // The record of a thread of this process; made when it is missing.
 std::shared_ptr<ThreadRecord> ThreadRecordOf(DWORD threadId);
 // A new thread's record replaces what an ended thread of the same identifier has left behind.

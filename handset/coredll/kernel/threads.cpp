@@ -2,8 +2,10 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
-#include <new>
+#include <memory>
+#include <utility>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/handset_state.h"
 
@@ -27,14 +29,40 @@ struct Launch {
     void* parameter;
 };
 
-DWORD WINAPI RunThread(void* data) {
+// What the program's own procedure throws ends its thread.
+DWORD WINAPI RunThread(void* data) try {
     const Launch launch = *static_cast<Launch*>(data);
     delete static_cast<Launch*>(data);
     { const CallGuard parksWhenCreatedSuspended; }
     const DWORD code = launch.start(launch.parameter);
     { const CallGuard parksBeforeTheEnd; }
     return code;
+} catch (...) {
+    return handset::EdgeError();
 }
+
+// A thread that the host has made and that has not run yet; unless it is started, it never does.
+class UnstartedThread {
+  public:
+    explicit UnstartedThread(HANDLE thread) : thread_(thread) {}
+    ~UnstartedThread() {
+        if (thread_ == nullptr) return;
+        TerminateThread(thread_, 0);
+        CloseHandle(thread_);
+    }
+    UnstartedThread(const UnstartedThread&) = delete;
+    UnstartedThread& operator=(const UnstartedThread&) = delete;
+
+    explicit operator bool() const { return thread_ != nullptr; }
+    // The handle is the caller's from then on.
+    HANDLE Start() {
+        ResumeThread(thread_);
+        return std::exchange(thread_, nullptr);
+    }
+
+  private:
+    HANDLE thread_;
+};
 
 // The identifier of a live thread of this process; 0 for any other thread, which is left to the system.
 DWORD OwnLiveThread(HANDLE thread) {
@@ -99,27 +127,24 @@ void AwaitStop(ThreadRecord& target, HANDLE thread) {
 // CREATE_SUSPENDED: the thread runs, but parks before its first instruction of the program.
 COREDLL_EXPORT HANDLE WINAPI DeviceCreateThread(SECURITY_ATTRIBUTES* security, SIZE_T stackSize,
                                                 LPTHREAD_START_ROUTINE start, void* parameter, DWORD flags,
-                                                DWORD* threadId) {
+                                                DWORD* threadId) try {
     const CallGuard guard;
-    auto* launch = new (std::nothrow) Launch{start, parameter};
-    if (launch == nullptr) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-        return nullptr;
-    }
+    auto launch = std::make_unique<Launch>(Launch{start, parameter});
+    auto record = std::make_shared<ThreadRecord>((flags & CREATE_SUSPENDED) != 0 ? 1 : 0);
     DWORD id = 0;
-    const HANDLE thread = CreateThread(security, stackSize, RunThread, launch, flags | CREATE_SUSPENDED, &id);
-    if (thread == nullptr) {
-        delete launch;
-        return nullptr;
-    }
-    coredll::RegisterThread(id, std::make_shared<ThreadRecord>((flags & CREATE_SUSPENDED) != 0 ? 1 : 0));
+    UnstartedThread thread(
+        CreateThread(security, stackSize, RunThread, launch.get(), flags | CREATE_SUSPENDED, &id));
+    if (!thread) return nullptr;
+    coredll::RegisterThread(id, std::move(record));
     if (threadId != nullptr) *threadId = id;
-    ResumeThread(thread);
-    return thread;
+    launch.release();  // it is the thread's now
+    return thread.Start();
+} catch (...) {
+    return handset::EdgeAnswer<HANDLE>();
 }
 
 // Device differs: a thread that waits for an object when it is suspended still takes the object.
-COREDLL_EXPORT DWORD WINAPI DeviceSuspendThread(HANDLE thread) {
+COREDLL_EXPORT DWORD WINAPI DeviceSuspendThread(HANDLE thread) try {
     // A thread that suspends itself parks when this guard ends.
     const CallGuard guard(CallKind::CallsBack);
     const DWORD id = OwnLiveThread(thread);
@@ -134,24 +159,30 @@ COREDLL_EXPORT DWORD WINAPI DeviceSuspendThread(HANDLE thread) {
     AwaitStop(*target, thread);
     const bool ended = WaitForSingleObject(thread, 0) == WAIT_OBJECT_0;
     return ended ? SuspendThread(thread) : previous;
+} catch (...) {
+    return handset::EdgeAnswer(ThreadRecord::kRefused);
 }
 
-COREDLL_EXPORT DWORD WINAPI DeviceResumeThread(HANDLE thread) {
+COREDLL_EXPORT DWORD WINAPI DeviceResumeThread(HANDLE thread) try {
     const CallGuard guard;
     const DWORD id = OwnLiveThread(thread);
     if (id == 0) return ResumeThread(thread);
     const DWORD previous = coredll::ThreadRecordOf(id)->RemoveSuspension();
     // A thread that nobody suspended here may have been made suspended by the host: the C++ runtime does so.
     return previous == 0 ? ResumeThread(thread) : previous;
+} catch (...) {
+    return handset::EdgeAnswer(ThreadRecord::kRefused);
 }
 
-COREDLL_EXPORT void WINAPI DeviceExitThread(DWORD code) {
+COREDLL_EXPORT void WINAPI DeviceExitThread(DWORD code) try {
     { const CallGuard parksBeforeTheEnd; }
     ExitThread(code);
+} catch (...) {
+    handset::EdgeAnswer<void>();
 }
 
 // The thread is stopped between two platform calls first, so that it takes no lock with it.
-COREDLL_EXPORT BOOL WINAPI DeviceTerminateThread(HANDLE thread, DWORD code) {
+COREDLL_EXPORT BOOL WINAPI DeviceTerminateThread(HANDLE thread, DWORD code) try {
     const CallGuard guard(CallKind::CallsBack);
     const DWORD id = OwnLiveThread(thread);
     if (id == 0 || id == GetCurrentThreadId()) return TerminateThread(thread, code);
@@ -165,6 +196,8 @@ COREDLL_EXPORT BOOL WINAPI DeviceTerminateThread(HANDLE thread, DWORD code) {
         target->RemoveSuspension();
     }
     return done;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
 GUARDED(BOOL, GetExitCodeThread, (HANDLE thread, DWORD* code), (thread, code), Plain)

@@ -4,6 +4,7 @@
 #include <mutex>
 #include <utility>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 
@@ -32,24 +33,31 @@ TIMERPROC Remembered(HWND window, UINT_PTR id) {
     return found == g_procedures.end() ? nullptr : found->second;
 }
 
-void CALLBACK OnTimer(HWND window, UINT message, UINT_PTR id, DWORD /*hostTick*/) {
+void CALLBACK OnTimer(HWND window, UINT message, UINT_PTR id, DWORD /*hostTick*/) try {
     const TIMERPROC procedure = Remembered(window, id);
     if (procedure != nullptr) procedure(window, message, id, DeviceGetTickCount());
+} catch (...) {
+    handset::EdgeAnswer<void>();
 }
 
 }  // namespace
 
 // Device differs: a period is never shorter than 10 ms of real time, the host's shortest.
-COREDLL_EXPORT UINT_PTR WINAPI DeviceSetTimer(HWND window, UINT_PTR id, UINT period_ms, TIMERPROC procedure) {
+COREDLL_EXPORT UINT_PTR WINAPI DeviceSetTimer(HWND window, UINT_PTR id, UINT period_ms,
+                                              TIMERPROC procedure) try {
     const CallGuard guard;
     const UINT realPeriod_ms = std::max<UINT>(HandsetRealTimeout(period_ms), 1);
     const UINT_PTR made = SetTimer(window, id, realPeriod_ms, procedure != nullptr ? OnTimer : nullptr);
     if (made != 0) Remember(window, window != nullptr ? id : made, procedure);
     return made;
+} catch (...) {
+    return handset::EdgeAnswer<UINT_PTR>();
 }
 
-COREDLL_EXPORT BOOL WINAPI DeviceKillTimer(HWND window, UINT_PTR id) {
+COREDLL_EXPORT BOOL WINAPI DeviceKillTimer(HWND window, UINT_PTR id) try {
     const CallGuard guard;
     Remember(window, id, nullptr);
     return KillTimer(window, id);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

@@ -7,18 +7,19 @@
 #include <cwchar>
 #include <string>
 
+#include "handset/base/module_edge.h"
 #include "handset/base/whole_line.h"
 #include "handset/coredll/kernel/call_guard.h"
-#include "handset/state/utf8_text.h"
 
 namespace {
 
 // The device writes fewer than 128 characters a call. What is longer is cut.
 constexpr std::size_t kMostCharacters = 127;
+constexpr std::size_t kLongestUtf8 = 3;  // bytes of one of them
 
 }  // namespace
 
-COREDLL_EXPORT void WINAPIV NKDbgPrintfW(const WCHAR* format, ...) {
+COREDLL_EXPORT void WINAPIV NKDbgPrintfW(const WCHAR* format, ...) try {
     const coredll::CallGuard guard;
     const DWORD lastError = GetLastError();
     // With a terminator that a longer line does not reach.
@@ -27,12 +28,17 @@ COREDLL_EXPORT void WINAPIV NKDbgPrintfW(const WCHAR* format, ...) {
     va_start(arguments, format);
     _vsnwprintf(text, kMostCharacters, format, arguments);
     va_end(arguments);
-    const std::string bytes = handset::Utf8(text);
-    handset::WriteWhole(GetStdHandle(STD_ERROR_HANDLE), bytes.data(), bytes.size());
+    // Nothing of the heap: the line may be what tells that there is none left.
+    char bytes[kMostCharacters * kLongestUtf8];
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text, static_cast<int>(std::wcslen(text)), bytes,
+                                         sizeof bytes, nullptr, nullptr);
+    handset::WriteWhole(GetStdHandle(STD_ERROR_HANDLE), bytes, static_cast<std::size_t>(size));
     SetLastError(lastError);
+} catch (...) {
+    handset::EdgeAnswer<void>();
 }
 
-COREDLL_EXPORT int WINAPIV ConsolePrintf(const char* format, ...) {
+COREDLL_EXPORT int WINAPIV ConsolePrintf(const char* format, ...) try {
     const coredll::CallGuard guard;
     const DWORD lastError = GetLastError();
     va_list arguments;
@@ -49,4 +55,6 @@ COREDLL_EXPORT int WINAPIV ConsolePrintf(const char* format, ...) {
     va_end(arguments);
     SetLastError(lastError);
     return length;
+} catch (...) {
+    return handset::EdgeAnswer(-1);
 }

@@ -2,6 +2,7 @@
 // process started.
 #include <cstdint>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/state/handset_clock.h"
@@ -34,26 +35,36 @@ BOOL SetHandsetNow(std::uint64_t time) {
 
 }  // namespace
 
-COREDLL_EXPORT void WINAPI DeviceGetSystemTime(SYSTEMTIME* time) {
+COREDLL_EXPORT void WINAPI DeviceGetSystemTime(SYSTEMTIME* time) try {
     const coredll::CallGuard guard;
     const FILETIME now = FileTime(HandsetNow());
     FileTimeToSystemTime(&now, time);
+} catch (...) {
+    *time = {};
+    handset::EdgeAnswer<void>();
 }
 
-COREDLL_EXPORT void WINAPI DeviceGetLocalTime(SYSTEMTIME* time) {
+COREDLL_EXPORT void WINAPI DeviceGetLocalTime(SYSTEMTIME* time) try {
     const coredll::CallGuard guard;
     const FILETIME local = FileTime(handset::LocalFromUniversal(HandsetNow()));
     FileTimeToSystemTime(&local, time);
+} catch (...) {
+    *time = {};
+    handset::EdgeAnswer<void>();
 }
 
-COREDLL_EXPORT BOOL WINAPI DeviceSetSystemTime(const SYSTEMTIME* time) {
+COREDLL_EXPORT BOOL WINAPI DeviceSetSystemTime(const SYSTEMTIME* time) try {
     const coredll::CallGuard guard;
     FILETIME universal;
     return SystemTimeToFileTime(time, &universal) && SetHandsetNow(Ticks(universal));
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-COREDLL_EXPORT BOOL WINAPI DeviceSetLocalTime(const SYSTEMTIME* time) {
+COREDLL_EXPORT BOOL WINAPI DeviceSetLocalTime(const SYSTEMTIME* time) try {
     const coredll::CallGuard guard;
     FILETIME local;
     return SystemTimeToFileTime(time, &local) && SetHandsetNow(handset::UniversalFromLocal(Ticks(local)));
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

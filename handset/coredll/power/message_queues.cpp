@@ -5,6 +5,7 @@
 #include <memory>
 #include <mutex>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/msgqueue.h"
@@ -108,7 +109,7 @@ bool coredll::CloseQueueHandle(HANDLE queue) {
     return end != nullptr && CloseHandle(queue);
 }
 
-COREDLL_EXPORT HANDLE WINAPI CreateMsgQueue(const wchar_t* name, MSGQUEUEOPTIONS* options) {
+COREDLL_EXPORT HANDLE WINAPI CreateMsgQueue(const wchar_t* name, MSGQUEUEOPTIONS* options) try {
     const CallGuard guard;
     if (handset::FaultInjected(L"msgqueue")) return Failed(ERROR_OUTOFMEMORY);
     if (!Understood(options) || options->cbMaxMessage == 0 || (options->dwFlags & ~kKnownFlags) != 0) {
@@ -126,9 +127,11 @@ COREDLL_EXPORT HANDLE WINAPI CreateMsgQueue(const wchar_t* name, MSGQUEUEOPTIONS
     const HANDLE handle = Register(std::move(end));
     SetLastError(existed ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
     return handle;
+} catch (...) {
+    return handset::EdgeAnswer<HANDLE>();
 }
 
-COREDLL_EXPORT HANDLE WINAPI OpenMsgQueue(HANDLE process, HANDLE queue, MSGQUEUEOPTIONS* options) {
+COREDLL_EXPORT HANDLE WINAPI OpenMsgQueue(HANDLE process, HANDLE queue, MSGQUEUEOPTIONS* options) try {
     const CallGuard guard;
     if (!Understood(options)) return Failed(ERROR_INVALID_PARAMETER);
     const std::wstring id = QueueOfForeignHandle(process, queue);
@@ -137,20 +140,24 @@ COREDLL_EXPORT HANDLE WINAPI OpenMsgQueue(HANDLE process, HANDLE queue, MSGQUEUE
     const DWORD error = QueueEnd::Open(id, options->bReadAccess != FALSE, nullptr, &end);
     if (error == ERROR_FILE_NOT_FOUND) return Failed(ERROR_INVALID_HANDLE);
     return error == ERROR_SUCCESS ? Register(std::move(end)) : Failed(error);
+} catch (...) {
+    return handset::EdgeAnswer<HANDLE>();
 }
 
 COREDLL_EXPORT BOOL WINAPI ReadMsgQueue(HANDLE queue, void* buffer, DWORD size, DWORD* read,
-                                        DWORD milliseconds, DWORD* flags) {
+                                        DWORD milliseconds, DWORD* flags) try {
     const CallGuard guard(CallKind::Waits);
     if (read != nullptr) *read = 0;
     if (buffer == nullptr || size == 0 || read == nullptr) return Result(ERROR_INVALID_PARAMETER);
     const SharedEnd end = EndOf(queue);
     if (!end || !end->end->reads()) return Result(ERROR_INVALID_HANDLE);
     return Result(end->end->Read(buffer, size, read, HandsetRealTimeout(milliseconds), flags));
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
 COREDLL_EXPORT BOOL WINAPI WriteMsgQueue(HANDLE queue, void* data, DWORD size, DWORD milliseconds,
-                                         DWORD flags) {
+                                         DWORD flags) try {
     const CallGuard guard(CallKind::Waits);
     if (data == nullptr || size == 0 || (flags & ~DWORD{MSGQUEUE_MSGALERT}) != 0) {
         return Result(ERROR_INVALID_PARAMETER);
@@ -158,9 +165,11 @@ COREDLL_EXPORT BOOL WINAPI WriteMsgQueue(HANDLE queue, void* data, DWORD size, D
     const SharedEnd end = EndOf(queue);
     if (!end || end->end->reads()) return Result(ERROR_INVALID_HANDLE);
     return Result(end->end->Write(data, size, HandsetRealTimeout(milliseconds), flags));
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-COREDLL_EXPORT BOOL WINAPI GetMsgQueueInfo(HANDLE queue, MSGQUEUEINFO* info) {
+COREDLL_EXPORT BOOL WINAPI GetMsgQueueInfo(HANDLE queue, MSGQUEUEINFO* info) try {
     const CallGuard guard;
     if (info == nullptr || info->dwSize != sizeof *info) return Result(ERROR_INVALID_PARAMETER);
     const SharedEnd end = EndOf(queue);
@@ -175,9 +184,13 @@ COREDLL_EXPORT BOOL WINAPI GetMsgQueueInfo(HANDLE queue, MSGQUEUEINFO* info) {
              counts.readers,
              counts.writers};
     return TRUE;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-COREDLL_EXPORT BOOL WINAPI CloseMsgQueue(HANDLE queue) {
+COREDLL_EXPORT BOOL WINAPI CloseMsgQueue(HANDLE queue) try {
     const CallGuard guard;
     return coredll::CloseQueueHandle(queue) ? TRUE : Result(ERROR_INVALID_HANDLE);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

@@ -5,6 +5,7 @@
 #include <memory>
 #include <mutex>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/power/message_queues.h"
 #include "handset/include/pm.h"
@@ -38,7 +39,7 @@ HANDLE Refused(DWORD error) {
 
 }  // namespace
 
-COREDLL_EXPORT DWORD WINAPI DeviceGetSystemPowerState(wchar_t* name, DWORD length, DWORD* flags) {
+COREDLL_EXPORT DWORD WINAPI DeviceGetSystemPowerState(wchar_t* name, DWORD length, DWORD* flags) try {
     const CallGuard guard;
     if (name == nullptr || length == 0 || flags == nullptr) return ERROR_INVALID_PARAMETER;
     const handset::PowerState state = handset::CurrentPowerState();
@@ -46,14 +47,19 @@ COREDLL_EXPORT DWORD WINAPI DeviceGetSystemPowerState(wchar_t* name, DWORD lengt
     std::wmemcpy(name, state.name.c_str(), state.name.size() + 1);
     *flags = state.flags;
     return ERROR_SUCCESS;
+} catch (...) {
+    return handset::EdgeError();
 }
 
-COREDLL_EXPORT DWORD WINAPI DeviceSetSystemPowerState(const wchar_t* name, DWORD flags, DWORD /*options*/) {
+COREDLL_EXPORT DWORD WINAPI DeviceSetSystemPowerState(const wchar_t* name, DWORD flags,
+                                                      DWORD /*options*/) try {
     const CallGuard guard;
     return name != nullptr ? handset::ChangePowerState(std::wstring(name)) : handset::ChangePowerState(flags);
+} catch (...) {
+    return handset::EdgeError();
 }
 
-COREDLL_EXPORT HANDLE WINAPI RequestPowerNotifications(HANDLE queue, DWORD kinds) {
+COREDLL_EXPORT HANDLE WINAPI RequestPowerNotifications(HANDLE queue, DWORD kinds) try {
     const CallGuard guard;
     if (handset::FaultInjected(L"power-notify")) return Refused(ERROR_ACCESS_DENIED);
     if (kinds == 0) return Refused(ERROR_INVALID_PARAMETER);
@@ -68,9 +74,11 @@ COREDLL_EXPORT HANDLE WINAPI RequestPowerNotifications(HANDLE queue, DWORD kinds
     const std::lock_guard<std::mutex> lock(g_lock);
     AllRequests()[HandleOf(*number)] = std::move(end);
     return HandleOf(*number);
+} catch (...) {
+    return handset::EdgeAnswer<HANDLE>();
 }
 
-COREDLL_EXPORT DWORD WINAPI StopPowerNotifications(HANDLE notifications) {
+COREDLL_EXPORT DWORD WINAPI StopPowerNotifications(HANDLE notifications) try {
     const CallGuard guard;
     const std::lock_guard<std::mutex> lock(g_lock);
     const auto found = AllRequests().find(notifications);
@@ -78,25 +86,33 @@ COREDLL_EXPORT DWORD WINAPI StopPowerNotifications(HANDLE notifications) {
     handset::RemovePowerListener(static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(notifications)));
     AllRequests().erase(found);
     return ERROR_SUCCESS;
+} catch (...) {
+    return handset::EdgeError();
 }
 
 // The state value IdleTimerResets holds how often the count has started anew.
-COREDLL_EXPORT void WINAPI DeviceSystemIdleTimerReset(void) {
+COREDLL_EXPORT void WINAPI DeviceSystemIdleTimerReset(void) try {
     const CallGuard guard;
     handset::ResetIdleTimer();
+} catch (...) {
+    handset::EdgeAnswer<void>();
 }
 
 // Device differs: of the notices to the power manager only unattended mode is known.
-COREDLL_EXPORT BOOL WINAPI DevicePowerPolicyNotify(DWORD message, DWORD data) {
+COREDLL_EXPORT BOOL WINAPI DevicePowerPolicyNotify(DWORD message, DWORD data) try {
     const CallGuard guard;
     if (message != PPN_UNATTENDEDMODE) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
     }
     return handset::HoldUnattended(data != 0);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-COREDLL_EXPORT BOOL WINAPI DeviceAllKeys(BOOL allKeys) {
+COREDLL_EXPORT BOOL WINAPI DeviceAllKeys(BOOL allKeys) try {
     const CallGuard guard;
     return handset::WantAllKeys(allKeys != FALSE);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

@@ -4,6 +4,7 @@
 #include <cwchar>
 #include <string>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/handset_state.h"
 
@@ -71,49 +72,59 @@ class WorkingKey {
 
 // The device has no access rights: every key is opened for everything.
 COREDLL_EXPORT LONG WINAPI DeviceRegOpenKeyExW(HKEY key, const wchar_t* subkey, DWORD options, REGSAM access,
-                                               HKEY* result) {
+                                               HKEY* result) try {
     const CallGuard guard;
     if (result == nullptr) return ERROR_INVALID_PARAMETER;
     if (IsRoot(key) && Locate(key, subkey).path == Locate(key, nullptr).path) return MakeRoot(key, result);
     const HostKey host = Locate(key, subkey);
     if (Refused(host, access)) return ERROR_ACCESS_DENIED;
     return RegOpenKeyExW(host.key, host.path.c_str(), options, KEY_ALL_ACCESS, result);
+} catch (...) {
+    return static_cast<LONG>(handset::EdgeError());
 }
 
 COREDLL_EXPORT LONG WINAPI DeviceRegCreateKeyExW(HKEY key, const wchar_t* subkey, DWORD /*reserved*/,
                                                  wchar_t* keyClass, DWORD /*options*/, REGSAM access,
                                                  SECURITY_ATTRIBUTES* /*security*/, HKEY* result,
-                                                 DWORD* disposition) {
+                                                 DWORD* disposition) try {
     const CallGuard guard;
     if (result == nullptr) return ERROR_INVALID_PARAMETER;
     const HostKey host = Locate(key, subkey);
     if (Refused(host, access)) return ERROR_ACCESS_DENIED;
     return RegCreateKeyExW(host.key, host.path.c_str(), 0, keyClass, 0, KEY_ALL_ACCESS, nullptr, result,
                            disposition);
+} catch (...) {
+    return static_cast<LONG>(handset::EdgeError());
 }
 
 // As on the device, the keys below go with it.
-COREDLL_EXPORT LONG WINAPI DeviceRegDeleteKeyW(HKEY key, const wchar_t* subkey) {
+COREDLL_EXPORT LONG WINAPI DeviceRegDeleteKeyW(HKEY key, const wchar_t* subkey) try {
     const CallGuard guard;
     const HostKey host = Locate(key, subkey);
     if (subkey == nullptr || host.path.empty() || host.path == Locate(key, nullptr).path) {
         return ERROR_INVALID_PARAMETER;
     }
     return RegDeleteTreeW(host.key, host.path.c_str());
+} catch (...) {
+    return static_cast<LONG>(handset::EdgeError());
 }
 
-COREDLL_EXPORT LONG WINAPI DeviceRegCloseKey(HKEY key) {
+COREDLL_EXPORT LONG WINAPI DeviceRegCloseKey(HKEY key) try {
     const CallGuard guard;
     return IsRoot(key) ? ERROR_SUCCESS : RegCloseKey(key);
+} catch (...) {
+    return static_cast<LONG>(handset::EdgeError());
 }
 
 // ON_KEY(RegFlushKey, (HKEY key), ()): a call whose first argument is a key, root or open.
 #define ON_KEY(name, parameters, ...)                                   \
-    COREDLL_EXPORT LONG WINAPI Device##name parameters {                \
+    COREDLL_EXPORT LONG WINAPI Device##name parameters try {            \
         const CallGuard guard;                                          \
         const WorkingKey working(key);                                  \
         if (working.status() != ERROR_SUCCESS) return working.status(); \
         return name(working.get() __VA_OPT__(, ) __VA_ARGS__);          \
+    } catch (...) {                                                     \
+        return static_cast<LONG>(handset::EdgeError());                 \
     }
 
 ON_KEY(RegDeleteValueW, (HKEY key, const wchar_t* name), name)

@@ -1,5 +1,6 @@
 // Windows as the device makes them: no frame unless one is asked for, clipped by their neighbours, and one
 // with no size of its own fills the display below the shell's bar.
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/coredll/windows/disabled_windows.h"
@@ -46,7 +47,7 @@ Place OnDisplay(const Place& asked) {
 COREDLL_EXPORT HWND WINAPI DeviceCreateWindowExW(DWORD extendedStyle, const wchar_t* windowClass,
                                                  const wchar_t* title, DWORD style, int x, int y, int width,
                                                  int height, HWND parent, HMENU menu, HINSTANCE module,
-                                                 void* parameter) {
+                                                 void* parameter) try {
     const CallGuard guard(CallKind::CallsBack);
     coredll::WatchTapAndHold();
     coredll::WatchUncovering();
@@ -63,4 +64,6 @@ COREDLL_EXPORT HWND WINAPI DeviceCreateWindowExW(DWORD extendedStyle, const wcha
     const bool isPrograms = (style & WS_CHILD) == 0 && parent == nullptr && IsDefault(x) && IsDefault(width);
     if (window != nullptr && isPrograms) coredll::ShowTopBarAbove(window);
     return window;
+} catch (...) {
+    return handset::EdgeAnswer<HWND>();
 }

@@ -1,5 +1,6 @@
 #include "handset/coredll/windows/dark_display.h"
 
+#include "handset/base/module_edge.h"
 #include "handset/state/power_manager.h"
 
 namespace coredll {
@@ -13,15 +14,19 @@ bool IsDark() {
     return !handset::DisplayLit(handset::CurrentPowerState());
 }
 
-BOOL CALLBACK Show(HWND window, LPARAM) {
+BOOL CALLBACK Show(HWND window, LPARAM) try {
     if (RemovePropW(window, kHiddenMark) != nullptr) SetWindowRgn(window, nullptr, TRUE);
     return TRUE;
+} catch (...) {
+    return handset::EdgeAnswer(TRUE);
 }
 
-void CALLBACK ShowOnceLit(HWND, UINT, UINT_PTR timer, DWORD) {
+void CALLBACK ShowOnceLit(HWND, UINT, UINT_PTR timer, DWORD) try {
     if (IsDark()) return;
     KillTimer(nullptr, timer);
     EnumThreadWindows(GetCurrentThreadId(), Show, 0);
+} catch (...) {
+    handset::EdgeAnswer<void>();
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "handset/base/module_edge.h"
+
 namespace coredll {
 namespace {
 
@@ -10,7 +12,7 @@ constexpr wchar_t kHeld[] = L"Kora held disabled";
 
 thread_local HHOOK t_hook = nullptr;
 
-LRESULT CALLBACK OnActivation(int code, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK OnActivation(int code, WPARAM wParam, LPARAM lParam) try {
     // No window: another thread has the active one now.
     const HWND activated = reinterpret_cast<HWND>(wParam);
     if (code == HCBT_ACTIVATE && activated != nullptr &&
@@ -18,6 +20,8 @@ LRESULT CALLBACK OnActivation(int code, WPARAM wParam, LPARAM lParam) {
         return 1;
     }
     return CallNextHookEx(t_hook, code, wParam, lParam);
+} catch (...) {
+    return handset::EdgeAnswer<LRESULT>();
 }
 
 }  // namespace

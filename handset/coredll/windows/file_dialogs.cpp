@@ -8,6 +8,7 @@
 #include <cwchar>
 #include <string>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/handset_state.h"
 
@@ -51,12 +52,16 @@ BOOL Choose(OPENFILENAMEW* request, BOOL(WINAPI* dialog)(OPENFILENAMEW*)) {
 
 }  // namespace
 
-COREDLL_EXPORT BOOL WINAPI DeviceGetOpenFileNameW(OPENFILENAMEW* request) {
+COREDLL_EXPORT BOOL WINAPI DeviceGetOpenFileNameW(OPENFILENAMEW* request) try {
     const CallGuard guard(CallKind::CallsBack);
     return Choose(request, GetOpenFileNameW);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-COREDLL_EXPORT BOOL WINAPI DeviceGetSaveFileNameW(OPENFILENAMEW* request) {
+COREDLL_EXPORT BOOL WINAPI DeviceGetSaveFileNameW(OPENFILENAMEW* request) try {
     const CallGuard guard(CallKind::CallsBack);
     return Choose(request, GetSaveFileNameW);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

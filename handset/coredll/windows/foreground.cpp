@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdint>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/own_windows.h"
 
@@ -21,12 +22,14 @@ struct Search {
     HWND box;
 };
 
-BOOL CALLBACK FindBox(HWND window, LPARAM data) {
+BOOL CALLBACK FindBox(HWND window, LPARAM data) try {
     auto& search = *reinterpret_cast<Search*>(data);
     if (GetWindow(window, GW_OWNER) != search.owner || !IsWindowEnabled(window) || !IsWindowVisible(window))
         return TRUE;
     search.box = window;
     return FALSE;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
 // The uppermost window that `owner` owns and that takes input; null when there is none.
@@ -44,24 +47,28 @@ bool HostAskedToHide() {
 
 }  // namespace
 
-COREDLL_EXPORT BOOL WINAPI DeviceSetForegroundWindow(HWND window) {
+COREDLL_EXPORT BOOL WINAPI DeviceSetForegroundWindow(HWND window) try {
     const coredll::CallGuard guard(coredll::CallKind::CallsBack);
     const auto value = reinterpret_cast<std::uintptr_t>(window) & ~std::uintptr_t{1};
     const HWND asked = reinterpret_cast<HWND>(value);
     const HWND box = IsWindowEnabled(asked) ? nullptr : BoxOf(asked);
     return SetForegroundWindow(box != nullptr ? box : asked);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
 // The windows of the device are those of its programs; whatever else stands on the host's desktop, another
 // handset among it, is not there.
-COREDLL_EXPORT HWND WINAPI DeviceFindWindowW(const wchar_t* windowClass, const wchar_t* title) {
+COREDLL_EXPORT HWND WINAPI DeviceFindWindowW(const wchar_t* windowClass, const wchar_t* title) try {
     const coredll::CallGuard guard(coredll::CallKind::CallsBack);
     return handset::FindOwnWindow(windowClass, title);
+} catch (...) {
+    return handset::EdgeAnswer<HWND>();
 }
 
 // A program that is started comes to the front, whatever is there: its first window is shown as such, however
 // the host was asked to show it (minimised, say, or behind the others).
-COREDLL_EXPORT BOOL WINAPI DeviceShowWindow(HWND window, int show) {
+COREDLL_EXPORT BOOL WINAPI DeviceShowWindow(HWND window, int show) try {
     const coredll::CallGuard guard(coredll::CallKind::CallsBack);
     static std::atomic<bool> started = false;
     const bool meantToHide = show == SW_HIDE && !HostAskedToHide();
@@ -69,4 +76,6 @@ COREDLL_EXPORT BOOL WINAPI DeviceShowWindow(HWND window, int show) {
     const BOOL before = ShowWindow(window, SW_SHOW);
     SetForegroundWindow(window);
     return before;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

@@ -3,6 +3,7 @@
 #include <cwchar>
 #include <iterator>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 
@@ -52,11 +53,13 @@ void KeepInDisplay(HWND menu) {
 // The host keeps menus inside its own screen; the handset's display may be a small part of it, and a menu
 // would open over the phone's keys or beside it. One host places a menu when it makes its window, another
 // when it shows it.
-LRESULT CALLBACK KeepInDisplayProc(int code, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK KeepInDisplayProc(int code, WPARAM wParam, LPARAM lParam) try {
     const auto& call = *reinterpret_cast<const CWPSTRUCT*>(lParam);
     const bool placed = call.message == WM_MOVE || call.message == WM_WINDOWPOSCHANGED;
     if (code == HC_ACTION && placed && IsMenuWindow(call.hwnd)) KeepInDisplay(call.hwnd);
     return CallNextHookEx(nullptr, code, wParam, lParam);
+} catch (...) {
+    return handset::EdgeAnswer<LRESULT>();
 }
 
 class MenuPlacement {
@@ -76,8 +79,10 @@ class MenuPlacement {
 }  // namespace
 
 COREDLL_EXPORT BOOL WINAPI DeviceTrackPopupMenuEx(HMENU menu, UINT flags, int x, int y, HWND window,
-                                                  TPMPARAMS* parameters) {
+                                                  TPMPARAMS* parameters) try {
     const coredll::CallGuard guard(coredll::CallKind::CallsBack);
     const MenuPlacement placement;
     return TrackPopupMenuEx(menu, flags, x, y, window, parameters);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

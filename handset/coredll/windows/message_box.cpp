@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/coredll/windows/dark_display.h"
@@ -30,7 +31,7 @@ bool HasClass(HWND window, const wchar_t* name) {
     return GetClassNameW(window, actual, std::size(actual)) != 0 && lstrcmpiW(actual, name) == 0;
 }
 
-BOOL CALLBACK Collect(HWND child, LPARAM data) {
+BOOL CALLBACK Collect(HWND child, LPARAM data) try {
     auto* parts = reinterpret_cast<Parts*>(data);
     const LONG style = GetWindowLongW(child, GWL_STYLE);
     if (HasClass(child, L"Button")) {
@@ -39,6 +40,8 @@ BOOL CALLBACK Collect(HWND child, LPARAM data) {
         ((style & SS_TYPEMASK) == SS_ICON ? parts->icon : parts->text) = child;
     }
     return TRUE;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
 SIZE SizeOf(HWND window) {
@@ -116,7 +119,7 @@ void PlaceOnDisplay(HWND box) {
 
 // The first dialog that this thread initialises is the box; by then the host has laid it out, and nobody has
 // seen it yet.
-LRESULT CALLBACK AfterMessage(int code, WPARAM fromThread, LPARAM data) {
+LRESULT CALLBACK AfterMessage(int code, WPARAM fromThread, LPARAM data) try {
     const HHOOK hook = t_hook;
     const auto* message = reinterpret_cast<const CWPRETSTRUCT*>(data);
     if (code == HC_ACTION && hook != nullptr && message->message == WM_INITDIALOG &&
@@ -128,12 +131,14 @@ LRESULT CALLBACK AfterMessage(int code, WPARAM fromThread, LPARAM data) {
         return 0;
     }
     return CallNextHookEx(hook, code, fromThread, data);
+} catch (...) {
+    return handset::EdgeAnswer<LRESULT>();
 }
 
 }  // namespace
 
 COREDLL_EXPORT int WINAPI DeviceMessageBoxW(HWND owner, const wchar_t* text, const wchar_t* caption,
-                                            UINT type) {
+                                            UINT type) try {
     const CallGuard guard(CallKind::CallsBack);
     const coredll::ModalOwner kept(owner);
     coredll::WatchUncovering();
@@ -144,4 +149,6 @@ COREDLL_EXPORT int WINAPI DeviceMessageBoxW(HWND owner, const wchar_t* text, con
         t_hook = nullptr;
     }
     return answer;
+} catch (...) {
+    return handset::EdgeAnswer<int>();
 }

@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <iterator>
 
+#include "handset/base/module_edge.h"
+
 namespace coredll {
 namespace {
 
@@ -42,12 +44,14 @@ void Forget() {
     t_stylus.timer = 0;
 }
 
-void CALLBACK OnHeld(HWND, UINT, UINT_PTR, DWORD) {
+void CALLBACK OnHeld(HWND, UINT, UINT_PTR, DWORD) try {
     Forget();
     POINT place = t_stylus.place;
     if (!ClientToScreen(t_stylus.list, &place)) return;
     PostMessageW(t_stylus.list, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(t_stylus.list),
                  MAKELPARAM(static_cast<WORD>(place.x), static_cast<WORD>(place.y)));
+} catch (...) {
+    handset::EdgeAnswer<void>();
 }
 
 void Watch(const MSG& message) {
@@ -62,9 +66,11 @@ void Watch(const MSG& message) {
     }
 }
 
-LRESULT CALLBACK OnMessage(int code, WPARAM removed, LPARAM message) {
+LRESULT CALLBACK OnMessage(int code, WPARAM removed, LPARAM message) try {
     if (code == HC_ACTION && removed == PM_REMOVE) Watch(*reinterpret_cast<const MSG*>(message));
     return CallNextHookEx(t_stylus.hook, code, removed, message);
+} catch (...) {
+    return handset::EdgeAnswer<LRESULT>();
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 
 #include <iterator>
 
+#include "handset/base/module_edge.h"
+
 namespace coredll {
 namespace {
 
@@ -62,17 +64,21 @@ class BareArea {
     HRGN part_;
 };
 
-BOOL CALLBACK PaintBehind(HWND window, LPARAM area) {
+BOOL CALLBACK PaintBehind(HWND window, LPARAM area) try {
     return reinterpret_cast<const BareArea*>(area)->Paint(window);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-LRESULT CALLBACK BeforeItGoes(int code, WPARAM window, LPARAM data) {
+LRESULT CALLBACK BeforeItGoes(int code, WPARAM window, LPARAM data) try {
     const auto gone = reinterpret_cast<HWND>(window);
     if (code == HCBT_DESTROYWND && HasCovered(gone)) {
         const BareArea area(gone);
         EnumWindows(PaintBehind, reinterpret_cast<LPARAM>(&area));
     }
     return CallNextHookEx(t_hook, code, window, data);
+} catch (...) {
+    return handset::EdgeAnswer<LRESULT>();
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ GUARDED(BOOL, EndDialog, (HWND dialog, INT_PTR result), (dialog, result), CallsB
 GUARDED(BOOL, GetClientRect, (HWND window, RECT* rect), (window, rect), Plain)
 GUARDED(HWND, GetDlgItem, (HWND dialog, int id), (dialog, id), Plain)
 GUARDED(UINT, GetDlgItemTextW, (HWND dialog, int id, wchar_t* text, int length), (dialog, id, text, length), CallsBack)
-GUARDED(BOOL, GetMessageW, (MSG* message, HWND window, UINT first, UINT last), (message, window, first, last), CallsBack)
+GUARDED(BOOL, GetMessageW, (MSG* message, HWND window, UINT first, UINT last), (message, window, first, last), CallsBack, -1)
 GUARDED(BOOL, GetWindowRect, (HWND window, RECT* rect), (window, rect), Plain)
 GUARDED(int, GetWindowTextW, (HWND window, wchar_t* text, int length), (window, text, length), CallsBack)
 GUARDED(int, GetWindowTextLengthW, (HWND window), (window), CallsBack)

@@ -5,6 +5,8 @@
 
 #include <cwchar>
 
+#include "handset/base/module_edge.h"
+
 namespace {
 
 // The handler that the device's compiler, and seh.h, put behind __except.
@@ -89,13 +91,15 @@ bool IsFault(DWORD code) {
     return (code & 0xF0000000) == 0xC0000000;
 }
 
-LONG CALLBACK EndAtFault(EXCEPTION_POINTERS* exception) {
+LONG CALLBACK EndAtFault(EXCEPTION_POINTERS* exception) try {
     const DWORD code = exception->ExceptionRecord->ExceptionCode;
     if (!IsFault(code) || IsDebuggerPresent() || !LeavesWindowProcedure(*exception->ContextRecord))
         return EXCEPTION_CONTINUE_SEARCH;
     UnhandledExceptionFilter(exception);
     TerminateProcess(GetCurrentProcess(), code);
     return EXCEPTION_CONTINUE_SEARCH;
+} catch (...) {
+    return handset::EdgeAnswer<LONG>(EXCEPTION_CONTINUE_SEARCH);
 }
 
 struct FaultHandler {
