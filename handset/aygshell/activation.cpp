@@ -1,6 +1,7 @@
 // Activation and settings changes: the focus survives a visit to another window, and the window follows the
 // display when it turns.
 #include "handset/aygshell/display_fit.h"
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/aygshell.h"
 
@@ -29,7 +30,8 @@ bool AreValid(HWND window, const SHACTIVATEINFO* info) {
 
 }  // namespace
 
-extern "C" BOOL WINAPI SHHandleWMActivate(HWND window, WPARAM wParam, LPARAM, SHACTIVATEINFO* info, DWORD) {
+extern "C" BOOL WINAPI SHHandleWMActivate(HWND window, WPARAM wParam, LPARAM, SHACTIVATEINFO* info,
+                                          DWORD) try {
     const PlatformCall call(true);
     if (!AreValid(window, info)) return FALSE;
     if (LOWORD(wParam) == WA_INACTIVE) {
@@ -38,11 +40,15 @@ extern "C" BOOL WINAPI SHHandleWMActivate(HWND window, WPARAM wParam, LPARAM, SH
         RestoreFocus(window, info);
     }
     return TRUE;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-extern "C" BOOL WINAPI SHHandleWMSettingChange(HWND window, WPARAM wParam, LPARAM, SHACTIVATEINFO* info) {
+extern "C" BOOL WINAPI SHHandleWMSettingChange(HWND window, WPARAM wParam, LPARAM, SHACTIVATEINFO* info) try {
     const PlatformCall call(true);
     if (!AreValid(window, info)) return FALSE;
     if (handset::IsDisplayChange(WM_SETTINGCHANGE, wParam)) handset::FillWorkArea(window);
     return TRUE;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

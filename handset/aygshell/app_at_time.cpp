@@ -9,6 +9,7 @@
 #include <string>
 
 #include "handset/aygshell/owned.h"
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/aygshell.h"
 #include "handset/include/regext.h"
@@ -73,7 +74,7 @@ bool Write(const std::wstring& name, LPCWSTR application, LPCWSTR commandLine, D
 }  // namespace
 
 extern "C" HRESULT WINAPI RunAppAtTimeEx(LPCWSTR application, LPCWSTR commandLine, SYSTEMTIME* time,
-                                         DWORD repeat, LPWSTR name, DWORD count) {
+                                         DWORD repeat, LPWSTR name, DWORD count) try {
     const PlatformCall call(true);
     if (name != nullptr && count != 0) name[0] = L'\0';
     if (application == nullptr || time == nullptr || name == nullptr || !handset::RepeatOf(repeat)) {
@@ -91,9 +92,11 @@ extern "C" HRESULT WINAPI RunAppAtTimeEx(LPCWSTR application, LPCWSTR commandLin
     }
     std::wmemcpy(name, given.c_str(), given.size() + 1);
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-extern "C" HRESULT WINAPI StopAppAtTimeEx(LPCWSTR name) {
+extern "C" HRESULT WINAPI StopAppAtTimeEx(LPCWSTR name) try {
     const PlatformCall call(true);
     if (name == nullptr) return E_INVALIDARG;
     const std::wstring booking = name;
@@ -102,4 +105,6 @@ extern "C" HRESULT WINAPI StopAppAtTimeEx(LPCWSTR name) {
     const BookingLock lock;
     if (!lock || !IsBooked(booking)) return E_FAIL;
     return RegDeleteKeyW(HKEY_LOCAL_MACHINE, KeyOf(booking).c_str()) == ERROR_SUCCESS ? S_OK : E_FAIL;
+} catch (...) {
+    return handset::EdgeResult();
 }

@@ -6,6 +6,7 @@
 #include "handset/aygshell/display_fit.h"
 #include "handset/aygshell/menu_bar_window.h"
 #include "handset/aygshell/picker_time.h"
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/aygshell.h"
 
@@ -32,13 +33,15 @@ void PlaceDialog(HWND dialog, DWORD flags) {
 }
 
 LRESULT CALLBACK DialogSubclassProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                    DWORD_PTR) {
+                                    DWORD_PTR) try {
     if (message == WM_NCDESTROY) {
         RemovePropW(dialog, kFlagsProperty);
         RemoveWindowSubclass(dialog, DialogSubclassProc, id);
     }
     if (IsDisplayChange(message, wParam)) PlaceDialog(dialog, ShellDialogFlags(dialog));
     return DefSubclassProc(dialog, message, wParam, lParam);
+} catch (...) {
+    return handset::EdgeAnswer<LRESULT>();
 }
 
 // A full-screen dialog has neither caption nor frame: the device shows its title in the shell's own bar.
@@ -57,7 +60,7 @@ DWORD ShellDialogFlags(HWND window) {
 
 }  // namespace handset
 
-extern "C" BOOL WINAPI SHInitDialog(PSHINITDLGINFO info) {
+extern "C" BOOL WINAPI SHInitDialog(PSHINITDLGINFO info) try {
     const PlatformCall call(true);
     if (info == nullptr || !IsWindow(info->hDlg)) {
         SetLastError(ERROR_INVALID_PARAMETER);
@@ -78,4 +81,6 @@ extern "C" BOOL WINAPI SHInitDialog(PSHINITDLGINFO info) {
                                      handset::BarKind::Placeholder);
     }
     return TRUE;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }

@@ -6,6 +6,7 @@
 
 #include <cstring>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/aygshell.h"
 
@@ -82,7 +83,7 @@ HBITMAP FromPicture(const Bytes& bytes) {
 
 }  // namespace
 
-extern "C" HBITMAP WINAPI SHLoadImageResource(HINSTANCE module, UINT id) {
+extern "C" HBITMAP WINAPI SHLoadImageResource(HINSTANCE module, UINT id) try {
     const PlatformCall call;
     // Without a module the host would answer with pictures of its own.
     if (module == nullptr || !IS_INTRESOURCE(static_cast<ULONG_PTR>(id))) {
@@ -98,4 +99,6 @@ extern "C" HBITMAP WINAPI SHLoadImageResource(HINSTANCE module, UINT id) {
     }
     HandsetGdiObjectMade(bitmap);
     return bitmap;
+} catch (...) {
+    return handset::EdgeAnswer<HBITMAP>();
 }

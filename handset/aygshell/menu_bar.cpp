@@ -8,6 +8,7 @@
 #include "handset/aygshell/dialog.h"
 #include "handset/aygshell/menu_bar_window.h"
 #include "handset/aygshell/soft_keys.h"
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/aygshell.h"
 
@@ -30,13 +31,15 @@ std::optional<handset::SoftKeySet> RequestedKeys(const SHMENUBARINFO& info) {
 
 }  // namespace
 
-extern "C" BOOL WINAPI SHInitExtraControls() {
+extern "C" BOOL WINAPI SHInitExtraControls() try {
     const PlatformCall call;
     const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_BAR_CLASSES};
     return InitCommonControlsEx(&classes);
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-extern "C" BOOL WINAPI SHCreateMenuBar(PSHMENUBARINFO info) {
+extern "C" BOOL WINAPI SHCreateMenuBar(PSHMENUBARINFO info) try {
     const PlatformCall call(true);
     if (info == nullptr) {
         SetLastError(ERROR_INVALID_PARAMETER);
@@ -60,9 +63,13 @@ extern "C" BOOL WINAPI SHCreateMenuBar(PSHMENUBARINFO info) {
     info->hwndMB = handset::CreateMenuBarWindow(info->hwndParent, std::move(*keys),
                                                 hidden ? handset::BarKind::Hidden : handset::BarKind::Shown);
     return info->hwndMB != nullptr;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
-extern "C" HWND WINAPI SHFindMenuBar(HWND parent) {
+extern "C" HWND WINAPI SHFindMenuBar(HWND parent) try {
     const PlatformCall call;
     return IsWindow(parent) ? handset::FindMenuBarWindow(parent) : nullptr;
+} catch (...) {
+    return handset::EdgeAnswer<HWND>();
 }

@@ -7,6 +7,7 @@
 
 #include "handset/aygshell/soft_key_look.h"
 #include "handset/aygshell/soft_key_menu.h"
+#include "handset/base/module_edge.h"
 #include "handset/state/handset_protocol.h"
 #include "handset/state/screen_size.h"
 
@@ -215,7 +216,7 @@ LRESULT CMenuBar::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-LRESULT CALLBACK CMenuBar::BarProc(HWND bar, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK CMenuBar::BarProc(HWND bar, UINT message, WPARAM wParam, LPARAM lParam) try {
     if (message == WM_CREATE) {
         // From here on the window owns the object, also when its creation fails now.
         auto& handedOver = *static_cast<std::unique_ptr<CMenuBar>*>(
@@ -233,10 +234,12 @@ LRESULT CALLBACK CMenuBar::BarProc(HWND bar, UINT message, WPARAM wParam, LPARAM
     SetWindowLongPtrW(bar, GWLP_USERDATA, 0);
     delete self;
     return DefWindowProcW(bar, message, wParam, lParam);
+} catch (...) {
+    return handset::EdgeAnswer<LRESULT>(message == WM_CREATE ? -1 : 0);
 }
 
 LRESULT CALLBACK CMenuBar::ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                      DWORD_PTR bar) {
+                                      DWORD_PTR bar) try {
     if (message == WM_NCDESTROY) RemoveWindowSubclass(parent, ParentProc, id);
     const LRESULT result = DefSubclassProc(parent, message, wParam, lParam);
     // The parent's own handling may have destroyed the bar.
@@ -244,6 +247,8 @@ LRESULT CALLBACK CMenuBar::ParentProc(HWND parent, UINT message, WPARAM wParam, 
         reinterpret_cast<const CMenuBar*>(bar)->FitToParent();
     }
     return result;
+} catch (...) {
+    return handset::EdgeAnswer<LRESULT>();
 }
 
 bool RegisterBarClass() {

@@ -7,6 +7,7 @@
 #include "handset/aygshell/notify_condition.h"
 #include "handset/aygshell/registry_value.h"
 #include "handset/aygshell/registry_watcher.h"
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/regext.h"
 #include "handset/state/handset_state.h"
@@ -90,7 +91,9 @@ void CNotificationService::StopWorker() {
 }
 
 DWORD WINAPI CNotificationService::WorkerProc(void* self) {
-    static_cast<CNotificationService*>(self)->Watch();
+    auto& service = *static_cast<CNotificationService*>(self);
+    handset::KeepWorking([&] { service.Watch(); },
+                         [&] { return WaitForSingleObject(service.stop_.get(), 0) == WAIT_TIMEOUT; });
     return 0;
 }
 
@@ -148,7 +151,7 @@ bool IsPredefined(HKEY root) {
 
 extern "C" HRESULT WINAPI RegistryNotifyWindow(HKEY root, LPCWSTR key, LPCWSTR value, HWND window,
                                                UINT message, DWORD userData, NOTIFICATIONCONDITION* condition,
-                                               HREGNOTIFY* notify) {
+                                               HREGNOTIFY* notify) try {
     const PlatformCall call(true);
     if (notify == nullptr) return E_INVALIDARG;
     *notify = nullptr;
@@ -178,9 +181,13 @@ extern "C" HRESULT WINAPI RegistryNotifyWindow(HKEY root, LPCWSTR key, LPCWSTR v
     if (condition != nullptr) notification.condition = handset::NotifyCondition(*condition);
     *notify = handset::Service().Add(std::move(notification));
     return *notify != nullptr ? S_OK : E_FAIL;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-extern "C" HRESULT WINAPI RegistryCloseNotification(HREGNOTIFY notify) {
+extern "C" HRESULT WINAPI RegistryCloseNotification(HREGNOTIFY notify) try {
     const PlatformCall call(true);
     return handset::Service().Remove(notify) ? S_OK : E_INVALIDARG;
+} catch (...) {
+    return handset::EdgeResult();
 }

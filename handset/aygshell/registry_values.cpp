@@ -6,6 +6,7 @@
 
 #include "handset/aygshell/owned.h"
 #include "handset/aygshell/registry_value.h"
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/regext.h"
 #include "handset/state/handset_state.h"
@@ -75,7 +76,7 @@ HRESULT WriteValue(HKEY root, LPCWSTR key, LPCWSTR name, DWORD type, const void*
 
 }  // namespace
 
-extern "C" HRESULT WINAPI RegistryGetDWORD(HKEY root, LPCWSTR key, LPCWSTR value, DWORD* data) {
+extern "C" HRESULT WINAPI RegistryGetDWORD(HKEY root, LPCWSTR key, LPCWSTR value, DWORD* data) try {
     const PlatformCall call;
     if (root == nullptr || data == nullptr) return E_INVALIDARG;
     const auto stored = handset::ReadRegistryValue(root, key, value);
@@ -83,15 +84,20 @@ extern "C" HRESULT WINAPI RegistryGetDWORD(HKEY root, LPCWSTR key, LPCWSTR value
     if (!number) return E_FAIL;
     *data = *number;
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-extern "C" HRESULT WINAPI RegistrySetDWORD(HKEY root, LPCWSTR key, LPCWSTR value, DWORD data) {
+extern "C" HRESULT WINAPI RegistrySetDWORD(HKEY root, LPCWSTR key, LPCWSTR value, DWORD data) try {
     const PlatformCall call;
     if (root == nullptr) return E_INVALIDARG;
     return WriteValue(root, key, value, REG_DWORD, &data, sizeof data);
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-extern "C" HRESULT WINAPI RegistryGetString(HKEY root, LPCWSTR key, LPCWSTR value, LPWSTR data, UINT count) {
+extern "C" HRESULT WINAPI RegistryGetString(HKEY root, LPCWSTR key, LPCWSTR value, LPWSTR data,
+                                            UINT count) try {
     const PlatformCall call;
     if (root == nullptr || data == nullptr || count == 0) return E_INVALIDARG;
     const auto stored = handset::ReadRegistryValue(root, key, value);
@@ -100,10 +106,14 @@ extern "C" HRESULT WINAPI RegistryGetString(HKEY root, LPCWSTR key, LPCWSTR valu
     if (text->size() >= count) return HRESULT_FROM_WIN32(ERROR_MORE_DATA);
     std::copy_n(text->c_str(), text->size() + 1, data);
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-extern "C" HRESULT WINAPI RegistrySetString(HKEY root, LPCWSTR key, LPCWSTR value, LPCWSTR data) {
+extern "C" HRESULT WINAPI RegistrySetString(HKEY root, LPCWSTR key, LPCWSTR value, LPCWSTR data) try {
     const PlatformCall call;
     if (root == nullptr || data == nullptr) return E_INVALIDARG;
     return WriteValue(root, key, value, REG_SZ, data, (std::wcslen(data) + 1) * sizeof(wchar_t));
+} catch (...) {
+    return handset::EdgeResult();
 }
