@@ -1,6 +1,7 @@
 // fmdevice.dll as a COM server: its classes and their factories.
 #include <windows.h>
 
+#include "handset/base/module_edge.h"
 #include "handset/fmdevice/module.h"
 #include "handset/fmdevice/tuner_device.h"
 
@@ -26,11 +27,13 @@ class CClassFactory final : public IClassFactory {
     ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
 
-    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** out) override {
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** out) override try {
         if (out == nullptr) return E_POINTER;
         *out = nullptr;
         if (outer != nullptr) return CLASS_E_NOAGGREGATION;
         return row_.create(iid, out);
+    } catch (...) {
+        return handset::EdgeResult();
     }
     HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
         fm::g_moduleUses += lock ? 1 : -1;
@@ -52,13 +55,15 @@ static_assert(std::size(kClasses) == std::size(g_factories), "a factory for each
 
 }  // namespace
 
-STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** out) {
+STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** out) try {
     if (out == nullptr) return E_POINTER;
     *out = nullptr;
     for (std::size_t i = 0; i < std::size(kClasses); ++i) {
         if (kClasses[i].clsid == clsid) return g_factories[i].QueryInterface(iid, out);
     }
     return CLASS_E_CLASSNOTAVAILABLE;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 STDAPI DllCanUnloadNow() {

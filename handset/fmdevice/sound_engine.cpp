@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/receiver_sound.h"
 #include "handset/fmdevice/sound_tap.h"
@@ -39,9 +40,15 @@ CSoundEngine::CSoundEngine()
 
 void CSoundEngine::AddUser() {
     const std::lock_guard<handset::CLock> lock(threadLock_);
-    if (users_++ > 0) return;
-    stop_ = false;
-    thread_ = std::thread([this] { Run(); });
+    if (users_ == 0) {
+        stop_ = false;
+        thread_ = handset::WorkerThread([this] { Run(); },
+                                        [this] {
+                                            const std::lock_guard<handset::CLock> inner(lock_);
+                                            return !stop_;
+                                        });
+    }
+    ++users_;
 }
 
 void CSoundEngine::RemoveUser() {
@@ -67,13 +74,16 @@ void CSoundEngine::Show(std::shared_ptr<const SoundScene> scene) {
 std::uint32_t CSoundEngine::OpenTap(std::uint64_t* position) {
     AddUser();
     std::uint32_t tap = 0;
-    {
+    try {
         const std::lock_guard<handset::CLock> lock(lock_);
         if (!working_) ring_.SkipTo(NowFrame());
         working_ = true;
         *position = ring_.End();
         tap = ++lastTap_;
         taps_[tap] = {*position, kNothingAwaited, 0, 0};
+    } catch (...) {
+        RemoveUser();
+        throw;
     }
     wake_.NotifyAll();
     return tap;
@@ -260,16 +270,20 @@ void CSoundEngine::OutputBlock(const SoundScene& scene, const std::int16_t* samp
 
 }  // namespace fm
 
-std::uint32_t HandsetSoundOpen(std::uint64_t* position) {
+std::uint32_t HandsetSoundOpen(std::uint64_t* position) try {
     return position == nullptr ? 0 : fm::CSoundEngine::Instance().OpenTap(position);
+} catch (...) {
+    return handset::EdgeAnswer<std::uint32_t>();
 }
 
 std::uint32_t HandsetSoundRead(std::uint32_t tap, std::uint64_t* position, std::int16_t* samples,
-                               std::uint32_t frames, std::uint32_t timeout_ms) {
+                               std::uint32_t frames, std::uint32_t timeout_ms) try {
     if (position == nullptr || samples == nullptr) return 0;
     return fm::CSoundEngine::Instance().ReadTap(tap, position, samples, frames, timeout_ms);
+} catch (...) {
+    return handset::EdgeAnswer<std::uint32_t>();
 }
 
-void HandsetSoundClose(std::uint32_t tap) {
-    fm::CSoundEngine::Instance().CloseTap(tap);
+void HandsetSoundClose(std::uint32_t tap) try { fm::CSoundEngine::Instance().CloseTap(tap); } catch (...) {
+    handset::EdgeAnswer<void>();
 }

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 #include <cwchar>
-#include <new>
 #include <set>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/antenna/chosen_front_end.h"
 #include "handset/fmdevice/module.h"
@@ -29,25 +29,23 @@ bool TakeCrash(const wchar_t* name) {
 }
 
 // Raised where no scope is open that a caller's guard would leave without closing: a write to address 0.
-void CrashWhenDue(const wchar_t* name) {
+void CrashWhenDue(const wchar_t* name) try {
     if (!TakeCrash(name)) return;
     LogCall(name, static_cast<HRESULT>(EXCEPTION_ACCESS_VIOLATION));
     const ULONG_PTR access[] = {1, 0};
     RaiseException(EXCEPTION_ACCESS_VIOLATION, 0, std::size(access), access);
+} catch (...) {
+    handset::EdgeAnswer<void>();
 }
 
 // One operation: a platform call around it, and no exception of its own beyond it.
 template <typename Operation>
-HRESULT Perform(const wchar_t* name, Operation operation) {
+HRESULT Perform(const wchar_t* name, Operation operation) try {
     CrashWhenDue(name);
     const PlatformCall call;
-    try {
-        return operation();
-    } catch (const std::bad_alloc&) {
-        return E_OUTOFMEMORY;
-    } catch (...) {
-        return E_UNEXPECTED;
-    }
+    return operation();
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 // The receiver of this process lives as long as a device does. Neither is ever destroyed at process end, when

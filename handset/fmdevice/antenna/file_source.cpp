@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "handset/base/module_edge.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/utf8_text.h"
 
@@ -23,7 +24,7 @@ std::string HostPathOf(const std::string& path) {
 
 CFileSource::CFileSource(const handset::Antenna& antenna, CSampleStream* stream)
     : antenna_(antenna), stream_(stream) {
-    thread_ = std::thread([this] { Run(); });
+    thread_ = handset::WorkerThread([this] { Run(); }, [this] { return !stop_; });
 }
 
 CFileSource::~CFileSource() {

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "handset/base/antenna_text.h"
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/antenna/file_source.h"
 #include "handset/fmdevice/antenna/rtl_tcp_source.h"
@@ -100,7 +101,7 @@ CRealFrontEnd::CRealFrontEnd(const handset::Antenna& antenna, const handset::Ant
       sound_(kSound_s, kLead_s),
       bridge_(kSampleRate_Hz, kLead_s) {
     Apply(choice);
-    thread_ = std::thread([this] { Run(); });
+    thread_ = handset::WorkerThread([this] { Run(); }, [this] { return !stop_; });
 }
 
 CRealFrontEnd::~CRealFrontEnd() {

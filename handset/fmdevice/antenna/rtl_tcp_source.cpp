@@ -7,6 +7,7 @@
 #include <mutex>
 #include <utility>
 
+#include "handset/base/module_edge.h"
 #include "handset/fmdevice/antenna/server_name.h"
 #include "handset/state/reception_state.h"
 
@@ -118,7 +119,7 @@ CRtlTcpSource::CRtlTcpSource(const handset::Antenna& antenna, CSampleStream* str
       bytes_(kPiece),
       gain_(handset::kAutomaticGain) {
     stream_->Say("connects to " + name_);
-    thread_ = std::thread([this] { Run(); });
+    thread_ = handset::WorkerThread([this] { Run(); }, [this] { return !stop_; });
 }
 
 CRtlTcpSource::~CRtlTcpSource() {
@@ -128,6 +129,7 @@ CRtlTcpSource::~CRtlTcpSource() {
 
 void CRtlTcpSource::Run() {
     const CWinsock winsock;
+    bytes_.resize(kPiece);
     DWORD pause_ms = kFirstPause_ms;
     while (!stop_) {
         const std::uint64_t began_ms = GetTickCount64();
@@ -154,11 +156,16 @@ std::string CRtlTcpSource::Serve() {
     sdr::rtl_tcp::Header header;
     fault = Greet(socket.Get(), &header);
     if (!fault.empty() || stop_) return fault;
+    // However it ends, nothing is sent to the socket any more.
+    struct Forget {
+        CRtlTcpSource& source;
+        ~Forget() {
+            const std::lock_guard<handset::CLock> guard(source.lock_);
+            source.socket_ = INVALID_SOCKET;
+        }
+    } const forget{*this};
     Open(socket.Get(), header);
-    fault = Receive(socket.Get());
-    const std::lock_guard<handset::CLock> guard(lock_);
-    socket_ = INVALID_SOCKET;
-    return fault;
+    return Receive(socket.Get());
 }
 
 std::string CRtlTcpSource::Connect(SOCKET* opened) {

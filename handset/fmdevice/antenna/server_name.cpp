@@ -5,6 +5,7 @@
 #include <mutex>
 #include <thread>
 
+#include "handset/base/module_edge.h"
 #include "handset/state/locks.h"
 
 namespace fm {
@@ -34,6 +35,7 @@ std::vector<ServerAddress> Ask(const std::string& host, std::uint16_t port, int 
 struct Question {
     handset::CLock lock;  // guards the following
     handset::CCondition answered;
+    bool waitedFor = true;
     bool done = false;
     std::vector<ServerAddress> addresses;
 };
@@ -53,15 +55,22 @@ std::vector<ServerAddress> AddressesOf(const std::string& host, std::uint16_t po
     if (!numeric.empty()) return numeric;
     Pin();
     const auto question = std::make_shared<Question>();
-    std::thread([question, host, port] {
-        std::vector<ServerAddress> addresses = Ask(host, port, 0);
-        const std::lock_guard<handset::CLock> guard(question->lock);
-        question->addresses = std::move(addresses);
-        question->done = true;
-        question->answered.NotifyAll();
-    }).detach();
+    handset::WorkerThread(
+        [question, host, port] {
+            std::vector<ServerAddress> addresses = Ask(host, port, 0);
+            const std::lock_guard<handset::CLock> guard(question->lock);
+            question->addresses = std::move(addresses);
+            question->done = true;
+            question->answered.NotifyAll();
+        },
+        [question] {
+            const std::lock_guard<handset::CLock> guard(question->lock);
+            return question->waitedFor;
+        })
+        .detach();
     std::unique_lock<handset::CLock> lock(question->lock);
     while (!question->done && !stop()) question->answered.WaitFor(&lock, kLook_ms);
+    question->waitedFor = false;
     return question->addresses;
 }
 
