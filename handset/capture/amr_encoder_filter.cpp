@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "handset/base/module_edge.h"
 #include "handset/capture/amr_encoder.h"
 #include "handset/capture/capture_formats.h"
 #include "handset/capture/class_ids.h"
@@ -116,7 +117,7 @@ class CAmrEncoderFilter final : public CFilter, public IAudioWrapperFilter, publ
     std::vector<std::uint8_t> frames_;
 };
 
-HRESULT CAmrEncoderFilter::Init(const GUID* codec, const GUID* category) {
+HRESULT CAmrEncoderFilter::Init(const GUID* codec, const GUID* category) try {
     if (codec == nullptr || category == nullptr) return E_POINTER;
     const std::lock_guard<handset::CRecursiveLock> guard(Lock());
     if (ready_) return E_UNEXPECTED;
@@ -124,6 +125,8 @@ HRESULT CAmrEncoderFilter::Init(const GUID* codec, const GUID* category) {
     if (*codec != kCodecAmr) return CLASS_E_CLASSNOTAVAILABLE;
     ready_ = true;
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 HRESULT CAmrEncoderFilter::OnPause() {

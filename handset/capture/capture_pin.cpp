@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "handset/base/module_edge.h"
 #include "handset/capture/capture_formats.h"
 
 namespace capture {
@@ -72,7 +73,7 @@ ALLOCATOR_PROPERTIES CCapturePin::Buffers() const {
     return {4, static_cast<long>((shape.rate_Hz / 2 + 1) * shape.FrameBytes()), 1, 0};
 }
 
-HRESULT CCapturePin::SetFormat(AM_MEDIA_TYPE* type) {
+HRESULT CCapturePin::SetFormat(AM_MEDIA_TYPE* type) try {
     if (type == nullptr) return E_POINTER;
     const Guard guard(Filter().Lock());
     if (!Filter().Stopped()) return VFW_E_NOT_STOPPED;
@@ -83,6 +84,8 @@ HRESULT CCapturePin::SetFormat(AM_MEDIA_TYPE* type) {
     format_ = wanted;
     chosen_ = true;
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 HRESULT CCapturePin::Reconnect(const CMediaType& type) {
@@ -93,20 +96,24 @@ HRESULT CCapturePin::Reconnect(const CMediaType& type) {
     return Filter().Graph()->Reconnect(this);
 }
 
-HRESULT CCapturePin::GetFormat(AM_MEDIA_TYPE** type) {
+HRESULT CCapturePin::GetFormat(AM_MEDIA_TYPE** type) try {
     if (type == nullptr) return E_POINTER;
     const Guard guard(Filter().Lock());
     return (Connected() ? ConnectionType() : format_).NewCopy(type);
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CCapturePin::GetNumberOfCapabilities(int* count, int* size) {
+HRESULT CCapturePin::GetNumberOfCapabilities(int* count, int* size) try {
     if (count == nullptr || size == nullptr) return E_POINTER;
     *count = CaptureFormatCount();
     *size = sizeof(AUDIO_STREAM_CONFIG_CAPS);
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CCapturePin::GetStreamCaps(int index, AM_MEDIA_TYPE** type, BYTE* caps) {
+HRESULT CCapturePin::GetStreamCaps(int index, AM_MEDIA_TYPE** type, BYTE* caps) try {
     if (type == nullptr || caps == nullptr) return E_POINTER;
     *type = nullptr;
     if (index < 0) return E_INVALIDARG;
@@ -114,20 +121,26 @@ HRESULT CCapturePin::GetStreamCaps(int index, AM_MEDIA_TYPE** type, BYTE* caps) 
     const AUDIO_STREAM_CONFIG_CAPS record = CaptureFormatCaps(index);
     std::memcpy(caps, &record, sizeof record);
     return CaptureFormatType(index).NewCopy(type);
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CCapturePin::StartAt(const REFERENCE_TIME* start, DWORD cookie) {
+HRESULT CCapturePin::StartAt(const REFERENCE_TIME* start, DWORD cookie) try {
     pump_.RequestStart(start, cookie);
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 // The extra sample is for pins that feed others of the same stream; this one has none.
-HRESULT CCapturePin::StopAt(const REFERENCE_TIME* stop, BOOL, DWORD cookie) {
+HRESULT CCapturePin::StopAt(const REFERENCE_TIME* stop, BOOL, DWORD cookie) try {
     pump_.RequestStop(stop, cookie);
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CCapturePin::GetInfo(AM_STREAM_INFO* info) {
+HRESULT CCapturePin::GetInfo(AM_STREAM_INFO* info) try {
     if (info == nullptr) return E_POINTER;
     const CStreamControl control = pump_.Control();
     *info = {};
@@ -139,13 +152,15 @@ HRESULT CCapturePin::GetInfo(AM_STREAM_INFO* info) {
     if (control.Stop()) info->dwFlags |= AM_STREAM_INFO_STOP_DEFINED;
     if (!control.Flowing()) info->dwFlags |= AM_STREAM_INFO_DISCARDING;
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 HRESULT CCapturePin::Set(REFGUID, DWORD, void*, DWORD, void*, DWORD) {
     return E_NOTIMPL;
 }
 
-HRESULT CCapturePin::Get(REFGUID set, DWORD id, void*, DWORD, void* data, DWORD size, DWORD* returned) {
+HRESULT CCapturePin::Get(REFGUID set, DWORD id, void*, DWORD, void* data, DWORD size, DWORD* returned) try {
     if (set != AMPROPSETID_Pin) return E_PROP_SET_UNSUPPORTED;
     if (id != AMPROPERTY_PIN_CATEGORY) return E_PROP_ID_UNSUPPORTED;
     if (data == nullptr && returned == nullptr) return E_POINTER;
@@ -154,13 +169,17 @@ HRESULT CCapturePin::Get(REFGUID set, DWORD id, void*, DWORD, void* data, DWORD 
     if (size < sizeof(GUID)) return E_UNEXPECTED;
     std::memcpy(data, &PIN_CATEGORY_CAPTURE, sizeof(GUID));
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CCapturePin::QuerySupported(REFGUID set, DWORD id, DWORD* support) {
+HRESULT CCapturePin::QuerySupported(REFGUID set, DWORD id, DWORD* support) try {
     if (set != AMPROPSETID_Pin) return E_PROP_SET_UNSUPPORTED;
     if (id != AMPROPERTY_PIN_CATEGORY) return E_PROP_ID_UNSUPPORTED;
     if (support != nullptr) *support = KSPROPERTY_SUPPORT_GET;
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 }  // namespace capture

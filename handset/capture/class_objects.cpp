@@ -1,4 +1,5 @@
 // capture.dll as a COM server: its classes and their factories.
+#include "handset/base/module_edge.h"
 #include "handset/capture/amr_encoder_filter.h"
 #include "handset/capture/capture_filter.h"
 #include "handset/capture/class_ids.h"
@@ -30,8 +31,10 @@ class CClassFactory final : public IClassFactory {
   public:
     explicit CClassFactory(const ClassRow& row) : row_(row) {}
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override try {
         return capture::AnswerQuery({{IID_IUnknown, this}, {IID_IClassFactory, this}}, iid, out);
+    } catch (...) {
+        return handset::EdgeResult();
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references_); }
     ULONG STDMETHODCALLTYPE Release() override {
@@ -40,10 +43,12 @@ class CClassFactory final : public IClassFactory {
         return static_cast<ULONG>(left);
     }
 
-    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** out) override {
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** out) override try {
         if (out == nullptr) return E_POINTER;
         *out = nullptr;
         return outer != nullptr ? CLASS_E_NOAGGREGATION : row_.create(iid, out);
+    } catch (...) {
+        return handset::EdgeResult();
     }
     HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
         capture::g_moduleUses += lock ? 1 : -1;
@@ -58,7 +63,7 @@ class CClassFactory final : public IClassFactory {
 
 }  // namespace
 
-STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** out) {
+STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** out) try {
     if (out == nullptr) return E_POINTER;
     *out = nullptr;
     for (const ClassRow& row : kClasses) {
@@ -68,6 +73,8 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** out) {
         return factory->QueryInterface(iid, out);
     }
     return CLASS_E_CLASSNOTAVAILABLE;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 STDAPI DllCanUnloadNow() {

@@ -1,9 +1,10 @@
 // QueryInterface.
 #include "handset/capture/com_reference.h"
+#include "handset/base/module_edge.h"
 
 namespace capture {
 
-HRESULT AnswerQuery(std::initializer_list<InterfaceRow> rows, REFIID iid, void** out) {
+HRESULT AnswerQuery(std::initializer_list<InterfaceRow> rows, REFIID iid, void** out) try {
     if (out == nullptr) return E_POINTER;
     *out = nullptr;
     for (const InterfaceRow& row : rows) {
@@ -13,6 +14,8 @@ HRESULT AnswerQuery(std::initializer_list<InterfaceRow> rows, REFIID iid, void**
         return S_OK;
     }
     return E_NOINTERFACE;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 }  // namespace capture

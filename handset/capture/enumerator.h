@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "handset/base/module_edge.h"
 #include "handset/capture/com_reference.h"
 #include "handset/capture/module.h"
 
@@ -21,8 +22,10 @@ class CEnumerator final : public Traits::Interface {
     CEnumerator(Items items, CRef<IUnknown> owner, std::size_t next)
         : items_(std::move(items)), owner_(std::move(owner)), next_(next) {}
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override try {
         return AnswerQuery({{IID_IUnknown, this}, {Traits::Iid(), this}}, iid, out);
+    } catch (...) {
+        return handset::EdgeResult();
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references_); }
     ULONG STDMETHODCALLTYPE Release() override {
@@ -31,7 +34,7 @@ class CEnumerator final : public Traits::Interface {
         return static_cast<ULONG>(left);
     }
 
-    HRESULT STDMETHODCALLTYPE Next(ULONG count, typename Traits::Given* given, ULONG* fetched) override {
+    HRESULT STDMETHODCALLTYPE Next(ULONG count, typename Traits::Given* given, ULONG* fetched) override try {
         if (given == nullptr) return E_POINTER;
         if (fetched == nullptr && count != 1) return E_INVALIDARG;
         ULONG done = 0;
@@ -41,20 +44,26 @@ class CEnumerator final : public Traits::Interface {
         }
         if (fetched != nullptr) *fetched = done;
         return done == count ? S_OK : S_FALSE;
+    } catch (...) {
+        return handset::EdgeResult();
     }
-    HRESULT STDMETHODCALLTYPE Skip(ULONG count) override {
+    HRESULT STDMETHODCALLTYPE Skip(ULONG count) override try {
         const std::size_t left = items_->size() - next_;
         next_ += std::min<std::size_t>(count, left);
         return count <= left ? S_OK : S_FALSE;
+    } catch (...) {
+        return handset::EdgeResult();
     }
     HRESULT STDMETHODCALLTYPE Reset() override {
         next_ = 0;
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE Clone(typename Traits::Interface** out) override {
+    HRESULT STDMETHODCALLTYPE Clone(typename Traits::Interface** out) override try {
         if (out == nullptr) return E_POINTER;
         *out = new CEnumerator(items_, owner_, next_);
         return S_OK;
+    } catch (...) {
+        return handset::EdgeResult();
     }
 
   private:

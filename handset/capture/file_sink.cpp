@@ -5,6 +5,7 @@
 #include <cwchar>
 #include <memory>
 
+#include "handset/base/module_edge.h"
 #include "handset/capture/device_file.h"
 #include "handset/capture/graph_events.h"
 #include "handset/capture/input_pin.h"
@@ -86,7 +87,7 @@ class CFileSink final : public CFilter,
     bool ended_ = false;                        // the stream has ended, and nobody was told yet
 };
 
-HRESULT CFileSink::SetFileName(LPCOLESTR path, const AM_MEDIA_TYPE* type) {
+HRESULT CFileSink::SetFileName(LPCOLESTR path, const AM_MEDIA_TYPE* type) try {
     if (path == nullptr) return E_POINTER;
     const std::lock_guard<handset::CRecursiveLock> guard(Lock());
     if (!Stopped()) return VFW_E_NOT_STOPPED;
@@ -98,9 +99,11 @@ HRESULT CFileSink::SetFileName(LPCOLESTR path, const AM_MEDIA_TYPE* type) {
     path_ = path;
     fileType_ = fileType;
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CFileSink::GetCurFile(LPOLESTR* path, AM_MEDIA_TYPE* type) {
+HRESULT CFileSink::GetCurFile(LPOLESTR* path, AM_MEDIA_TYPE* type) try {
     if (path == nullptr) return E_POINTER;
     *path = nullptr;
     const std::lock_guard<handset::CRecursiveLock> guard(Lock());
@@ -110,6 +113,8 @@ HRESULT CFileSink::GetCurFile(LPOLESTR* path, AM_MEDIA_TYPE* type) {
         std::wcscpy(*path, path_.c_str());
     }
     return type != nullptr ? fileType_.CopyTo(type) : S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 // A recording always begins with an empty file.
@@ -134,7 +139,7 @@ HRESULT CFileSink::OnPause() {
 }
 
 // S_FALSE: there is nothing to write or nowhere to write it.
-HRESULT CFileSink::Begin() {
+HRESULT CFileSink::Begin() try {
     if (path_.empty() || !pin_.Connected()) return S_FALSE;
     const HRESULT created = file_.Create(path_);
     if (FAILED(created)) return created;
@@ -145,6 +150,10 @@ HRESULT CFileSink::Begin() {
     writer_.reset();
     file_.Close();
     return file_.Error();
+} catch (...) {
+    writer_.reset();
+    file_.Close();
+    return handset::EdgeResult();
 }
 
 HRESULT CFileSink::OnRun(REFERENCE_TIME) {

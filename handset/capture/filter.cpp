@@ -3,6 +3,7 @@
 
 #include <cwchar>
 
+#include "handset/base/module_edge.h"
 #include "handset/capture/pin.h"
 
 namespace capture {
@@ -28,7 +29,7 @@ HRESULT CFilter::GetClassID(CLSID* classId) {
     return S_OK;
 }
 
-HRESULT CFilter::Stop() {
+HRESULT CFilter::Stop() try {
     const Guard guard(lock_);
     if (state_ == State_Running) {
         state_ = State_Paused;
@@ -40,9 +41,11 @@ HRESULT CFilter::Stop() {
         OnStop();
     }
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CFilter::Pause() {
+HRESULT CFilter::Pause() try {
     const Guard guard(lock_);
     if (state_ == State_Stopped) {
         const HRESULT result = OnPause();
@@ -52,9 +55,11 @@ HRESULT CFilter::Pause() {
     state_ = State_Paused;
     if (halt) OnHalt();
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CFilter::Run(REFERENCE_TIME start) {
+HRESULT CFilter::Run(REFERENCE_TIME start) try {
     const Guard guard(lock_);
     if (state_ == State_Running) return S_OK;
     if (state_ == State_Stopped) {
@@ -64,19 +69,25 @@ HRESULT CFilter::Run(REFERENCE_TIME start) {
     const HRESULT result = OnRun(start);
     if (SUCCEEDED(result)) state_ = State_Running;
     return result;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 // Every change of state is complete when its call returns.
-HRESULT CFilter::GetState(DWORD, FILTER_STATE* state) {
+HRESULT CFilter::GetState(DWORD, FILTER_STATE* state) try {
     if (state == nullptr) return E_POINTER;
     *state = state_;
     return *state == State_Paused ? PausedState() : S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CFilter::SetSyncSource(IReferenceClock* clock) {
+HRESULT CFilter::SetSyncSource(IReferenceClock* clock) try {
     const Guard guard(lock_);
     HoldClock(clock);
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 void CFilter::HoldClock(IReferenceClock* clock) {
@@ -87,20 +98,24 @@ void CFilter::HoldClock(IReferenceClock* clock) {
     ownClock_ = own ? clock : nullptr;
 }
 
-HRESULT CFilter::GetSyncSource(IReferenceClock** clock) {
+HRESULT CFilter::GetSyncSource(IReferenceClock** clock) try {
     if (clock == nullptr) return E_POINTER;
     const Guard guard(lock_);
     *clock = CRef<IReferenceClock>(ownClock_ != nullptr ? ownClock_ : clock_.Get()).Detach();
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CFilter::EnumPins(IEnumPins** out) {
+HRESULT CFilter::EnumPins(IEnumPins** out) try {
     if (out == nullptr) return E_POINTER;
     *out = ListPins(Pins(), CRef<IUnknown>(this));
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CFilter::FindPin(LPCWSTR id, IPin** out) {
+HRESULT CFilter::FindPin(LPCWSTR id, IPin** out) try {
     if (out == nullptr) return E_POINTER;
     *out = nullptr;
     if (id == nullptr) return E_POINTER;
@@ -111,24 +126,30 @@ HRESULT CFilter::FindPin(LPCWSTR id, IPin** out) {
         return S_OK;
     }
     return VFW_E_NOT_FOUND;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CFilter::QueryFilterInfo(FILTER_INFO* info) {
+HRESULT CFilter::QueryFilterInfo(FILTER_INFO* info) try {
     if (info == nullptr) return E_POINTER;
     const Guard guard(lock_);
     const std::size_t length = name_.copy(info->achName, std::size(info->achName) - 1);
     info->achName[length] = L'\0';
     info->pGraph = CRef<IFilterGraph>(graph_).Detach();
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 // The graph owns the filter, so the filter holds no reference to it.
-HRESULT CFilter::JoinFilterGraph(IFilterGraph* graph, LPCWSTR name) {
+HRESULT CFilter::JoinFilterGraph(IFilterGraph* graph, LPCWSTR name) try {
     const Guard guard(lock_);
     graph_ = graph;
     events_ = Query<IMediaEventSink>(graph, IID_IMediaEventSink).Get();
     name_ = name != nullptr ? name : L"";
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 HRESULT CFilter::QueryVendorInfo(LPWSTR*) {

@@ -2,6 +2,7 @@
 // made by the builder, preallocated and copied files) is refused with E_NOTIMPL.
 #include "handset/capture/graph_builder.h"
 
+#include "handset/base/module_edge.h"
 #include "handset/capture/module.h"
 #include "handset/capture/pin_search.h"
 #include "handset/state/locks.h"
@@ -68,18 +69,22 @@ HRESULT ConnectTo(IGraphBuilder* graph, IPin* out, IBaseFilter* filter) {
     return result;
 }
 
-HRESULT CGraphBuilder::SetFiltergraph(IGraphBuilder* graph) {
+HRESULT CGraphBuilder::SetFiltergraph(IGraphBuilder* graph) try {
     if (graph == nullptr) return E_POINTER;
     const std::lock_guard<handset::CLock> guard(lock_);
     if (graph_) return E_UNEXPECTED;
     graph_ = CRef<IGraphBuilder>(graph);
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CGraphBuilder::GetFiltergraph(IGraphBuilder** graph) {
+HRESULT CGraphBuilder::GetFiltergraph(IGraphBuilder** graph) try {
     if (graph == nullptr) return E_POINTER;
     *graph = Graph().Detach();
     return *graph != nullptr ? S_OK : E_UNEXPECTED;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 CRef<IGraphBuilder> CGraphBuilder::Graph() {
@@ -98,7 +103,7 @@ std::vector<CRef<IBaseFilter>> CGraphBuilder::Filters() {
 
 // On the filter itself, then on its pins.
 HRESULT CGraphBuilder::FindInterface(const GUID* category, const GUID* type, IBaseFilter* filter, REFIID iid,
-                                     void** out) {
+                                     void** out) try {
     if (out == nullptr) return E_POINTER;
     *out = nullptr;
     if (filter == nullptr) return E_POINTER;
@@ -107,10 +112,12 @@ HRESULT CGraphBuilder::FindInterface(const GUID* category, const GUID* type, IBa
         if (SUCCEEDED(pin->QueryInterface(iid, out))) return S_OK;
     }
     return E_NOINTERFACE;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 HRESULT CGraphBuilder::RenderStream(const GUID* category, const GUID* type, IUnknown* source,
-                                    IBaseFilter* compressor, IBaseFilter* renderer) {
+                                    IBaseFilter* compressor, IBaseFilter* renderer) try {
     if (source == nullptr) return E_POINTER;
     const auto graph = Graph();
     if (!graph) return E_UNEXPECTED;
@@ -125,12 +132,14 @@ HRESULT CGraphBuilder::RenderStream(const GUID* category, const GUID* type, IUnk
         out = compressed.front();
     }
     return renderer != nullptr ? ConnectTo(graph.Get(), out.Get(), renderer) : graph->Render(out.Get());
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 // No start or stop time: now. The start is asked for first, so that both together stop the stream.
 HRESULT CGraphBuilder::ControlStream(const GUID* category, const GUID* type, IBaseFilter* filter,
                                      REFERENCE_TIME* start, REFERENCE_TIME* stop, WORD startCookie,
-                                     WORD stopCookie) {
+                                     WORD stopCookie) try {
     if (!Graph()) return E_UNEXPECTED;
     const auto filters =
         filter != nullptr ? std::vector<CRef<IBaseFilter>>{CRef<IBaseFilter>(filter)} : Filters();
@@ -145,10 +154,12 @@ HRESULT CGraphBuilder::ControlStream(const GUID* category, const GUID* type, IBa
         }
     }
     return result;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 HRESULT CGraphBuilder::FindPin(IUnknown* source, PIN_DIRECTION direction, const GUID* category,
-                               const GUID* type, BOOL unconnected, int index, IPin** out) {
+                               const GUID* type, BOOL unconnected, int index, IPin** out) try {
     if (source == nullptr || out == nullptr) return E_POINTER;
     *out = nullptr;
     if (index < 0) return E_INVALIDARG;
@@ -156,6 +167,8 @@ HRESULT CGraphBuilder::FindPin(IUnknown* source, PIN_DIRECTION direction, const 
     if (static_cast<std::size_t>(index) >= pins.size()) return E_FAIL;
     *out = pins[static_cast<std::size_t>(index)].Detach();
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The connection's other half, and the arrival of samples.
 #include "handset/capture/input_pin.h"
 
+#include "handset/base/module_edge.h"
 #include "handset/capture/allocator.h"
 
 namespace capture {
@@ -22,7 +23,7 @@ HRESULT CInputPin::Connect(IPin*, const AM_MEDIA_TYPE*) {
     return E_UNEXPECTED;
 }
 
-HRESULT CInputPin::ReceiveConnection(IPin* connector, const AM_MEDIA_TYPE* type) {
+HRESULT CInputPin::ReceiveConnection(IPin* connector, const AM_MEDIA_TYPE* type) try {
     if (connector == nullptr || type == nullptr) return E_POINTER;
     const Guard guard(Filter().Lock());
     if (Connected()) return VFW_E_ALREADY_CONNECTED;
@@ -34,6 +35,8 @@ HRESULT CInputPin::ReceiveConnection(IPin* connector, const AM_MEDIA_TYPE* type)
     if (!Accepts(offered)) return VFW_E_TYPE_NOT_ACCEPTED;
     SetConnection(connector, offered);
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 HRESULT CInputPin::CheckStreaming() const {
@@ -41,45 +44,55 @@ HRESULT CInputPin::CheckStreaming() const {
     return Filter().Active() ? S_OK : VFW_E_WRONG_STATE;
 }
 
-HRESULT CInputPin::EndOfStream() {
+HRESULT CInputPin::EndOfStream() try {
     const StreamGuard guard(streamLock_);
     const HRESULT ready = CheckStreaming();
     return ready == S_OK ? sink_.OnEndOfStream() : ready;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CInputPin::BeginFlush() {
+HRESULT CInputPin::BeginFlush() try {
     return Connected() ? sink_.OnBeginFlush() : VFW_E_NOT_CONNECTED;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CInputPin::EndFlush() {
+HRESULT CInputPin::EndFlush() try {
     const StreamGuard guard(streamLock_);
     return Connected() ? sink_.OnEndFlush() : VFW_E_NOT_CONNECTED;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 HRESULT CInputPin::NewSegment(REFERENCE_TIME, REFERENCE_TIME, double) {
     return S_OK;
 }
 
-HRESULT CInputPin::GetAllocator(IMemAllocator** allocator) {
+HRESULT CInputPin::GetAllocator(IMemAllocator** allocator) try {
     if (allocator == nullptr) return E_POINTER;
     const Guard guard(Filter().Lock());
     if (!allocator_) allocator_ = NewAllocator();
     *allocator = CRef<IMemAllocator>(allocator_).Detach();
     return *allocator != nullptr ? S_OK : VFW_E_NO_ALLOCATOR;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CInputPin::NotifyAllocator(IMemAllocator* allocator, BOOL) {
+HRESULT CInputPin::NotifyAllocator(IMemAllocator* allocator, BOOL) try {
     if (allocator == nullptr) return E_POINTER;
     const Guard guard(Filter().Lock());
     allocator_ = CRef<IMemAllocator>(allocator);
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 HRESULT CInputPin::GetAllocatorRequirements(ALLOCATOR_PROPERTIES*) {
     return E_NOTIMPL;
 }
 
-HRESULT CInputPin::Receive(IMediaSample* sample) {
+HRESULT CInputPin::Receive(IMediaSample* sample) try {
     if (sample == nullptr) return E_POINTER;
     BYTE* bytes = nullptr;
     const HRESULT result = sample->GetPointer(&bytes);
@@ -91,15 +104,19 @@ HRESULT CInputPin::Receive(IMediaSample* sample) {
     const HRESULT ready = CheckStreaming();
     if (ready != S_OK) return ready;
     return sink_.OnSample(bytes, static_cast<std::size_t>(sample->GetActualDataLength()), start, stop);
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CInputPin::ReceiveMultiple(IMediaSample** samples, long count, long* processed) {
+HRESULT CInputPin::ReceiveMultiple(IMediaSample** samples, long count, long* processed) try {
     if (samples == nullptr || processed == nullptr) return E_POINTER;
     for (*processed = 0; *processed < count; ++*processed) {
         const HRESULT result = Receive(samples[*processed]);
         if (result != S_OK) return result;
     }
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 // Writing and encoding take their time.

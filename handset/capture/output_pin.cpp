@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "handset/base/module_edge.h"
 #include "handset/capture/allocator.h"
 
 namespace capture {
@@ -26,7 +27,7 @@ std::vector<CMediaType> TypesOf(IPin* pin) {
 
 }  // namespace
 
-HRESULT COutputPin::Connect(IPin* peer, const AM_MEDIA_TYPE* type) {
+HRESULT COutputPin::Connect(IPin* peer, const AM_MEDIA_TYPE* type) try {
     if (peer == nullptr) return E_POINTER;
     const Guard guard(Filter().Lock());
     if (Connected()) return VFW_E_ALREADY_CONNECTED;
@@ -38,6 +39,8 @@ HRESULT COutputPin::Connect(IPin* peer, const AM_MEDIA_TYPE* type) {
         return TryType(peer, CMediaType(*type));
     const HRESULT result = TryTypes(peer, Types(), type);
     return SUCCEEDED(result) ? result : TryTypes(peer, TypesOf(peer), type);
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 HRESULT COutputPin::TryTypes(IPin* peer, const std::vector<CMediaType>& types, const AM_MEDIA_TYPE* wanted) {

@@ -4,6 +4,7 @@
 #include <cwchar>
 #include <memory>
 
+#include "handset/base/module_edge.h"
 #include "handset/capture/enumerator.h"
 
 namespace capture {
@@ -44,35 +45,43 @@ void CPin::ForgetConnection() {
     OnDisconnect();
 }
 
-HRESULT CPin::Disconnect() {
+HRESULT CPin::Disconnect() try {
     const Guard guard(filter_.Lock());
     if (!filter_.Stopped()) return VFW_E_NOT_STOPPED;
     if (!peer_) return S_FALSE;
     ForgetConnection();
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CPin::ConnectedTo(IPin** pin) {
+HRESULT CPin::ConnectedTo(IPin** pin) try {
     if (pin == nullptr) return E_POINTER;
     const Guard guard(filter_.Lock());
     *pin = CRef<IPin>(peer_).Detach();
     return *pin != nullptr ? S_OK : VFW_E_NOT_CONNECTED;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CPin::ConnectionMediaType(AM_MEDIA_TYPE* type) {
+HRESULT CPin::ConnectionMediaType(AM_MEDIA_TYPE* type) try {
     if (type == nullptr) return E_POINTER;
     const Guard guard(filter_.Lock());
     *type = {};
     return peer_ ? type_.CopyTo(type) : VFW_E_NOT_CONNECTED;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CPin::QueryPinInfo(PIN_INFO* info) {
+HRESULT CPin::QueryPinInfo(PIN_INFO* info) try {
     if (info == nullptr) return E_POINTER;
     info->pFilter = CRef<IBaseFilter>(&filter_).Detach();
     info->dir = direction_;
     const std::size_t length = name_.copy(info->achName, std::size(info->achName) - 1);
     info->achName[length] = L'\0';
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 HRESULT CPin::QueryDirection(PIN_DIRECTION* direction) {
@@ -81,26 +90,32 @@ HRESULT CPin::QueryDirection(PIN_DIRECTION* direction) {
     return S_OK;
 }
 
-HRESULT CPin::QueryId(LPWSTR* id) {
+HRESULT CPin::QueryId(LPWSTR* id) try {
     if (id == nullptr) return E_POINTER;
     *id = static_cast<LPWSTR>(CoTaskMemAlloc((name_.size() + 1) * sizeof(wchar_t)));
     if (*id == nullptr) return E_OUTOFMEMORY;
     std::wcscpy(*id, name_.c_str());
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CPin::QueryAccept(const AM_MEDIA_TYPE* type) {
+HRESULT CPin::QueryAccept(const AM_MEDIA_TYPE* type) try {
     if (type == nullptr) return E_POINTER;
     const Guard guard(filter_.Lock());
     return Accepts(CMediaType(*type)) ? S_OK : S_FALSE;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
-HRESULT CPin::EnumMediaTypes(IEnumMediaTypes** out) {
+HRESULT CPin::EnumMediaTypes(IEnumMediaTypes** out) try {
     if (out == nullptr) return E_POINTER;
     const Guard guard(filter_.Lock());
     *out = new CEnumerator<TypeTraits>(std::make_shared<const std::vector<CMediaType>>(Types()),
                                        CRef<IUnknown>(this), 0);
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 HRESULT CPin::QueryInternalConnections(IPin**, ULONG*) {

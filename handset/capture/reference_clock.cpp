@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <atomic>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/platform_call.h"
 
 namespace capture {
@@ -40,24 +41,30 @@ CHandsetClock::CHandsetClock(IUnknown* owner) : owner_(*owner) {}
 
 CHandsetClock::~CHandsetClock() = default;
 
-HRESULT CHandsetClock::GetTime(REFERENCE_TIME* time) {
+HRESULT CHandsetClock::GetTime(REFERENCE_TIME* time) try {
     if (time == nullptr) return E_POINTER;
     *time = HandsetTime();
     return S_OK;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 HRESULT CHandsetClock::AdviseTime(REFERENCE_TIME base, REFERENCE_TIME stream, HEVENT event,
-                                  DWORD_PTR* cookie) {
+                                  DWORD_PTR* cookie) try {
     if (cookie == nullptr) return E_POINTER;
     if (event == 0 || base < 0 || base + stream <= 0) return E_INVALIDARG;
     return Set(base + stream, 0, reinterpret_cast<HANDLE>(event), cookie);
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 HRESULT CHandsetClock::AdvisePeriodic(REFERENCE_TIME start, REFERENCE_TIME period, HSEMAPHORE semaphore,
-                                      DWORD_PTR* cookie) {
+                                      DWORD_PTR* cookie) try {
     if (cookie == nullptr) return E_POINTER;
     if (semaphore == 0 || start < 0 || period <= 0) return E_INVALIDARG;
     return Set(start, period, reinterpret_cast<HANDLE>(semaphore), cookie);
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 HRESULT CHandsetClock::Set(REFERENCE_TIME due, REFERENCE_TIME period, HANDLE object, DWORD_PTR* cookie) {
@@ -76,9 +83,11 @@ HRESULT CHandsetClock::Set(REFERENCE_TIME due, REFERENCE_TIME period, HANDLE obj
     return S_OK;
 }
 
-HRESULT CHandsetClock::Unadvise(DWORD_PTR cookie) {
+HRESULT CHandsetClock::Unadvise(DWORD_PTR cookie) try {
     const std::lock_guard<handset::CLock> guard(lock_);
     return alarms_.erase(cookie) != 0 ? S_OK : S_FALSE;
+} catch (...) {
+    return handset::EdgeResult();
 }
 
 // Nobody takes a single alarm back that has come.
@@ -88,7 +97,7 @@ void CHandsetClock::ForgetRung() {
 }
 
 // Takes no lock: whoever deletes the timer waits for this call.
-void CALLBACK CHandsetClock::OnAlarm(void* context, BOOLEAN) {
+void CALLBACK CHandsetClock::OnAlarm(void* context, BOOLEAN) try {
     auto& alarm = *static_cast<Alarm*>(context);
     if (alarm.periodic) {
         ReleaseSemaphore(alarm.object, 1, nullptr);
@@ -96,6 +105,8 @@ void CALLBACK CHandsetClock::OnAlarm(void* context, BOOLEAN) {
         SetEvent(alarm.object);
         alarm.rung = true;
     }
+} catch (...) {
+    handset::EdgeAnswer<void>();
 }
 
 }  // namespace capture

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "handset/base/module_edge.h"
 #include "handset/capture/reference_clock.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/sound_tap.h"
@@ -31,10 +32,15 @@ std::uint64_t PositionAt(REFERENCE_TIME time) {
 HRESULT CSoundPump::Open(const sound::WavShape& shape) {
     shape_ = shape;
     closing_ = false;
-    tap_ = HandsetSoundOpen(&opened_);
+    tap_ = HandsetSoundOpen(&position_);
     if (tap_ == 0) return E_FAIL;
-    thread_ = std::thread([this] { Work(); });
-    return S_OK;
+    try {
+        thread_ = handset::WorkerThread([this] { Work(); }, [this] { return !closing_; });
+        return S_OK;
+    } catch (...) {
+        HandsetSoundClose(tap_);
+        return handset::EdgeResult();
+    }
 }
 
 void CSoundPump::Run(REFERENCE_TIME start) {
@@ -114,19 +120,20 @@ void CSoundPump::Work() {
     const std::vector<std::int16_t> silence(2 * kRead_frames);
     const std::uint32_t wanted =
         std::min<std::uint32_t>(kSourceRate_Hz * kRead_ms / 1000 * HandsetClockRate(), kRead_frames);
-    std::uint64_t position = opened_;
     while (!closing_) {
-        std::uint64_t lost = position;
-        const std::uint32_t count = HandsetSoundRead(tap_, &position, frames.data(), wanted, kLongestRead_ms);
+        std::uint64_t lost = position_;
+        const std::uint32_t count =
+            HandsetSoundRead(tap_, &position_, frames.data(), wanted, kLongestRead_ms);
+        const std::uint64_t begin = position_;
+        // Before it is worked on: what there is no memory for is not worked on again.
+        position_ += count;
         // What was lost is silence: the recording stays as long as the time.
-        while (lost < position) {
-            const auto part =
-                static_cast<std::size_t>(std::min<std::uint64_t>(position - lost, kRead_frames));
+        while (lost < begin) {
+            const auto part = static_cast<std::size_t>(std::min<std::uint64_t>(begin - lost, kRead_frames));
             Take(lost, silence.data(), part);
             lost += part;
         }
-        Take(position, frames.data(), count);
-        position += count;
+        Take(begin, frames.data(), count);
     }
 }
 
@@ -144,7 +151,7 @@ bool CSoundPump::BeginRun(std::uint64_t* position, const std::int16_t** frames, 
     if (workedRun_ == run_) return true;
     const std::uint64_t from = PositionAt(ranFrom_);
     if (*position + *count <= from) return false;
-    workedRun_ = run_;
+    const std::uint32_t run = run_;
     if (*position < from) {
         const auto before = static_cast<std::size_t>(from - *position);
         *frames += 2 * before;
@@ -153,6 +160,7 @@ bool CSoundPump::BeginRun(std::uint64_t* position, const std::int16_t** frames, 
     }
     lock.unlock();
     converter_ = std::make_unique<CSoundConverter>(shape_.rate_Hz, shape_.channels);
+    workedRun_ = run;
     refused_ = false;
     discontinuity_ = true;
     return true;

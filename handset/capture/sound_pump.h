@@ -50,7 +50,6 @@ class CSoundPump {
     COutputPin& pin_;
     std::thread thread_;
     std::uint32_t tap_ = 0;
-    std::uint64_t opened_ = 0;  // the tap's first position
     std::atomic<bool> closing_{false};
     sound::WavShape shape_;
 
@@ -63,7 +62,8 @@ class CSoundPump {
     REFERENCE_TIME ranFrom_ = 0;  // and when this run began
     std::int64_t next_ = 0;       // the output frame that comes next; frame 0 is at stream time 0
 
-    // The thread's own.
+    // The thread's own, while it runs.
+    std::uint64_t position_ = 0;  // how far it has come on the tap
     std::uint32_t workedRun_ = 0;
     std::unique_ptr<CSoundConverter> converter_;
     std::vector<std::int16_t> output_;
