@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "handset/base/module_edge.h"
 #include "handset/controls/handset_clock.h"
 #include "handset/controls/handset_desktop.h"
 #include "handset/controls/radio_process.h"
@@ -160,10 +161,14 @@ void BookingService::Run(HANDLE stop) {
 }
 
 BackgroundService::BackgroundService(Console& console)
-    : stop_(CreateEventW(nullptr, TRUE, FALSE, nullptr)), service_(console), thread_([this] {
-          JoinHandsetDesktop();
-          service_.Run(stop_.get());
-      }) {}
+    : stop_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
+      service_(console),
+      thread_(handset::WorkerThread(
+          [this] {
+              JoinHandsetDesktop();
+              service_.Run(stop_.get());
+          },
+          [this] { return WaitForSingleObject(stop_.get(), 0) == WAIT_TIMEOUT; })) {}
 
 BackgroundService::~BackgroundService() {
     SetEvent(stop_.get());
