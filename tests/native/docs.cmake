@@ -2,6 +2,8 @@
 add_executable(native_docs
     docs/architecture_test.cpp
     docs/markdown_table.cpp
+    docs/module_edges.cpp
+    docs/module_edges_test.cpp
     docs/promise_table.cpp
     docs/promises_test.cpp
     docs/room_map.cpp
