@@ -2,6 +2,7 @@
 
 #include <new>
 #include <stdexcept>
+#include <system_error>
 
 namespace handset {
 namespace {
@@ -13,6 +14,10 @@ bool NoMemory() noexcept {
         return true;
     } catch (const std::length_error&) {
         return true;
+    } catch (const std::system_error& error) {
+        // Of a lock or a thread.
+        return error.code() == std::errc::not_enough_memory ||
+               error.code() == std::errc::resource_unavailable_try_again;
     } catch (...) {
         return false;
     }

@@ -113,9 +113,12 @@ ULONG CTunerDevice::Release() {
     const ULONG left = --references_;
     if (left > 0) return left;
     (void)Perform(L"Released", [&] {
-        LogCall(L"Release", 0);
-        delete this;
-        return S_OK;
+        // Also when there is no memory for the line.
+        struct Last {
+            CTunerDevice* device;
+            ~Last() { delete device; }
+        } const last{this};
+        return LogCall(L"Release", 0);
     });
     return 0;
 }

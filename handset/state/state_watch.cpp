@@ -26,6 +26,7 @@ bool AskForNotice(HKEY key, bool below, DWORD changes, HANDLE event) {
 
 StateWatch::StateWatch(const std::wstring& path)
     : path_(path),
+      parentPath_(ParentOf(path)),
       keyChanged_(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
       parentChanged_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {}
 
@@ -47,9 +48,10 @@ bool StateWatch::Unchanged() {
     }
 }
 
-// The key is opened again: one that was deleted and made anew is another one.
+// The key is opened again: one that was deleted and made anew is another one. Takes no memory, for a notice
+// that came is not told a second time.
 void StateWatch::WatchParent() {
-    parent_ = OpenForWatching(ParentOf(path_));
+    parent_ = OpenForWatching(parentPath_);
     watching_ = keyChanged_ && parentChanged_ && parent_ &&
                 AskForNotice(parent_.get(), false, REG_NOTIFY_CHANGE_NAME, parentChanged_.get());
     key_ = OpenForWatching(path_);

@@ -25,7 +25,8 @@ class StateWatch {
     void WatchParent();
     void WatchKey();
 
-    std::wstring path_;
+    const std::wstring path_;
+    const std::wstring parentPath_;
     OwnedHandle keyChanged_;     // a value or a key below
     OwnedHandle parentChanged_;  // the key itself may have come, or gone: then key_ is a dead one
     OwnedKey parent_;

@@ -43,6 +43,7 @@ class KeptValues {
 
         const std::lock_guard<std::mutex> lock(lock_);
         if (!watch_ || watched_ != stateKey) {
+            watched_.clear();
             watch_ = std::make_unique<StateWatch>(stateKey);
             watched_ = stateKey;
         }

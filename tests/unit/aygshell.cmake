@@ -9,6 +9,7 @@ kora_test(test_aygshell
         aygshell/activation_test.cpp
         aygshell/app_at_time_test.cpp
         aygshell/dialog_test.cpp
+        aygshell/failing_memory_test.cpp
         aygshell/image_test.cpp
         aygshell/menu_bar_keys_test.cpp
         aygshell/menu_bar_test.cpp
@@ -17,6 +18,7 @@ kora_test(test_aygshell
         aygshell/registry_values_test.cpp
         aygshell/test_handset.cpp
         aygshell/test_window.cpp
+        ../support/failing_memory.cpp
         $<TARGET_OBJECTS:test_aygshell_resources>
     LIBS AYGSHELL COREDLL kora_state)
 add_dependencies(test_aygshell handset)

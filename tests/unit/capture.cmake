@@ -6,6 +6,7 @@ kora_test(test_capture
         capture/clock_test.cpp
         capture/cut_off_test.cpp
         capture/encoder_test.cpp
+        capture/failing_memory_test.cpp
         capture/file_sink_test.cpp
         capture/filter_test.cpp
         capture/left_handles_test.cpp
@@ -14,6 +15,7 @@ kora_test(test_capture
         capture/recording_rig.cpp
         capture/recording_test.cpp
         capture/stream_control_test.cpp
+        ../support/failing_memory.cpp
         ../support/handset_here.cpp
         ../support/handset_under_test.cpp
         ../support/host_tool.cpp

@@ -4,6 +4,7 @@ kora_test(test_coredll APP
     SOURCES
         coredll/clock_test.cpp
         coredll/display_size_test.cpp
+        coredll/failing_memory_test.cpp
         coredll/files_test.cpp
         coredll/gdi_count_test.cpp
         coredll/handset_fixture.cpp
@@ -26,5 +27,6 @@ kora_test(test_coredll APP
         coredll/transparent_image_test.cpp
         coredll/uncovering_test.cpp
         coredll/window_fault_test.cpp
+        ${CMAKE_SOURCE_DIR}/tests/support/failing_memory.cpp
         ${CMAKE_SOURCE_DIR}/tests/support/process_counts.cpp
     LIBS COREDLL)

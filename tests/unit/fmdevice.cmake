@@ -3,6 +3,7 @@ kora_test(test_fmdevice
         fmdevice/antenna_test.cpp
         fmdevice/band_reload_test.cpp
         fmdevice/class_test.cpp
+        fmdevice/failing_memory_test.cpp
         fmdevice/faults_test.cpp
         fmdevice/operations_test.cpp
         fmdevice/pinned_test.cpp
@@ -17,5 +18,6 @@ kora_test(test_fmdevice
         fmdevice/tuner_log_test.cpp
         fmdevice/tuner_under_test.cpp
         fmdevice/wav_measure.cpp
+        ../support/failing_memory.cpp
         ../support/handset_here.cpp
     LIBS fmdevice transmitter kora_state ws2_32 kernel32 advapi32 COREDLL)

@@ -1,6 +1,6 @@
 // Drawing objects: each one made, and each one given back, is counted.
+#include <exception>
 #include <mutex>
-#include <new>
 #include <unordered_set>
 
 #include "handset/base/module_edge.h"
@@ -41,13 +41,13 @@ namespace coredll {
 
 HANDLE GdiMade(HANDLE object) {
     if (object == nullptr) return object;
-    const std::lock_guard<std::mutex> lock(g_lock);
     try {
+        const std::lock_guard<std::mutex> lock(g_lock);
         LiveObjects().insert(object);
-    } catch (const std::bad_alloc&) {
-        // It is made all the same, and missing from the count.
+        HandsetGdiObjects = static_cast<DWORD>(LiveObjects().size());
+    } catch (const std::exception&) {
+        // There is no memory to count it: it is made all the same, and missing from the count.
     }
-    HandsetGdiObjects = static_cast<DWORD>(LiveObjects().size());
     return object;
 }
 

@@ -48,7 +48,14 @@ COREDLL_EXPORT UINT_PTR WINAPI DeviceSetTimer(HWND window, UINT_PTR id, UINT per
     const CallGuard guard;
     const UINT realPeriod_ms = std::max<UINT>(HandsetRealTimeout(period_ms), 1);
     const UINT_PTR made = SetTimer(window, id, realPeriod_ms, procedure != nullptr ? OnTimer : nullptr);
-    if (made != 0) Remember(window, window != nullptr ? id : made, procedure);
+    if (made == 0) return 0;
+    const UINT_PTR kept = window != nullptr ? id : made;
+    try {
+        Remember(window, kept, procedure);
+    } catch (...) {
+        KillTimer(window, kept);
+        throw;
+    }
     return made;
 } catch (...) {
     return handset::EdgeAnswer<UINT_PTR>();

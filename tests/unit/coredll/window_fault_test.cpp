@@ -83,6 +83,16 @@ TEST(WindowFaultDeathTest, AFaultAtAMessageOfAnotherThreadEndsTheProgram) {
     EXPECT_EXIT(BeSentACommand(MakeWindow(WM_COMMAND, false)), testing::ExitedWithCode(kFault), "");
 }
 
+// The edge of a call ends what C++ throws, and nothing else.
+TEST(WindowFault, AFaultPassesTheCallThatRunsTheProcedure) {
+    const auto call = [](void*) {
+        g_faultsAt = WM_USER;
+        g_guarded = false;
+        CallWindowProcW(FaultingProc, nullptr, WM_USER, 0, 0);
+    };
+    EXPECT_FALSE(GuardedInWindowFaultTest(call, nullptr));
+}
+
 TEST(WindowFault, AFaultUnderAGuardIsTheGuardsAffair) {
     const HWND window = MakeWindow(WM_CREATE, true);
     ASSERT_NE(window, nullptr);
