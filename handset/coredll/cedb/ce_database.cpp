@@ -118,5 +118,5 @@ COREDLL_EXPORT HANDLE WINAPI CeOpenDatabaseEx2(PCEGUID volume, PCEOID oid, LPWST
     if (error != ERROR_SUCCESS) SetLastError(error);
     return handle;
 } catch (...) {
-    return handset::EdgeAnswer(INVALID_HANDLE_VALUE);
+    return handset::EdgeAnswer<HANDLE>(INVALID_HANDLE_VALUE);
 }

@@ -28,7 +28,7 @@ COREDLL_EXPORT HANDLE WINAPI DeviceCreateFileW(const wchar_t* path, DWORD access
     if (!file) return INVALID_HANDLE_VALUE;
     return CreateFileW(file.host(), access, share, security, disposition, flags, pattern);
 } catch (...) {
-    return handset::EdgeAnswer(INVALID_HANDLE_VALUE);
+    return handset::EdgeAnswer<HANDLE>(INVALID_HANDLE_VALUE);
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceCopyFileW(const wchar_t* from, const wchar_t* to, BOOL failIfExists) try {
@@ -98,5 +98,5 @@ COREDLL_EXPORT HANDLE WINAPI DeviceFindFirstChangeNotificationW(const wchar_t* p
     const DevicePath folder = OnDevice(path);
     return folder ? FindFirstChangeNotificationW(folder.host(), subtree, filter) : INVALID_HANDLE_VALUE;
 } catch (...) {
-    return handset::EdgeAnswer(INVALID_HANDLE_VALUE);
+    return handset::EdgeAnswer<HANDLE>(INVALID_HANDLE_VALUE);
 }

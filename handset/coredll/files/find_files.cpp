@@ -58,7 +58,7 @@ COREDLL_EXPORT HANDLE WINAPI DeviceFindFirstFileW(const wchar_t* pattern, WIN32_
     const CallGuard guard;
     return FindFirst(pattern, found);
 } catch (...) {
-    return handset::EdgeAnswer(INVALID_HANDLE_VALUE);
+    return handset::EdgeAnswer<HANDLE>(INVALID_HANDLE_VALUE);
 }
 
 // The device knows no other search than the plain one.
@@ -68,7 +68,7 @@ COREDLL_EXPORT HANDLE WINAPI DeviceFindFirstFileExW(const wchar_t* pattern, FIND
     const CallGuard guard;
     return FindFirst(pattern, static_cast<WIN32_FIND_DATAW*>(found));
 } catch (...) {
-    return handset::EdgeAnswer(INVALID_HANDLE_VALUE);
+    return handset::EdgeAnswer<HANDLE>(INVALID_HANDLE_VALUE);
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceFindNextFileW(HANDLE search, WIN32_FIND_DATAW* found) try {
