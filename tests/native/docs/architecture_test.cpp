@@ -171,6 +171,11 @@ TEST(Threads, AThreadThatIsDeclaredAndStartedLaterIsOne) {
     EXPECT_EQ(test::ThreadsIn("thread_ = std::thread([this] { Run(); });\n"), 0);
     EXPECT_EQ(
         test::ThreadsIn("std::thread([] {}).detach(); h = CreateThread(nullptr, 0, Proc, p, 0, &id);\n"), 2);
+    EXPECT_EQ(
+        test::ThreadsIn("thread_ = handset::WorkerThread(run, wanted);\n: thread_(handset::WorkerThread(run, "
+                        "wanted)) {}\nreturn std::thread(Work);\n"),
+        0);
+    EXPECT_EQ(test::ThreadsIn("handset::WorkerThread(run, wanted).detach();\n"), 1);
     EXPECT_EQ(test::ThreadsIn("// CreateThread(\nHANDLE DeviceCreateThread(LPVOID); f(\"CreateThread(\");\n"),
               0);
 }

@@ -10,12 +10,14 @@ namespace test {
 int ThreadsIn(const std::string& source) {
     const std::string bare =
         LinesWith(WithoutComments(source, true), {"hread", "Timer", "Work", "Wait", "timeSet", "async"});
-    // A thread that is assigned is one that was declared.
-    static const std::regex kAssigned(R"(=\s*std::j?thread\s*[({])");
+    // A thread that is assigned, or begun with its object, is one that was declared; one that is returned is
+    // its caller's.
+    static const std::regex kAssigned(
+        R"((?:=|\breturn)\s*std::j?thread\s*[({]|[=(]\s*handset::WorkerThread\s*\()");
     static const std::regex kThread(
         R"(\b(?:CreateThread|CreateRemoteThread|_beginthread|_beginthreadex|CreateTimerQueueTimer|)"
         R"(QueueUserWorkItem|CreateThreadpool\w+|RegisterWaitForSingleObject|timeSetEvent|std::async)\s*\(|)"
-        R"(\bstd::j?thread(?:\s+\w+\s*;|\s*[({]))");
+        R"(\bhandset::WorkerThread\s*\(|\bstd::j?thread(?:\s+\w+\s*;|\s*[({]))");
     const std::string begun = std::regex_replace(bare, kAssigned, "");
     return static_cast<int>(
         std::distance(std::sregex_iterator(begun.begin(), begun.end(), kThread), std::sregex_iterator()));
