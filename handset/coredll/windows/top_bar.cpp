@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/coredll/windows/top_bar_look.h"
 #include "handset/state/handset_protocol.h"
@@ -28,7 +29,7 @@ struct Front {
     HWND found;
 };
 
-BOOL CALLBACK LookForFront(HWND window, LPARAM data) {
+BOOL CALLBACK LookForFront(HWND window, LPARAM data) try {
     auto& front = *reinterpret_cast<Front*>(data);
     RECT bar = {}, place = {};
     if (window == front.bar || !IsWindowVisible(window)) return TRUE;
@@ -37,6 +38,8 @@ BOOL CALLBACK LookForFront(HWND window, LPARAM data) {
     if (place.top != bar.bottom || place.left != bar.left || place.right != bar.right) return TRUE;
     front.found = window;
     return FALSE;
+} catch (...) {
+    return handset::EdgeAnswer(FALSE);
 }
 
 std::wstring TitleInFront(HWND bar) {
@@ -121,7 +124,7 @@ LRESULT TopBar::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-LRESULT CALLBACK BarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK BarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) try {
     if (message == WM_CREATE) {
         const auto below = static_cast<HWND>(reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams);
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(new TopBar(window, below)));
@@ -136,6 +139,8 @@ LRESULT CALLBACK BarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam
     delete bar;
     g_bar = nullptr;
     return 0;
+} catch (...) {
+    return handset::EdgeAnswer<LRESULT>(message == WM_CREATE ? -1 : 0);
 }
 
 bool RegisterBarClass() {
