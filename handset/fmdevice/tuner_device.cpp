@@ -250,7 +250,7 @@ HRESULT CTunerDevice::GetPTYText(WCHAR* text) {
 
 }  // namespace fm
 
-bool HandsetTunedStation(TunedStation* station) {
+bool HandsetTunedStation(TunedStation* station) try {
     if (station == nullptr) return false;
     *station = {};
     const auto receiver = fm::SharedReceiver(false);
@@ -259,4 +259,7 @@ bool HandsetTunedStation(TunedStation* station) {
     receiver->GetStation(&station->channel_10kHz, &name);
     name.copy(station->name, std::size(station->name) - 1);
     return station->channel_10kHz != 0;
+} catch (...) {
+    *station = {};
+    return handset::EdgeAnswer(false);
 }
