@@ -21,6 +21,8 @@ void Print(double hours, const test::FaultFigures& f) {
         "%d\n",
         hours, f.events, f.faults, f.calls, f.sleeps, f.scans, f.recordings, f.bookings, f.pairs,
         f.bookedStarts, f.radios, f.kills, f.crashes, f.leftBehind, f.services);
+    for (const auto& [cause, count] : f.causes)
+        std::printf("          ended by %s: %d\n", cause.c_str(), count);
     std::fflush(stdout);
 }
 

@@ -146,6 +146,7 @@ void FaultDay::Look() {
     if (m_radio != nullptr && !m_radio->Runs()) {
         NoteEnd();
         m_radio.reset();
+        BeginLife();
     }
     ExpectOneRadio();
     if (m_radio != nullptr) return ExpectAnswer();
@@ -155,10 +156,10 @@ void FaultDay::Look() {
         // As everybody who starts the radio: not beside one that is on its way.
         const handset::StartLock turn;
         if (!ProcessesOf(program).empty()) return;
+        BeginLife();
         m_radio = std::make_unique<Radio>(m_handset);
     }
     m_active = true;
-    m_mayCrash = m_mayCrashNow;
     ++m_figures.radios;
     if (window != nullptr) {
         m_radio = std::make_unique<Radio>(window);
@@ -180,16 +181,49 @@ void FaultDay::Look() {
 void FaultDay::NoteEnd() {
     if (m_radio->Process() == nullptr) return;
     const DWORD code = m_radio->ExitCode();
-    const std::string complaint = ComplaintOfEnd(code, m_mayCrash);
+    std::string cause;
+    if (code == STATUS_ACCESS_VIOLATION) {
+        std::vector<std::string> calls = m_handset.TunerCalls();
+        calls.erase(calls.begin(),
+                    calls.begin() + static_cast<std::ptrdiff_t>(std::min(m_callsBefore, calls.size())));
+        const std::string trace = m_handset.Trace();
+        cause = CauseOfCrash(calls, trace.substr(std::min(m_traceBefore, trace.size())));
+    }
+    const std::string complaint = ComplaintOfEnd(code, cause);
     if (!complaint.empty()) return Complain(complaint);
-    if (code != 0) ++m_figures.crashes;
+    if (code == 0) return;
+    ++m_figures.crashes;
+    ++m_figures.causes[cause];
 }
 
-std::string FaultDay::ComplaintOfEnd(DWORD code, bool mayCrash) {
-    if (code == 0 || (mayCrash && code == STATUS_ACCESS_VIOLATION)) return "";
+void FaultDay::BeginLife() {
+    m_callsBefore = m_handset.TunerCalls().size();
+    m_traceBefore = m_handset.Trace().size();
+}
+
+std::string FaultDay::ComplaintOfEnd(DWORD code, const std::string& cause) {
+    if (code == 0 || (code == STATUS_ACCESS_VIOLATION && !cause.empty())) return "";
     char text[64];
     std::snprintf(text, sizeof text, "a radio ended with 0x%lx", code);
     return text;
+}
+
+std::string FaultDay::CauseOfCrash(const std::vector<std::string>& calls, const std::string& trace) {
+    static const std::string kRaised = " -> 0xC0000005";
+    std::string last;
+    int raised = 0, taken = 0;
+    for (const std::string& call : calls) {
+        const std::size_t at = call.find(kRaised);
+        if (at == std::string::npos) continue;
+        last = "crash:" + call.substr(0, at);
+        ++raised;
+    }
+    // What the guards of the monitor and of the sleep timer say.
+    for (const char* guard : {"FM: *** Exception at Main_threadProc", "FM: *** SleepTimerProc Crash"}) {
+        const std::string text = guard;
+        for (std::size_t at = 0; (at = trace.find(text, at)) != std::string::npos; ++at) ++taken;
+    }
+    return raised > taken ? last : "";
 }
 
 void FaultDay::ExpectOneRadio() {

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <random>
 #include <string>
@@ -21,6 +22,8 @@ struct FaultFigures {
         scans = 0;
     int radios = 0, kills = 0, crashes = 0, leftBehind = 0, services = 0;
     int pairs = 0;  // of bookings that are due at the same minute
+    // The faults of the handset that have ended radios, by name, and how many each.
+    std::map<std::string, int> causes;
 };
 
 class FaultDay {
@@ -38,9 +41,13 @@ class FaultDay {
     const std::vector<std::string>& Complaints() const { return m_complaints; }
     // Books two recordings of one minute, which is `minutes` of the handset's clock ahead.
     void BookPair(int minutes);
-    // What an exit code has to be complained of: any but 0, and that of an access violation where a fault
-    // that raises one was injected. Empty when all is well.
-    static std::string ComplaintOfEnd(DWORD code, bool mayCrash);
+    // What an exit code has to be complained of: any but 0, and that of an access violation where `cause`
+    // names a fault that raised one. Empty when all is well.
+    static std::string ComplaintOfEnd(DWORD code, const std::string& cause);
+    // The fault of the handset that has ended a radio by an access violation, by what the radio asked of the
+    // tuner in its life and what it traced: the crash that was raised last, unless the radio's guards have
+    // taken as many as were raised. Empty when no fault explains the end.
+    static std::string CauseOfCrash(const std::vector<std::string>& calls, const std::string& trace);
 
   private:
     struct Event {
@@ -52,6 +59,8 @@ class FaultDay {
     // The radio that runs, started or found; what became of the last one is noted.
     void Look();
     void NoteEnd();
+    // From here on what is logged and traced belongs to the next radio.
+    void BeginLife();
     void AnswerBoxes();
     void ExpectAnswer();
     // One takes another's place: never are two there at the same time.
@@ -95,9 +104,8 @@ class FaultDay {
     FaultFigures m_figures;
     std::vector<std::string> m_complaints;
     bool m_active = true, m_headset = true, m_card = true, m_space = true;
-    bool m_mayCrash = false;  // a fault that ends a process was there in this radio's life
-    bool m_mayCrashNow = false;
-    std::string m_fault;  // the one that is injected; empty for none
+    std::size_t m_callsBefore = 0, m_traceBefore = 0;  // what was logged and traced before this radio's life
+    std::string m_fault;                               // the one that is injected; empty for none
     int m_names = 0;
 };
 

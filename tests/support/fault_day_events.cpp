@@ -105,15 +105,12 @@ void FaultDay::ChangeFaults() {
                                      : std::wstring(kFaults[Below(std::size(kFaults))]);
     m_handset.SetState(L"Fault", fault);
     m_fault.assign(fault.begin(), fault.end());
-    m_mayCrashNow = crash;
-    m_mayCrash = m_mayCrash || crash;
     ++m_figures.faults;
 }
 
 void FaultDay::ClearFaults() {
     m_handset.DeleteState(L"Fault");
     m_fault.clear();
-    m_mayCrashNow = false;
 }
 
 void FaultDay::ChangeRecordSettings() {
@@ -213,6 +210,7 @@ void FaultDay::KillRadio() {
     TerminateProcess(m_radio->Process(), kKilled);
     m_radio->WaitUntilGone();
     m_radio.reset();
+    BeginLife();
     ++m_figures.kills;
 }
 

@@ -49,14 +49,25 @@ TEST_F(Faults, LeaveTheChannelsTheBookingsAndEveryRecordingIntact) {
 }
 
 TEST(FaultDay, ComplainsOfEveryEndThatNoFaultExplains) {
-    for (const bool mayCrash : {false, true}) {
-        EXPECT_EQ(test::FaultDay::ComplaintOfEnd(0, mayCrash), "");
+    for (const char* cause : {"", "crash:SetVolume"}) {
+        EXPECT_EQ(test::FaultDay::ComplaintOfEnd(0, cause), "");
         for (const DWORD code : {DWORD{1}, DWORD{99}, DWORD{STATUS_STACK_OVERFLOW}, ~DWORD{0}})
-            EXPECT_NE(test::FaultDay::ComplaintOfEnd(code, mayCrash), "") << code;
+            EXPECT_NE(test::FaultDay::ComplaintOfEnd(code, cause), "") << code;
     }
-    EXPECT_EQ(test::FaultDay::ComplaintOfEnd(STATUS_ACCESS_VIOLATION, true), "");
-    EXPECT_EQ(test::FaultDay::ComplaintOfEnd(STATUS_ACCESS_VIOLATION, false),
-              "a radio ended with 0xc0000005");
+    EXPECT_EQ(test::FaultDay::ComplaintOfEnd(STATUS_ACCESS_VIOLATION, "crash:SetVolume"), "");
+    EXPECT_EQ(test::FaultDay::ComplaintOfEnd(STATUS_ACCESS_VIOLATION, ""), "a radio ended with 0xc0000005");
+}
+
+TEST(FaultDay, ACrashIsExplainedByAFaultThatWasRaisedAndThatNoGuardHasTaken) {
+    const std::vector<std::string> quiet = {"GetSignal -> 0: 45"};
+    const std::vector<std::string> one = {"GetSignal -> 0xC0000005", "SetVolume -> 0: 40"};
+    const std::vector<std::string> two = {"GetSignal -> 0xC0000005", "SetVolume -> 0xC0000005"};
+    const std::string taken = "a line\nFM: *** Exception at Main_threadProc\n";
+    EXPECT_EQ(test::FaultDay::CauseOfCrash(quiet, ""), "");
+    EXPECT_EQ(test::FaultDay::CauseOfCrash(one, ""), "crash:GetSignal");
+    EXPECT_EQ(test::FaultDay::CauseOfCrash(one, taken), "");
+    EXPECT_EQ(test::FaultDay::CauseOfCrash(two, taken), "crash:SetVolume");
+    EXPECT_EQ(test::FaultDay::CauseOfCrash(two, taken + "FM: *** SleepTimerProc Crash"), "");
 }
 
 }  // namespace
