@@ -66,8 +66,8 @@ TEST_F(AutoScan, TheGroupHoldsEveryStationOfTheBandAsANumberedChannel) {
     EXPECT_THAT(Names(radio), ElementsAre(L"FM  1", L"FM  2", L"FM  3"));
     EXPECT_EQ(test::RowText(radio.ListView(), 0, 1), L"87.6 MHz ");
     EXPECT_EQ(test::RowText(radio.ListView(), 2, 1), L"107.9 MHz ");
-    EXPECT_THAT(Stored(), ElementsAre("G Test", "C Test|FM  1|8760|", "C Test|FM  2|9850|",
-                                      "C Test|FM  3|10790|"));
+    EXPECT_THAT(Stored(),
+                ElementsAre("G Test", "C Test|FM  1|8760|", "C Test|FM  2|9850|", "C Test|FM  3|10790|"));
     EXPECT_EQ(test::SelectedRow(radio.ListView()), 0);
 }
 
@@ -174,8 +174,7 @@ TEST_F(AutoScan, ChannelsThatCannotBeStoredAreToldAndUseUpTheirNumbers) {
         HasSubstr("FM: InsertRecord: szChannel = FM 1, szCountryName = Test, uCurrentChannel = 8760\n"));
     EXPECT_THAT(
         handset.Trace(),
-        HasSubstr(
-            "FM: InsertRecord: szChannel = FM 3, szCountryName = Test, uCurrentChannel = 10790\n"));
+        HasSubstr("FM: InsertRecord: szChannel = FM 3, szCountryName = Test, uCurrentChannel = 10790\n"));
     EXPECT_THAT(handset.Trace(), HasSubstr("FM: *** CEDB_InsertRecord() Error!\n"));
     EXPECT_EQ(RowCount(radio.ListView()), 0);
 }
