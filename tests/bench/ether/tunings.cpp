@@ -32,6 +32,7 @@ constexpr double kRate_Hz = 44100;
 constexpr double kLongest_s = 2;
 // Of full scale: what follows upon silence.
 constexpr int kHeard = 300;
+constexpr std::size_t kSilence = 44100 / 100;
 constexpr std::size_t kBeginning = 44100 / 20;
 constexpr double kLeastTone = 0.1;
 constexpr int kLeastLevel = 30;
@@ -77,7 +78,8 @@ class Ear {
     double HeardAfter_ms(std::uint64_t moment_ms, double tone_Hz) {
         const std::uint64_t moment = moment_ms * 441 / 10;
         std::vector<std::int16_t> left;
-        std::size_t first = 0;
+        // The station before is heard until the tuning is taken, and then silence.
+        std::size_t first = 0, silent = 0;
         while (static_cast<double>(left.size()) < kLongest_s * kRate_Hz) {
             std::int16_t block[2 * 441];
             const std::uint32_t count = HandsetSoundRead(tap_, &position_, block, 441, 1000);
@@ -86,7 +88,8 @@ class Ear {
                 if (position_ + i >= moment) left.push_back(block[2 * i]);
             }
             position_ += count;
-            while (first < left.size() && std::abs(left[first]) < kHeard) ++first;
+            for (; first < left.size() && (silent < kSilence || std::abs(left[first]) < kHeard); ++first)
+                silent = std::abs(left[first]) < kHeard ? silent + 1 : 0;
             if (left.size() < first + kBeginning) continue;
             return Tone(left, first, tone_Hz) > kLeastTone ? 1000.0 * static_cast<double>(first) / kRate_Hz
                                                            : -1;

@@ -23,8 +23,8 @@ EtherResults Bounds() {
         *growth = Growth{100, 20, 21, 100, 108, true};
     bench::ToneRecord tone;
     tone.seconds = 119;
-    tone.least_ppm = -300;
-    tone.most_ppm = 300;
+    tone.least_ppm = -310;
+    tone.most_ppm = 310;
     tone.amplitude = 0.3;
     results.tone = tone;
     results.recorded_s = 120;
@@ -72,8 +72,8 @@ TEST(EtherDemands, EachIsMissedBeyondItsBound) {
         {"handles of received tunings", [](EtherResults* r) { r->awaitedTunings->after_handles = 109; }},
         {"click", [](EtherResults* r) { r->tone->clicks = 1; }},
         {"break", [](EtherResults* r) { r->tone->breaks = 1; }},
-        {"pitch up", [](EtherResults* r) { r->tone->most_ppm = 301; }},
-        {"pitch down", [](EtherResults* r) { r->tone->least_ppm = -301; }},
+        {"pitch up", [](EtherResults* r) { r->tone->most_ppm = 311; }},
+        {"pitch down", [](EtherResults* r) { r->tone->least_ppm = -311; }},
     };
     for (const Row& row : kRows) {
         EtherResults results = Bounds();
