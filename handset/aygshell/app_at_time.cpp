@@ -8,8 +8,8 @@
 #include <optional>
 #include <string>
 
-#include "handset/aygshell/owned.h"
 #include "handset/base/module_edge.h"
+#include "handset/base/owned.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/aygshell.h"
 #include "handset/include/regext.h"
@@ -28,11 +28,9 @@ std::wstring KeyOf(const std::wstring& name) {
 }
 
 bool IsBooked(const std::wstring& name) {
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, KeyOf(name).c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS)
-        return false;
-    RegCloseKey(key);
-    return true;
+    handset::OwnedKey key;
+    return RegOpenKeyExW(HKEY_LOCAL_MACHINE, KeyOf(name).c_str(), 0, KEY_READ, handset::Put(key)) ==
+           ERROR_SUCCESS;
 }
 
 // The time as it is kept; nothing for one that does not exist. The day of the week does not matter.

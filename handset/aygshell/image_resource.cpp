@@ -6,7 +6,9 @@
 
 #include <cstring>
 
+#include "handset/base/com_reference.h"
 #include "handset/base/module_edge.h"
+#include "handset/base/owned.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/aygshell.h"
 
@@ -47,11 +49,9 @@ HBITMAP FromBitmapFile(const Bytes& bytes) {
         file.bfOffBits > bytes.size || row * rows > bytes.size - file.bfOffBits)
         return nullptr;
     const auto* header = reinterpret_cast<const BITMAPINFO*>(bytes.data + sizeof file);
-    const HDC screen = GetDC(nullptr);
-    const HBITMAP bitmap = CreateDIBitmap(screen, &header->bmiHeader, CBM_INIT, bytes.data + file.bfOffBits,
-                                          header, DIB_RGB_COLORS);
-    ReleaseDC(nullptr, screen);
-    return bitmap;
+    const handset::WindowDC screen(nullptr);
+    return CreateDIBitmap(screen.get(), &header->bmiHeader, CBM_INIT, bytes.data + file.bfOffBits, header,
+                          DIB_RGB_COLORS);
 }
 
 // The host knows the other forms.
@@ -60,25 +60,22 @@ HBITMAP FromPicture(const Bytes& bytes) {
     if (memory == nullptr) return nullptr;
     std::memcpy(GlobalLock(memory), bytes.data, bytes.size);
     GlobalUnlock(memory);
-    IStream* stream = nullptr;
-    IPicture* picture = nullptr;
-    HBITMAP bitmap = nullptr;
-    if (SUCCEEDED(CreateStreamOnHGlobal(memory, TRUE, &stream))) {
-        OleLoadPicture(stream, static_cast<LONG>(bytes.size), FALSE, IID_IPicture,
-                       reinterpret_cast<void**>(&picture));
-        stream->Release();
-    } else {
+    handset::CRef<IStream> stream;
+    handset::CRef<IPicture> picture;
+    if (FAILED(CreateStreamOnHGlobal(memory, TRUE, stream.Put()))) {
         GlobalFree(memory);
+        return nullptr;
     }
-    if (picture == nullptr) return nullptr;
+    OleLoadPicture(stream.Get(), static_cast<LONG>(bytes.size), FALSE, IID_IPicture,
+                   reinterpret_cast<void**>(picture.Put()));
+    if (!picture) return nullptr;
     OLE_HANDLE handle = 0;
     SHORT type = PICTYPE_NONE;
     if (SUCCEEDED(picture->get_Type(&type)) && type == PICTYPE_BITMAP &&
         SUCCEEDED(picture->get_Handle(&handle)))
-        bitmap = static_cast<HBITMAP>(CopyImage(reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(handle)),
-                                                IMAGE_BITMAP, 0, 0, LR_DEFAULTCOLOR));
-    picture->Release();
-    return bitmap;
+        return static_cast<HBITMAP>(CopyImage(reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(handle)),
+                                              IMAGE_BITMAP, 0, 0, LR_DEFAULTCOLOR));
+    return nullptr;
 }
 
 }  // namespace

@@ -60,7 +60,7 @@ bool NotifyCondition::IsValid(const NOTIFICATIONCONDITION& condition) {
 bool NotifyCondition::Holds(const RegistryValue& value) const {
     if (type_ == REG_CT_ANYCHANGE) return true;
     if (ComparesTexts(type_)) {
-        const auto text = AsString(value);
+        const auto text = AsText(value);
         return text && TextHolds(type_, *text, text_);
     }
     const auto number = AsDword(value);

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "handset/aygshell/registry_value.h"
+#include "handset/base/registry_value.h"
 #include "handset/include/regext.h"
 
 namespace handset {

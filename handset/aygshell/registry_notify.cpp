@@ -1,13 +1,15 @@
 // RegistryNotifyWindow and RegistryCloseNotification: one worker thread reports the changes of every watched
 // value as window messages. It runs while there is at least one notification.
+#include <iterator>
 #include <map>
 #include <mutex>
 #include <string>
 
+#include "handset/aygshell/device_value.h"
 #include "handset/aygshell/notify_condition.h"
-#include "handset/aygshell/registry_value.h"
-#include "handset/aygshell/registry_watcher.h"
 #include "handset/base/module_edge.h"
+#include "handset/base/owned.h"
+#include "handset/base/registry_watch.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/regext.h"
 #include "handset/state/handset_state.h"
@@ -57,7 +59,7 @@ CNotificationService& Service() {
 }
 
 std::optional<RegistryValue> Read(const Notification& notification) {
-    return ReadRegistryValue(notification.root, notification.key.c_str(), notification.value.c_str());
+    return ReadDeviceValue(notification.root, notification.key.c_str(), notification.value.c_str());
 }
 
 // Posts the change, if it is one. A notification whose window is gone stays silent until it is closed.
@@ -98,14 +100,14 @@ DWORD WINAPI CNotificationService::WorkerProc(void* self) {
 }
 
 void CNotificationService::Watch() {
-    RegistryWatcher watcher;
-    const HANDLE wakers[] = {stop_.get(), watcher.Changed()};
-    for (;;) {
-        // Armed first, read afterwards: a change in between is seen at once or wakes the next wait.
-        const bool armed = watcher.Arm();
-        ReportChanges();
-        if (WaitForMultipleObjects(2, wakers, FALSE, armed ? INFINITE : kRetry_ms) == WAIT_OBJECT_0) return;
-    }
+    RegistryWatch watch(StateKeyPath() + L"\\Registry", RegistryWatch::Depth::kTree,
+                        RegistryWatch::Missing::kMade);
+    const HANDLE wakers[] = {stop_.get(), watch.KeyEvent(), watch.ParentEvent()};
+    do {
+        // Looked first, read afterwards: a change in between is seen at once or wakes the next wait.
+        if (!watch.Unchanged()) ReportChanges();
+    } while (WaitForMultipleObjects(std::size(wakers), wakers, FALSE,
+                                    watch.Watches() ? INFINITE : kRetry_ms) != WAIT_OBJECT_0);
 }
 
 void CNotificationService::ReportChanges() {
@@ -161,18 +163,17 @@ extern "C" HRESULT WINAPI RegistryNotifyWindow(HKEY root, LPCWSTR key, LPCWSTR v
     handset::Notification notification;
     // The key is made when it is missing, as on the device; of a key that the caller opened the notification
     // keeps a handle of its own.
-    HKEY opened = nullptr;
-    if (RegCreateKeyExW(root, key == nullptr ? L"" : key, 0, nullptr, 0, KEY_READ, nullptr, &opened,
-                        nullptr) != ERROR_SUCCESS) {
+    handset::OwnedKey opened;
+    if (RegCreateKeyExW(root, key == nullptr ? L"" : key, 0, nullptr, 0, KEY_READ, nullptr,
+                        handset::Put(opened), nullptr) != ERROR_SUCCESS) {
         return E_FAIL;
     }
-    handset::OwnedKey owned(opened);
     notification.root = root;
     if (handset::IsPredefined(root)) {
         notification.key = key == nullptr ? L"" : key;
     } else {
-        notification.root = opened;
-        notification.ownRoot = std::move(owned);
+        notification.root = opened.get();
+        notification.ownRoot = std::move(opened);
     }
     notification.value = value == nullptr ? L"" : value;
     notification.window = window;

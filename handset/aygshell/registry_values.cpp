@@ -2,60 +2,24 @@
 #include <algorithm>
 #include <cwchar>
 #include <string>
-#include <vector>
 
-#include "handset/aygshell/owned.h"
-#include "handset/aygshell/registry_value.h"
+#include "handset/aygshell/device_value.h"
 #include "handset/base/module_edge.h"
+#include "handset/base/owned.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/regext.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/stored_value.h"
 
 namespace handset {
 
-namespace {
-
-// A key that the application has opened itself.
-std::optional<RegistryValue> ReadOfOpenKey(HKEY root, const wchar_t* key, const wchar_t* name) {
-    HKEY opened = nullptr;
-    if (RegOpenKeyExW(root, key, 0, KEY_READ, &opened) != ERROR_SUCCESS) return std::nullopt;
-    const OwnedKey owned(opened);
-    RegistryValue value;
-    // The value may grow between the question for its size and the reading.
-    for (;;) {
-        DWORD size = static_cast<DWORD>(value.data.size());
-        const LONG error = RegQueryValueExW(opened, name, nullptr, &value.type,
-                                            value.data.empty() ? nullptr : value.data.data(), &size);
-        const bool complete = error == ERROR_SUCCESS && size <= value.data.size();
-        if (error != ERROR_SUCCESS && error != ERROR_MORE_DATA) return std::nullopt;
-        value.data.resize(size);
-        if (complete) return value;
-    }
-}
-
-}  // namespace
-
-std::optional<RegistryValue> ReadRegistryValue(HKEY root, const wchar_t* key, const wchar_t* name) {
+std::optional<RegistryValue> ReadDeviceValue(HKEY root, const wchar_t* key, const wchar_t* name) {
     std::wstring path = DeviceRegistryRootPath(root);
     if (key == nullptr) key = L"";
-    if (path.empty()) return ReadOfOpenKey(root, key, name);
     while (*key == L'\\') ++key;
+    if (path.empty()) return ReadRegistryValue(root, key, name);
     if (*key != L'\0') path.append(L"\\").append(key);
     return ReadStoredValue(path, name);
-}
-
-std::optional<DWORD> AsDword(const RegistryValue& value) {
-    DWORD number = 0;
-    if (value.type != REG_DWORD || value.data.size() != sizeof number) return std::nullopt;
-    std::copy(value.data.begin(), value.data.end(), reinterpret_cast<BYTE*>(&number));
-    return number;
-}
-
-std::optional<std::wstring> AsString(const RegistryValue& value) {
-    if (value.type != REG_SZ) return std::nullopt;
-    std::wstring text(value.data.size() / sizeof(wchar_t), L'\0');
-    std::copy_n(value.data.begin(), text.size() * sizeof(wchar_t), reinterpret_cast<BYTE*>(text.data()));
-    return text.substr(0, text.find(L'\0'));
 }
 
 }  // namespace handset
@@ -63,14 +27,13 @@ std::optional<std::wstring> AsString(const RegistryValue& value) {
 namespace {
 
 HRESULT WriteValue(HKEY root, LPCWSTR key, LPCWSTR name, DWORD type, const void* data, std::size_t size) {
-    HKEY opened = nullptr;
-    if (RegCreateKeyExW(root, key == nullptr ? L"" : key, 0, nullptr, 0, KEY_WRITE, nullptr, &opened,
-                        nullptr) != ERROR_SUCCESS) {
+    handset::OwnedKey opened;
+    if (RegCreateKeyExW(root, key == nullptr ? L"" : key, 0, nullptr, 0, KEY_WRITE, nullptr,
+                        handset::Put(opened), nullptr) != ERROR_SUCCESS) {
         return E_FAIL;
     }
-    const handset::OwnedKey owned(opened);
     const LONG error =
-        RegSetValueExW(opened, name, 0, type, static_cast<const BYTE*>(data), static_cast<DWORD>(size));
+        RegSetValueExW(opened.get(), name, 0, type, static_cast<const BYTE*>(data), static_cast<DWORD>(size));
     return error == ERROR_SUCCESS ? S_OK : E_FAIL;
 }
 
@@ -79,7 +42,7 @@ HRESULT WriteValue(HKEY root, LPCWSTR key, LPCWSTR name, DWORD type, const void*
 extern "C" HRESULT WINAPI RegistryGetDWORD(HKEY root, LPCWSTR key, LPCWSTR value, DWORD* data) try {
     const PlatformCall call;
     if (root == nullptr || data == nullptr) return E_INVALIDARG;
-    const auto stored = handset::ReadRegistryValue(root, key, value);
+    const auto stored = handset::ReadDeviceValue(root, key, value);
     const auto number = stored ? handset::AsDword(*stored) : std::nullopt;
     if (!number) return E_FAIL;
     *data = *number;
@@ -100,8 +63,8 @@ extern "C" HRESULT WINAPI RegistryGetString(HKEY root, LPCWSTR key, LPCWSTR valu
                                             UINT count) try {
     const PlatformCall call;
     if (root == nullptr || data == nullptr || count == 0) return E_INVALIDARG;
-    const auto stored = handset::ReadRegistryValue(root, key, value);
-    const auto text = stored ? handset::AsString(*stored) : std::nullopt;
+    const auto stored = handset::ReadDeviceValue(root, key, value);
+    const auto text = stored ? handset::AsText(*stored) : std::nullopt;
     if (!text) return E_FAIL;
     if (text->size() >= count) return HRESULT_FROM_WIN32(ERROR_MORE_DATA);
     std::copy_n(text->c_str(), text->size() + 1, data);

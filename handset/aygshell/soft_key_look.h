@@ -5,7 +5,7 @@
 
 #include <commctrl.h>
 
-#include "handset/aygshell/owned.h"
+#include "handset/base/owned.h"
 
 namespace handset {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "handset/aygshell/owned.h"
+#include "handset/base/owned.h"
 
 namespace handset {
 

@@ -3,7 +3,7 @@
 namespace handset {
 
 ProcessLock::ProcessLock(const std::wstring& name, DWORD patience_ms)
-    : own_(CreateMutexW(nullptr, FALSE, name.c_str())), mutex_(own_) {
+    : own_(CreateMutexW(nullptr, FALSE, name.c_str())), mutex_(own_.get()) {
     Take(patience_ms);
 }
 
@@ -19,7 +19,6 @@ void ProcessLock::Take(DWORD patience_ms) {
 
 ProcessLock::~ProcessLock() {
     if (held_) ReleaseMutex(mutex_);
-    if (own_ != nullptr) CloseHandle(own_);
 }
 
 }  // namespace handset

@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "handset/base/owned.h"
+
 namespace handset {
 
 // A mutex of the system's, held for the length of a scope. One that another program does not give back is not
@@ -27,7 +29,7 @@ class ProcessLock {
   private:
     void Take(DWORD patience_ms);
 
-    HANDLE own_ = nullptr;
+    OwnedHandle own_;
     HANDLE mutex_;
     bool held_ = false;
 };

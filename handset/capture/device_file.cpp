@@ -16,16 +16,16 @@ std::uint64_t Ticks(const FILETIME& time) {
     return static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
 }
 
-HANDLE Open(const handset::DevicePath& path, DWORD disposition) {
-    if (!path || path.host() == nullptr) return INVALID_HANDLE_VALUE;
+handset::OwnedHandle Open(const handset::DevicePath& path, DWORD disposition) {
+    if (!path || path.host() == nullptr) return nullptr;
     // To a privileged user some hosts would give a read-only file all the same.
     const DWORD attributes = GetFileAttributesW(path.host());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
         SetLastError(ERROR_ACCESS_DENIED);
-        return INVALID_HANDLE_VALUE;
+        return nullptr;
     }
-    return CreateFileW(path.host(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition,
-                       FILE_ATTRIBUTE_NORMAL, nullptr);
+    return handset::OwnedHandle(handset::Opened(CreateFileW(
+        path.host(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr)));
 }
 
 HRESULT LastFailure() {
@@ -36,10 +36,7 @@ HRESULT LastFailure() {
 }  // namespace
 
 HRESULT CDeviceFile::Check(const std::wstring& path) {
-    const HANDLE file = Open(handset::OnDevice(path.c_str()), OPEN_ALWAYS);
-    if (file == INVALID_HANDLE_VALUE) return LastFailure();
-    CloseHandle(file);
-    return S_OK;
+    return Open(handset::OnDevice(path.c_str()), OPEN_ALWAYS) ? S_OK : LastFailure();
 }
 
 HRESULT CDeviceFile::Create(const std::wstring& path) {
@@ -64,15 +61,12 @@ void CDeviceFile::Stamp() {
     const FILETIME now = HandsetFileTime();
     const std::int64_t apart = static_cast<std::int64_t>(Ticks(now) - Ticks(host));
     if (apart > -kSame_100ns && apart < kSame_100ns) return;
-    SetFileTime(file_, size_ == 0 ? &now : nullptr, nullptr, &now);
+    SetFileTime(file_.get(), size_ == 0 ? &now : nullptr, nullptr, &now);
 }
 
 void CDeviceFile::Close() {
-    if (IsOpen()) {
-        Stamp();
-        CloseHandle(file_);
-    }
-    file_ = INVALID_HANDLE_VALUE;
+    if (IsOpen()) Stamp();
+    file_.reset();
 }
 
 bool CDeviceFile::WriteAt(std::uint64_t offset, const void* data, std::size_t size) {
@@ -80,8 +74,8 @@ bool CDeviceFile::WriteAt(std::uint64_t offset, const void* data, std::size_t si
     LARGE_INTEGER place;
     place.QuadPart = static_cast<LONGLONG>(offset);
     DWORD written = 0;
-    if (!SetFilePointerEx(file_, place, nullptr, FILE_BEGIN) ||
-        !WriteFile(file_, data, static_cast<DWORD>(size), &written, nullptr))
+    if (!SetFilePointerEx(file_.get(), place, nullptr, FILE_BEGIN) ||
+        !WriteFile(file_.get(), data, static_cast<DWORD>(size), &written, nullptr))
         return Failed(GetLastError());
     size_ = std::max(size_, offset + written);
     Stamp();
@@ -107,7 +101,7 @@ void CDeviceFile::Truncate(std::uint64_t size) {
     if (!IsOpen() || size >= size_) return;
     LARGE_INTEGER place;
     place.QuadPart = static_cast<LONGLONG>(size);
-    if (SetFilePointerEx(file_, place, nullptr, FILE_BEGIN) && SetEndOfFile(file_)) size_ = size;
+    if (SetFilePointerEx(file_.get(), place, nullptr, FILE_BEGIN) && SetEndOfFile(file_.get())) size_ = size;
 }
 
 }  // namespace capture

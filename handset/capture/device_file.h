@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "handset/base/owned.h"
 #include "handset/capture/recording_file.h"
 
 namespace capture {
@@ -21,7 +22,7 @@ class CDeviceFile final : public IRecordingFile {
     // Opens a file of the device for writing, empty.
     HRESULT Create(const std::wstring& path);
     void Close();
-    bool IsOpen() const { return file_ != INVALID_HANDLE_VALUE; }
+    bool IsOpen() const { return static_cast<bool>(file_); }
 
     // Fail also when the handset's state says that the disk is full or the card is out; Error() says why.
     bool WriteAt(std::uint64_t offset, const void* data, std::size_t size) override;
@@ -34,7 +35,7 @@ class CDeviceFile final : public IRecordingFile {
     void Stamp();
     bool Failed(DWORD error);
 
-    HANDLE file_ = INVALID_HANDLE_VALUE;
+    handset::OwnedHandle file_;
     bool onCard_ = false;
     bool onDevice_ = false;
     std::uint64_t size_ = 0;

@@ -21,11 +21,24 @@ DWORD RealMilliseconds(REFERENCE_TIME handset) {
 
 }  // namespace
 
+REFERENCE_TIME HandsetTime() {
+    return static_cast<REFERENCE_TIME>(HandsetMilliseconds()) * kMillisecond;
+}
+
 struct CHandsetClock::Alarm {
     HANDLE object = nullptr;
-    bool periodic = false;
+    REFERENCE_TIME due = 0;
+    REFERENCE_TIME period = 0;  // 0: once
     HANDLE timer = nullptr;
     std::atomic<bool> rung{false};
+
+    // The next time that is still to come.
+    REFERENCE_TIME Next() const {
+        const REFERENCE_TIME late = HandsetTime() - due;
+        return period == 0 || late < 0 ? due : due + (late / period + 1) * period;
+    }
+    DWORD Wait_ms() const { return RealMilliseconds(Next() - HandsetTime()); }
+    DWORD Period_ms() const { return period == 0 ? 0 : std::max<DWORD>(RealMilliseconds(period), 1); }
 
     // Waits for a call that is under way.
     ~Alarm() {
@@ -33,13 +46,23 @@ struct CHandsetClock::Alarm {
     }
 };
 
-REFERENCE_TIME HandsetTime() {
-    return static_cast<REFERENCE_TIME>(HandsetMilliseconds()) * kMillisecond;
+CHandsetClock::CHandsetClock(IUnknown* owner) : owner_(*owner) {
+    HandsetHearOfRates(OnNewRate, this);
 }
 
-CHandsetClock::CHandsetClock(IUnknown* owner) : owner_(*owner) {}
+CHandsetClock::~CHandsetClock() {
+    HandsetHearOfRates(nullptr, this);
+}
 
-CHandsetClock::~CHandsetClock() = default;
+void CALLBACK CHandsetClock::OnNewRate(void* self) try {
+    auto& clock = *static_cast<CHandsetClock*>(self);
+    const std::lock_guard<handset::CLock> guard(clock.lock_);
+    for (auto& [cookie, alarm] : clock.alarms_) {
+        if (!alarm->rung) ChangeTimerQueueTimer(nullptr, alarm->timer, alarm->Wait_ms(), alarm->Period_ms());
+    }
+} catch (...) {
+    handset::EdgeAnswer<void>();
+}
 
 HRESULT CHandsetClock::GetTime(REFERENCE_TIME* time) try {
     if (time == nullptr) return E_POINTER;
@@ -70,13 +93,12 @@ HRESULT CHandsetClock::AdvisePeriodic(REFERENCE_TIME start, REFERENCE_TIME perio
 HRESULT CHandsetClock::Set(REFERENCE_TIME due, REFERENCE_TIME period, HANDLE object, DWORD_PTR* cookie) {
     auto alarm = std::make_unique<Alarm>();
     alarm->object = object;
-    alarm->periodic = period != 0;
+    alarm->due = due;
+    alarm->period = period;
     const std::lock_guard<handset::CLock> guard(lock_);
     ForgetRung();
-    const DWORD wait_ms = RealMilliseconds(due - HandsetTime());
-    const DWORD period_ms = alarm->periodic ? std::max<DWORD>(RealMilliseconds(period), 1) : 0;
-    if (!CreateTimerQueueTimer(&alarm->timer, nullptr, OnAlarm, alarm.get(), wait_ms, period_ms,
-                               alarm->periodic ? WT_EXECUTEDEFAULT : WT_EXECUTEONLYONCE))
+    if (!CreateTimerQueueTimer(&alarm->timer, nullptr, OnAlarm, alarm.get(), alarm->Wait_ms(),
+                               alarm->Period_ms(), period == 0 ? WT_EXECUTEONLYONCE : WT_EXECUTEDEFAULT))
         return E_OUTOFMEMORY;
     *cookie = ++lastCookie_;
     alarms_[*cookie] = std::move(alarm);
@@ -99,7 +121,7 @@ void CHandsetClock::ForgetRung() {
 // Takes no lock: whoever deletes the timer waits for this call.
 void CALLBACK CHandsetClock::OnAlarm(void* context, BOOLEAN) try {
     auto& alarm = *static_cast<Alarm*>(context);
-    if (alarm.periodic) {
+    if (alarm.period != 0) {
         ReleaseSemaphore(alarm.object, 1, nullptr);
     } else {
         SetEvent(alarm.object);

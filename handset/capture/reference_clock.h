@@ -34,6 +34,7 @@ class CHandsetClock final : public IReferenceClock {
   private:
     struct Alarm;
     static void CALLBACK OnAlarm(void* alarm, BOOLEAN);
+    static void CALLBACK OnNewRate(void* self);
     HRESULT Set(REFERENCE_TIME due, REFERENCE_TIME period, HANDLE object, DWORD_PTR* cookie);
     void ForgetRung();
 

@@ -118,9 +118,9 @@ void CSoundPump::AwaitStop(std::unique_lock<handset::CLock>* lock) {
 void CSoundPump::Work() {
     std::vector<std::int16_t> frames(2 * kRead_frames);
     const std::vector<std::int16_t> silence(2 * kRead_frames);
-    const std::uint32_t wanted =
-        std::min<std::uint32_t>(kSourceRate_Hz * kRead_ms / 1000 * HandsetClockRate(), kRead_frames);
     while (!closing_) {
+        const std::uint32_t wanted =
+            std::min<std::uint32_t>(kSourceRate_Hz * kRead_ms / 1000 * HandsetClockRate(), kRead_frames);
         std::uint64_t lost = position_;
         const std::uint32_t count =
             HandsetSoundRead(tap_, &position_, frames.data(), wanted, kLongestRead_ms);

@@ -65,7 +65,7 @@ int Favourites(const Arguments& arguments, Console& console) {
 
 // Asks one radio until it is gone; false when it is still there at the deadline.
 bool CloseRadio(DWORD processId, ULONGLONG deadline_ms) {
-    const OwnedHandle process(OpenProcess(SYNCHRONIZE, FALSE, processId));
+    const handset::OwnedHandle process(OpenProcess(SYNCHRONIZE, FALSE, processId));
     AskToClose(processId);
     while (process && WaitForSingleObject(process.get(), kPollPeriod_ms) != WAIT_OBJECT_0) {
         if (GetTickCount64() >= deadline_ms) return false;
@@ -76,7 +76,7 @@ bool CloseRadio(DWORD processId, ULONGLONG deadline_ms) {
 }
 
 bool EndRadio(DWORD processId) {
-    const OwnedHandle process(OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, processId));
+    const handset::OwnedHandle process(OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, processId));
     if (!process) return true;
     TerminateProcess(process.get(), kFailed);
     return WaitForSingleObject(process.get(), kForcedTimeout_ms) == WAIT_OBJECT_0;

@@ -5,11 +5,11 @@
 #include <cwchar>
 #include <filesystem>
 
+#include "handset/base/owned.h"
 #include "handset/capture/recording_facts.h"
 #include "handset/command/command.h"
 #include "handset/controls/device_registry.h"
 #include "handset/controls/encoding.h"
-#include "handset/controls/owned_handle.h"
 #include "handset/include/tuner_slots.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/handset_time.h"
@@ -20,9 +20,9 @@ namespace {
 class HostFileBytes : public capture::IFileBytes {
   public:
     explicit HostFileBytes(const std::wstring& path)
-        : file_(CreateFileW(path.c_str(), GENERIC_READ,
-                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                            FILE_ATTRIBUTE_NORMAL, nullptr)) {}
+        : file_(handset::Opened(CreateFileW(path.c_str(), GENERIC_READ,
+                                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr))) {}
 
     std::uint64_t Size() const override {
         LARGE_INTEGER size = {};
@@ -37,7 +37,7 @@ class HostFileBytes : public capture::IFileBytes {
     }
 
   private:
-    OwnedHandle file_;
+    handset::OwnedHandle file_;
 };
 
 // "2026-11-23 09:58", the handset's local time.

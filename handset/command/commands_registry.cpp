@@ -10,9 +10,7 @@ namespace panel {
 namespace {
 
 std::wstring StringOf(const DeviceValue& value) {
-    const std::wstring text(reinterpret_cast<const wchar_t*>(value.data.data()),
-                            value.data.size() / sizeof(wchar_t));
-    return text.substr(0, text.find(L'\0'));
+    return handset::AsText(value).value_or(L"");
 }
 
 std::wstring NumberOf(const DeviceValue& value) {
@@ -35,9 +33,7 @@ std::wstring BytesOf(const DeviceValue& value) {
 std::optional<DeviceValue> NumberValue(DWORD type, std::size_t size, const std::wstring& text) {
     const auto number = ParseNumber(text);
     if (!number || (size < sizeof *number && *number >> (8 * size) != 0)) return std::nullopt;
-    DeviceValue value{type, std::vector<BYTE>(size)};
-    std::memcpy(value.data.data(), &*number, size);
-    return value;
+    return handset::BytesValue(type, &*number, size);
 }
 
 struct ValueType {
@@ -52,11 +48,7 @@ const ValueType kTypes[] = {
      [](const std::wstring& text) { return NumberValue(REG_DWORD, sizeof(DWORD), text); },
      L"a number from 0 to 4294967295"},
     {L"string", REG_SZ, StringOf,
-     [](const std::wstring& text) -> std::optional<DeviceValue> {
-         DeviceValue value{REG_SZ, std::vector<BYTE>((text.size() + 1) * sizeof(wchar_t))};
-         std::memcpy(value.data.data(), text.c_str(), value.data.size());
-         return value;
-     },
+     [](const std::wstring& text) -> std::optional<DeviceValue> { return handset::TextValue(text); },
      L"a text"},
     {L"qword", REG_QWORD, NumberOf,
      [](const std::wstring& text) { return NumberValue(REG_QWORD, sizeof(std::uint64_t), text); },

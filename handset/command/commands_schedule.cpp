@@ -64,11 +64,11 @@ int StopService(bool unlessBooked, Console& console) {
         return kDone;
     }
     const auto open = [] {
-        return OwnedHandle(
+        return handset::OwnedHandle(
             OpenEventW(EVENT_MODIFY_STATE, FALSE, handset::StateObjectName(kStopName).c_str()));
     };
     {
-        const OwnedHandle stop = open();
+        const handset::OwnedHandle stop = open();
         if (!stop) return kDone;
         SetEvent(stop.get());
     }
@@ -77,7 +77,8 @@ int StopService(bool unlessBooked, Console& console) {
 }
 
 int RunService(Console& console) {
-    const OwnedHandle stop(CreateEventW(nullptr, TRUE, FALSE, handset::StateObjectName(kStopName).c_str()));
+    const handset::OwnedHandle stop(
+        CreateEventW(nullptr, TRUE, FALSE, handset::StateObjectName(kStopName).c_str()));
     if (GetLastError() == ERROR_ALREADY_EXISTS) {
         console.Line(L"the service runs already");
         return kDone;

@@ -1,9 +1,7 @@
 // The device's registry, over the host's calls.
 #include "handset/controls/device_registry.h"
 
-#include <algorithm>
-#include <cstring>
-
+#include "handset/base/owned.h"
 #include "handset/state/handset_state.h"
 
 namespace panel {
@@ -22,33 +20,14 @@ const RootName kRootNames[] = {
 };
 // clang-format on
 
-// An open key, closed at the end of its scope.
-class OpenKey {
-  public:
-    OpenKey(const std::wstring& deviceKey, REGSAM access) {
-        const auto path = HostKeyPath(deviceKey);
-        if (!path || RegOpenKeyExW(HKEY_CURRENT_USER, path->c_str(), 0, access, &key_) != ERROR_SUCCESS) {
-            key_ = nullptr;
-        }
-    }
-    ~OpenKey() {
-        if (key_ != nullptr) RegCloseKey(key_);
-    }
-    OpenKey(const OpenKey&) = delete;
-    OpenKey& operator=(const OpenKey&) = delete;
-    [[nodiscard]] HKEY get() const { return key_; }
-
-  private:
-    HKEY key_ = nullptr;
-};
+handset::OwnedKey Open(const std::wstring& deviceKey, REGSAM access) {
+    const auto path = HostKeyPath(deviceKey);
+    handset::OwnedKey key;
+    if (path) RegOpenKeyExW(HKEY_CURRENT_USER, path->c_str(), 0, access, handset::Put(key));
+    return key;
+}
 
 constexpr DWORD kNameCapacity = 16384;  // a value's name has at most 16383 characters
-
-DeviceValue StringValue(const std::wstring& text) {
-    DeviceValue value{REG_SZ, std::vector<BYTE>((text.size() + 1) * sizeof(wchar_t))};
-    std::memcpy(value.data.data(), text.c_str(), value.data.size());
-    return value;
-}
 
 }  // namespace
 
@@ -68,38 +47,19 @@ std::optional<std::wstring> HostKeyPath(const std::wstring& deviceKey) {
 }
 
 bool DeviceKeyExists(const std::wstring& key) {
-    return OpenKey(key, KEY_READ).get() != nullptr;
+    return Open(key, KEY_READ) != nullptr;
 }
 
 bool CreateDeviceKey(const std::wstring& key) {
     const auto path = HostKeyPath(key);
-    HKEY created = nullptr;
-    if (!path || RegCreateKeyExW(HKEY_CURRENT_USER, path->c_str(), 0, nullptr, 0, KEY_READ, nullptr, &created,
-                                 nullptr) != ERROR_SUCCESS) {
-        return false;
-    }
-    RegCloseKey(created);
-    return true;
+    handset::OwnedKey created;
+    return path && RegCreateKeyExW(HKEY_CURRENT_USER, path->c_str(), 0, nullptr, 0, KEY_READ, nullptr,
+                                   handset::Put(created), nullptr) == ERROR_SUCCESS;
 }
 
 std::optional<DeviceValue> GetDeviceValue(const std::wstring& key, const std::wstring& value) {
-    const OpenKey open(key, KEY_QUERY_VALUE);
-    if (open.get() == nullptr) return std::nullopt;
-    DeviceValue found{};
-    found.data.resize(256);
-    for (;;) {
-        auto size = static_cast<DWORD>(found.data.size());
-        const LSTATUS status =
-            RegQueryValueExW(open.get(), value.c_str(), nullptr, &found.type, found.data.data(), &size);
-        // Somebody else may make it longer meanwhile.
-        if (status == ERROR_MORE_DATA) {
-            found.data.resize(std::max<std::size_t>(size, 2 * found.data.size()));
-            continue;
-        }
-        if (status != ERROR_SUCCESS) return std::nullopt;
-        found.data.resize(size);
-        return found;
-    }
+    const auto path = HostKeyPath(key);
+    return path ? handset::ReadRegistryValue(HKEY_CURRENT_USER, *path, value.c_str()) : std::nullopt;
 }
 
 bool SetDeviceValue(const std::wstring& key, const std::wstring& value, const DeviceValue& data) {
@@ -109,8 +69,8 @@ bool SetDeviceValue(const std::wstring& key, const std::wstring& value, const De
 }
 
 bool DeleteDeviceValue(const std::wstring& key, const std::wstring& value) {
-    const OpenKey open(key, KEY_SET_VALUE);
-    return open.get() != nullptr && RegDeleteValueW(open.get(), value.c_str()) == ERROR_SUCCESS;
+    const handset::OwnedKey open = Open(key, KEY_SET_VALUE);
+    return open && RegDeleteValueW(open.get(), value.c_str()) == ERROR_SUCCESS;
 }
 
 bool DeleteDeviceKey(const std::wstring& key) {
@@ -119,12 +79,12 @@ bool DeleteDeviceKey(const std::wstring& key) {
 }
 
 std::vector<std::wstring> DeviceSubkeys(const std::wstring& key) {
-    const OpenKey open(key, KEY_ENUMERATE_SUB_KEYS);
+    const handset::OwnedKey open = Open(key, KEY_ENUMERATE_SUB_KEYS);
     std::vector<std::wstring> names;
     wchar_t name[256];
     DWORD length = std::size(name);
-    while (open.get() != nullptr && RegEnumKeyExW(open.get(), static_cast<DWORD>(names.size()), name, &length,
-                                                  nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS) {
+    while (open && RegEnumKeyExW(open.get(), static_cast<DWORD>(names.size()), name, &length, nullptr,
+                                 nullptr, nullptr, nullptr) == ERROR_SUCCESS) {
         names.emplace_back(name, length);
         length = std::size(name);
     }
@@ -132,13 +92,12 @@ std::vector<std::wstring> DeviceSubkeys(const std::wstring& key) {
 }
 
 std::vector<std::wstring> DeviceValueNames(const std::wstring& key) {
-    const OpenKey open(key, KEY_QUERY_VALUE);
+    const handset::OwnedKey open = Open(key, KEY_QUERY_VALUE);
     std::vector<std::wstring> names;
     std::wstring name(kNameCapacity, L'\0');
     DWORD length = kNameCapacity;
-    while (open.get() != nullptr &&
-           RegEnumValueW(open.get(), static_cast<DWORD>(names.size()), name.data(), &length, nullptr, nullptr,
-                         nullptr, nullptr) == ERROR_SUCCESS) {
+    while (open && RegEnumValueW(open.get(), static_cast<DWORD>(names.size()), name.data(), &length, nullptr,
+                                 nullptr, nullptr, nullptr) == ERROR_SUCCESS) {
         names.push_back(name.substr(0, length));
         length = kNameCapacity;
     }
@@ -147,28 +106,20 @@ std::vector<std::wstring> DeviceValueNames(const std::wstring& key) {
 
 DWORD DeviceDword(const std::wstring& key, const std::wstring& value, DWORD fallback) {
     const auto found = GetDeviceValue(key, value);
-    DWORD number = 0;
-    if (!found || found->type != REG_DWORD || found->data.size() != sizeof number) return fallback;
-    std::memcpy(&number, found->data.data(), sizeof number);
-    return number;
+    return found ? handset::AsDword(*found).value_or(fallback) : fallback;
 }
 
 std::wstring DeviceString(const std::wstring& key, const std::wstring& value, const std::wstring& fallback) {
     const auto found = GetDeviceValue(key, value);
-    if (!found || found->type != REG_SZ) return fallback;
-    const std::wstring text(reinterpret_cast<const wchar_t*>(found->data.data()),
-                            found->data.size() / sizeof(wchar_t));
-    return text.substr(0, text.find(L'\0'));
+    return found ? handset::AsText(*found).value_or(fallback) : fallback;
 }
 
 bool SetDeviceDword(const std::wstring& key, const std::wstring& value, DWORD data) {
-    DeviceValue number{REG_DWORD, std::vector<BYTE>(sizeof data)};
-    std::memcpy(number.data.data(), &data, sizeof data);
-    return SetDeviceValue(key, value, number);
+    return SetDeviceValue(key, value, handset::DwordValue(data));
 }
 
 bool SetDeviceString(const std::wstring& key, const std::wstring& value, const std::wstring& data) {
-    return SetDeviceValue(key, value, StringValue(data));
+    return SetDeviceValue(key, value, handset::TextValue(data));
 }
 
 }  // namespace panel

@@ -7,12 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "handset/base/registry_value.h"
+
 namespace panel {
 
-struct DeviceValue {
-    DWORD type;  // REG_DWORD, REG_SZ, REG_QWORD or another
-    std::vector<BYTE> data;
-};
+using DeviceValue = handset::RegistryValue;
 
 // The host's key path, below HKEY_CURRENT_USER, of a device key such as "HKLM\System\State\Hardware"
 // (HKCR, HKLM, HKCU, HKU or their long names; a backslash at either end is let pass). Nothing for another

@@ -3,14 +3,14 @@
 
 #include <windows.h>
 
-#include "handset/controls/owned_handle.h"
+#include "handset/base/owned.h"
 
 namespace panel {
 
 std::optional<std::string> ReadWholeFile(const std::wstring& path) {
-    const OwnedHandle file(CreateFileW(path.c_str(), GENERIC_READ,
-                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const handset::OwnedHandle file(handset::Opened(
+        CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)));
     LARGE_INTEGER size = {};
     if (!file || !GetFileSizeEx(file.get(), &size)) return std::nullopt;
     std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
@@ -28,8 +28,8 @@ constexpr int kReplaceTries = 500;
 constexpr DWORD kReplaceRetry_ms = 3;
 
 bool Fill(const std::wstring& path, const std::string& bytes) {
-    const OwnedHandle file(
-        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const handset::OwnedHandle file(handset::Opened(
+        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr)));
     DWORD written = 0;
     return file && WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
            written == bytes.size();
@@ -54,9 +54,8 @@ bool WriteWholeFile(const std::wstring& path, const std::string& bytes) {
     // finds one of them whole.
     const std::wstring fresh = path + L"." + std::to_wstring(GetCurrentThreadId()) + L".new";
     if (Fill(fresh, bytes) && TakesPlaceOf(fresh, path)) return true;
-    const DWORD error = GetLastError();
+    const handset::KeptLastError kept;
     DeleteFileW(fresh.c_str());
-    SetLastError(error);
     return false;
 }
 

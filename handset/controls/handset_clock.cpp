@@ -18,8 +18,7 @@ std::uint64_t LocalTicksNow() {
 }  // namespace
 
 std::uint32_t ShownRate() {
-    const auto moment = handset::SharedMoment();
-    return moment ? moment->rate : handset::ClockRate();
+    return handset::RateNow();
 }
 
 handset::LocalSeconds LocalNow() {

@@ -22,7 +22,7 @@ constexpr wchar_t kRadioPath[] = L"\\Windows\\UI.exe";
 constexpr std::uint64_t kLongestStart_100ns = 30 * 10000000ULL;
 
 bool RunsProgram(DWORD processId, const std::wstring& program) {
-    const OwnedHandle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId));
+    const handset::OwnedHandle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId));
     std::wstring image(MAX_PATH * 2, L'\0');
     DWORD length = static_cast<DWORD>(image.size());
     DWORD code = 0;
@@ -42,7 +42,7 @@ std::uint64_t Ticks(const FILETIME& time) {
 // On its way to its first window, or gone from its last.
 bool IsUnsettled(DWORD processId) {
     if (MainWindowOf(processId) != nullptr || !WindowsOfProcess(processId).empty()) return false;
-    const OwnedHandle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId));
+    const handset::OwnedHandle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processId));
     FILETIME begun = {}, ended = {}, kernel = {}, user = {}, now = {};
     DWORD code = 0;
     if (!process || !GetExitCodeProcess(process.get(), &code) || code != STILL_ACTIVE ||
@@ -77,7 +77,7 @@ std::optional<DWORD> RadioProcess() {
 std::vector<DWORD> RadioProcesses() {
     const std::wstring program = FullHostPath(RadioProgram());
     std::vector<DWORD> found;
-    const OwnedHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+    const handset::OwnedHandle snapshot(handset::Opened(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0)));
     PROCESSENTRY32W entry = {};
     entry.dwSize = sizeof entry;
     for (BOOL more = Process32FirstW(snapshot.get(), &entry); more;
@@ -144,8 +144,8 @@ RadioStart LaunchProgram(const std::wstring& devicePath, const std::wstring& com
         start.fault = program + L" did not start (error " + std::to_wstring(GetLastError()) + L")";
         return start;
     }
-    CloseHandle(process.hThread);
-    start.process = OwnedHandle(process.hProcess);
+    const handset::OwnedHandle thread(process.hThread);
+    start.process.reset(process.hProcess);
     start.processId = process.dwProcessId;
     // It comes to the front as on the device, where the host leaves that to the one who may.
     AllowSetForegroundWindow(start.processId);

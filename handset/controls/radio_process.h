@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "handset/controls/owned_handle.h"
+#include "handset/base/owned.h"
 #include "handset/state/booking_lock.h"
 
 namespace panel {
@@ -33,7 +33,7 @@ class RadioTurn {
 };
 
 struct RadioStart {
-    OwnedHandle process;  // null: it did not start
+    handset::OwnedHandle process;  // null: it did not start
     DWORD processId = 0;
     std::wstring fault;  // why it did not start
 };

@@ -46,21 +46,24 @@ std::unique_ptr<IGenerator> OpenFile(const std::string& devicePath) {
 class CSimulatedSeek : public ISeek {
   public:
     explicit CSimulatedSeek(const SeekResult& result)
-        : result_(result), left_ms_(HandsetRealTimeout(result.Duration_ms())) {}
+        : result_(result), end_ms_(HandsetMilliseconds() + result.Duration_ms()) {}
 
     SeekState Step(std::uint32_t* channel) override {
         constexpr DWORD kStep_ms = 20;
-        const DWORD step_ms = std::min(left_ms_, kStep_ms);
-        ::Sleep(step_ms);
-        left_ms_ -= step_ms;
-        if (left_ms_ > 0) return SeekState::kUnderWay;
+        ::Sleep(std::min(HandsetRealTimeout(Left_ms()), kStep_ms));
+        if (Left_ms() > 0) return SeekState::kUnderWay;
         *channel = result_.channel;
         return result_.found ? SeekState::kFound : SeekState::kNothing;
     }
 
   private:
+    DWORD Left_ms() const {
+        const std::uint64_t now_ms = HandsetMilliseconds();
+        return static_cast<DWORD>(end_ms_ - std::min(now_ms, end_ms_));
+    }
+
     const SeekResult result_;
-    DWORD left_ms_;
+    const std::uint64_t end_ms_;
 };
 
 }  // namespace

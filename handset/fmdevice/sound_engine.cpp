@@ -35,8 +35,16 @@ CSoundEngine& CSoundEngine::Instance() {
 CSoundEngine::CSoundEngine()
     : ring_(kSoundTapCapacity_frames),
       rate_(HandsetClockRate()),
-      // Faster than life nothing can be listened to.
-      audible_(rate_ == 1 && handset::StateDword(L"HostSound", 1) != 0) {}
+      hostSound_(handset::StateDword(L"HostSound", 1) != 0) {}
+
+// What a fast clock has left to be made is more than the ring holds, and comes at once when it goes at the
+// pace of life again: no reader is to lose it.
+void CSoundEngine::FollowRate() {
+    const std::uint32_t rate = HandsetClockRate();
+    if (rate == rate_) return;
+    rate_ = rate;
+    patientTo_ = NowFrame();
+}
 
 void CSoundEngine::AddUser() {
     const std::lock_guard<handset::CLock> lock(threadLock_);
@@ -128,7 +136,9 @@ void CSoundEngine::CloseTap(std::uint32_t tap) {
 }
 
 bool CSoundEngine::SpeakerWanted(const SoundScene& scene) const {
-    return audible_ && scene.frontEnd && scene.gain > 0 && GetTickCount64() >= speakerRetry_ms_;
+    // Faster than life nothing can be listened to.
+    return hostSound_ && rate_ == 1 && scene.frontEnd && scene.gain > 0 &&
+           GetTickCount64() >= speakerRetry_ms_;
 }
 
 bool CSoundEngine::WorkWanted() const {
@@ -137,7 +147,7 @@ bool CSoundEngine::WorkWanted() const {
 }
 
 bool CSoundEngine::RoomForBlock() const {
-    if (rate_ == 1) return true;
+    if (rate_ == 1 && ring_.End() >= patientTo_) return true;
     return std::all_of(taps_.begin(), taps_.end(), [this](const auto& tap) {
         return ring_.End() + kBlockFrames <= tap.second.reached + ring_.Capacity();
     });
@@ -198,6 +208,7 @@ void CSoundEngine::CatchUp(std::uint64_t now) {
 void CSoundEngine::Run() {
     std::unique_lock<handset::CLock> lock(lock_);
     while (!stop_) {
+        FollowRate();
         TakeScenes(ring_.End());
         if (!WorkWanted()) {
             Rest(&lock);

@@ -52,6 +52,7 @@ class CSoundEngine {
     void MakeBlock(std::unique_lock<handset::CLock>* lock);
     // With lock_ held:
     bool SpeakerWanted(const SoundScene& scene) const;
+    void FollowRate();
     bool WorkWanted() const;
     bool RoomForBlock() const;
     bool SomebodyAwaits(std::uint64_t position) const;
@@ -91,8 +92,9 @@ class CSoundEngine {
     std::map<std::uint32_t, Tap> taps_;
     std::uint32_t lastTap_ = 0;
     std::uint64_t speakerRetry_ms_ = 0;  // real time before which the loudspeaker is not tried again
-    const std::uint32_t rate_;
-    const bool audible_;  // the host's loudspeakers are to be tried; state value "HostSound" 0: never
+    std::uint32_t rate_;                 // of the clock, as the sound thread knows it
+    std::uint64_t patientTo_ = 0;        // up to there the sound waits for every reader, at rate 1 as well
+    const bool hostSound_;  // the host's loudspeakers are to be tried; state value "HostSound" 0: never
 
     // The sound thread's own.
     CSoundLog log_;

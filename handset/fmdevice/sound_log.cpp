@@ -2,6 +2,7 @@
 #include "handset/fmdevice/sound_log.h"
 
 #include "handset/fmdevice/debug_output.h"
+#include "handset/fmdevice/host_file.h"
 #include "handset/fmdevice/sound_format.h"
 #include "handset/sound/wav.h"
 #include "handset/state/utf8_text.h"
@@ -47,23 +48,23 @@ std::uint32_t SoundThere(HANDLE file) {
 void CSoundLog::Follow(const std::wstring& devicePath) {
     if (devicePath == path_) return;
     Flush();
-    file_.Reset();
+    file_.reset();
     pending_.clear();
     dataBytes_ = 0;
     path_ = devicePath;
     if (path_.empty()) return;
-    file_ = CFileHandle(CreateFileW(ReachableHostPath(path_).c_str(), GENERIC_READ | GENERIC_WRITE,
-                                    FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+    file_.reset(handset::Opened(CreateFileW(ReachableHostPath(path_).c_str(), GENERIC_READ | GENERIC_WRITE,
+                                            FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
+                                            FILE_ATTRIBUTE_NORMAL, nullptr)));
     if (!file_) {
         ReportLine(handset::Utf8(path_) + ": the sound log cannot be opened");
         return;
     }
-    dataBytes_ = SoundThere(file_.Get());
+    dataBytes_ = SoundThere(file_.get());
     if (dataBytes_ != 0) return;
     const auto header = HeaderOf(0);
-    WriteAt(file_.Get(), 0, header.data(), header.size());
-    SetEndOfFile(file_.Get());
+    WriteAt(file_.get(), 0, header.data(), header.size());
+    SetEndOfFile(file_.get());
 }
 
 void CSoundLog::Write(const std::int16_t* samples, std::size_t frames) {
@@ -79,14 +80,14 @@ void CSoundLog::Flush() {
     const std::uint64_t end = sound::kWavHeader_bytes + static_cast<std::uint64_t>(dataBytes_);
     const auto header = HeaderOf(dataBytes_ + bytes);
     const bool written = bytes <= kLargestData - dataBytes_ &&
-                         WriteAt(file_.Get(), end, pending_.data(), bytes) &&
-                         WriteAt(file_.Get(), 0, header.data(), header.size());
+                         WriteAt(file_.get(), end, pending_.data(), bytes) &&
+                         WriteAt(file_.get(), 0, header.data(), header.size());
     pending_.clear();
     if (written) {
         dataBytes_ += bytes;
         return;
     }
-    file_.Reset();
+    file_.reset();
     ReportLine(handset::Utf8(path_) + ": the sound log is full; no more is written to it");
 }
 

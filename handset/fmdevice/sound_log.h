@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "handset/fmdevice/host_file.h"
+#include "handset/base/owned.h"
 
 namespace fm {
 
@@ -24,7 +24,7 @@ class CSoundLog {
     void Flush();
 
     std::wstring path_;
-    CFileHandle file_;
+    handset::OwnedHandle file_;
     std::uint32_t dataBytes_ = 0;
     std::vector<std::int16_t> pending_;
 };

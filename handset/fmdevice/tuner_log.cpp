@@ -4,6 +4,7 @@
 #include <cwchar>
 #include <mutex>
 
+#include "handset/base/owned.h"
 #include "handset/base/whole_line.h"
 #include "handset/fmdevice/host_file.h"
 #include "handset/state/handset_state.h"
@@ -33,11 +34,12 @@ HRESULT LogCall(const std::wstring& call, HRESULT result, const std::wstring& ou
         handset::Utf8(call + L" -> " + ResultText(result) + (out.empty() ? L"" : L": " + out)) + '\n';
 
     const std::lock_guard<std::mutex> lock(g_logLock);
-    const CFileHandle file(CreateFileW(hostPath.c_str(), FILE_APPEND_DATA | SYNCHRONIZE,
-                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                       OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const handset::OwnedHandle file(
+        handset::Opened(CreateFileW(hostPath.c_str(), FILE_APPEND_DATA | SYNCHRONIZE,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr)));
     if (!file) return result;
-    handset::WriteWhole(file.Get(), line.data(), line.size());
+    handset::WriteWhole(file.get(), line.data(), line.size());
     return result;
 }
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "handset/controls/owned_handle.h"
+#include "handset/base/owned.h"
 #include "handset/phone/panel_picture.h"
 #include "handset/phone/png_file.h"
 #include "handset/state/display_format.h"
@@ -73,10 +73,10 @@ std::string BandPng(const BandShown& shown) {
     const int width = kPictureWidth, height = kBandHeight + 2 * kPictureMargin;
     const BITMAPINFO info = handset::DisplayFormat(width, height);
     void* bits = nullptr;
-    const OwnedBitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-    const OwnedMemoryDC dc(CreateCompatibleDC(nullptr));
+    const handset::OwnedBitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    const handset::OwnedMemoryDC dc(CreateCompatibleDC(nullptr));
     if (!bitmap || !dc) return "";
-    const SelectedObject selected(dc.get(), bitmap.get());
+    const handset::SelectedObject selected(dc.get(), bitmap.get());
     auto* pixels = static_cast<std::uint32_t*>(bits);
     const Box strip = {kPictureMargin, kPictureMargin, width - 2 * kPictureMargin, kBandHeight};
     Canvas canvas(pixels, width, height);

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kCapHeight = 0.72;  // of the font's size, in common sans-serif faces
 
-OwnedFont MakeFont(const TextMark& mark) {
+handset::OwnedFont MakeFont(const TextMark& mark) {
     LOGFONTW font = {};
     font.lfHeight = -mark.size;
     font.lfWeight = mark.weight;
@@ -21,15 +21,15 @@ OwnedFont MakeFont(const TextMark& mark) {
     font.lfQuality = ANTIALIASED_QUALITY;
     font.lfCharSet = DEFAULT_CHARSET;
     wcscpy(font.lfFaceName, L"Tahoma");
-    return OwnedFont(CreateFontIndirectW(&font));
+    return handset::OwnedFont(CreateFontIndirectW(&font));
 }
 
 }  // namespace
 
 void DrawTextMark(HDC dc, const TextMark& mark) {
     const UINT kAligns[] = {TA_CENTER, TA_LEFT, TA_RIGHT};
-    const OwnedFont font = MakeFont(mark);
-    const SelectedObject selected(dc, font.get());
+    const handset::OwnedFont font = MakeFont(mark);
+    const handset::SelectedObject selected(dc, font.get());
     SetTextAlign(dc, TA_BASELINE | kAligns[static_cast<int>(mark.anchor)]);
     SetTextCharacterExtra(dc, mark.spacing);
     SetBkMode(dc, TRANSPARENT);
@@ -41,8 +41,8 @@ void DrawTextMark(HDC dc, const TextMark& mark) {
 }
 
 int TextWidth(HDC dc, const TextMark& mark) {
-    const OwnedFont font = MakeFont(mark);
-    const SelectedObject selected(dc, font.get());
+    const handset::OwnedFont font = MakeFont(mark);
+    const handset::SelectedObject selected(dc, font.get());
     SIZE size = {};
     GetTextExtentPoint32W(dc, mark.text, static_cast<int>(std::wcslen(mark.text)), &size);
     return size.cx;

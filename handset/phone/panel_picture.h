@@ -5,7 +5,7 @@
 
 #include <optional>
 
-#include "handset/controls/owned_handle.h"
+#include "handset/base/owned.h"
 #include "handset/phone/band_strip.h"
 #include "handset/phone/canvas.h"
 #include "handset/phone/phone_layout.h"
@@ -32,8 +32,8 @@ class PanelPicture {
   private:
     bool Fit(int width, int height);
 
-    OwnedMemoryDC dc_;
-    OwnedBitmap bitmap_;
+    handset::OwnedMemoryDC dc_;
+    handset::OwnedBitmap bitmap_;
     std::uint32_t* pixels_ = nullptr;
     int width_ = 0, height_ = 0;
 };

@@ -1,6 +1,7 @@
 // The radio's windows and the panel's.
 #include "handset/phone/radio_follow.h"
 
+#include "handset/base/owned.h"
 #include "handset/controls/radio_windows.h"
 #include "handset/state/screen_size.h"
 
@@ -70,12 +71,11 @@ void RadioFollow::OpenDisplay(HWND panel, bool open, const RECT& display) {
         SetWindowRgn(panel, nullptr, TRUE);
         return;
     }
+    handset::OwnedRegion region(CreateRectRgn(0, 0, window.right - window.left, window.bottom - window.top));
+    const handset::OwnedRegion shown(CreateRectRgnIndirect(&hole));
+    CombineRgn(region.get(), region.get(), shown.get(), RGN_DIFF);
     // The window owns the region from here on.
-    const HRGN region = CreateRectRgn(0, 0, window.right - window.left, window.bottom - window.top);
-    const HRGN display_region = CreateRectRgnIndirect(&hole);
-    CombineRgn(region, region, display_region, RGN_DIFF);
-    DeleteObject(display_region);
-    SetWindowRgn(panel, region, TRUE);
+    SetWindowRgn(panel, region.release(), TRUE);
 }
 
 }  // namespace panel

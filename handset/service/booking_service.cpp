@@ -2,8 +2,10 @@
 #include "handset/service/booking_service.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "handset/base/module_edge.h"
+#include "handset/base/registry_watch.h"
 #include "handset/controls/handset_clock.h"
 #include "handset/controls/handset_desktop.h"
 #include "handset/controls/radio_process.h"
@@ -23,47 +25,6 @@ constexpr DWORD kResetPeriod_ms = 300;
 // While a radio that was started is on its way to its window, this often.
 constexpr DWORD kTurnPeriod_ms = 50;
 constexpr wchar_t kRunsName[] = L"ServiceRuns";
-
-// Signals when something under a key of the state changes.
-class KeyWatch {
-  public:
-    KeyWatch(const std::wstring& path, bool subtree)
-        : event_(CreateEventW(nullptr, FALSE, FALSE, nullptr)), path_(path), subtree_(subtree) {
-        Arm();
-    }
-    ~KeyWatch() { Close(); }
-    KeyWatch(const KeyWatch&) = delete;
-    KeyWatch& operator=(const KeyWatch&) = delete;
-
-    // Call it before reading what is watched. The key is made when it is missing, or nobody would tell of it.
-    void Arm() {
-        constexpr DWORD kWhat = REG_NOTIFY_CHANGE_NAME | REG_NOTIFY_CHANGE_LAST_SET;
-        Close();
-        // The host signals a watch that is given up.
-        ResetEvent(event_.get());
-        RegCreateKeyExW(HKEY_CURRENT_USER, path_.c_str(), 0, nullptr, 0, KEY_NOTIFY | KEY_QUERY_VALUE,
-                        nullptr, &key_, nullptr);
-        if (key_ != nullptr) RegNotifyChangeKeyValue(key_, subtree_, kWhat, event_.get(), TRUE);
-    }
-    // A key that was deleted says nothing any more, also when another one of its name has come.
-    [[nodiscard]] bool IsDeaf() const {
-        return key_ == nullptr ||
-               RegQueryInfoKeyW(key_, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                nullptr, nullptr, nullptr) != ERROR_SUCCESS;
-    }
-    [[nodiscard]] HANDLE event() const { return event_.get(); }
-
-  private:
-    void Close() {
-        if (key_ != nullptr) RegCloseKey(key_);
-        key_ = nullptr;
-    }
-
-    OwnedHandle event_;
-    std::wstring path_;
-    HKEY key_ = nullptr;
-    bool subtree_;
-};
 
 // A handset that is switched off starts nothing; what is due then is made up for when it is on again.
 bool IsSwitchedOn() {
@@ -142,22 +103,23 @@ DWORD BookingService::RealTimeToNext_ms() const {
 
 void BookingService::Run(HANDLE stop) {
     // Named, so that others see that a service runs; it goes with the process.
-    const OwnedHandle sign(CreateEventW(nullptr, TRUE, FALSE, handset::StateObjectName(kRunsName).c_str()));
-    KeyWatch bookings(BookingsHostKey(), true);
-    KeyWatch state(handset::StateKeyPath(), false);
-    const HANDLE events[] = {stop, bookings.event(), state.event()};
-    DWORD woken = WAIT_OBJECT_0 + 1;
-    while (woken != WAIT_OBJECT_0) {
-        if (woken == WAIT_OBJECT_0 + 1 || bookings.IsDeaf()) {
-            bookings.Arm();
-            list_ = ReadBookings();
-        }
-        if (woken == WAIT_OBJECT_0 + 2 || state.IsDeaf()) state.Arm();
+    const handset::OwnedHandle sign(
+        CreateEventW(nullptr, TRUE, FALSE, handset::StateObjectName(kRunsName).c_str()));
+    using handset::RegistryWatch;
+    RegistryWatch bookings(BookingsHostKey(), RegistryWatch::Depth::kTree, RegistryWatch::Missing::kMade);
+    RegistryWatch state(handset::StateKeyPath(), RegistryWatch::Depth::kKey, RegistryWatch::Missing::kMade);
+    const HANDLE events[] = {stop, bookings.KeyEvent(), bookings.ParentEvent(), state.KeyEvent(),
+                             state.ParentEvent()};
+    DWORD wait_ms = 0;
+    do {
+        if (!bookings.Unchanged()) list_ = ReadBookings();
+        // What it tells of is read below in any case.
+        (void)state.Unchanged();
         handset::FixClock();
-        const DWORD wait_ms = ServeDue() ? RealTimeToNext_ms() : kTurnPeriod_ms;
+        wait_ms = ServeDue() ? RealTimeToNext_ms() : kTurnPeriod_ms;
         KeepAwake();
-        woken = WaitForMultipleObjects(static_cast<DWORD>(std::size(events)), events, FALSE, wait_ms);
-    }
+    } while (WaitForMultipleObjects(static_cast<DWORD>(std::size(events)), events, FALSE, wait_ms) !=
+             WAIT_OBJECT_0);
 }
 
 BackgroundService::BackgroundService(Console& console)
@@ -177,7 +139,7 @@ BackgroundService::~BackgroundService() {
 
 bool ServiceRuns() {
     return static_cast<bool>(
-        OwnedHandle(OpenEventW(SYNCHRONIZE, FALSE, handset::StateObjectName(kRunsName).c_str())));
+        handset::OwnedHandle(OpenEventW(SYNCHRONIZE, FALSE, handset::StateObjectName(kRunsName).c_str())));
 }
 
 }  // namespace panel

@@ -5,8 +5,8 @@
 
 #include <thread>
 
+#include "handset/base/owned.h"
 #include "handset/controls/console.h"
-#include "handset/controls/owned_handle.h"
 #include "handset/service/booking_store.h"
 
 namespace panel {
@@ -47,7 +47,7 @@ class BackgroundService {
     BackgroundService& operator=(const BackgroundService&) = delete;
 
   private:
-    OwnedHandle stop_;
+    handset::OwnedHandle stop_;
     BookingService service_;
     std::thread thread_;
 };

@@ -4,9 +4,9 @@
 
 #include <cmath>
 
+#include "handset/base/owned.h"
 #include "handset/controls/encoding.h"
 #include "handset/controls/host_folder.h"
-#include "handset/controls/owned_handle.h"
 #include "handset/controls/wait.h"
 #include "handset/ether/server.h"
 #include "handset/fmdevice/band_file.h"
@@ -118,8 +118,8 @@ ether::StreamFaults FaultsOfTheEther() {
     return faults;
 }
 
-OwnedHandle OpenStop() {
-    return OwnedHandle(
+handset::OwnedHandle OpenStop() {
+    return handset::OwnedHandle(
         OpenEventW(EVENT_MODIFY_STATE | SYNCHRONIZE, FALSE, handset::StateObjectName(kStopName).c_str()));
 }
 
@@ -137,7 +137,8 @@ std::wstring EtherAntenna(std::uint16_t port) {
 }
 
 std::wstring RunEther(std::uint16_t port, const ether::StreamOptions& options, Console& console) {
-    const OwnedHandle stop(CreateEventW(nullptr, TRUE, FALSE, handset::StateObjectName(kStopName).c_str()));
+    const handset::OwnedHandle stop(
+        CreateEventW(nullptr, TRUE, FALSE, handset::StateObjectName(kStopName).c_str()));
     if (GetLastError() == ERROR_ALREADY_EXISTS) return L"an ether of this handset runs already";
     if (!stop) return L"the system refused";
     const WorldTime now = Now();
@@ -180,7 +181,7 @@ std::optional<std::uint16_t> StartEther() {
     if (!handset::StartProcess(nullptr, line.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS, nullptr,
                                nullptr, &startup, &information))
         return std::nullopt;
-    const OwnedHandle thread(information.hThread), process(information.hProcess);
+    const handset::OwnedHandle thread(information.hThread), process(information.hProcess);
     std::optional<std::uint16_t> port;
     WaitUntil(
         [&] {
@@ -192,7 +193,7 @@ std::optional<std::uint16_t> StartEther() {
 }
 
 bool StopEther() {
-    if (const OwnedHandle stop = OpenStop()) SetEvent(stop.get());
+    if (const handset::OwnedHandle stop = OpenStop()) SetEvent(stop.get());
     return WaitUntil([] { return !OpenStop(); }, kStopTimeout_ms);
 }
 

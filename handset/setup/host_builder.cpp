@@ -6,19 +6,20 @@
 #define NO_DSHOW_STRSAFE
 #include <dshow.h>
 
+#include "handset/base/com_reference.h"
+
 namespace panel {
 namespace {
 
 // The device has its builder under the identifier of the desktop's first one.
 bool AskHost() {
-    void* made = nullptr;
-    const HRESULT created = CoCreateInstance(CLSID_CaptureGraphBuilder, nullptr, CLSCTX_INPROC_SERVER,
-                                             IID_ICaptureGraphBuilder2, &made);
+    handset::CRef<ICaptureGraphBuilder2> builder;
+    const HRESULT created =
+        CoCreateInstance(CLSID_CaptureGraphBuilder, nullptr, CLSCTX_INPROC_SERVER, IID_ICaptureGraphBuilder2,
+                         reinterpret_cast<void**>(builder.Put()));
     if (FAILED(created)) return LacksStreamControl(created, created);
-    auto* const builder = static_cast<ICaptureGraphBuilder2*>(made);
-    const HRESULT controlled = builder->ControlStream(nullptr, nullptr, nullptr, nullptr, nullptr, 0, 0);
-    builder->Release();
-    return LacksStreamControl(created, controlled);
+    return LacksStreamControl(created,
+                              builder->ControlStream(nullptr, nullptr, nullptr, nullptr, nullptr, 0, 0));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cwchar>
 
+#include "handset/base/owned.h"
 #include "handset/controls/host_folder.h"
 #include "handset/state/handset_state.h"
 
@@ -26,15 +27,14 @@ struct FoundFile {
 std::vector<FoundFile> FilesIn(const std::wstring& folder) {
     std::vector<FoundFile> files;
     WIN32_FIND_DATAW found;
-    const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return files;
+    const handset::OwnedSearch search(handset::Opened(FindFirstFileW((folder + L"\\*").c_str(), &found)));
+    if (!search) return files;
     do {
         const std::wstring name = found.cFileName;
         if (name == L"." || name == L"..") continue;
         files.push_back({name, (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
                          (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0});
-    } while (FindNextFileW(search, &found));
-    FindClose(search);
+    } while (FindNextFileW(search.get(), &found));
     return files;
 }
 

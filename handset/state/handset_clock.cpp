@@ -4,6 +4,7 @@
 
 #include "handset/state/booking_lock.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/power_manager.h"
 #include "handset/state/stored_value.h"
 
 namespace handset {
@@ -26,6 +27,31 @@ bool GoOnAt(std::uint32_t rate) {
     return Write({now, moment ? ShownAt(*moment, now) : now, rate});
 }
 
+std::uint32_t SharedRate() {
+    const auto moment = SharedMoment();
+    return moment ? moment->rate : ClockRate();
+}
+
+// There is a moment, and nobody has written another rate by hand since.
+bool IsFixed() {
+    const auto moment = SharedMoment();
+    return moment && moment->rate == ClockRate();
+}
+
+// Tests run side by side with one each.
+bool HasOwnRate() {
+    return GetEnvironmentVariableW(L"KORA_CLOCKRATE", nullptr, 0) != 0;
+}
+
+// Tells the running programs of what was changed since its making. Not with the clock's lock held.
+class RateChange {
+  public:
+    ~RateChange() { TellOfClockRate(before_, SharedRate()); }
+
+  private:
+    const std::uint32_t before_ = SharedRate();
+};
+
 }  // namespace
 
 std::uint64_t RealTime() {
@@ -36,6 +62,15 @@ std::uint64_t RealTime() {
 
 std::uint32_t ClockRate() {
     return ClampClockRate(StateDword(kRate, kSlowestClock));
+}
+
+std::uint32_t RateNow() {
+    return HasOwnRate() ? ClockRate() : SharedRate();
+}
+
+std::uint32_t RateAtStart() {
+    if (!HasOwnRate() && SharedMoment()) FixClock();
+    return RateNow();
 }
 
 std::optional<ClockMoment> SharedMoment() {
@@ -50,12 +85,14 @@ bool SetShownTime(std::uint64_t shown) {
 }
 
 bool SetClockRate(std::uint32_t rate) {
+    const RateChange change;
     const BookingLock lock;
     const std::uint32_t clamped = ClampClockRate(rate);
     return lock && GoOnAt(clamped) && SetStateDword(kRate, clamped);
 }
 
 bool ResetClock() {
+    const RateChange change;
     const BookingLock lock;
     if (!lock) return false;
     DeleteStateValue(kMoment);
@@ -63,13 +100,10 @@ bool ResetClock() {
 }
 
 bool FixClock() {
-    const auto fixed = [] {
-        const auto moment = SharedMoment();
-        return moment && moment->rate == ClockRate();
-    };
-    if (fixed()) return true;
+    if (IsFixed()) return true;
+    const RateChange change;
     const BookingLock lock;
-    return lock && (fixed() || GoOnAt(ClockRate()));
+    return lock && (IsFixed() || GoOnAt(ClockRate()));
 }
 
 }  // namespace handset

@@ -11,14 +11,19 @@ namespace handset {
 
 // The host's time.
 std::uint64_t RealTime();
-// The rate of the state; a program's ticks, waits and timers keep the one that it started with.
+// The rate as it was written by hand, or is given in the environment.
 std::uint32_t ClockRate();
-// From where the date and the time of every program run. Nothing before anybody has set the clock: then each
-// program shows the host's time at its start, and goes on from there.
+// From where the date and the time of every program run, and at what rate its ticks, waits and timers go.
+// Nothing before anybody has set the clock: then each program shows the host's time at its start, and goes on
+// from there at ClockRate().
 std::optional<ClockMoment> SharedMoment();
+// The rate by which the handset goes now. One in the environment is its program's own and never changes.
+std::uint32_t RateNow();
+// The same for a program that starts, which takes over what was written by hand since the moment.
+std::uint32_t RateAtStart();
 
-// The following are false when the user's registry refuses, or another program holds the clock for too long.
-// Goes on from a universal time at the present rate.
+// A new rate reaches the running programs at once. The following are false when the user's registry refuses,
+// or another program holds the clock for too long. Goes on from a universal time at the present rate.
 bool SetShownTime(std::uint64_t shown);
 // Goes on at another rate from the time that is shown now.
 bool SetClockRate(std::uint32_t rate);

@@ -20,22 +20,12 @@ std::optional<std::wstring> FromEnvironment(const wchar_t* name) {
     return value;
 }
 
-std::wstring TextOf(const StoredValue& value) {
-    const std::wstring text(reinterpret_cast<const wchar_t*>(value.data.data()),
-                            value.data.size() / sizeof(wchar_t));
-    return text.substr(0, text.find(L'\0'));
-}
-
 std::optional<std::uint64_t> Number(const wchar_t* name) {
     if (const auto text = FromEnvironment(name)) return ParseNumber(*text);
     const auto stored = ReadStoredValue(StateKeyPath(), name);
     if (!stored) return std::nullopt;
-    if (stored->type == REG_SZ) return ParseNumber(TextOf(*stored));
-    const std::size_t size = stored->type == REG_DWORD ? 4 : stored->type == REG_QWORD ? 8 : 0;
-    if (size == 0 || stored->data.size() != size) return std::nullopt;
-    std::uint64_t value = 0;
-    for (std::size_t i = size; i-- > 0;) value = value << 8 | stored->data[i];
-    return value;
+    const auto text = AsText(*stored);
+    return text ? ParseNumber(*text) : AsNumber(*stored);
 }
 
 bool Write(const wchar_t* name, DWORD type, const void* data, std::size_t size) {
@@ -68,7 +58,7 @@ std::optional<std::uint64_t> StateQword(const wchar_t* name) {
 std::wstring StateString(const wchar_t* name, const std::wstring& fallback) {
     if (const auto text = FromEnvironment(name)) return *text;
     const auto stored = ReadStoredValue(StateKeyPath(), name);
-    return stored && stored->type == REG_SZ ? TextOf(*stored) : fallback;
+    return stored ? AsText(*stored).value_or(fallback) : fallback;
 }
 
 bool SetStateDword(const wchar_t* name, std::uint32_t value) {

@@ -1,8 +1,10 @@
 #include "handset/state/handset_time.h"
 
+#include <cstring>
 #include <optional>
 #include <string>
 
+#include "handset/base/registry_value.h"
 #include "handset/state/handset_state.h"
 
 namespace handset {
@@ -21,13 +23,10 @@ struct ZoneRules {
 std::optional<TIME_ZONE_INFORMATION> OwnZone() {
     const std::wstring name = StateString(L"TimeZone", L"");
     if (name.empty()) return std::nullopt;
+    const auto stored = ReadRegistryValue(HKEY_LOCAL_MACHINE, kZonesKey + name, L"TZI");
     ZoneRules rules = {};
-    DWORD size = sizeof rules;
-    if (RegGetValueW(HKEY_LOCAL_MACHINE, (kZonesKey + name).c_str(), L"TZI", RRF_RT_REG_BINARY, nullptr,
-                     &rules, &size) != ERROR_SUCCESS ||
-        size != sizeof rules) {
-        return std::nullopt;
-    }
+    if (!stored || stored->type != REG_BINARY || stored->data.size() != sizeof rules) return std::nullopt;
+    std::memcpy(&rules, stored->data.data(), sizeof rules);
     TIME_ZONE_INFORMATION zone = {};
     zone.Bias = rules.bias;
     zone.StandardBias = rules.standardBias;

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "handset/base/owned.h"
 #include "handset/state/handset_state.h"
 
 namespace handset {
@@ -24,10 +25,8 @@ bool IsOwnWindow(HWND window) {
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);
     if (process == GetCurrentProcessId()) return true;
-    const HANDLE sign = process == 0 ? nullptr : OpenEventW(SYNCHRONIZE, FALSE, SignOf(process).c_str());
-    if (sign == nullptr) return false;
-    CloseHandle(sign);
-    return true;
+    if (process == 0) return false;
+    return static_cast<bool>(OwnedHandle(OpenEventW(SYNCHRONIZE, FALSE, SignOf(process).c_str())));
 }
 
 HWND FindOwnWindow(const wchar_t* windowClass, const wchar_t* title) {

@@ -10,6 +10,7 @@
 #include "handset/state/handset_state.h"
 #include "handset/state/message_queue.h"
 #include "handset/state/power_board.h"
+#include "handset/state/stored_value.h"
 
 namespace handset {
 namespace {
@@ -82,11 +83,8 @@ void StayAwake(const PowerBoardAccess& board, bool first) {
 
 std::uint32_t Timeout_s(const wchar_t* value, std::uint32_t fallback) {
     const std::wstring key = DeviceRegistryRootPath(HKEY_LOCAL_MACHINE) + L"\\" + kTimeoutsKey;
-    DWORD seconds = 0;
-    DWORD size = sizeof seconds;
-    const LSTATUS status =
-        RegGetValueW(HKEY_CURRENT_USER, key.c_str(), value, RRF_RT_REG_DWORD, nullptr, &seconds, &size);
-    return status == ERROR_SUCCESS ? seconds : fallback;
+    const auto stored = ReadStoredValue(key, value);
+    return stored ? AsDword(*stored).value_or(fallback) : fallback;
 }
 
 // What is counted in a state, and where it leads.
@@ -215,7 +213,7 @@ void NoteUserActivity() {
 DWORD StepIdleTimer() {
     const PowerBoardAccess board;
     if (!board) return kNextTry_ms;
-    const std::uint32_t clockRate = ClockRate();
+    const std::uint32_t clockRate = RateNow();
     // Twice at most: the state that a count leads to may have a count of its own, which then has just begun.
     for (;;) {
         const Count count = CountIn(board, CurrentPowerState());
@@ -228,6 +226,21 @@ DWORD StepIdleTimer() {
         }
         if (Enter(board, count.end) != ERROR_SUCCESS) return kShortestCount_ms;
     }
+}
+
+void TellOfClockRate(std::uint32_t before, std::uint32_t now) {
+    const PowerBoardAccess board;
+    if (!board) return;
+    // What was counted at the old rate stays counted.
+    const std::uint64_t real_ms = GetTickCount64();
+    const auto rebased = [&](std::uint64_t began_ms) {
+        if (began_ms == 0) return began_ms;
+        const std::uint64_t passed_ms = (real_ms - std::min(began_ms, real_ms)) * before / now;
+        return real_ms - std::min(passed_ms, real_ms - 1);
+    };
+    board->systemActivity_ms = rebased(board->systemActivity_ms);
+    board->userActivity_ms = rebased(board->userActivity_ms);
+    board.WakeFollowers();
 }
 
 PowerFollower::PowerFollower()

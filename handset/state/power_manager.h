@@ -64,8 +64,11 @@ void NoteUserActivity();
 // when nothing is counted.
 DWORD StepIdleTimer();
 
-// A program that follows the power state: its event (auto-reset) is signalled on each change, and when a
-// count may have become shorter. It also keeps what the power manager remembers.
+// The clock goes at another rate: counts that are under way go on at it, and those who follow are told.
+void TellOfClockRate(std::uint32_t before, std::uint32_t now);
+
+// A program that follows the power state and the clock's rate: its event (auto-reset) is signalled on each
+// change, and when a count may have become shorter. It also keeps what the power manager remembers.
 class PowerFollower {
   public:
     PowerFollower();

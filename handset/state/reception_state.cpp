@@ -4,13 +4,13 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cstring>
 #include <map>
 #include <mutex>
 #include <vector>
 
+#include "handset/base/owned.h"
+#include "handset/base/registry_value.h"
 #include "handset/state/handset_state.h"
-#include "handset/state/owned_handle.h"
 #include "handset/state/stored_value.h"
 
 namespace handset {
@@ -40,43 +40,30 @@ std::wstring KeyPath() {
     return StateKeyPath() + L"\\Reception";
 }
 
-StoredValue Bytes(DWORD type, const void* data, std::size_t size) {
-    StoredValue value;
-    value.type = type;
-    value.data.resize(size);
-    if (size > 0) std::memcpy(value.data.data(), data, size);
-    return value;
-}
-StoredValue Number(std::uint32_t number) {
-    return Bytes(REG_DWORD, &number, sizeof number);
-}
-StoredValue Text(const std::wstring& text) {
-    return Bytes(REG_SZ, text.c_str(), (text.size() + 1) * sizeof(wchar_t));
-}
 template <typename Known>
-StoredValue NumberIfKnown(const std::optional<Known>& number) {
-    return Number(number ? static_cast<std::uint32_t>(*number) : kUnknown);
+RegistryValue NumberIfKnown(const std::optional<Known>& number) {
+    return DwordValue(number ? static_cast<std::uint32_t>(*number) : kUnknown);
 }
 
-using Values = std::map<std::wstring, StoredValue>;
+using Values = std::map<std::wstring, RegistryValue>;
 
 Values ValuesOf(const ReceptionState& state) {
     std::optional<std::int32_t> carrierToNoise_tenths;
     if (state.carrierToNoise_dBHz)
         carrierToNoise_tenths = static_cast<std::int32_t>(*state.carrierToNoise_dBHz * 10.0 + 0.5);
     return {
-        {kSource, Text(state.source)},
-        {kCondition, Text(state.condition)},
-        {kChannel, Number(state.channel_10kHz)},
-        {kLevel, Number(state.level)},
-        {kStereo, Number(state.stereo ? 1 : 0)},
+        {kSource, TextValue(state.source)},
+        {kCondition, TextValue(state.condition)},
+        {kChannel, DwordValue(state.channel_10kHz)},
+        {kLevel, DwordValue(state.level)},
+        {kStereo, DwordValue(state.stereo ? 1 : 0)},
         {kCarrierToNoise, NumberIfKnown(carrierToNoise_tenths)},
         {kOffset, NumberIfKnown(state.offset_Hz)},
         {kBlockErrors, NumberIfKnown(state.blockErrors_percent)},
         {kPi, NumberIfKnown(state.pi)},
-        {kTraffic, Number((state.trafficProgramme ? kTrafficProgramme : 0) |
-                          (state.trafficAnnouncement ? kTrafficAnnouncement : 0))},
-        {kLevels, Bytes(REG_BINARY, state.levels.data(), state.levels.size())},
+        {kTraffic, DwordValue((state.trafficProgramme ? kTrafficProgramme : 0) |
+                              (state.trafficAnnouncement ? kTrafficAnnouncement : 0))},
+        {kLevels, BytesValue(REG_BINARY, state.levels.data(), state.levels.size())},
     };
 }
 
@@ -88,11 +75,9 @@ class Writer {
         if (path_ != KeyPath()) Forget();
         if (!key_) {
             path_ = KeyPath();
-            HKEY key = nullptr;
             if (RegCreateKeyExW(HKEY_CURRENT_USER, path_.c_str(), 0, nullptr, REG_OPTION_VOLATILE, KEY_WRITE,
-                                nullptr, &key, nullptr) != ERROR_SUCCESS)
+                                nullptr, Put(key_), nullptr) != ERROR_SUCCESS)
                 return false;
-            key_.reset(key);
         }
         bool good = true;
         bool same = true;
@@ -106,7 +91,7 @@ class Writer {
         const std::uint64_t now_ms = GetTickCount64();
         if (same && now_ms - written_ms_ < kUnchanged_ms) return true;
         written_ms_ = now_ms;
-        good = Set(kWritten, Bytes(REG_QWORD, &now_ms, sizeof now_ms)) && good;
+        good = Set(kWritten, BytesValue(REG_QWORD, &now_ms, sizeof now_ms)) && good;
         // Somebody has removed the key: all of it is written again next time.
         if (!good) Forget();
         return good;
@@ -118,7 +103,7 @@ class Writer {
     }
 
   private:
-    bool Set(const std::wstring& name, const StoredValue& value) {
+    bool Set(const std::wstring& name, const RegistryValue& value) {
         return RegSetValueExW(key_.get(), name.c_str(), 0, value.type, value.data.data(),
                               static_cast<DWORD>(value.data.size())) == ERROR_SUCCESS;
     }
@@ -142,18 +127,12 @@ Writer& TheWriter() {
 
 std::optional<std::uint64_t> ReadNumber(const wchar_t* name) {
     const auto stored = ReadStoredValue(KeyPath(), name);
-    if (!stored || (stored->type != REG_DWORD && stored->type != REG_QWORD)) return std::nullopt;
-    std::uint64_t number = 0;
-    std::memcpy(&number, stored->data.data(), std::min(stored->data.size(), sizeof number));
-    return number;
+    return stored ? AsNumber(*stored) : std::nullopt;
 }
 
 std::wstring ReadText(const wchar_t* name) {
     const auto stored = ReadStoredValue(KeyPath(), name);
-    if (!stored || stored->type != REG_SZ) return L"";
-    const std::wstring text(reinterpret_cast<const wchar_t*>(stored->data.data()),
-                            stored->data.size() / sizeof(wchar_t));
-    return text.substr(0, text.find(L'\0'));
+    return stored ? AsText(*stored).value_or(L"") : L"";
 }
 
 std::optional<std::int32_t> ReadKnown(const wchar_t* name) {

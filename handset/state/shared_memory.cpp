@@ -42,11 +42,7 @@ SharedMemory::SharedMemory(const std::wstring& what, std::size_t size) {
                                           static_cast<DWORD>(size), name.c_str()));
         existed_ = section_ != nullptr && GetLastError() == ERROR_ALREADY_EXISTS;
     }
-    if (section_) data_ = MapViewOfFile(section_.get(), FILE_MAP_ALL_ACCESS, 0, 0, 0);
-}
-
-SharedMemory::~SharedMemory() {
-    if (data_ != nullptr) UnmapViewOfFile(data_);
+    if (section_) view_.reset(MapViewOfFile(section_.get(), FILE_MAP_ALL_ACCESS, 0, 0, 0));
 }
 
 }  // namespace handset

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string>
 
-#include "handset/state/owned_handle.h"
+#include "handset/base/owned.h"
 
 namespace handset {
 
@@ -28,17 +28,16 @@ class SharedMemory {
     // `size` 0 opens what is there and fails when nothing is; else it is made when it is missing, and the
     // size counts only then.
     SharedMemory(const std::wstring& what, std::size_t size);
-    ~SharedMemory();
     SharedMemory(const SharedMemory&) = delete;
     SharedMemory& operator=(const SharedMemory&) = delete;
 
-    explicit operator bool() const { return data_ != nullptr; }
+    explicit operator bool() const { return view_ != nullptr; }
     bool existed() const { return existed_; }
-    void* data() const { return data_; }
+    void* data() const { return view_.get(); }
 
   private:
     OwnedHandle section_;
-    void* data_ = nullptr;
+    Owned<void*, UnmapViewOfFile> view_;
     bool existed_ = false;
 };
 

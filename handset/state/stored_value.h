@@ -2,25 +2,16 @@
 // changes, so that a value that is asked for again and again costs one look at whether anything has changed.
 #pragma once
 
-#include <windows.h>
-
 #include <optional>
 #include <string>
-#include <vector>
+
+#include "handset/base/registry_value.h"
 
 namespace handset {
-
-struct StoredValue {
-    DWORD type = REG_NONE;
-    std::vector<BYTE> data;
-
-    bool operator==(const StoredValue& other) const { return type == other.type && data == other.data; }
-    bool operator!=(const StoredValue& other) const { return !(*this == other); }
-};
 
 // The value `name` of the key `path` below HKEY_CURRENT_USER, which is the state key or lies below it;
 // nothing when the key or the value is not there. Whatever any program has written before the call is seen.
 // Any thread; keeps the last error.
-std::optional<StoredValue> ReadStoredValue(const std::wstring& path, const wchar_t* name);
+[[nodiscard]] std::optional<RegistryValue> ReadStoredValue(const std::wstring& path, const wchar_t* name);
 
 }  // namespace handset

@@ -51,8 +51,8 @@ class TourPanel {
                             &startup, &process)) {
             return;
         }
-        CloseHandle(process.hThread);
-        process_ = OwnedHandle(process.hProcess);
+        const handset::OwnedHandle thread(process.hThread);
+        process_.reset(process.hProcess);
         opened_ =
             WaitUntil([] { return Window() != nullptr && IsWindowVisible(Window()); }, kWindowTimeout_ms);
     }
@@ -67,14 +67,14 @@ class TourPanel {
   private:
     static HWND Window() { return handset::FindOwnWindow(handset::kPanelClass); }
 
-    OwnedHandle process_;
+    handset::OwnedHandle process_;
     bool opened_ = false;
 };
 
 struct Tour {
     TourWatch watch;
     Console& console;
-    OwnedHandle process;
+    handset::OwnedHandle process;
 };
 
 POINT PlaceOnScreen(const ButtonPlace& button) {
@@ -240,7 +240,7 @@ int RunTour(const std::wstring& folder, Console& console) {
     if (!HeadsetPlugged())
         return Failure(console, L"tour", L"no headset is in; \"handset headset on\" plugs it in");
     const TourPanel phone;
-    Tour tour{TourWatch(FullHostPath(folder), console), console, OwnedHandle()};
+    Tour tour{TourWatch(FullHostPath(folder), console), console, handset::OwnedHandle()};
     for (const Step& step : kSteps) {
         console.Line(step.title);
         if (!step.run(tour)) {

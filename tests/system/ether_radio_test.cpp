@@ -60,6 +60,20 @@ TEST_F(EtherRadio, AStationIsTunedWithItsLevelStereoAndTexts) {
     EXPECT_THAT(test::Handset(L"antenna"), HasSubstr("98.5 MHz, level 4"));
 }
 
+TEST_F(EtherRadio, AFastClockBringsTheSimulatedBandAndThePaceOfLifeTheAirAgain) {
+    constexpr char kNotTheAir[] = "the clock's rate is not 1: the simulated band plays";
+    const auto says = [](const char* words) {
+        return test::Handset(L"antenna").find(words) != std::string::npos;
+    };
+    Radio radio(handset);
+    Tune(radio);
+    EXPECT_FALSE(says(kNotTheAir));
+    test::Handset(L"clock 20");
+    EXPECT_TRUE(WaitFor([&] { return says(kNotTheAir); }));
+    test::Handset(L"clock 1");
+    EXPECT_TRUE(WaitFor([&] { return !says(kNotTheAir) && says("98.5 MHz, level 4"); }));
+}
+
 TEST_F(EtherRadio, SeekGoesBothWaysAndRoundTheEndsOfTheBand) {
     Radio radio(handset);
     Tune(radio);

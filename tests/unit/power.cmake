@@ -8,6 +8,7 @@ target_link_options(power_stand_in PRIVATE -static)
 # The phone as a whole: what its programs notice of one another's power states.
 kora_test(test_power
     SOURCES
+        power/clock_rate_test.cpp
         power/idle_timer_test.cpp
         power/locks_test.cpp
         power/notices_test.cpp

@@ -1,6 +1,7 @@
 // A volume's file on the host.
 #include "handset/coredll/cedb/volume_file.h"
 
+#include "handset/base/owned.h"
 #include "handset/coredll/cedb/engine/volume.h"
 #include "handset/coredll/cedb/errors.h"
 #include "handset/state/handset_state.h"
@@ -10,13 +11,6 @@ namespace cedb {
 namespace {
 
 constexpr std::uint64_t kRoomForOneWrite_bytes = 16384;
-
-struct FileHandle {
-    HANDLE handle;
-    ~FileHandle() {
-        if (handle != INVALID_HANDLE_VALUE) CloseHandle(handle);
-    }
-};
 
 std::wstring FullPath(const wchar_t* path) {
     wchar_t full[2 * MAX_PATH];
@@ -31,11 +25,12 @@ bool Exists(const std::wstring& path) {
 // Looks at the file's beginning without SQLite: another program's file is not to be touched in any way.
 DWORD LookAtFile(const std::wstring& path) {
     const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const FileHandle file{CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr)};
-    if (file.handle == INVALID_HANDLE_VALUE) return GetLastError();
+    const handset::OwnedHandle file(
+        handset::Opened(CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr)));
+    if (!file) return GetLastError();
     std::string header(kVolumeHeader_bytes, '\0');
     DWORD read = 0;
-    if (!ReadFile(file.handle, header.data(), static_cast<DWORD>(header.size()), &read, nullptr)) {
+    if (!ReadFile(file.get(), header.data(), static_cast<DWORD>(header.size()), &read, nullptr)) {
         return GetLastError();
     }
     header.resize(read);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "handset/base/module_edge.h"
+#include "handset/base/owned.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/display_format.h"
 
@@ -96,13 +97,13 @@ std::vector<RECT> OpaqueRuns(const Pixels& image, LONG x, LONG y, std::uint32_t 
     return runs;
 }
 
-HRGN RegionOf(const std::vector<RECT>& runs) {
+handset::OwnedRegion RegionOf(const std::vector<RECT>& runs) {
     std::vector<BYTE> data(sizeof(RGNDATAHEADER) + runs.size() * sizeof(RECT));
     auto* region = reinterpret_cast<RGNDATA*>(data.data());
     region->rdh = {sizeof(RGNDATAHEADER), RDH_RECTANGLES, static_cast<DWORD>(runs.size()), 0, {}};
     auto* rects = reinterpret_cast<RECT*>(region->Buffer);
     for (std::size_t i = 0; i < runs.size(); ++i) rects[i] = runs[i];
-    return ExtCreateRegion(nullptr, static_cast<DWORD>(data.size()), region);
+    return handset::OwnedRegion(ExtCreateRegion(nullptr, static_cast<DWORD>(data.size()), region));
 }
 
 // A device context without scaling: a region's units are then its own, but for the origin.
@@ -115,19 +116,18 @@ bool IsUnscaled(HDC dc) {
 bool CopyRuns(HDC destination, const Pixels& image, LONG x, LONG y, std::uint32_t leftOut) {
     const std::vector<RECT> runs = OpaqueRuns(image, x, y, leftOut);
     if (runs.empty()) return true;
-    const HRGN region = RegionOf(runs);
-    if (region == nullptr) return false;
+    const handset::OwnedRegion region = RegionOf(runs);
+    if (!region) return false;
     POINT origin = {0, 0};
     LPtoDP(destination, &origin, 1);
-    OffsetRgn(region, origin.x, origin.y);
+    OffsetRgn(region.get(), origin.x, origin.y);
     const BITMAPINFO info = image.Info();
     const auto height = static_cast<UINT>(image.height);
     const int saved = SaveDC(destination);
-    const bool done = saved != 0 && ExtSelectClipRgn(destination, region, RGN_AND) != ERROR &&
+    const bool done = saved != 0 && ExtSelectClipRgn(destination, region.get(), RGN_AND) != ERROR &&
                       SetDIBitsToDevice(destination, x, y, static_cast<DWORD>(image.width), height, 0, 0, 0,
                                         height, image.values.data(), &info, DIB_RGB_COLORS) != 0;
     if (saved != 0) RestoreDC(destination, saved);
-    DeleteObject(region);
     return done;
 }
 
@@ -168,13 +168,10 @@ COREDLL_EXPORT BOOL WINAPI TransparentImage(HDC destination, LONG x, LONG y, LON
                                  static_cast<HBITMAP>(object), transparent)) {
         return TRUE;
     }
-    const HDC memory = CreateCompatibleDC(destination);
-    const HGDIOBJ previous = SelectObject(memory, object);
-    const BOOL done = TransparentBlt(destination, x, y, width, height, memory, sourceX, sourceY, sourceWidth,
-                                     sourceHeight, transparent);
-    SelectObject(memory, previous);
-    DeleteDC(memory);
-    return done;
+    const handset::OwnedMemoryDC memory(CreateCompatibleDC(destination));
+    const handset::SelectedObject selected(memory.get(), object);
+    return TransparentBlt(destination, x, y, width, height, memory.get(), sourceX, sourceY, sourceWidth,
+                          sourceHeight, transparent);
 } catch (...) {
     return handset::EdgeAnswer(FALSE);
 }

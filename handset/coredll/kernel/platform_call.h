@@ -21,8 +21,11 @@ std::uint64_t WINAPI HandsetMilliseconds(void);
 // The real milliseconds that a handset time-out takes; INFINITE stays INFINITE, and what is not 0 is at
 // least 1.
 DWORD WINAPI HandsetRealTimeout(DWORD handset_ms);
-// Handset seconds per real second, 1 to 3600.
+// Handset seconds per real second, 1 to 3600, as they are now: they may change while a program runs.
 DWORD WINAPI HandsetClockRate(void);
+// Has `call(context)` called, on a thread of COREDLL's, after every change of the rate; it does not wait.
+// Without a call: the context is forgotten, and no call of it is under way any more.
+void WINAPI HandsetHearOfRates(void(CALLBACK* call)(void*), void* context);
 
 // The handset's local date and time, for a DLL whose own GetLocalTime is the host's.
 void WINAPI HandsetLocalTime(SYSTEMTIME* time);

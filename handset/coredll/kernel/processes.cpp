@@ -9,6 +9,7 @@
 #include <string>
 
 #include "handset/base/module_edge.h"
+#include "handset/base/owned.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/process_start.h"
@@ -19,6 +20,7 @@ using coredll::CallGuard;
 using coredll::CallKind;
 using handset::DevicePath;
 using handset::OnDevice;
+using handset::OwnedHandle;
 
 constexpr INT_PTR kStarted = 33;  // what is above 32 is no error
 
@@ -85,8 +87,8 @@ COREDLL_EXPORT BOOL WINAPI DeviceCreateProcessW(const wchar_t* program, wchar_t*
     if (process != nullptr) {
         *process = started;
     } else {
-        CloseHandle(started.hThread);
-        CloseHandle(started.hProcess);
+        const OwnedHandle thread(started.hThread);
+        const OwnedHandle unasked(started.hProcess);
     }
     return TRUE;
 } catch (...) {
@@ -123,13 +125,11 @@ COREDLL_EXPORT BOOL WINAPI DeviceShellExecuteEx(SHELLEXECUTEINFOW* info) try {
                static_cast<WORD>(info->nShow), &started)) {
         return failed(SE_ERR_ACCESSDENIED);
     }
-    CloseHandle(started.hThread);
+    const OwnedHandle thread(started.hThread);
+    OwnedHandle running(started.hProcess);
     info->hInstApp = reinterpret_cast<HINSTANCE>(kStarted);
-    if ((info->fMask & SEE_MASK_NOCLOSEPROCESS) != 0) {
-        info->hProcess = started.hProcess;
-    } else {
-        CloseHandle(started.hProcess);
-    }
+    // The caller is to close it.
+    if ((info->fMask & SEE_MASK_NOCLOSEPROCESS) != 0) info->hProcess = running.release();
     return TRUE;
 } catch (...) {
     return handset::EdgeAnswer(FALSE);

@@ -1,5 +1,6 @@
 // Follows the phone's power state on a thread of its own, which makes no platform call and so is never held.
-// It is also what ends the idle timer's count: a phone has somebody awake for as long as a program runs.
+// It follows the clock's rate as well, and ends the idle timer's count: a phone has somebody awake for as
+// long as a program runs.
 #include "handset/coredll/kernel/suspension.h"
 
 #include <windows.h>
@@ -7,6 +8,8 @@
 #include <atomic>
 
 #include "handset/base/module_edge.h"
+#include "handset/base/owned.h"
+#include "handset/coredll/kernel/clock.h"
 #include "handset/coredll/kernel/coredll_exports.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/coredll/kernel/thread_record.h"
@@ -24,6 +27,7 @@ void Follow(bool sleeps) {
 void FollowPower() {
     const handset::PowerFollower follower;
     for (;;) {
+        FollowClock();
         const DWORD next_ms = handset::StepIdleTimer();
         Follow((handset::CurrentPowerState().flags & handset::kPowerSuspend) != 0);
         WaitForSingleObject(follower.changed(), next_ms);
@@ -44,8 +48,7 @@ bool PhoneSleeps() {
 void FollowPhone() {
     static std::atomic<bool> begun{false};
     if (begun.exchange(true)) return;
-    const HANDLE thread = CreateThread(nullptr, 0, FollowerProc, nullptr, 0, nullptr);
-    if (thread != nullptr) CloseHandle(thread);
+    const handset::OwnedHandle thread(CreateThread(nullptr, 0, FollowerProc, nullptr, 0, nullptr));
 }
 
 }  // namespace coredll

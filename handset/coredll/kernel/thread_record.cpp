@@ -10,6 +10,8 @@
 namespace coredll {
 namespace {
 
+using handset::KeptLastError;
+
 constexpr int kMaximumSuspendCount = 127;
 constexpr std::size_t kUsualCallDepth = 32;
 
@@ -34,17 +36,6 @@ DWORD RecordSlot() {
     return slot;
 }
 
-class KeptLastError {
-  public:
-    KeptLastError() : error_(GetLastError()) {}
-    ~KeptLastError() { SetLastError(error_); }
-    KeptLastError(const KeptLastError&) = delete;
-    KeptLastError& operator=(const KeptLastError&) = delete;
-
-  private:
-    DWORD error_;
-};
-
 class FreezeLock {
   public:
     explicit FreezeLock(SRWLOCK* lock) : lock_(lock) { AcquireSRWLockExclusive(lock_); }
@@ -67,12 +58,6 @@ ThreadRecord::ThreadRecord(int suspendCount)
       parked_(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
       wake_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
     frames_.reserve(kUsualCallDepth);
-}
-
-ThreadRecord::~ThreadRecord() {
-    CloseHandle(parked_);
-    CloseHandle(wake_);
-    if (frozen_ != nullptr) CloseHandle(frozen_);
 }
 
 // A call that an exception guard of the application jumped out of never leaves; it is known by its place on
@@ -145,8 +130,8 @@ void ThreadRecord::Park(Whereabouts next) {
     const KeptLastError kept;
     do {
         where_.store(Whereabouts::Parked);
-        SetEvent(parked_);
-        while (Suspended()) WaitForSingleObject(wake_, INFINITE);
+        SetEvent(parked_.get());
+        while (Suspended()) WaitForSingleObject(wake_.get(), INFINITE);
         where_.store(next);
     } while (Suspended());
 }
@@ -169,21 +154,21 @@ DWORD ThreadRecord::RemoveSuspension() {
         if (count == 0) return 0;
     } while (!suspendCount_.compare_exchange_weak(count, count - 1));
     if (count > 1) return static_cast<DWORD>(count);
-    SetEvent(wake_);
-    if (frozen_ != nullptr) {
+    SetEvent(wake_.get());
+    if (frozen_) {
         where_.store(Whereabouts::OwnCode);
-        ResumeThread(frozen_);
-        CloseHandle(frozen_);
-        frozen_ = nullptr;
+        ResumeThread(frozen_.get());
+        frozen_.reset();
     }
     return static_cast<DWORD>(count);
 }
 
 bool ThreadRecord::Freeze(HANDLE thread) {
     const FreezeLock lock(&freezing_);
-    if (frozen_ != nullptr || !Suspended() || Where() != Whereabouts::OwnCode) return false;
+    if (frozen_ || !Suspended() || Where() != Whereabouts::OwnCode) return false;
     const HANDLE process = GetCurrentProcess();
-    if (!DuplicateHandle(process, thread, process, &frozen_, 0, FALSE, DUPLICATE_SAME_ACCESS)) return false;
+    if (!DuplicateHandle(process, thread, process, handset::Put(frozen_), 0, FALSE, DUPLICATE_SAME_ACCESS))
+        return false;
     where_.store(Whereabouts::Frozen);
     return true;
 }
@@ -213,10 +198,9 @@ std::shared_ptr<ThreadRecord> ThreadRecordOf(DWORD threadId) {
 // back, and so leave another one behind. Under g_recordsLock.
 static void ForgetEndedThreads() {
     for (auto at = Records().begin(); at != Records().end();) {
-        const HANDLE thread = OpenThread(SYNCHRONIZE, FALSE, at->first);
-        const bool ended = thread == nullptr ? GetLastError() == ERROR_INVALID_PARAMETER
-                                             : WaitForSingleObject(thread, 0) == WAIT_OBJECT_0;
-        if (thread != nullptr) CloseHandle(thread);
+        const handset::OwnedHandle thread(OpenThread(SYNCHRONIZE, FALSE, at->first));
+        const bool ended = thread ? WaitForSingleObject(thread.get(), 0) == WAIT_OBJECT_0
+                                  : GetLastError() == ERROR_INVALID_PARAMETER;
         at = ended ? Records().erase(at) : std::next(at);
     }
 }

@@ -10,6 +10,7 @@
 #include <memory>
 #include <vector>
 
+#include "handset/base/owned.h"
 #include "handset/coredll/kernel/suspension.h"
 
 namespace coredll {
@@ -31,7 +32,6 @@ enum class Whereabouts : int {
 class ThreadRecord {
   public:
     explicit ThreadRecord(int suspendCount = 0);
-    ~ThreadRecord();
     ThreadRecord(const ThreadRecord&) = delete;
     ThreadRecord& operator=(const ThreadRecord&) = delete;
 
@@ -52,9 +52,9 @@ class ThreadRecord {
     bool Suspended() const { return suspendCount_.load() > 0 || PhoneSleeps(); }
     Whereabouts Where() const { return where_.load(); }
     // Has a parked thread look again whether it is suspended.
-    void Wake() const { SetEvent(wake_); }
+    void Wake() const { SetEvent(wake_.get()); }
     // Signalled (and reset by a wait) when the thread has parked.
-    HANDLE ParkedEvent() const { return parked_; }
+    HANDLE ParkedEvent() const { return parked_.get(); }
     // Marks a thread that the system has suspended as such; RemoveSuspension then has the system resume it.
     // False when it has meanwhile begun a platform call or is to run again. `thread` is duplicated.
     bool Freeze(HANDLE thread);
@@ -77,9 +77,9 @@ class ThreadRecord {
     std::atomic<Whereabouts> where_{Whereabouts::OwnCode};
     std::vector<Frame> frames_;  // the thread's own, like what follows
     int unnoted_ = 0;            // calls inside the last of them that there was no memory for
-    HANDLE parked_;
-    HANDLE wake_;
-    HANDLE frozen_ = nullptr;  // guarded by freezing_
+    handset::OwnedHandle parked_;
+    handset::OwnedHandle wake_;
+    handset::OwnedHandle frozen_;  // guarded by freezing_
     SRWLOCK freezing_ = SRWLOCK_INIT;
 };
 

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "handset/base/module_edge.h"
+#include "handset/base/owned.h"
 #include "handset/base/whole_line.h"
 #include "handset/coredll/kernel/call_guard.h"
 
@@ -21,7 +22,7 @@ constexpr std::size_t kLongestUtf8 = 3;  // bytes of one of them
 
 COREDLL_EXPORT void WINAPIV NKDbgPrintfW(const WCHAR* format, ...) try {
     const coredll::CallGuard guard;
-    const DWORD lastError = GetLastError();
+    const handset::KeptLastError kept;
     // With a terminator that a longer line does not reach.
     WCHAR text[kMostCharacters + 1] = L"";
     va_list arguments;
@@ -33,14 +34,13 @@ COREDLL_EXPORT void WINAPIV NKDbgPrintfW(const WCHAR* format, ...) try {
     const int size = WideCharToMultiByte(CP_UTF8, 0, text, static_cast<int>(std::wcslen(text)), bytes,
                                          sizeof bytes, nullptr, nullptr);
     handset::WriteWhole(GetStdHandle(STD_ERROR_HANDLE), bytes, static_cast<std::size_t>(size));
-    SetLastError(lastError);
 } catch (...) {
     handset::EdgeAnswer<void>();
 }
 
 COREDLL_EXPORT int WINAPIV ConsolePrintf(const char* format, ...) try {
     const coredll::CallGuard guard;
-    const DWORD lastError = GetLastError();
+    const handset::KeptLastError kept;
     va_list arguments;
     va_start(arguments, format);
     va_list counted;
@@ -53,7 +53,6 @@ COREDLL_EXPORT int WINAPIV ConsolePrintf(const char* format, ...) try {
         handset::WriteWhole(GetStdHandle(STD_OUTPUT_HANDLE), text.data(), static_cast<std::size_t>(length));
     }
     va_end(arguments);
-    SetLastError(lastError);
     return length;
 } catch (...) {
     return handset::EdgeAnswer(-1);

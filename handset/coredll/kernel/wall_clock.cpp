@@ -24,6 +24,8 @@ const std::uint64_t g_processStart = handset::RealTime();
 
 std::uint64_t HandsetNow() {
     if (const auto moment = handset::SharedMoment()) return handset::ShownAt(*moment, handset::RealTime());
+    // Nobody has set it, or it was set back to the host's.
+    if (HandsetClockRate() == 1) return handset::RealTime();
     return g_processStart + HandsetMilliseconds() * kTicksPerMillisecond;
 }
 

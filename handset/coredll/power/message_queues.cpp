@@ -1,13 +1,15 @@
 // Message queues: the device's calls over the queues that the handset's programs share.
 #include "handset/coredll/power/message_queues.h"
 
+#include <algorithm>
+#include <atomic>
 #include <map>
 #include <memory>
 #include <mutex>
 
 #include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
-#include "handset/coredll/kernel/platform_call.h"
+#include "handset/coredll/kernel/clock.h"
 #include "handset/include/msgqueue.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/message_queue.h"
@@ -81,6 +83,18 @@ bool Understood(const MSGQUEUEOPTIONS* options) {
     return options != nullptr && options->dwSize == sizeof *options;
 }
 
+// `attempt(real milliseconds)` until it has another result than a time-out, or the time is over on the
+// handset's clock. Its rate is looked at as often as the other end is.
+template <typename Attempt>
+DWORD InTime(DWORD milliseconds, Attempt attempt) {
+    if (milliseconds == 0 || milliseconds == INFINITE) return attempt(milliseconds);
+    coredll::Deadline deadline(milliseconds);
+    for (;;) {
+        const DWORD error = attempt(std::min(deadline.Left_ms(), coredll::Deadline::kLook_ms));
+        if (error != ERROR_TIMEOUT || deadline.Left_ms() == 0) return error;
+    }
+}
+
 std::wstring NewId(const wchar_t* name) {
     static std::atomic<unsigned> count{0};
     if (name != nullptr) return L"queue.named." + std::wstring(name);
@@ -151,7 +165,8 @@ COREDLL_EXPORT BOOL WINAPI ReadMsgQueue(HANDLE queue, void* buffer, DWORD size, 
     if (buffer == nullptr || size == 0 || read == nullptr) return Result(ERROR_INVALID_PARAMETER);
     const SharedEnd end = EndOf(queue);
     if (!end || !end->end->reads()) return Result(ERROR_INVALID_HANDLE);
-    return Result(end->end->Read(buffer, size, read, HandsetRealTimeout(milliseconds), flags));
+    return Result(InTime(milliseconds,
+                         [&](DWORD real_ms) { return end->end->Read(buffer, size, read, real_ms, flags); }));
 } catch (...) {
     return handset::EdgeAnswer(FALSE);
 }
@@ -164,7 +179,8 @@ COREDLL_EXPORT BOOL WINAPI WriteMsgQueue(HANDLE queue, void* data, DWORD size, D
     }
     const SharedEnd end = EndOf(queue);
     if (!end || end->end->reads()) return Result(ERROR_INVALID_HANDLE);
-    return Result(end->end->Write(data, size, HandsetRealTimeout(milliseconds), flags));
+    return Result(
+        InTime(milliseconds, [&](DWORD real_ms) { return end->end->Write(data, size, real_ms, flags); }));
 } catch (...) {
     return handset::EdgeAnswer(FALSE);
 }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "handset/base/module_edge.h"
+#include "handset/base/owned.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/handset_state.h"
 
@@ -50,21 +51,16 @@ class WorkingKey {
   public:
     explicit WorkingKey(HKEY key) : key_(key) {
         if (!IsRoot(key)) return;
-        status_ = MakeRoot(key, &opened_);
-        key_ = opened_;
+        status_ = MakeRoot(key, handset::Put(opened_));
+        key_ = opened_.get();
     }
-    ~WorkingKey() {
-        if (opened_ != nullptr) RegCloseKey(opened_);
-    }
-    WorkingKey(const WorkingKey&) = delete;
-    WorkingKey& operator=(const WorkingKey&) = delete;
 
     HKEY get() const { return key_; }
     LONG status() const { return status_; }
 
   private:
     HKEY key_;
-    HKEY opened_ = nullptr;
+    handset::OwnedKey opened_;
     LONG status_ = ERROR_SUCCESS;
 };
 

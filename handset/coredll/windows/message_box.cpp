@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "handset/base/module_edge.h"
+#include "handset/base/owned.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/coredll/windows/dark_display.h"
@@ -53,14 +54,13 @@ SIZE SizeOf(HWND window) {
 int HeightOfText(HWND text, int width) {
     wchar_t words[2048];
     GetWindowTextW(text, words, std::size(words));
-    const HDC dc = GetDC(text);
+    const handset::WindowDC dc(text);
     const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(text, WM_GETFONT, 0, 0));
-    const HGDIOBJ previous = font != nullptr ? SelectObject(dc, font) : nullptr;
+    const HGDIOBJ previous = font != nullptr ? SelectObject(dc.get(), font) : nullptr;
     RECT rect{0, 0, width, 0};
-    DrawTextW(dc, words, -1, &rect,
+    DrawTextW(dc.get(), words, -1, &rect,
               DT_CALCRECT | DT_WORDBREAK | DT_EXPANDTABS | DT_NOPREFIX | DT_EDITCONTROL);
-    if (previous != nullptr) SelectObject(dc, previous);
-    ReleaseDC(text, dc);
+    if (previous != nullptr) SelectObject(dc.get(), previous);
     return rect.bottom;
 }
 

@@ -6,17 +6,17 @@
 #include <utility>
 
 #include "handset/base/module_edge.h"
+#include "handset/base/owned.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/coredll/windows/top_bar_look.h"
 #include "handset/state/handset_protocol.h"
-#include "handset/state/owned_handle.h"
 #include "handset/state/screen_size.h"
 
 namespace coredll {
 namespace {
 
-using OwnedBitmap = handset::Owned<HBITMAP, DeleteObject>;
-using OwnedDC = handset::Owned<HDC, DeleteDC>;
+using handset::OwnedBitmap;
+using OwnedDC = handset::OwnedMemoryDC;
 
 constexpr UINT_PTR kLookTimer = 1;
 constexpr UINT kLook_ms = 200;  // of real time: it is somebody's eye that waits

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "handset/state/owned_handle.h"
+#include "handset/base/owned.h"
 
 namespace coredll {
 namespace {
 
-using OwnedBrush = handset::Owned<HBRUSH, DeleteObject>;
-using OwnedFont = handset::Owned<HFONT, DeleteObject>;
+using handset::OwnedBrush;
+using handset::OwnedFont;
 
 constexpr COLORREF kGround = RGB(17, 19, 18);
 constexpr COLORREF kAccent = RGB(141, 194, 31);

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "handset/base/module_edge.h"
+#include "handset/base/owned.h"
 
 namespace coredll {
 namespace {
@@ -29,15 +30,8 @@ class BareArea {
     explicit BareArea(HWND gone) : gone_(gone) {
         RECT place{};
         GetWindowRect(gone, &place);
-        area_ = CreateRectRgnIndirect(&place);
-        part_ = CreateRectRgn(0, 0, 0, 0);
+        area_.reset(CreateRectRgnIndirect(&place));
     }
-    ~BareArea() {
-        DeleteObject(area_);
-        DeleteObject(part_);
-    }
-    BareArea(const BareArea&) = delete;
-    BareArea& operator=(const BareArea&) = delete;
 
     // False when nothing is left.
     bool Paint(HWND window) const {
@@ -47,21 +41,21 @@ class BareArea {
         // Device differs: another program's windows keep what they show, and cover nothing of this one's.
         if (window == gone_ || process != GetCurrentProcessId()) return true;
         if (!IsWindowVisible(window) || !GetWindowRect(window, &place)) return true;
-        SetRectRgn(part_, place.left, place.top, place.right, place.bottom);
-        const int common = CombineRgn(part_, area_, part_, RGN_AND);
+        SetRectRgn(part_.get(), place.left, place.top, place.right, place.bottom);
+        const int common = CombineRgn(part_.get(), area_.get(), part_.get(), RGN_AND);
         if (common == NULLREGION || common == ERROR) return true;
-        const int left = CombineRgn(area_, area_, part_, RGN_DIFF);
+        const int left = CombineRgn(area_.get(), area_.get(), part_.get(), RGN_DIFF);
         POINT origin = {0, 0};
         ClientToScreen(window, &origin);
-        OffsetRgn(part_, -origin.x, -origin.y);
-        RedrawWindow(window, nullptr, part_, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+        OffsetRgn(part_.get(), -origin.x, -origin.y);
+        RedrawWindow(window, nullptr, part_.get(), RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
         return left != NULLREGION;
     }
 
   private:
     HWND gone_;
-    HRGN area_;  // on the screen
-    HRGN part_;
+    handset::OwnedRegion area_;  // on the screen
+    handset::OwnedRegion part_{CreateRectRgn(0, 0, 0, 0)};
 };
 
 BOOL CALLBACK PaintBehind(HWND window, LPARAM area) try {

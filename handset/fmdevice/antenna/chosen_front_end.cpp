@@ -15,12 +15,11 @@ constexpr std::uint64_t kPublish_ms = 500;
 constexpr wchar_t kBand[] = L"band";
 
 // Why the simulated band plays though something else was chosen; empty when nothing is in the way.
-std::string InTheWay(const handset::AntennaChoice& choice, handset::Antenna* antenna) {
+std::string InTheWay(const handset::AntennaChoice& choice, bool lifelike, handset::Antenna* antenna) {
     const std::string fault = handset::ParseAntenna(handset::Utf8(choice.antenna), antenna);
     if (!fault.empty()) return fault;
     // The air goes at its own pace.
-    if (antenna->kind != handset::AntennaKind::kBand && HandsetClockRate() != 1)
-        return "the clock's rate is not 1";
+    if (antenna->kind != handset::AntennaKind::kBand && !lifelike) return "the clock's rate is not 1";
     return {};
 }
 
@@ -38,6 +37,7 @@ std::shared_ptr<ITunerFrontEnd> CChosenFrontEnd::Current() {
 void CChosenFrontEnd::Power(bool on) {
     if (on) {
         choice_ = {};
+        lifelike_ = HandsetClockRate() == 1;
         condition_ = handset::Wide(kPlays);
         Choose();
         return;
@@ -55,24 +55,26 @@ void CChosenFrontEnd::Power(bool on) {
 
 bool CChosenFrontEnd::Choose() {
     const handset::AntennaChoice choice = handset::ChosenAntenna();
-    if (choice == choice_) return false;
+    const bool lifelike = HandsetClockRate() == 1;
+    if (choice == choice_ && lifelike == lifelike_) return false;
     const bool sameAntenna =
         choice.antenna == choice_.antenna && choice.deemphasis_us == choice_.deemphasis_us;
     choice_ = choice;
-    if (sameAntenna) {
+    lifelike_ = lifelike;
+    handset::Antenna antenna;
+    const std::string fault = InTheWay(choice, lifelike, &antenna);
+    const bool onAir = fault.empty() && antenna.kind != handset::AntennaKind::kBand;
+    if (sameAntenna && onAir == (real_ != nullptr)) {
         if (real_) real_->Apply(choice);
         return false;
     }
-    handset::Antenna antenna;
-    const std::string fault = InTheWay(choice, &antenna);
     condition_ = handset::Wide(kPlays);
     if (!fault.empty()) {
         condition_ = handset::Wide(fault + ": the simulated band plays");
         ReportLine("antenna: " + handset::Utf8(condition_));
     }
     std::shared_ptr<CRealFrontEnd> real;
-    if (fault.empty() && antenna.kind != handset::AntennaKind::kBand)
-        real = std::make_shared<CRealFrontEnd>(antenna, choice);
+    if (onAir) real = std::make_shared<CRealFrontEnd>(antenna, choice);
     {
         const std::lock_guard<handset::CLock> guard(lock_);
         real_.swap(real);

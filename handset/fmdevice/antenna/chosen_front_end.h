@@ -40,6 +40,7 @@ class CChosenFrontEnd : public ITunerFrontEnd {
     const std::shared_ptr<CSimulatedBand> band_;
     std::shared_ptr<CRealFrontEnd> real_;
     handset::AntennaChoice choice_;
+    bool lifelike_ = true;  // the clock goes as the air does
     std::wstring condition_;
     std::uint32_t channel_ = kBandBottom_10kHz;
     std::uint64_t published_ms_ = 0;

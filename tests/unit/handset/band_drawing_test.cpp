@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "handset/controls/owned_handle.h"
+#include "handset/base/owned.h"
 #include "handset/state/display_format.h"
 
 namespace panel {
@@ -16,9 +16,9 @@ constexpr Box kStrip = {14, 0, 470, kBandHeight};
 int LastColumn(const wchar_t* words) {
     const BITMAPINFO info = handset::DisplayFormat(kWidth, kBandHeight);
     void* bits = nullptr;
-    const OwnedBitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-    const OwnedMemoryDC dc(CreateCompatibleDC(nullptr));
-    const SelectedObject selected(dc.get(), bitmap.get());
+    const handset::OwnedBitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    const handset::OwnedMemoryDC dc(CreateCompatibleDC(nullptr));
+    const handset::SelectedObject selected(dc.get(), bitmap.get());
     BandShown shown;
     shown.words = words;
     DrawBandTexts(dc.get(), kStrip, shown);

@@ -39,7 +39,7 @@ bool BookedHandset::WaitForStart(const std::string& word) const {
 
 void BookedHandset::LookOnce() {
     console_.lines.clear();
-    const OwnedHandle stop(CreateEventW(nullptr, TRUE, TRUE, nullptr));
+    const handset::OwnedHandle stop(CreateEventW(nullptr, TRUE, TRUE, nullptr));
     for (std::size_t said = ~std::size_t{0}; said != console_.lines.size();) {
         EXPECT_TRUE(RadioTurn(kDeadline_ms));
         said = console_.lines.size();
@@ -58,8 +58,9 @@ HandsetProcess::HandsetProcess(const std::wstring& arguments) {
     m_file = folder +
              (L"kora-handset-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++count));
     SECURITY_ATTRIBUTES inherit = {sizeof inherit, nullptr, TRUE};
-    const OwnedHandle output(CreateFileW(m_file.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                         &inherit, CREATE_ALWAYS, 0, nullptr));
+    const handset::OwnedHandle output(CreateFileW(m_file.c_str(), FILE_APPEND_DATA,
+                                                  FILE_SHARE_READ | FILE_SHARE_WRITE, &inherit, CREATE_ALWAYS,
+                                                  0, nullptr));
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
@@ -69,7 +70,7 @@ HandsetProcess::HandsetProcess(const std::wstring& arguments) {
     EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
                                &process));
     CloseHandle(process.hThread);
-    m_process = OwnedHandle(process.hProcess);
+    m_process = handset::OwnedHandle(process.hProcess);
 }
 
 void HandsetProcess::Kill() {

@@ -46,7 +46,7 @@ class HandsetProcess {
 
   private:
     std::wstring m_file;
-    OwnedHandle m_process;
+    handset::OwnedHandle m_process;
 };
 
 inline constexpr handset::LocalSeconds kMinute_s = 60, kHour_s = 3600, kDay_s = 86400, kWeek_s = 7 * kDay_s;

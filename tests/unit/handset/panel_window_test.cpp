@@ -26,7 +26,7 @@ class PanelWindowTest : public BookedHandset {
   protected:
     void SetUp() override {
         // There is one panel to a desktop: tests that open one take turns.
-        turn_ = OwnedHandle(CreateMutexW(nullptr, FALSE, L"KoraPanelTests"));
+        turn_ = handset::OwnedHandle(CreateMutexW(nullptr, FALSE, L"KoraPanelTests"));
         WaitForSingleObject(turn_.get(), INFINITE);
         OpenPanel();
     }
@@ -46,7 +46,7 @@ class PanelWindowTest : public BookedHandset {
         ASSERT_TRUE(CreateProcessW((ProgramFolder() + L"\\handset.exe").c_str(), line.data(), nullptr,
                                    nullptr, FALSE, 0, nullptr, nullptr, &startup, &process));
         CloseHandle(process.hThread);
-        process_ = OwnedHandle(process.hProcess);
+        process_ = handset::OwnedHandle(process.hProcess);
         ASSERT_TRUE(WaitUntil(
             [&] {
                 window_ = FindWindowW(handset::kPanelClass, nullptr);
@@ -60,7 +60,7 @@ class PanelWindowTest : public BookedHandset {
     void ClosePanel() {
         PostMessageW(window_, WM_CLOSE, 0, 0);
         ASSERT_EQ(WaitForSingleObject(process_.get(), kDeadline_ms), WAIT_OBJECT_0);
-        process_ = OwnedHandle();
+        process_ = handset::OwnedHandle();
     }
     [[nodiscard]] HWND Question() const {
         const HWND box = FindWindowW(L"#32770", L"Kora handset");
@@ -104,7 +104,7 @@ class PanelWindowTest : public BookedHandset {
         FAIL() << "no such switch";
     }
 
-    OwnedHandle turn_, process_;
+    handset::OwnedHandle turn_, process_;
     HWND window_ = nullptr;
     PhoneLayout upright_ = LayOutPhone(240, 320);
 };

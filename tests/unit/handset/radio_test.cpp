@@ -32,7 +32,7 @@ TEST_F(RadioFromOutside, StopEndsEveryRadioOfItsHandsetAndNoOther) {
     ASSERT_TRUE(handset::StartProcess(elsewhere.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr,
                                       nullptr, &startup, &other));
     CloseHandle(other.hThread);
-    const OwnedHandle process(other.hProcess);
+    const handset::OwnedHandle process(other.hProcess);
     ASSERT_TRUE(WaitUntil([&] { return MainWindowOf(other.dwProcessId) != nullptr; }, kDeadline_ms));
     EXPECT_EQ(Run({L"stop"}), kDone);
     EXPECT_TRUE(RadioProcesses().empty());

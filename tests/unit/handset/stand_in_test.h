@@ -19,7 +19,7 @@ class StandInTest : public HandsetTest {
     StandInTest() { EXPECT_EQ(InstallHandset(ProgramsToInstall()).fault, L""); }
     ~StandInTest() override {
         for (const DWORD id : RadioProcesses()) {
-            const OwnedHandle process(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id));
+            const handset::OwnedHandle process(OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id));
             TerminateProcess(process.get(), 1);
             WaitForSingleObject(process.get(), kDeadline_ms);
         }

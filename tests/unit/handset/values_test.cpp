@@ -129,7 +129,7 @@ TEST_F(EveryValue, OfABookingLeavesTheServiceAtWork) {
             Put({key, value}, kinds[i]);
             SetClock(now);
             BookingService service(console_);
-            const OwnedHandle stop(CreateEventW(nullptr, TRUE, TRUE, nullptr));
+            const handset::OwnedHandle stop(CreateEventW(nullptr, TRUE, TRUE, nullptr));
             service.Run(stop.get());
             ASSERT_EQ(Run({L"schedule"}), kDone);
             DeleteDeviceKey(std::wstring(L"HKLM\\System\\Notifications\\") + kName);

@@ -88,8 +88,8 @@ bool PhoneTest::StandsStill() {
     });
 }
 
-std::vector<std::string> PhoneTest::Notices() const {
-    std::ifstream file(std::filesystem::path(root_ + L"\\notices.txt"));
+std::vector<std::string> PhoneTest::LinesOf(const wchar_t* name) const {
+    std::ifstream file(std::filesystem::path(root_) / name);
     std::vector<std::string> lines;
     for (std::string line; std::getline(file, line);) lines.push_back(line);
     return lines;

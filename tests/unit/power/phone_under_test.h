@@ -27,7 +27,9 @@ class PhoneTest : public testing::Test {
     // The program goes on working; it has stopped and stays so for a while.
     bool Works();
     bool StandsStill();
-    std::vector<std::string> Notices() const;
+    std::vector<std::string> Notices() const { return LinesOf(L"notices.txt"); }
+    // Of a file that the stand-in writes.
+    std::vector<std::string> LinesOf(const wchar_t* file) const;
     static std::wstring State() { return handset::CurrentPowerState().name; }
 
   private:

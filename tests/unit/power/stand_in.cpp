@@ -5,6 +5,8 @@
 //   reset    resets the idle timer all the time
 //   write    writes "hello" into the queue "calls"
 //   wait     keeps its main thread in a wait that nothing ends
+//   hours    waits for four hours in every way that there is; each writes its name and how long it took, in
+//            the handset's seconds, into \hours.txt when they are over
 // Once it has done so it works until it is ended: a letter into \work.txt every millisecond or so.
 #include <windows.h>
 
@@ -66,6 +68,71 @@ void Write() {
     WriteMsgQueue(CreateMsgQueue(L"calls", &options), text, 5, INFINITE, 0);
 }
 
+constexpr DWORD kHours_ms = 4 * 3600 * 1000;
+
+void WaitAsleep() {
+    Sleep(kHours_ms);
+}
+void WaitForObject() {
+    WaitForSingleObject(CreateEventW(nullptr, TRUE, FALSE, nullptr), kHours_ms);
+}
+// As many as there may be.
+void WaitForObjects() {
+    HANDLE events[MAXIMUM_WAIT_OBJECTS];
+    for (HANDLE& event : events) event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    WaitForMultipleObjects(MAXIMUM_WAIT_OBJECTS, events, FALSE, kHours_ms);
+}
+void WaitForInput() {
+    const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    MsgWaitForMultipleObjectsEx(1, &event, kHours_ms, QS_ALLINPUT, 0);
+}
+void WaitForQueue() {
+    MSGQUEUEOPTIONS options = {sizeof options, MSGQUEUE_ALLOW_BROKEN, 1, 4, TRUE};
+    char buffer[4];
+    DWORD size = 0;
+    ReadMsgQueue(CreateMsgQueue(nullptr, &options), buffer, sizeof buffer, &size, kHours_ms, nullptr);
+}
+void WaitForTimer() {
+    const UINT_PTR timer = SetTimer(nullptr, 0, kHours_ms, nullptr);
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (message.message == WM_TIMER && message.wParam == timer) return;
+        DispatchMessageW(&message);
+    }
+}
+bool g_called = false;
+void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
+    g_called = true;
+}
+void WaitForTimerProcedure() {
+    SetTimer(nullptr, 0, kHours_ms, OnTimer);
+    MSG message;
+    while (!g_called && GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+}
+
+struct Way {
+    const char* name;
+    void (*wait)();
+};
+constexpr Way kWays[] = {
+    {"sleep", WaitAsleep},           {"object", WaitForObject}, {"objects", WaitForObjects},
+    {"input", WaitForInput},         {"queue", WaitForQueue},   {"timer", WaitForTimer},
+    {"call", WaitForTimerProcedure},
+};
+
+DWORD WINAPI WayProc(void* parameter) {
+    const auto* way = static_cast<const Way*>(parameter);
+    const DWORD began = GetTickCount();
+    way->wait();
+    const DWORD seconds = (GetTickCount() - began) / 1000;
+    Append(L"\\hours.txt", std::string(way->name) + " " + std::to_string(seconds) + "\n");
+    return 0;
+}
+
+void WaitForHours() {
+    for (const Way& way : kWays) CreateThread(nullptr, 0, WayProc, const_cast<Way*>(&way), 0, nullptr);
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -75,6 +142,7 @@ int main(int count, char** arguments) {
         if (std::strcmp(arguments[i], "keys") == 0) AllKeys(TRUE);
         if (std::strcmp(arguments[i], "listen") == 0) Listen();
         if (std::strcmp(arguments[i], "write") == 0) Write();
+        if (std::strcmp(arguments[i], "hours") == 0) WaitForHours();
         if (std::strcmp(arguments[i], "reset") == 0) CreateThread(nullptr, 0, ResetProc, nullptr, 0, nullptr);
         waits = waits || std::strcmp(arguments[i], "wait") == 0;
     }

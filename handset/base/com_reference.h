@@ -1,0 +1,60 @@
+// Owned references to COM objects. Host code only.
+#pragma once
+
+#include <windows.h>
+
+#include <unknwn.h>
+
+#include <utility>
+
+#include "handset/base/owned.h"
+
+namespace handset {
+
+template <typename Interface>
+class CRef {
+  public:
+    CRef() = default;
+    // One more reference to what the caller has.
+    explicit CRef(Interface* object) : object_(object) {
+        if (object_ != nullptr) object_->AddRef();
+    }
+    CRef(const CRef& other) : CRef(other.object_) {}
+    CRef(CRef&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+    CRef& operator=(CRef other) noexcept {
+        std::swap(object_, other.object_);
+        return *this;
+    }
+    ~CRef() {
+        if (object_ == nullptr) return;
+        const KeptLastError kept;
+        object_->Release();
+    }
+
+    Interface* Get() const { return object_; }
+    Interface* operator->() const { return object_; }
+    explicit operator bool() const { return object_ != nullptr; }
+    void Reset() { *this = CRef(); }
+    // For calls that give a reference through a pointer; what was held is released first.
+    Interface** Put() {
+        Reset();
+        return &object_;
+    }
+    // Gives the reference to the caller.
+    [[nodiscard]] Interface* Detach() { return std::exchange(object_, nullptr); }
+
+  private:
+    Interface* object_ = nullptr;
+};
+
+// The interface of an object, or an empty reference.
+template <typename Interface>
+CRef<Interface> Query(IUnknown* object, const IID& iid) {
+    void* found = nullptr;
+    CRef<Interface> reference;
+    if (object != nullptr && SUCCEEDED(object->QueryInterface(iid, &found)))
+        *reference.Put() = static_cast<Interface*>(found);
+    return reference;
+}
+
+}  // namespace handset
