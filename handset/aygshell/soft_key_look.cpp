@@ -3,17 +3,15 @@
 
 #include <string>
 
+#include "handset/base/shell_look.h"
+
 namespace handset {
 namespace {
 
-constexpr COLORREF kGround = RGB(17, 19, 18);
-constexpr COLORREF kAccent = RGB(141, 194, 31);
 constexpr COLORREF kDivider = RGB(58, 63, 60);
-constexpr COLORREF kText = RGB(255, 255, 255);
 constexpr COLORREF kTextDisabled = RGB(118, 124, 120);
 constexpr COLORREF kTextPressed = RGB(12, 16, 4);
 // Pixels of a bar with the usual rows.
-constexpr int kUsualRows = 26;
 constexpr int kFontHeight = 13;
 constexpr int kSideMargin = 6;
 constexpr int kMenuMarkWidth = 7;
@@ -28,9 +26,9 @@ struct KeyColours {
 };
 
 KeyColours ColoursFor(UINT itemState) {
-    if ((itemState & CDIS_DISABLED) != 0) return {kGround, kTextDisabled, kTextDisabled};
-    if ((itemState & CDIS_SELECTED) != 0) return {kAccent, kTextPressed, kTextPressed};
-    return {kGround, kText, kAccent};
+    if ((itemState & CDIS_DISABLED) != 0) return {kShellGround, kTextDisabled, kTextDisabled};
+    if ((itemState & CDIS_SELECTED) != 0) return {kShellAccent, kTextPressed, kTextPressed};
+    return {kShellGround, kShellText, kShellAccent};
 }
 
 void Fill(HDC dc, const RECT& area, COLORREF colour) {
@@ -59,7 +57,7 @@ std::wstring Plain(const std::wstring& label) {
 
 // By how much a bar of that many rows is larger than the usual one.
 int ScaleOf(LONG rows) {
-    return rows >= 2 * kUsualRows ? 2 : 1;
+    return rows >= 2 * kUsualBarRows ? 2 : 1;
 }
 
 // A small arrowhead that points to where the menu will open.
@@ -97,7 +95,7 @@ void PaintKey(const NMTBCUSTOMDRAW& draw, HFONT font) {
     const int scale = ScaleOf(area.bottom - area.top);
     area.top += scale;  // the hairline above the bar stays
     Fill(dc, area, colours.ground);
-    if (area.left > 0 && colours.ground == kGround) {
+    if (area.left > 0 && colours.ground == kShellGround) {
         const int margin = kDividerMargin * scale;
         Fill(dc, {area.left, area.top + margin, area.left + scale, area.bottom - margin}, kDivider);
     }
@@ -124,9 +122,9 @@ OwnedFont SoftKeyFont(int rows) {
 }
 
 void PaintBarGround(HDC dc, const RECT& client) {
-    Fill(dc, client, kGround);
+    Fill(dc, client, kShellGround);
     Fill(dc, {client.left, client.top, client.right, client.top + ScaleOf(client.bottom - client.top)},
-         kAccent);
+         kShellAccent);
 }
 
 LRESULT PaintSoftKey(const NMTBCUSTOMDRAW& draw, HFONT font) {

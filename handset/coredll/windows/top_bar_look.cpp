@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "handset/base/owned.h"
+#include "handset/base/shell_look.h"
 
 namespace coredll {
 namespace {
@@ -10,14 +11,10 @@ namespace {
 using handset::OwnedBrush;
 using handset::OwnedFont;
 
-constexpr COLORREF kGround = RGB(17, 19, 18);
-constexpr COLORREF kAccent = RGB(141, 194, 31);
-constexpr COLORREF kText = RGB(255, 255, 255);
 constexpr COLORREF kSign = RGB(214, 220, 216);
 constexpr COLORREF kUnlit = RGB(72, 78, 75);
 
 // All of the following are pixels of a bar with the usual rows.
-constexpr int kUsualRows = 26;
 constexpr int kFontHeight = 12;
 constexpr int kMargin = 6;
 constexpr int kGap = 5;
@@ -74,8 +71,9 @@ void Fill(HDC dc, const RECT& area, COLORREF colour) {
 
 COLORREF Faint(COLORREF colour) {
     const auto half = [](int a, int b) { return static_cast<BYTE>((a + b) / 2); };
-    return RGB(half(GetRValue(colour), GetRValue(kGround)), half(GetGValue(colour), GetGValue(kGround)),
-               half(GetBValue(colour), GetBValue(kGround)));
+    return RGB(half(GetRValue(colour), GetRValue(handset::kShellGround)),
+               half(GetGValue(colour), GetGValue(handset::kShellGround)),
+               half(GetBValue(colour), GetBValue(handset::kShellGround)));
 }
 
 // One bar, being painted: signs and texts are put to its right end, one beside the other.
@@ -84,7 +82,7 @@ class Bar {
     Bar(HDC dc, const RECT& area)
         : dc_(dc),
           area_(area),
-          scale_(std::max(1, static_cast<int>(area.bottom - area.top) / kUsualRows)),
+          scale_(std::max(1, static_cast<int>(area.bottom - area.top) / handset::kUsualBarRows)),
           right_(area.right - Px(kMargin)) {}
 
     void PutSign(const Sign& sign, COLORREF colour) {
@@ -155,13 +153,13 @@ void PaintTopBar(HDC dc, const RECT& area, const TopBarState& state) {
     const int saved = SaveDC(dc);
     SelectObject(dc, font.get());
     SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, kText);
-    Fill(dc, area, kGround);
-    Fill(dc, {area.left, area.bottom - bar.Px(1), area.right, area.bottom}, kAccent);
+    SetTextColor(dc, handset::kShellText);
+    Fill(dc, area, handset::kShellGround);
+    Fill(dc, {area.left, area.bottom - bar.Px(1), area.right, area.bottom}, handset::kShellAccent);
     bar.PutClock(state.clock);
     bar.PutSign(state.headset ? kHeadphones : kLoudspeaker, kSign);
     bar.PutSignal(state.signal_bars);
-    if (state.call) bar.PutSign(kReceiver, kAccent);
+    if (state.call) bar.PutSign(kReceiver, handset::kShellAccent);
     bar.PutTitle(state.title);
     RestoreDC(dc, saved);
 }

@@ -13,7 +13,18 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class FrequencyDisplay : public TunerTest {};
+class FrequencyDisplay : public TunerTest {
+  protected:
+    // The selected list has one channel, "One", of that value.
+    void StoreOne(DWORD channel) const {
+        WriteSelectedGroup(L"Mine");
+        PropRecord record = {};
+        wcscpy(record.szCountryName, L"Mine");
+        wcscpy(record.szPropRecord_ChannelName, L"One");
+        record.dwPropRecord_ChannelValue = channel;
+        ASSERT_NE(state->m_ChannelDB.CEDB_InsertRecord(record), 0u);
+    }
+};
 
 TEST_F(FrequencyDisplay, ShowsTheTunedFrequencyAndUnknownForOneThatIsNotStored) {
     device.channel = 10230;
@@ -26,12 +37,7 @@ TEST_F(FrequencyDisplay, ShowsTheTunedFrequencyAndUnknownForOneThatIsNotStored) 
 TEST_F(FrequencyDisplay, ShowsTheNameUnderWhichTheSelectedGroupStoresTheFrequency) {
     const test::DeviceSettings settings;
     const test::UnusedRoot root;
-    WriteSelectedGroup(L"Mine");
-    PropRecord record = {};
-    wcscpy(record.szCountryName, L"Mine");
-    wcscpy(record.szPropRecord_ChannelName, L"One");
-    record.dwPropRecord_ChannelValue = 9850;
-    ASSERT_NE(state->m_ChannelDB.CEDB_InsertRecord(record), 0u);
+    ASSERT_NO_FATAL_FAILURE(StoreOne(9850));
     device.channel = 9850;
     RefreshFrequencyDisplay(*state);
     EXPECT_EQ(LastShown(TEXT_FREQUENCY), L"98.5 MHz");
@@ -45,12 +51,7 @@ TEST_F(FrequencyDisplay, ShowsTheNameUnderWhichTheSelectedGroupStoresTheFrequenc
 TEST_F(FrequencyDisplay, ATunerThatDoesNotAnswerHasNoFrequencyAndNoNameWhateverIsStored) {
     const test::DeviceSettings settings;
     const test::UnusedRoot root;
-    WriteSelectedGroup(L"Mine");
-    PropRecord record = {};
-    wcscpy(record.szCountryName, L"Mine");
-    wcscpy(record.szPropRecord_ChannelName, L"One");
-    record.dwPropRecord_ChannelValue = 1;
-    ASSERT_NE(state->m_ChannelDB.CEDB_InsertRecord(record), 0u);
+    ASSERT_NO_FATAL_FAILURE(StoreOne(1));
     device.results["GetChannel"] = E_FAIL;
     RefreshFrequencyDisplay(*state);
     EXPECT_EQ(LastShown(TEXT_FREQUENCY), L"0.0 MHz");
