@@ -14,6 +14,7 @@
 #include "handset/phone/phone_keys.h"
 #include "handset/state/handset_protocol.h"
 #include "handset/state/own_windows.h"
+#include "handset/state/process_start.h"
 #include "handset/state/screen_size.h"
 #include "handset/tour/tour_watch.h"
 
@@ -47,8 +48,8 @@ class TourPanel {
         startup.lpDesktop = desktop.data();
         PROCESS_INFORMATION process = {};
         const std::wstring program = ProgramFolder() + L"\\handset.exe";
-        if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                            &startup, &process)) {
+        if (!handset::StartProcess(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                   &startup, &process)) {
             return;
         }
         const handset::OwnedHandle thread(process.hThread);

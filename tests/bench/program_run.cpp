@@ -1,4 +1,5 @@
 #include "tests/bench/program_run.h"
+#include "handset/state/process_start.h"
 
 namespace bench {
 namespace {
@@ -36,8 +37,8 @@ ProgramRun::ProgramRun(const std::wstring& path, const wchar_t* windowClass) {
     startup.cb = sizeof startup;
     std::wstring line = L"\"" + path + L"\"";
     const double start = Now_ms();
-    if (!CreateProcessW(path.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                        &m_process)) {
+    if (!handset::StartProcess(path.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                               &startup, &m_process)) {
         return;
     }
     while (Now_ms() - start < kPatience_ms) {

@@ -1,4 +1,5 @@
 #include "tests/support/host_tool.h"
+#include "handset/state/process_start.h"
 
 #include <windows.h>
 
@@ -67,8 +68,8 @@ std::string RunOnHost(const std::string& command) {
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
-    EXPECT_TRUE(CreateProcessW(L"Z:\\bin\\sh", line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                               &startup, &process));
+    EXPECT_TRUE(handset::StartProcess(L"Z:\\bin\\sh", line.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                      nullptr, &startup, &process));
     EXPECT_TRUE(WaitFor([&] { return GetFileAttributesW(done.c_str()) != INVALID_FILE_ATTRIBUTES; },
                         kToolDeadline_ms))
         << command;

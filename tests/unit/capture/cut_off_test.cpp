@@ -2,6 +2,7 @@
 #include "handset/capture/class_ids.h"
 #include "handset/capture/graph_events.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/process_start.h"
 #include "tests/support/host_tool.h"
 #include "tests/support/wait.h"
 #include "tests/unit/capture/recorded_sound.h"
@@ -44,8 +45,8 @@ void KillAfter(int ms, const std::wstring& file) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
-    ASSERT_TRUE(CreateProcessW(program, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                               &process));
+    ASSERT_TRUE(handset::StartProcess(program, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                      &startup, &process));
     ASSERT_EQ(WaitForSingleObject(process.hProcess, test::kDeadline_ms), WAIT_OBJECT_0);
     DWORD code = 0;
     GetExitCodeProcess(process.hProcess, &code);

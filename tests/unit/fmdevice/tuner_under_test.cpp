@@ -1,5 +1,6 @@
 // A tuner device on a handset of its own.
 #include "tests/unit/fmdevice/tuner_under_test.h"
+#include "handset/state/process_start.h"
 
 namespace test {
 namespace {
@@ -42,8 +43,8 @@ void ExpectToPassAtSixtyTimesTheSpeed(const std::wstring& filter) {
     STARTUPINFOW start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION process{};
-    const BOOL started = CreateProcessW(program, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                                        &start, &process);
+    const BOOL started = handset::StartProcess(program, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                               nullptr, &start, &process);
     SetEnvironmentVariableW(L"KORA_CLOCKRATE", nullptr);
     ASSERT_TRUE(started);
     EXPECT_EQ(WaitForSingleObject(process.hProcess, 120000), WAIT_OBJECT_0);

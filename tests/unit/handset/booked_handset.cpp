@@ -4,6 +4,7 @@
 #include "handset/controls/handset_clock.h"
 #include "handset/controls/host_folder.h"
 #include "handset/service/booking_service.h"
+#include "handset/state/process_start.h"
 
 namespace panel {
 
@@ -67,8 +68,8 @@ HandsetProcess::HandsetProcess(const std::wstring& arguments) {
     startup.hStdOutput = startup.hStdError = output.get();
     std::wstring line = L"\"" + ProgramFolder() + L"\\handset.exe\" " + arguments;
     PROCESS_INFORMATION process = {};
-    EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                               &process));
+    EXPECT_TRUE(handset::StartProcess(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                                      &startup, &process));
     CloseHandle(process.hThread);
     m_process = handset::OwnedHandle(process.hProcess);
 }

@@ -14,6 +14,7 @@
 #include "handset/state/handset_protocol.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/own_windows.h"
+#include "handset/state/process_start.h"
 #include "tests/unit/handset/booked_handset.h"
 
 namespace panel {
@@ -43,8 +44,8 @@ class PanelWindowTest : public BookedHandset {
         STARTUPINFOW startup = {};
         startup.cb = sizeof startup;
         PROCESS_INFORMATION process = {};
-        ASSERT_TRUE(CreateProcessW((ProgramFolder() + L"\\handset.exe").c_str(), line.data(), nullptr,
-                                   nullptr, FALSE, 0, nullptr, nullptr, &startup, &process));
+        ASSERT_TRUE(handset::StartProcess((ProgramFolder() + L"\\handset.exe").c_str(), line.data(), nullptr,
+                                          nullptr, FALSE, 0, nullptr, nullptr, &startup, &process));
         CloseHandle(process.hThread);
         process_ = handset::OwnedHandle(process.hProcess);
         ASSERT_TRUE(WaitUntil(

@@ -1,5 +1,6 @@
 // A phone of a test's own.
 #include "tests/unit/power/phone_under_test.h"
+#include "handset/state/process_start.h"
 
 #include <filesystem>
 #include <fstream>
@@ -44,8 +45,8 @@ void PhoneTest::StartProgram(const std::wstring& arguments) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
-    ASSERT_TRUE(CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                               &startup, &process));
+    ASSERT_TRUE(handset::StartProcess(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                      nullptr, &startup, &process));
     CloseHandle(process.hThread);
     programs_.push_back(process.hProcess);
     ASSERT_TRUE(Works());
