@@ -7,7 +7,8 @@
 
 namespace test {
 
-// What was given to CreateFontIndirectW, in its order; the test's own calls are among them.
-extern std::vector<LOGFONTW> g_askedFonts;
+// What was given to CreateFontIndirectW since the last call, in its order; the test's own calls are among
+// them. Any thread.
+std::vector<LOGFONTW> TakeAskedFonts();
 
 }  // namespace test

@@ -92,10 +92,11 @@ TEST_P(TextFields, EachFieldsFontIsTheSystemsInItsOwnSize) {
     ASSERT_STRNE(system.lfFaceName, L"");
     for (const TextLayout& field : kTextLayout) {
         SCOPED_TRACE(field.id);
-        test::g_askedFonts.clear();
+        test::TakeAskedFonts();
         DrawSkinText(m_skin, field.id, kShort);
-        ASSERT_EQ(test::g_askedFonts.size(), 1u);
-        const LOGFONTW& font = test::g_askedFonts.front();
+        const std::vector<LOGFONTW> asked = test::TakeAskedFonts();
+        ASSERT_EQ(asked.size(), 1u);
+        const LOGFONTW& font = asked.front();
         EXPECT_STREQ(font.lfFaceName, system.lfFaceName);
         EXPECT_EQ(font.lfCharSet, system.lfCharSet);
         EXPECT_EQ(font.lfPitchAndFamily, system.lfPitchAndFamily);
