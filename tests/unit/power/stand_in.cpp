@@ -12,6 +12,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <mutex>
 #include <string>
 
 namespace {
@@ -120,11 +121,15 @@ constexpr Way kWays[] = {
     {"call", WaitForTimerProcedure},
 };
 
+std::mutex g_hours;  // one line of \\hours.txt at a time
+
 DWORD WINAPI WayProc(void* parameter) {
     const auto* way = static_cast<const Way*>(parameter);
     const DWORD began = GetTickCount();
     way->wait();
     const DWORD seconds = (GetTickCount() - began) / 1000;
+    // All end at once, and a line begins where the file ended before the other was written.
+    const std::lock_guard<std::mutex> lock(g_hours);
     Append(L"\\hours.txt", std::string(way->name) + " " + std::to_string(seconds) + "\n");
     return 0;
 }
