@@ -177,13 +177,18 @@ void OpenEye() {
 COREDLL_EXPORT UINT_PTR WINAPI DeviceSetTimer(HWND window, UINT_PTR id, UINT period_ms,
                                               TIMERPROC procedure) try {
     const CallGuard guard;
+    const DWORD rate = HandsetClockRate();
     const UINT_PTR made =
         SetTimer(window, id, RealPeriod(period_ms), procedure != nullptr ? OnTimer : nullptr);
     if (made == 0) return 0;
     const UINT_PTR kept = window != nullptr ? id : made;
     try {
         OpenEye();
-        Remember({window, kept}, period_ms, procedure);
+        const TimerKey key(window, kept);
+        Remember(key, period_ms, procedure);
+        // Until here nobody told this timer of a new rate.
+        const auto timer = Remembered(key);
+        if (timer && HandsetClockRate() != rate) SetHostTimer(key, *timer);
     } catch (...) {
         KillTimer(window, kept);
         throw;
