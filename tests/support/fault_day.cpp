@@ -128,12 +128,11 @@ void FaultDay::End() {
     Look();
     if (m_radio == nullptr) return;
     PostMessageW(m_radio->Window(), WM_CLOSE, 0, 0);
-    if (!WaitFor(
-            [this] {
-                AnswerBoxes();
-                return !m_radio->Runs();
-            },
-            kAnswer_ms)) {
+    // Once it has let go of the phone, the phone may fall asleep before it has ended.
+    if (!WaitAwake([this] {
+            AnswerBoxes();
+            return !m_radio->Runs();
+        })) {
         Complain("the last radio did not close");
         KillRadio();
         return;
