@@ -3,18 +3,17 @@
 
 #include <algorithm>
 
+#include "handset/base/file_time.h"
 #include "handset/capture/tuned_tags.h"
 #include "handset/state/handset_state.h"
 
 namespace capture {
 namespace {
 
+using handset::Ticks;
+
 // Reading the state takes longer than writing a sample.
 constexpr std::uint64_t kLook_ms = 200;
-
-std::uint64_t Ticks(const FILETIME& time) {
-    return static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
-}
 
 handset::OwnedHandle Open(const handset::DevicePath& path, DWORD disposition) {
     if (!path || path.host() == nullptr) return nullptr;

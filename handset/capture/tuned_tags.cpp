@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "handset/base/file_time.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/tuned_station.h"
 #include "handset/state/handset_time.h"
@@ -44,9 +45,7 @@ FILETIME HandsetFileTime() {
     HandsetLocalTime(&now);
     FILETIME local = {};
     SystemTimeToFileTime(&now, &local);
-    const std::uint64_t universal = handset::UniversalFromLocal(
-        static_cast<std::uint64_t>(local.dwHighDateTime) << 32 | local.dwLowDateTime);
-    return {static_cast<DWORD>(universal), static_cast<DWORD>(universal >> 32)};
+    return handset::FileTime(handset::UniversalFromLocal(handset::Ticks(local)));
 }
 
 }  // namespace capture

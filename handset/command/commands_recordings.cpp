@@ -5,6 +5,7 @@
 #include <cwchar>
 #include <filesystem>
 
+#include "handset/base/file_time.h"
 #include "handset/base/owned.h"
 #include "handset/capture/recording_facts.h"
 #include "handset/command/command.h"
@@ -42,9 +43,7 @@ class HostFileBytes : public capture::IFileBytes {
 
 // "2026-11-23 09:58", the handset's local time.
 std::wstring TimeText(const FILETIME& written) {
-    const std::uint64_t local = handset::LocalFromUniversal(
-        static_cast<std::uint64_t>(written.dwHighDateTime) << 32 | written.dwLowDateTime);
-    const FILETIME ticks = {static_cast<DWORD>(local), static_cast<DWORD>(local >> 32)};
+    const FILETIME ticks = handset::FileTime(handset::LocalFromUniversal(handset::Ticks(written)));
     SYSTEMTIME time = {};
     FileTimeToSystemTime(&ticks, &time);
     wchar_t text[32];

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <atomic>
 
+#include "handset/base/file_time.h"
 #include "handset/controls/handset_desktop.h"
 #include "handset/controls/host_folder.h"
 #include "handset/controls/radio_windows.h"
@@ -16,6 +17,8 @@
 
 namespace panel {
 namespace {
+
+using handset::Ticks;
 
 constexpr wchar_t kProgramName[] = L"UI.exe";
 constexpr wchar_t kRadioPath[] = L"\\Windows\\UI.exe";
@@ -33,10 +36,6 @@ bool RunsProgram(DWORD processId, const std::wstring& program) {
     }
     image.resize(length);
     return _wcsicmp(FullHostPath(image).c_str(), program.c_str()) == 0;
-}
-
-std::uint64_t Ticks(const FILETIME& time) {
-    return static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
 }
 
 // On its way to its first window, or gone from its last.

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "handset/base/file_time.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/band_file.h"
 #include "handset/fmdevice/debug_output.h"
@@ -15,16 +16,14 @@
 namespace fm {
 namespace {
 
+using handset::Ticks;
+
 constexpr wchar_t kBandPath[] = L"\\Windows\\band.ini";
 constexpr std::size_t kLargestBandFile = 1 << 20;
 constexpr std::size_t kLargestSoundFile = 64 << 20;
 constexpr std::uint64_t kSettled_100ns = 10'000'000;
 // A file that was not touched for so long is whole.
 constexpr std::uint64_t kQuiet_100ns = 2'000'000;
-
-std::uint64_t Ticks(const FILETIME& time) {
-    return static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
-}
 
 std::uint64_t Now_100ns() {
     FILETIME now;

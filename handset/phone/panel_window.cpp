@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "handset/controls/handset_desktop.h"
-#include "handset/controls/host_folder.h"
+#include "handset/controls/own_program.h"
 #include "handset/controls/radio_process.h"
 #include "handset/controls/radio_windows.h"
 #include "handset/controls/switches.h"
@@ -12,7 +12,6 @@
 #include "handset/service/booking_store.h"
 #include "handset/state/handset_protocol.h"
 #include "handset/state/handset_state.h"
-#include "handset/state/process_start.h"
 
 namespace panel {
 namespace {
@@ -65,21 +64,10 @@ void OfferService() {
                     L"\"handset service stop\" ends it.",
                     L"Kora handset", MB_YESNO | MB_ICONQUESTION | MB_SETFOREGROUND);
     if (answer != IDYES) return;
-    std::wstring line = L"handset.exe service";
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
     // Not the desktop that was made for the phone: it closes with the last program on it.
-    wchar_t desktop[] = L"WinSta0\\Default";
-    startup.lpDesktop = desktop;
-    PROCESS_INFORMATION process = {};
-    if (!handset::StartProcess((ProgramFolder() + L"\\handset.exe").c_str(), line.data(), nullptr, nullptr,
-                               FALSE, DETACHED_PROCESS, nullptr, nullptr, &startup, &process)) {
-        MessageBoxW(nullptr, L"The service could not be started; nothing will be recorded.", L"Kora handset",
-                    MB_ICONEXCLAMATION | MB_SETFOREGROUND);
-        return;
-    }
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
+    if (StartOwnProgram(L"service", DETACHED_PROCESS, L"WinSta0\\Default")) return;
+    MessageBoxW(nullptr, L"The service could not be started; nothing will be recorded.", L"Kora handset",
+                MB_ICONEXCLAMATION | MB_SETFOREGROUND);
 }
 
 }  // namespace

@@ -4,17 +4,19 @@
 
 #include <cmath>
 
+#include "handset/base/file_time.h"
 #include "handset/base/owned.h"
 #include "handset/controls/encoding.h"
-#include "handset/controls/host_folder.h"
+#include "handset/controls/own_program.h"
 #include "handset/controls/wait.h"
 #include "handset/ether/server.h"
 #include "handset/fmdevice/band_file.h"
 #include "handset/state/handset_state.h"
-#include "handset/state/process_start.h"
 
 namespace panel {
 namespace {
+
+using handset::Ticks;
 
 constexpr wchar_t kStopName[] = L"EtherStop";
 constexpr wchar_t kPortValue[] = L"EtherPort";
@@ -32,10 +34,6 @@ std::unique_ptr<fm::IGenerator> OpenProgramme(const std::string& devicePath) {
     if (!bytes || sound::ReadWav({bytes->begin(), bytes->end()}, &sound) != nullptr)
         return fm::MakeGenerator({});
     return fm::MakeFileGenerator(std::move(sound));
-}
-
-ULONGLONG Ticks(const FILETIME& time) {
-    return static_cast<ULONGLONG>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
 }
 
 struct WorldTime {
@@ -173,15 +171,9 @@ std::optional<std::uint16_t> EtherPort() {
 
 std::optional<std::uint16_t> StartEther() {
     if (const auto port = EtherPort()) return port;
-    std::wstring line = L"\"" + ProgramFolder() + L"\\handset.exe\" ether";
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION information = {};
     // Without the caller's output, which would stay open as long as the ether runs.
-    if (!handset::StartProcess(nullptr, line.data(), nullptr, nullptr, FALSE, DETACHED_PROCESS, nullptr,
-                               nullptr, &startup, &information))
-        return std::nullopt;
-    const handset::OwnedHandle thread(information.hThread), process(information.hProcess);
+    const handset::OwnedHandle process = StartOwnProgram(L"ether", DETACHED_PROCESS);
+    if (!process) return std::nullopt;
     std::optional<std::uint16_t> port;
     WaitUntil(
         [&] {

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "handset/base/file_time.h"
 #include "handset/state/booking_lock.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/power_manager.h"
@@ -57,7 +58,7 @@ class RateChange {
 std::uint64_t RealTime() {
     FILETIME now = {};
     GetSystemTimeAsFileTime(&now);
-    return static_cast<std::uint64_t>(now.dwHighDateTime) << 32 | now.dwLowDateTime;
+    return Ticks(now);
 }
 
 std::uint32_t ClockRate() {

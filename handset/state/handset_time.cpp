@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "handset/base/file_time.h"
 #include "handset/base/registry_value.h"
 #include "handset/state/handset_state.h"
 
@@ -39,7 +40,7 @@ std::optional<TIME_ZONE_INFORMATION> OwnZone() {
 using Conversion = BOOL(WINAPI*)(const TIME_ZONE_INFORMATION*, const SYSTEMTIME*, SYSTEMTIME*);
 
 std::uint64_t Converted(Conversion convert, std::uint64_t time) {
-    const FILETIME file = {static_cast<DWORD>(time), static_cast<DWORD>(time >> 32)};
+    const FILETIME file = FileTime(time);
     SYSTEMTIME from = {};
     SYSTEMTIME to = {};
     FILETIME result = {};
@@ -48,7 +49,7 @@ std::uint64_t Converted(Conversion convert, std::uint64_t time) {
         !SystemTimeToFileTime(&to, &result)) {
         return time;
     }
-    return static_cast<std::uint64_t>(result.dwHighDateTime) << 32 | result.dwLowDateTime;
+    return Ticks(result);
 }
 
 }  // namespace

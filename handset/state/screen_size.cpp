@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "handset/base/shell_look.h"
 #include "handset/state/handset_state.h"
 
 namespace handset {
@@ -15,9 +16,8 @@ std::uint32_t ScreenHeight() {
 }
 
 std::uint32_t ShellBarHeight() {
-    constexpr std::uint32_t kRows = 26;
     constexpr std::uint32_t kFineDisplay = 480;  // pixels of its shorter side
-    return std::min(ScreenWidth(), ScreenHeight()) >= kFineDisplay ? 2 * kRows : kRows;
+    return std::min(ScreenWidth(), ScreenHeight()) >= kFineDisplay ? 2 * kUsualBarRows : kUsualBarRows;
 }
 
 }  // namespace handset

@@ -1,6 +1,7 @@
 // Named memory of one handset.
 #include "handset/state/shared_memory.h"
 
+#include "handset/base/file_time.h"
 #include "handset/state/handset_state.h"
 
 namespace handset {
@@ -10,7 +11,7 @@ std::uint64_t StartOf(HANDLE process) {
     FILETIME created{};
     FILETIME ignored{};
     GetProcessTimes(process, &created, &ignored, &ignored, &ignored);
-    return static_cast<std::uint64_t>(created.dwHighDateTime) << 32 | created.dwLowDateTime;
+    return Ticks(created);
 }
 
 }  // namespace

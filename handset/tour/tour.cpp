@@ -7,6 +7,7 @@
 
 #include "handset/controls/handset_desktop.h"
 #include "handset/controls/host_folder.h"
+#include "handset/controls/own_program.h"
 #include "handset/controls/radio_process.h"
 #include "handset/controls/radio_windows.h"
 #include "handset/controls/switches.h"
@@ -14,7 +15,6 @@
 #include "handset/phone/phone_keys.h"
 #include "handset/state/handset_protocol.h"
 #include "handset/state/own_windows.h"
-#include "handset/state/process_start.h"
 #include "handset/state/screen_size.h"
 #include "handset/tour/tour_watch.h"
 
@@ -41,19 +41,8 @@ class TourPanel {
   public:
     TourPanel() {
         if (Window() != nullptr) return;
-        std::wstring line = L"handset panel";
-        STARTUPINFOW startup = {};
-        startup.cb = sizeof startup;
-        std::wstring desktop = CurrentDesktop();
-        startup.lpDesktop = desktop.data();
-        PROCESS_INFORMATION process = {};
-        const std::wstring program = ProgramFolder() + L"\\handset.exe";
-        if (!handset::StartProcess(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                                   &startup, &process)) {
-            return;
-        }
-        const handset::OwnedHandle thread(process.hThread);
-        process_.reset(process.hProcess);
+        process_ = StartOwnProgram(L"panel", 0, CurrentDesktop());
+        if (!process_) return;
         opened_ =
             WaitUntil([] { return Window() != nullptr && IsWindowVisible(Window()); }, kWindowTimeout_ms);
     }

@@ -54,7 +54,7 @@ UINT RealPeriod(std::uint64_t handset_ms) {
     return std::max<UINT>(HandsetRealTimeout(static_cast<DWORD>(handset_ms)), 1);
 }
 
-void Remember(const TimerKey& key, UINT period_ms, TIMERPROC procedure) {
+Timer Remember(const TimerKey& key, UINT period_ms, TIMERPROC procedure) {
     const std::lock_guard<std::mutex> lock(g_lock);
     if (g_timers.size() >= kManyTimers) {
         for (auto at = g_timers.begin(); at != g_timers.end();) {
@@ -62,8 +62,8 @@ void Remember(const TimerKey& key, UINT period_ms, TIMERPROC procedure) {
             at = window != nullptr && !IsWindow(window) ? g_timers.erase(at) : std::next(at);
         }
     }
-    g_timers[key] = {procedure, std::max<UINT>(period_ms, 1), HandsetMilliseconds(), GetCurrentThreadId(),
-                     ++g_lastNumber};
+    return g_timers[key] = {procedure, std::max<UINT>(period_ms, 1), HandsetMilliseconds(),
+                            GetCurrentThreadId(), ++g_lastNumber};
 }
 
 void Forget(const TimerKey& key) {
@@ -185,10 +185,9 @@ COREDLL_EXPORT UINT_PTR WINAPI DeviceSetTimer(HWND window, UINT_PTR id, UINT per
     try {
         OpenEye();
         const TimerKey key(window, kept);
-        Remember(key, period_ms, procedure);
+        const Timer timer = Remember(key, period_ms, procedure);
         // Until here nobody told this timer of a new rate.
-        const auto timer = Remembered(key);
-        if (timer && HandsetClockRate() != rate) SetHostTimer(key, *timer);
+        if (HandsetClockRate() != rate) SetHostTimer(key, timer);
     } catch (...) {
         KillTimer(window, kept);
         throw;

@@ -2,23 +2,19 @@
 // process started.
 #include <cstdint>
 
+#include "handset/base/file_time.h"
 #include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/state/handset_clock.h"
 #include "handset/state/handset_time.h"
 
+using handset::FileTime;
+using handset::Ticks;
+
 namespace {
 
 constexpr std::uint64_t kTicksPerMillisecond = 10000;  // of a FILETIME, 100 ns each
-
-std::uint64_t Ticks(const FILETIME& time) {
-    return static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
-}
-
-FILETIME FileTime(std::uint64_t ticks) {
-    return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
-}
 
 const std::uint64_t g_processStart = handset::RealTime();
 
