@@ -9,8 +9,10 @@ add_executable(test_reception_bench
     bench/reference_multiplex_test.cpp
     bench/report_test.cpp
     bench/scored_groups_test.cpp
+    bench/tone_file_test.cpp
     bench/tone_watch_test.cpp
     ${CMAKE_SOURCE_DIR}/tests/bench/ether/ether_demands.cpp
+    ${CMAKE_SOURCE_DIR}/tests/bench/ether/tone_file.cpp
     ${CMAKE_SOURCE_DIR}/tests/bench/ether/tone_watch.cpp
     ${RECEPTION_BENCH}/curve.cpp
     ${RECEPTION_BENCH}/demands.cpp
@@ -21,6 +23,6 @@ add_executable(test_reception_bench
     ${RECEPTION_BENCH}/scored_groups.cpp)
 # Optimised: limits are found by trying all words.
 target_compile_options(test_reception_bench PRIVATE -O2)
-target_link_libraries(test_reception_bench PRIVATE transmitter GTest::gmock_main)
+target_link_libraries(test_reception_bench PRIVATE capture_portable transmitter GTest::gmock_main)
 add_test(NAME test_reception_bench COMMAND test_reception_bench)
 set_tests_properties(test_reception_bench PROPERTIES TIMEOUT 300)

@@ -5,12 +5,14 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <sstream>
 
 #include "resources/resource_ids.h"
 #include "tests/bench/ether/ether_demands.h"
+#include "tests/bench/ether/tone_file.h"
 #include "tests/bench/ether/tuning_stations.h"
 #include "tests/bench/process_usage.h"
 #include "tests/bench/program_run.h"
@@ -34,7 +36,6 @@ constexpr DWORD kWarmUp_ms = 30'000;
 constexpr DWORD kLife_ms = 120'000;
 constexpr DWORD kHour_ms = 3'600'000;
 constexpr double kTone_Hz = 1000;
-constexpr double kFileRate_Hz = 22050;
 // A look at 1.92 MHz sees 16 channels; 206 of them round the band, those of the tuned station's being known.
 constexpr double kLooks = 13;
 constexpr long kScanned = 20;
@@ -190,22 +191,6 @@ void MeasureScan(test::HandsetUnderTest& handset, EtherResults* results) {
     results->scan = scan;
 }
 
-// A WAV of stereo at 16 bits, as long as it may be.
-ToneRecord ListenTo(const std::wstring& file) {
-    CToneWatch watch(kFileRate_Hz, kTone_Hz);
-    constexpr DWORD kHeader_bytes = 44;
-    const HANDLE wav = CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                   OPEN_EXISTING, 0, nullptr);
-    if (wav == INVALID_HANDLE_VALUE) return watch.Record();
-    SetFilePointer(wav, kHeader_bytes, nullptr, FILE_BEGIN);
-    std::vector<std::int16_t> part(1 << 16);
-    for (DWORD read = 0;
-         ReadFile(wav, part.data(), static_cast<DWORD>(part.size() * 2), &read, nullptr) && read >= 4;)
-        watch.Add(part.data(), read / 4, 2);
-    CloseHandle(wav);
-    return watch.Record();
-}
-
 // One long recording serves both: what the radio holds while it goes on, and the tone in it.
 void MeasureLife(test::HandsetUnderTest& handset, DWORD life_ms, EtherResults* results) {
     // Loud for the air, without the noise of stereo.
@@ -234,8 +219,16 @@ void MeasureLife(test::HandsetUnderTest& handset, DWORD life_ms, EtherResults* r
     results->recorded_s = (Now_ms() - began_ms) / 1000;
     StopRecording(radio);
     results->life = growth;
-    results->tone = ListenTo(file);
+    std::ifstream wav(std::filesystem::path(file), std::ios::binary);
+    results->tone = WatchFile(&wav, kTone_Hz);
+    wav.close();
     DeleteFileW(file.c_str());
+}
+
+void AddFlaws(const char* what, const std::vector<ToneFlaw>& flaws, const char* size, double unit,
+              CTable* table) {
+    for (const ToneFlaw& flaw : flaws)
+        table->Add({what, Text("at %.2f s, ", flaw.at_s) + Text(size, flaw.size * unit)});
 }
 
 std::string Percent(const std::optional<double>& share) {
@@ -258,6 +251,8 @@ void PrintFigures(const EtherResults& results) {
         table.Add({"length of the tone in the recording", Text("%.2f s", results.tone->seconds)});
         table.Add({"its pitch",
                    Text("%+.1f to ", results.tone->least_ppm) + Text("%+.1f ppm", results.tone->most_ppm)});
+        AddFlaws("a click in it", results.tone->clicksAt, "%.0f %% of the tone", 100, &table);
+        AddFlaws("a break in it", results.tone->breaksAt, "%+.1f samples missing", 1, &table);
     }
     table.Print();
 }

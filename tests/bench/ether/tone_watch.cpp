@@ -19,6 +19,10 @@ double Wrapped(double phase) {
     return phase - kTurn * std::round(phase / kTurn);
 }
 
+void Note(const ToneFlaw& flaw, std::vector<ToneFlaw>* flaws) {
+    if (flaws->size() < kMostFlaws) flaws->push_back(flaw);
+}
+
 }  // namespace
 
 CToneWatch::CToneWatch(double rate_Hz, double tone_Hz)
@@ -39,11 +43,18 @@ void CToneWatch::EndWindow() {
         sum += window_[i] * std::polar(1.0, -step_ * static_cast<double>(first_ + i));
     const std::complex<double> tone = 2.0 / static_cast<double>(filled_) * sum;
     double beside = 0;
+    std::size_t at = 0;
     for (std::size_t i = 0; i < filled_; ++i) {
         const double there = (tone * std::polar(1.0, step_ * static_cast<double>(first_ + i))).real();
-        beside = std::max(beside, std::fabs(window_[i] - there));
+        const double here = std::fabs(window_[i] - there);
+        if (here <= beside) continue;
+        beside = here;
+        at = i;
     }
-    if (beside > kClick * std::abs(tone)) ++record_.clicks;
+    if (beside > kClick * std::abs(tone)) {
+        ++record_.clicks;
+        Note({static_cast<double>(first_ + at) / rate_Hz_, beside / std::abs(tone)}, &record_.clicksAt);
+    }
     record_.amplitude = any_ ? std::min(record_.amplitude, std::abs(tone)) : std::abs(tone);
     any_ = true;
     first_ += filled_;
@@ -53,17 +64,25 @@ void CToneWatch::EndWindow() {
 }
 
 // A break shows in the phase of the window that holds it, and whole in the next one: two windows' progress is
-// held against the mean of the second before.
+// held against the mean of the second before, and one more when there was one, which then tells its size.
 void CToneWatch::Follow(double phase) {
     if (!phases_.empty()) phase = phases_.back() + Wrapped(phase - phases_.back());
     phases_.push_back(phase);
     if (phases_.size() < kSecond + 3) return;
     const double before = (phases_[kSecond] - phases_[0]) / static_cast<double>(kSecond);
+    if (phases_.size() > kSecond + 3) {
+        const double whole = phases_[kSecond + 3] - phases_[kSecond] - 3 * before;
+        if (record_.breaksAt.size() == static_cast<std::size_t>(record_.breaks))
+            record_.breaksAt.back().size = whole / step_;
+        // The same one is not counted again.
+        phases_.clear();
+        return;
+    }
     const double jump = phases_[kSecond + 2] - phases_[kSecond] - 2 * before;
     if (std::fabs(jump) > kBreak * step_) {
         ++record_.breaks;
-        // The same one is not counted again.
-        phases_.clear();
+        const auto two = static_cast<double>(2 * window_.size());
+        Note({(static_cast<double>(first_) - two) / rate_Hz_, jump / step_}, &record_.breaksAt);
         return;
     }
     const double ppm = before / (step_ * static_cast<double>(window_.size())) * 1e6;

@@ -10,15 +10,25 @@
 
 namespace bench {
 
+// Where something was wrong, and how much: of a click what is beside the tone, by its amplitude; of a break
+// the samples that are missing, or below 0 put in.
+struct ToneFlaw {
+    double at_s = 0;
+    double size = 0;
+};
+
 struct ToneRecord {
     double seconds = 0;
-    long clicks = 0;  // windows of 20 ms with anything but the tone
-    long breaks = 0;  // places where half a sample and more was lost or put in
+    long clicks = 0;                           // windows of 20 ms with anything but the tone
+    long breaks = 0;                           // places where half a sample and more was lost or put in
+    std::vector<ToneFlaw> clicksAt, breaksAt;  // the first kMostFlaws of each
     // By how much the pitch is off, the mean of a second; no seconds: 0.
     double least_ppm = 0;
     double most_ppm = 0;
     double amplitude = 0;  // the least of any window, of full scale
 };
+
+inline constexpr std::size_t kMostFlaws = 20;
 
 class CToneWatch {
   public:

@@ -33,6 +33,7 @@ TEST(ToneWatch, ACleanToneHasNeitherClicksNorBreaks) {
     EXPECT_EQ(record.clicks, 0);
     EXPECT_EQ(record.breaks, 0);
     EXPECT_NEAR(record.most_ppm, 0, 1);
+    EXPECT_NEAR(record.least_ppm, 0, 1);
     EXPECT_NEAR(record.amplitude, 10000 / 32768.0, 0.001);
 }
 
@@ -40,7 +41,9 @@ TEST(ToneWatch, EveryLostOrDoubledSampleIsABreakWhereverItIs) {
     for (const int shift : {1, -1, 3}) {
         for (const int place : {66150, 66200, 66370, 66590}) {
             const ToneRecord record = Watch(6, [&](int i) { return i < place ? i : i + shift; });
-            EXPECT_EQ(record.breaks, 1) << shift << " at " << place;
+            ASSERT_EQ(record.breaks, 1) << shift << " at " << place;
+            EXPECT_NEAR(record.breaksAt.at(0).size, shift, 0.3) << "at " << place;
+            EXPECT_NEAR(record.breaksAt.at(0).at_s, place / kRate_Hz, 0.04);
         }
     }
 }
@@ -56,7 +59,10 @@ TEST(ToneWatch, ClocksThatDisagreeAreNoBreak) {
 
 TEST(ToneWatch, AClickASilenceAndAnotherToneAreSeen) {
     const auto even = [](int i) { return static_cast<double>(i); };
-    EXPECT_EQ(Watch(6, even, [](int i) { return i == 70000 ? 3000.0 : 0.0; }).clicks, 1);
+    const ToneRecord click = Watch(6, even, [](int i) { return i == 70000 ? 3000.0 : 0.0; });
+    ASSERT_EQ(click.clicks, 1);
+    EXPECT_NEAR(click.clicksAt.at(0).at_s, 70000 / kRate_Hz, 1e-6);
+    EXPECT_NEAR(click.clicksAt.at(0).size, 0.3, 0.01);
     EXPECT_GE(Watch(6, even,
                     [&](int i) {
                         return i >= 70000 && i < 70100
@@ -65,7 +71,9 @@ TEST(ToneWatch, AClickASilenceAndAnotherToneAreSeen) {
                     })
                   .clicks,
               1);
-    EXPECT_GE(Watch(6, even, [](int i) { return 1500 * std::sin(i * 0.9); }).clicks, 250);
+    const ToneRecord another = Watch(6, even, [](int i) { return 1500 * std::sin(i * 0.9); });
+    EXPECT_GE(another.clicks, 250);
+    EXPECT_EQ(another.clicksAt.size(), bench::kMostFlaws);
     // Noise as weak as that of the air is none.
     EXPECT_EQ(Watch(6, even, [](int i) { return (i * 7919 % 101 - 50) * 2.0; }).clicks, 0);
 }
