@@ -4,9 +4,11 @@
 #include <soxr.h>
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 #include <new>
+
+#include "handset/sound/format.h"
+#include "handset/sound/samples.h"
 
 namespace capture {
 namespace {
@@ -18,30 +20,12 @@ std::int16_t Rounded(float sample) {
     return static_cast<std::int16_t>(std::clamp(sample, -32768.0f, 32767.0f) + kNoParts - kNoParts);
 }
 
-// The mean of both sides, four frames at once.
-void MixDown(const std::int16_t* frames, std::size_t count, float* mean) {
-    using FourFrames = std::int32_t __attribute__((vector_size(16)));
-    using Unsigned = std::uint32_t __attribute__((vector_size(16)));
-    using Four = float __attribute__((vector_size(16)));
-    std::size_t i = 0;
-    for (; i + 4 <= count; i += 4) {
-        FourFrames four;
-        std::memcpy(&four, frames + 2 * i, sizeof four);
-        // The left side lies in the lower half.
-        const auto left = reinterpret_cast<FourFrames>(reinterpret_cast<Unsigned>(four) << 16) >> 16;
-        const FourFrames sum = left + (four >> 16);
-        const Four half = __builtin_convertvector(sum, Four) * 0.5f;
-        std::memcpy(mean + i, &half, sizeof half);
-    }
-    for (; i < count; ++i) mean[i] = static_cast<float>(frames[2 * i] + frames[2 * i + 1]) / 2;
-}
-
 }  // namespace
 
 // From frames of both sides as they come, or from their mean.
 struct CSoundConverter::Resampler {
     Resampler(std::uint32_t rate_Hz, std::size_t channels)
-        : ratio(static_cast<double>(rate_Hz) / kSourceRate_Hz) {
+        : ratio(static_cast<double>(rate_Hz) / sound::kSampleRate_Hz) {
         soxr_io_spec_t form = soxr_io_spec(channels == 2 ? SOXR_INT16_I : SOXR_FLOAT32_I, SOXR_INT16_I);
         // A mean keeps the size of its samples.
         if (channels == 1) form.scale = 1.0 / 32768;
@@ -53,7 +37,7 @@ struct CSoundConverter::Resampler {
         soxr_runtime_spec_t runtime = soxr_runtime_spec(1);
         runtime.log2_min_dft_size = kSmallestBlock_log2;
         soxr_error_t error = nullptr;
-        handle = soxr_create(kSourceRate_Hz, rate_Hz, static_cast<unsigned>(channels), &error, &form,
+        handle = soxr_create(sound::kSampleRate_Hz, rate_Hz, static_cast<unsigned>(channels), &error, &form,
                              &quality, &runtime);
         if (handle == nullptr) throw std::bad_alloc();
     }
@@ -69,7 +53,7 @@ struct CSoundConverter::Resampler {
 };
 
 CSoundConverter::CSoundConverter(std::uint32_t rate_Hz, std::size_t channels) : channels_(channels) {
-    if (rate_Hz != kSourceRate_Hz) resampler_ = std::make_unique<Resampler>(rate_Hz, channels);
+    if (rate_Hz != sound::kSampleRate_Hz) resampler_ = std::make_unique<Resampler>(rate_Hz, channels);
 }
 
 CSoundConverter::~CSoundConverter() = default;
@@ -80,7 +64,7 @@ void CSoundConverter::Process(const std::int16_t* frames, std::size_t count,
     const void* input = frames;
     if (channels_ == 1) {
         mean_.resize(count);
-        MixDown(frames, count, mean_.data());
+        sound::MeanOfSides(frames, count, mean_.data());
         input = mean_.data();
     }
     const std::size_t before = output->size();
@@ -90,9 +74,10 @@ void CSoundConverter::Process(const std::int16_t* frames, std::size_t count,
         return;
     }
     // With room for all that may have been kept back, one call takes everything.
-    const auto room = static_cast<std::size_t>((static_cast<double>(count) + kMostDelay_s * kSourceRate_Hz) *
-                                               resampler_->ratio) +
-                      1;
+    const auto room =
+        static_cast<std::size_t>((static_cast<double>(count) + kMostDelay_s * sound::kSampleRate_Hz) *
+                                 resampler_->ratio) +
+        1;
     output->resize(before + room * channels_);
     std::size_t made = 0;
     const soxr_error_t error =

@@ -9,8 +9,6 @@
 
 namespace capture {
 
-inline constexpr std::uint32_t kSourceRate_Hz = 44100;
-
 class CSoundConverter {
   public:
     // How much of the sound may still be inside the filter, whatever the rate.

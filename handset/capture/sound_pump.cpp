@@ -6,13 +6,14 @@
 #include "handset/base/module_edge.h"
 #include "handset/capture/reference_clock.h"
 #include "handset/coredll/kernel/platform_call.h"
-#include "handset/fmdevice/sound_tap.h"
+#include "handset/sound/format.h"
+#include "handset/sound/tap.h"
 
 namespace capture {
 namespace {
 
 // What is read at once: 60 ms of real time, and no more than half a second.
-constexpr std::uint32_t kRead_frames = kSourceRate_Hz / 2;
+constexpr std::uint32_t kRead_frames = sound::kSampleRate_Hz / 2;
 constexpr std::uint32_t kRead_ms = 60;
 // When that takes so long, what there is.
 constexpr std::uint32_t kLongestRead_ms = 2 * kRead_ms;
@@ -22,9 +23,9 @@ constexpr DWORD kNoProgress_ms = 2000;
 // A graph's idea of now may be ahead by what its filters took to start: real time.
 constexpr REFERENCE_TIME kAboutToCome = 100 * 10'000;
 
-// The position on the tap at a time of the handset (see sound_tap.h).
+// The position on the tap at a time of the handset (see tap.h).
 std::uint64_t PositionAt(REFERENCE_TIME time) {
-    return static_cast<std::uint64_t>(FrameOfTime(std::max<REFERENCE_TIME>(time, 0), kSourceRate_Hz));
+    return static_cast<std::uint64_t>(FrameOfTime(std::max<REFERENCE_TIME>(time, 0), sound::kSampleRate_Hz));
 }
 
 }  // namespace
@@ -119,8 +120,8 @@ void CSoundPump::Work() {
     std::vector<std::int16_t> frames(2 * kRead_frames);
     const std::vector<std::int16_t> silence(2 * kRead_frames);
     while (!closing_) {
-        const std::uint32_t wanted =
-            std::min<std::uint32_t>(kSourceRate_Hz * kRead_ms / 1000 * HandsetClockRate(), kRead_frames);
+        const std::uint32_t wanted = std::min<std::uint32_t>(
+            sound::kSampleRate_Hz * kRead_ms / 1000 * HandsetClockRate(), kRead_frames);
         std::uint64_t lost = position_;
         const std::uint32_t count =
             HandsetSoundRead(tap_, &position_, frames.data(), wanted, kLongestRead_ms);

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "handset/fmdevice/sound_format.h"
+#include "handset/sound/format.h"
 #include "handset/transmitter/windowed_sinc.h"
 
 namespace ether {
@@ -17,7 +17,7 @@ constexpr double kAttenuation_dB = 80;
 // 160 samples of the studio take 147 of the programme.
 constexpr std::size_t kPhases = 160;
 constexpr std::size_t kStep = 147;
-static_assert(fm::kSampleRate_Hz * kPhases == kStep * static_cast<std::size_t>(kStudioRate_Hz),
+static_assert(sound::kSampleRate_Hz * kPhases == kStep * static_cast<std::size_t>(kStudioRate_Hz),
               "both count the same time");
 constexpr std::size_t kRefill_frames = 441;
 // A limiter lets go again by half in some 0.3 s.
@@ -32,17 +32,17 @@ struct Filter {
 
     Filter() : taps(0) {
         const transmitter::CWindowedSinc sinc(kPass_Hz, kStop_Hz, kAttenuation_dB);
-        const auto half = static_cast<std::size_t>(std::ceil(sinc.Reach_s() * fm::kSampleRate_Hz)) + 1;
+        const auto half = static_cast<std::size_t>(std::ceil(sinc.Reach_s() * sound::kSampleRate_Hz)) + 1;
         taps = (2 * half + kLanes - 1) / kLanes * kLanes;
         rows.resize(kPhases * taps);
         for (std::size_t phase = 0; phase < kPhases; ++phase) {
             const double part = static_cast<double>(phase * kStep % kPhases) / kPhases;
             for (std::size_t tap = 0; tap < taps; ++tap) {
                 const double time_s =
-                    (static_cast<double>(half) - 1 + part - static_cast<double>(tap)) / fm::kSampleRate_Hz;
+                    (static_cast<double>(half) - 1 + part - static_cast<double>(tap)) / sound::kSampleRate_Hz;
                 // 1 + j w tau is the filter itself and tau times its slope.
                 rows[phase * taps + tap] = static_cast<float>(
-                    (sinc.At(time_s) + kPreEmphasis_s * sinc.SlopeAt(time_s)) / fm::kSampleRate_Hz);
+                    (sinc.At(time_s) + kPreEmphasis_s * sinc.SlopeAt(time_s)) / sound::kSampleRate_Hz);
             }
         }
     }
@@ -70,11 +70,11 @@ void CStudio::Refill() {
     left_.erase(left_.begin(), left_.begin() + static_cast<std::ptrdiff_t>(at_));
     right_.erase(right_.begin(), right_.begin() + static_cast<std::ptrdiff_t>(at_));
     at_ = 0;
-    float frames[kRefill_frames * fm::kChannels];
+    float frames[kRefill_frames * sound::kChannels];
     programme_->Render(frames, kRefill_frames);
     for (std::size_t i = 0; i < kRefill_frames; ++i) {
-        left_.push_back(frames[fm::kChannels * i]);
-        right_.push_back(frames[fm::kChannels * i + 1]);
+        left_.push_back(frames[sound::kChannels * i]);
+        right_.push_back(frames[sound::kChannels * i + 1]);
     }
 }
 

@@ -62,7 +62,7 @@ class ITunerFrontEnd {
     // kLongestLevel_ms and then gives what is known. A tuning meanwhile does not prolong that.
     [[nodiscard]] virtual int AwaitLevel() = 0;
 
-    // The frames of sound from a position of the handset's clock (sound_format.h), floats from -1 to 1, left
+    // The frames of sound from a position of the handset's clock (sound/format.h), floats from -1 to 1, left
     // and right in turn. Positions never go back.
     virtual void Render(const Reception& reception, std::uint64_t position, float* frames,
                         std::size_t count) = 0;

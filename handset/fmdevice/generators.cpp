@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "handset/fmdevice/oscillator.h"
-#include "handset/fmdevice/sound_format.h"
 #include "handset/fmdevice/voice.h"
+#include "handset/sound/format.h"
 
 namespace fm {
 namespace {
@@ -16,18 +16,21 @@ constexpr double kTwoPi = 6.283185307179586;
 
 class CSilence : public IGenerator {
   public:
-    void Render(float* frames, std::size_t count) override { std::fill_n(frames, count * kChannels, 0.0F); }
+    void Render(float* frames, std::size_t count) override {
+        std::fill_n(frames, count * sound::kChannels, 0.0F);
+    }
 };
 
 class CTones : public IGenerator {
   public:
     explicit CTones(const std::array<int, 2>& tones_Hz)
-        : left_(kTwoPi * tones_Hz[0] / kSampleRate_Hz), right_(kTwoPi * tones_Hz[1] / kSampleRate_Hz) {}
+        : left_(kTwoPi * tones_Hz[0] / sound::kSampleRate_Hz),
+          right_(kTwoPi * tones_Hz[1] / sound::kSampleRate_Hz) {}
 
     void Render(float* frames, std::size_t count) override {
         for (std::size_t i = 0; i < count; ++i) {
-            frames[kChannels * i] = kToneAmplitude * static_cast<float>(left_.Sine());
-            frames[kChannels * i + 1] = kToneAmplitude * static_cast<float>(right_.Sine());
+            frames[sound::kChannels * i] = kToneAmplitude * static_cast<float>(left_.Sine());
+            frames[sound::kChannels * i + 1] = kToneAmplitude * static_cast<float>(right_.Sine());
             left_.Next();
             right_.Next();
         }
@@ -44,8 +47,8 @@ class CRumble : public IGenerator {
     void Render(float* frames, std::size_t count) override {
         constexpr float kPass = 0.02F;
         constexpr float kGain = 2.5F;
-        for (std::size_t i = 0; i < count * kChannels; ++i) {
-            float& level = levels_[i % kChannels];
+        for (std::size_t i = 0; i < count * sound::kChannels; ++i) {
+            float& level = levels_[i % sound::kChannels];
             level += kPass * (noise_.Next() - level);
             frames[i] = kGain * level;
         }
@@ -63,23 +66,23 @@ class CMelody : public IGenerator {
 
     void Render(float* frames, std::size_t count) override {
         // The attack of 5 ms keeps the note from clicking.
-        constexpr double kAttack_frames = 0.005 * kSampleRate_Hz;
+        constexpr double kAttack_frames = 0.005 * sound::kSampleRate_Hz;
         for (std::size_t i = 0; i < count; ++i) {
             if (age_ == 0) Pluck(notes_[note_]);
             const double envelope = std::min(1.0, static_cast<double>(age_) / kAttack_frames) * loudness_;
             // The octave above is sin(2x) = 2 sin(x) cos(x).
             const double sample = envelope * wave_.Sine() * (1 + 0.8 * wave_.Cosine());
-            frames[kChannels * i] = frames[kChannels * i + 1] = static_cast<float>(sample);
+            frames[sound::kChannels * i] = frames[sound::kChannels * i + 1] = static_cast<float>(sample);
             Age();
         }
     }
 
   private:
-    static constexpr std::size_t kNoteFrames = kSampleRate_Hz / 4;
+    static constexpr std::size_t kNoteFrames = sound::kSampleRate_Hz / 4;
 
     void Pluck(int note) {
         const double frequency_Hz = note == kRest ? 0 : 16.3516 * std::pow(2.0, note / 12.0);
-        wave_ = COscillator(kTwoPi * frequency_Hz / kSampleRate_Hz);
+        wave_ = COscillator(kTwoPi * frequency_Hz / sound::kSampleRate_Hz);
         loudness_ = 0.4;
     }
     void Age() {
@@ -90,7 +93,7 @@ class CMelody : public IGenerator {
         note_ = (note_ + 1) % notes_.size();
     }
 
-    const double fading_ = std::exp(-5.0 / kSampleRate_Hz);
+    const double fading_ = std::exp(-5.0 / sound::kSampleRate_Hz);
     std::vector<int> notes_;
     std::size_t note_ = 0;
     std::size_t age_ = 0;  // frames since it was plucked
@@ -107,11 +110,12 @@ class CFileSound : public IGenerator {
         for (std::size_t i = 0; i < count; ++i) {
             const auto first = static_cast<std::size_t>(position_);
             const auto part = static_cast<float>(position_ - static_cast<double>(first));
-            for (std::size_t side = 0; side < kChannels; ++side) {
+            for (std::size_t side = 0; side < sound::kChannels; ++side) {
                 const float here = Sample(first, side);
-                frames[kChannels * i + side] = here + part * (Sample((first + 1) % length, side) - here);
+                frames[sound::kChannels * i + side] =
+                    here + part * (Sample((first + 1) % length, side) - here);
             }
-            position_ += static_cast<double>(sound_.rate_Hz) / kSampleRate_Hz;
+            position_ += static_cast<double>(sound_.rate_Hz) / sound::kSampleRate_Hz;
             position_ = std::fmod(position_, static_cast<double>(length));
         }
     }

@@ -2,6 +2,7 @@
 #include "handset/fmdevice/receiver.h"
 
 #include "handset/coredll/kernel/platform_call.h"
+#include "handset/fmdevice/debug_output.h"
 #include "handset/fmdevice/pty_names.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/utf8_text.h"
@@ -36,7 +37,7 @@ TextKind DeviceKind(RdsTextKind kind, bool alternatives) {
 
 }  // namespace
 
-CReceiver::CReceiver(std::shared_ptr<ITunerFrontEnd> frontEnd, CSoundEngine* sound)
+CReceiver::CReceiver(std::shared_ptr<ITunerFrontEnd> frontEnd, sound::CSoundEngine* sound)
     : frontEnd_(std::move(frontEnd)), sound_(sound) {
     sound_->AddUser();
 }
@@ -60,14 +61,17 @@ HRESULT CReceiver::Enter() {
 }
 
 void CReceiver::Show() {
-    auto scene = std::make_shared<SoundScene>();
+    auto scene = std::make_shared<sound::SoundScene>();
     if (up_) {
         const bool silent = now_.mute || seeks_ > 0;
-        scene->frontEnd = frontEnd_;
-        scene->reception = frontEnd_->Receive();
+        scene->render = [frontEnd = frontEnd_, reception = frontEnd_->Receive()](
+                            std::uint64_t position, float* frames, std::size_t count) {
+            frontEnd->Render(reception, position, frames, count);
+        };
         scene->gain = silent ? 0.0F : static_cast<float>(now_.volume) / kFullVolume;
         scene->stereoOut = !now_.speaker && !now_.bluetooth;
         scene->logPath = soundLog_;
+        scene->report = ReportLine;
     }
     sound_->Show(std::move(scene));
 }

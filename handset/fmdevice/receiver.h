@@ -20,8 +20,8 @@
 #include <string>
 
 #include "handset/fmdevice/front_end.h"
-#include "handset/fmdevice/sound_engine.h"
 #include "handset/include/tuner_slots.h"
+#include "handset/sound/engine.h"
 
 namespace fm {
 
@@ -30,7 +30,7 @@ inline constexpr HRESULT kNoStation = __HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
 
 class CReceiver {
   public:
-    CReceiver(std::shared_ptr<ITunerFrontEnd> frontEnd, CSoundEngine* sound);
+    CReceiver(std::shared_ptr<ITunerFrontEnd> frontEnd, sound::CSoundEngine* sound);
     ~CReceiver();
     CReceiver(const CReceiver&) = delete;
     CReceiver& operator=(const CReceiver&) = delete;
@@ -84,7 +84,7 @@ class CReceiver {
 
     std::mutex lock_;
     const std::shared_ptr<ITunerFrontEnd> frontEnd_;
-    CSoundEngine* const sound_;
+    sound::CSoundEngine* const sound_;
     bool up_ = false;
     Switches now_;
     std::uint64_t tunings_ = 0;  // counts what may overtake a seek

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 
 #include "handset/fmdevice/generators.h"
 
@@ -16,10 +15,5 @@ namespace fm {
 // `frames` holds the programme and receives what is heard: mixed down to mono unless `stereo`, and with the
 // hiss of the level, which is another one on each side in stereo.
 void AddReception(int level, bool stereo, CNoise* noise, float* frames, std::size_t count);
-
-// Samples of 16 bits; the gain goes evenly from `gainBefore` to `gain`, so that a switch does not click.
-void ToSamples(const float* frames, std::size_t count, float gainBefore, float gain, std::int16_t* samples);
-// Both sides become their mean, as one loudspeaker gives them.
-void MixDown(std::int16_t* samples, std::size_t count);
 
 }  // namespace fm

@@ -56,7 +56,8 @@ std::shared_ptr<CReceiver> SharedReceiver(bool make) {
     const std::lock_guard<std::mutex> guard(lock);
     std::shared_ptr<CReceiver> shared = receiver.lock();
     if (!shared && make) {
-        shared = std::make_shared<CReceiver>(std::make_shared<CChosenFrontEnd>(), &CSoundEngine::Instance());
+        shared = std::make_shared<CReceiver>(std::make_shared<CChosenFrontEnd>(),
+                                             &sound::CSoundEngine::Instance());
         receiver = shared;
     }
     return shared;

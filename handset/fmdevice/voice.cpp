@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "handset/fmdevice/oscillator.h"
-#include "handset/fmdevice/sound_format.h"
+#include "handset/sound/format.h"
 
 namespace fm {
 namespace {
@@ -29,7 +29,7 @@ constexpr Vowel kVowels[] = {
 };
 constexpr std::array<float, 3> kFormantGains = {1.0F, 0.5F, 0.25F};
 constexpr double kBandwidth_Hz = 90;
-constexpr std::size_t kSyllable = kSampleRate_Hz * 17 / 100;
+constexpr std::size_t kSyllable = sound::kSampleRate_Hz * 17 / 100;
 constexpr std::uint32_t kSyllablesBetweenPauses = 7;
 constexpr float kGain = 0.0015F;
 
@@ -43,8 +43,8 @@ float SoftlyLimited(float x) {
 class CResonator {
   public:
     void Tune(double frequency_Hz) {
-        const double radius = std::exp(-kPi * kBandwidth_Hz / kSampleRate_Hz);
-        back1_ = static_cast<float>(2 * radius * std::cos(2 * kPi * frequency_Hz / kSampleRate_Hz));
+        const double radius = std::exp(-kPi * kBandwidth_Hz / sound::kSampleRate_Hz);
+        back1_ = static_cast<float>(2 * radius * std::cos(2 * kPi * frequency_Hz / sound::kSampleRate_Hz));
         back2_ = static_cast<float>(-radius * radius);
     }
     float Next(float input) {
@@ -69,14 +69,14 @@ class CVoice : public IGenerator {
             const float envelope = silent_ ? 0.0F : static_cast<float>(arch_.Sine());
             arch_.Next();
             // A falling saw has the overtones of a voice; the pitch sinks through the syllable.
-            phase_ += pitch_Hz_ * (rise_ - 0.15F * part) * (1.0F / kSampleRate_Hz);
+            phase_ += pitch_Hz_ * (rise_ - 0.15F * part) * (1.0F / sound::kSampleRate_Hz);
             if (phase_ >= 1) phase_ -= 1;
             const float buzz = (1.0F - 2.0F * phase_) * envelope;
             float sample = 0;
             for (std::size_t k = 0; k < resonators_.size(); ++k) {
                 sample += kFormantGains[k] * resonators_[k].Next(buzz);
             }
-            frames[kChannels * i] = frames[kChannels * i + 1] = SoftlyLimited(kGain * sample);
+            frames[sound::kChannels * i] = frames[sound::kChannels * i + 1] = SoftlyLimited(kGain * sample);
             at_ = (at_ + 1) % kSyllable;
         }
     }

@@ -14,8 +14,7 @@ add_executable(test_fm_portable
     fmdevice/rds_reader_test.cpp
     fmdevice/receiver_sound_test.cpp
     fmdevice/seek_test.cpp
-    fmdevice/shipped_band_test.cpp
-    fmdevice/sound_ring_test.cpp)
+    fmdevice/shipped_band_test.cpp)
 target_link_libraries(test_fm_portable PRIVATE fm_portable GTest::gmock_main)
 target_compile_definitions(test_fm_portable PRIVATE KORA_BAND_FILE="${CMAKE_SOURCE_DIR}/handset/fmdevice/band.ini")
 add_test(NAME test_fm_portable COMMAND test_fm_portable)

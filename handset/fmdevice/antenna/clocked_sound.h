@@ -1,13 +1,13 @@
 // Received sound by the moment of the handset's clock at which it is to be heard, so that a listener who
 // comes late still finds it whole and one who comes early does not disturb it. Portable. The caller sees to
-// it that one thread at a time is inside. Positions count frames on the handset's clock (sound_format.h).
+// it that one thread at a time is inside. Positions count frames on the handset's clock (sound/format.h).
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
-#include "handset/fmdevice/sound_format.h"
+#include "handset/sound/format.h"
 
 namespace fm {
 

@@ -14,7 +14,7 @@
 #include "handset/fmdevice/antenna/file_source.h"
 #include "handset/fmdevice/antenna/rtl_tcp_source.h"
 #include "handset/fmdevice/debug_output.h"
-#include "handset/fmdevice/sound_format.h"
+#include "handset/sound/format.h"
 #include "handset/state/utf8_text.h"
 
 namespace fm {
@@ -39,7 +39,7 @@ constexpr std::uint64_t kSeekGoesOn_ms = 3000;
 constexpr DWORD kLookWait_ms = 200;
 
 std::uint64_t NowFrame() {
-    return FrameAt(HandsetMilliseconds());
+    return sound::FrameAt(HandsetMilliseconds());
 }
 
 std::unique_ptr<ISampleSource> OpenSource(const handset::Antenna& antenna, CSampleStream* stream) {
@@ -99,7 +99,7 @@ CRealFrontEnd::CRealFrontEnd(const handset::Antenna& antenna, const handset::Ant
       deEmphasis_(choice.deemphasis_us == 75 ? sdr::DeEmphasis::k75us : sdr::DeEmphasis::k50us),
       source_(OpenSource(antenna, &stream_)),
       sound_(kSound_s, kLead_s),
-      bridge_(kSampleRate_Hz, kLead_s) {
+      bridge_(sound::kSampleRate_Hz, kLead_s) {
     Apply(choice);
     thread_ = handset::WorkerThread([this] { Run(); }, [this] { return !stop_; });
 }
@@ -274,14 +274,14 @@ void CRealFrontEnd::Hear(const CSampleStream::Taken& taken, const Orders& orders
     if (std::exchange(work->heard, orders.tuning) != orders.tuning) bridge_.Silence();
     // After a gap the fill says nothing of the clocks.
     if (fill_s < 0.0) bridge_.Restart();
-    bridge_.Process(work->frames.data(), work->frames.size() / kChannels, std::max(fill_s, 0.0),
+    bridge_.Process(work->frames.data(), work->frames.size() / sound::kChannels, std::max(fill_s, 0.0),
                     &work->sound);
 
     const Guard guard(lock_);
     // Tuned meanwhile: this is the station before.
     if (orders_.tuning != orders.tuning) std::fill(work->sound.begin(), work->sound.end(), 0.0F);
     const Guard sound(soundLock_);
-    sound_.Append(work->sound.data(), work->sound.size() / kChannels, NowFrame());
+    sound_.Append(work->sound.data(), work->sound.size() / sound::kChannels, NowFrame());
 }
 
 void CRealFrontEnd::Note(Work* work) {

@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "handset/coredll/kernel/platform_call.h"
-#include "handset/fmdevice/sound_tap.h"
+#include "handset/sound/tap.h"
 #include "tests/bench/ether/tuning_stations.h"
 #include "tests/bench/process_usage.h"
 #include "tests/bench/program_run.h"

@@ -40,7 +40,7 @@ EtherRadio::EtherRadio(const std::string& band, std::size_t buffer_bytes)
       stream_(&air_, Options(buffer_bytes), {}, now_s_),
       clock_(2 * kRate_Hz, 0.0),
       receiver_(Form(), sdr::DeEmphasis::k50us, &band_, [this](double centre_Hz) { return Send(centre_Hz); }),
-      bridge_(fm::kSampleRate_Hz, kLead_s),
+      bridge_(sound::kSampleRate_Hz, kLead_s),
       sound_(20.0, kLead_s),
       greeting_(ether::kGreetingBytes) {
     std::vector<std::string> faults;
@@ -84,7 +84,7 @@ void EtherRadio::Receive() {
         frames.clear();
         sound.clear();
         receiver_.Process(block_.data(), block_.size(), Now_ms(), &frames);
-        const auto now = static_cast<std::uint64_t>(now_s_ * fm::kSampleRate_Hz);
+        const auto now = static_cast<std::uint64_t>(now_s_ * sound::kSampleRate_Hz);
         bridge_.Process(frames.data(), frames.size() / 2, std::max(sound_.Fill_s(now), 0.0), &sound);
         sound_.Append(sound.data(), sound.size() / 2, now);
     }
@@ -101,14 +101,14 @@ void EtherRadio::Run(double seconds) {
 void EtherRadio::Tune(std::uint32_t channel_10kHz) {
     receiver_.Tune(channel_10kHz);
     bridge_.Silence();
-    sound_.Silence(static_cast<std::uint64_t>(now_s_ * fm::kSampleRate_Hz));
+    sound_.Silence(static_cast<std::uint64_t>(now_s_ * sound::kSampleRate_Hz));
 }
 
 std::vector<float> EtherRadio::HeardSince(double moment_s) const {
-    const auto from = static_cast<std::uint64_t>(moment_s * fm::kSampleRate_Hz);
-    const auto now = static_cast<std::uint64_t>(now_s_ * fm::kSampleRate_Hz);
-    const double there_s = static_cast<double>(now - from) / fm::kSampleRate_Hz + sound_.Fill_s(now);
-    std::vector<float> frames(2 * static_cast<std::size_t>(std::max(there_s, 0.0) * fm::kSampleRate_Hz));
+    const auto from = static_cast<std::uint64_t>(moment_s * sound::kSampleRate_Hz);
+    const auto now = static_cast<std::uint64_t>(now_s_ * sound::kSampleRate_Hz);
+    const double there_s = static_cast<double>(now - from) / sound::kSampleRate_Hz + sound_.Fill_s(now);
+    std::vector<float> frames(2 * static_cast<std::size_t>(std::max(there_s, 0.0) * sound::kSampleRate_Hz));
     sound_.Read(from, frames.data(), frames.size() / 2);
     return frames;
 }

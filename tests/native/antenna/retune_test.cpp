@@ -22,7 +22,7 @@ constexpr char kTwoStations[] =
 double Tone(const std::vector<float>& frames, std::size_t from, std::size_t count, double frequency_Hz) {
     std::complex<double> sum;
     for (std::size_t i = 0; i < count; ++i) {
-        const double turns = frequency_Hz * static_cast<double>(i) / fm::kSampleRate_Hz;
+        const double turns = frequency_Hz * static_cast<double>(i) / sound::kSampleRate_Hz;
         sum += static_cast<double>(frames[2 * (from + i)]) * std::polar(1.0, -6.283185307179586 * turns);
     }
     return 2.0 * std::abs(sum) / static_cast<double>(count);
@@ -47,9 +47,9 @@ Retuned Retune(EtherRadio& radio, std::uint32_t channel_10kHz, double tone_Hz, d
     const std::vector<float> heard = radio.HeardSince(began_s);
     const auto first = std::find_if(heard.begin(), heard.end(), [](float v) { return std::fabs(v) > 0.02F; });
     const auto frame = static_cast<std::size_t>(first - heard.begin()) / 2;
-    constexpr std::size_t kBeginning = fm::kSampleRate_Hz / 20;
+    constexpr std::size_t kBeginning = sound::kSampleRate_Hz / 20;
     if (frame + kBeginning > heard.size() / 2) return result;
-    result.sound_s = static_cast<double>(frame) / fm::kSampleRate_Hz;
+    result.sound_s = static_cast<double>(frame) / sound::kSampleRate_Hz;
     result.tone = Tone(heard, frame, kBeginning, tone_Hz);
     result.before = Tone(heard, frame, kBeginning, before_Hz);
     return result;

@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "handset/fmdevice/generators.h"
-#include "handset/fmdevice/sound_format.h"
+#include "handset/sound/format.h"
 
 namespace {
 
@@ -25,8 +25,8 @@ bool Refused(const char* source) {
 }
 
 std::vector<float> Second(fm::IGenerator& generator) {
-    std::vector<float> frames(fm::kSampleRate_Hz * 2);
-    generator.Render(frames.data(), fm::kSampleRate_Hz);
+    std::vector<float> frames(sound::kSampleRate_Hz * 2);
+    generator.Render(frames.data(), sound::kSampleRate_Hz);
     return frames;
 }
 
@@ -39,7 +39,7 @@ double Amplitude(const std::vector<float>& frames, std::size_t side, double freq
     double real = 0, imaginary = 0;
     const std::size_t count = frames.size() / 2;
     for (std::size_t i = 0; i < count; ++i) {
-        const double angle = 2 * M_PI * frequency_Hz * static_cast<double>(i) / fm::kSampleRate_Hz;
+        const double angle = 2 * M_PI * frequency_Hz * static_cast<double>(i) / sound::kSampleRate_Hz;
         real += frames[2 * i + side] * std::cos(angle);
         imaginary += frames[2 * i + side] * std::sin(angle);
     }
@@ -109,7 +109,7 @@ TEST(Programme, ARumbleLiesLow) {
     for (std::size_t i = 2; i < frames.size(); i += 2)
         turns += (frames[i] > 0) != (frames[i - 2] > 0) ? 1 : 0;
     // White noise changes its sign with every other sample.
-    EXPECT_LT(turns, 0.2 * fm::kSampleRate_Hz);
+    EXPECT_LT(turns, 0.2 * sound::kSampleRate_Hz);
 }
 
 TEST(Programme, AFileOfAnotherRateKeepsItsPitchAndGoesRound) {

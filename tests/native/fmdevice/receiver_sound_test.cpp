@@ -1,9 +1,7 @@
-// Noise by level, stereo and mono, and the gain.
+// Noise by level, stereo and mono.
 #include "handset/fmdevice/receiver_sound.h"
 
 #include <gtest/gtest.h>
-
-#include <vector>
 
 namespace {
 
@@ -28,30 +26,6 @@ TEST(ReceiverSound, MonoIsTheMeanOnBothSidesAndStereoKeepsThemApart) {
     fm::AddReception(100, true, &noise, stereo, 1);
     EXPECT_NEAR(stereo[0], 0.4F, 0.001F);
     EXPECT_NEAR(stereo[1], 0.2F, 0.001F);
-}
-
-TEST(ReceiverSound, TheGainGoesEvenlyAndWhatIsTooLoudIsClipped) {
-    const std::vector<float> frames = {1.0F, -1.0F, 1.0F, -1.0F, 4.0F, -4.0F, 4.0F, -4.0F};
-    std::vector<std::int16_t> samples(frames.size());
-    fm::ToSamples(frames.data(), 4, 0.0F, 1.0F, samples.data());
-    EXPECT_EQ(samples, (std::vector<std::int16_t>{8192, -8192, 16384, -16384, 32767, -32767, 32767, -32767}));
-}
-
-TEST(ReceiverSound, AnOddFrameAtTheEndIsMadeAsTheOthersBeforeIt) {
-    for (const std::size_t count : {1u, 2u, 5u, 882u}) {
-        const std::vector<float> frames(2 * count, -0.3F);
-        std::vector<std::int16_t> samples(2 * count);
-        fm::ToSamples(frames.data(), count, 0.5F, 0.5F, samples.data());
-        EXPECT_EQ(samples, std::vector<std::int16_t>(2 * count, -4915)) << count;
-    }
-}
-
-TEST(ReceiverSound, ALoudspeakerGivesTheMeanOfBothSides) {
-    std::int16_t samples[] = {32767, 32767, 100, -300};
-    fm::MixDown(samples, 2);
-    EXPECT_EQ(samples[0], 32767);
-    EXPECT_EQ(samples[2], -100);
-    EXPECT_EQ(samples[3], -100);
 }
 
 }  // namespace

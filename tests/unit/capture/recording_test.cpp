@@ -7,7 +7,7 @@
 #include <interf_enc.h>
 
 #include "handset/controls/encoding.h"
-#include "handset/fmdevice/sound_tap.h"
+#include "handset/sound/tap.h"
 #include "tests/support/handset_under_test.h"
 #include "tests/support/host_tool.h"
 #include "tests/support/wait.h"

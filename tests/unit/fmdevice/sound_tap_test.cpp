@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "handset/coredll/kernel/platform_call.h"
-#include "handset/fmdevice/sound_tap.h"
+#include "handset/sound/tap.h"
 #include "tests/unit/fmdevice/tuner_under_test.h"
 #include "tests/unit/fmdevice/wav_measure.h"
 

@@ -8,9 +8,9 @@
 #include <array>
 #include <cstdint>
 
-#include "handset/fmdevice/sound_format.h"
+#include "handset/sound/format.h"
 
-namespace fm {
+namespace sound {
 
 class CSpeaker {
   public:
@@ -38,4 +38,4 @@ class CSpeaker {
     std::array<Buffer, kBuffers> buffers_;
 };
 
-}  // namespace fm
+}  // namespace sound

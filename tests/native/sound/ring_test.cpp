@@ -1,5 +1,5 @@
 // The ring behind the taps.
-#include "handset/fmdevice/sound_ring.h"
+#include "handset/sound/ring.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ std::vector<std::int16_t> Frames(std::uint64_t from, std::size_t count) {
 }
 
 TEST(SoundRing, WhatWasWrittenIsReadAtItsPosition) {
-    fm::CSoundRing ring(10);
+    sound::CSoundRing ring(10);
     ring.SkipTo(1003);
     for (std::uint64_t position = 1003; position < 1100; position += 7) {
         ring.Append(Frames(position, 7).data(), 7);
@@ -29,7 +29,7 @@ TEST(SoundRing, WhatWasWrittenIsReadAtItsPosition) {
 }
 
 TEST(SoundRing, TheOldestGiveWayAndALateReaderIsMovedOn) {
-    fm::CSoundRing ring(10);
+    sound::CSoundRing ring(10);
     ring.Append(Frames(0, 8).data(), 8);
     ring.Append(Frames(8, 8).data(), 8);
     EXPECT_EQ(ring.Begin(), 6u);
@@ -43,7 +43,7 @@ TEST(SoundRing, TheOldestGiveWayAndALateReaderIsMovedOn) {
 }
 
 TEST(SoundRing, WhatIsNotThereYetIsNotRead) {
-    fm::CSoundRing ring(10);
+    sound::CSoundRing ring(10);
     ring.SkipTo(50);
     std::uint64_t at = 60;
     std::int16_t sample[2];

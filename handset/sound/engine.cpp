@@ -1,16 +1,16 @@
 // The sound thread.
-#include "handset/fmdevice/sound_engine.h"
+#include "handset/sound/engine.h"
 
 #include <algorithm>
 #include <array>
 
 #include "handset/base/module_edge.h"
 #include "handset/coredll/kernel/platform_call.h"
-#include "handset/fmdevice/receiver_sound.h"
-#include "handset/fmdevice/sound_tap.h"
+#include "handset/sound/samples.h"
+#include "handset/sound/tap.h"
 #include "handset/state/handset_state.h"
 
-namespace fm {
+namespace sound {
 namespace {
 
 // Real time after which the sound thread looks again, and within what bounds it sleeps for patient readers.
@@ -137,13 +137,12 @@ void CSoundEngine::CloseTap(std::uint32_t tap) {
 
 bool CSoundEngine::SpeakerWanted(const SoundScene& scene) const {
     // Faster than life nothing can be listened to.
-    return hostSound_ && rate_ == 1 && scene.frontEnd && scene.gain > 0 &&
-           GetTickCount64() >= speakerRetry_ms_;
+    return hostSound_ && rate_ == 1 && scene.render && scene.gain > 0 && GetTickCount64() >= speakerRetry_ms_;
 }
 
 bool CSoundEngine::WorkWanted() const {
     if (!taps_.empty() || !later_.empty()) return true;
-    return scene_ && scene_->frontEnd && (!scene_->logPath.empty() || SpeakerWanted(*scene_));
+    return scene_ && scene_->render && (!scene_->logPath.empty() || SpeakerWanted(*scene_));
 }
 
 bool CSoundEngine::RoomForBlock() const {
@@ -174,7 +173,7 @@ void CSoundEngine::Expect(std::uint32_t tap, std::uint64_t end, std::uint32_t wa
 }
 
 DWORD CSoundEngine::IdleTime_ms(std::uint64_t now) {
-    const bool heard = scene_ && scene_->frontEnd && (!scene_->logPath.empty() || SpeakerWanted(*scene_));
+    const bool heard = scene_ && scene_->render && (!scene_->logPath.empty() || SpeakerWanted(*scene_));
     if (heard || taps_.empty() || !RoomForBlock()) return kIdleBlock_ms;
     std::uint64_t idle_ms = kLongestIdle_ms;
     for (auto& [number, tap] : taps_) {
@@ -223,14 +222,14 @@ void CSoundEngine::Run() {
     }
     working_ = false;
     lock.unlock();
-    log_.Follow(L"");
+    log_.Follow(L"", nullptr);
     speaker_.Close();
 }
 
 void CSoundEngine::Rest(std::unique_lock<handset::CLock>* lock) {
     working_ = false;
     lock->unlock();
-    log_.Follow(L"");
+    log_.Follow(L"", nullptr);
     speaker_.Close();
     gainBefore_ = 0;
     lock->lock();
@@ -258,19 +257,19 @@ void CSoundEngine::MakeBlock(std::unique_lock<handset::CLock>* lock) {
 }
 
 void CSoundEngine::RenderBlock(const SoundScene& scene, std::uint64_t position, std::int16_t* samples) {
-    const float gain = scene.frontEnd && !HandsetPhoneSleeps() ? scene.gain : 0;
+    const float gain = scene.render && !HandsetPhoneSleeps() ? scene.gain : 0;
     if (gain == 0 && gainBefore_ == 0) {
         std::fill_n(samples, kBlockFrames * kChannels, std::int16_t{0});
         return;
     }
     std::array<float, kBlockFrames * kChannels> frames{};
-    if (scene.frontEnd) scene.frontEnd->Render(scene.reception, position, frames.data(), kBlockFrames);
+    if (scene.render) scene.render(position, frames.data(), kBlockFrames);
     ToSamples(frames.data(), kBlockFrames, gainBefore_, gain, samples);
     gainBefore_ = gain;
 }
 
 void CSoundEngine::OutputBlock(const SoundScene& scene, const std::int16_t* samples) {
-    log_.Follow(scene.frontEnd ? scene.logPath : L"");
+    log_.Follow(scene.render ? scene.logPath : L"", scene.report);
     if (!log_.IsOpen() && !speaker_.IsOpen()) return;
     std::array<std::int16_t, kBlockFrames * kChannels> heard;
     std::copy_n(samples, heard.size(), heard.begin());
@@ -279,10 +278,10 @@ void CSoundEngine::OutputBlock(const SoundScene& scene, const std::int16_t* samp
     speaker_.Play(heard.data());
 }
 
-}  // namespace fm
+}  // namespace sound
 
 std::uint32_t HandsetSoundOpen(std::uint64_t* position) try {
-    return position == nullptr ? 0 : fm::CSoundEngine::Instance().OpenTap(position);
+    return position == nullptr ? 0 : sound::CSoundEngine::Instance().OpenTap(position);
 } catch (...) {
     return handset::EdgeAnswer<std::uint32_t>();
 }
@@ -290,11 +289,11 @@ std::uint32_t HandsetSoundOpen(std::uint64_t* position) try {
 std::uint32_t HandsetSoundRead(std::uint32_t tap, std::uint64_t* position, std::int16_t* samples,
                                std::uint32_t frames, std::uint32_t timeout_ms) try {
     if (position == nullptr || samples == nullptr) return 0;
-    return fm::CSoundEngine::Instance().ReadTap(tap, position, samples, frames, timeout_ms);
+    return sound::CSoundEngine::Instance().ReadTap(tap, position, samples, frames, timeout_ms);
 } catch (...) {
     return handset::EdgeAnswer<std::uint32_t>();
 }
 
-void HandsetSoundClose(std::uint32_t tap) try { fm::CSoundEngine::Instance().CloseTap(tap); } catch (...) {
+void HandsetSoundClose(std::uint32_t tap) try { sound::CSoundEngine::Instance().CloseTap(tap); } catch (...) {
     handset::EdgeAnswer<void>();
 }

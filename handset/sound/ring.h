@@ -1,13 +1,13 @@
 // The last seconds of the receiver's sound, by position. Portable. The caller sees to it that one thread at a
-// time is inside. Positions count frames on the handset's clock (see sound_format.h).
+// time is inside. Positions count frames on the handset's clock (see format.h).
 #pragma once
 
 #include <cstdint>
 #include <vector>
 
-#include "handset/fmdevice/sound_format.h"
+#include "handset/sound/format.h"
 
-namespace fm {
+namespace sound {
 
 class CSoundRing {
   public:
@@ -32,4 +32,4 @@ class CSoundRing {
     std::uint64_t end_ = 0;
 };
 
-}  // namespace fm
+}  // namespace sound

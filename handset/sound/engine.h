@@ -4,26 +4,29 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <thread>
 
-#include "handset/fmdevice/front_end.h"
-#include "handset/fmdevice/sound_log.h"
-#include "handset/fmdevice/sound_ring.h"
-#include "handset/fmdevice/speaker.h"
+#include "handset/sound/log.h"
+#include "handset/sound/ring.h"
+#include "handset/sound/speaker.h"
 #include "handset/state/locks.h"
 
-namespace fm {
+namespace sound {
 
 // What the receiver is to sound like from now on.
 struct SoundScene {
-    std::shared_ptr<ITunerFrontEnd> frontEnd;  // none: the receiver is off
-    Reception reception;
+    // Gives the frames from a position of the handset's clock on, floats from -1 to 1, left and right in
+    // turn. Called by the sound thread alone; positions never go back. None: the receiver is off.
+    std::function<void(std::uint64_t position, float* frames, std::size_t count)> render;
     float gain = 0;         // 0 to 1: volume, and 0 while muted or seeking
     bool stereoOut = true;  // headset; the loudspeaker and the Bluetooth link give the mean of both sides
     std::wstring logPath;   // device path, empty: no sound log
+    void (*report)(std::string_view utf8) = nullptr;  // what is wrong with the log, in a sentence
 };
 
 class CSoundEngine {
@@ -38,7 +41,7 @@ class CSoundEngine {
     // Holds from this moment of the handset's clock on, however late the sound of it is made.
     void Show(std::shared_ptr<const SoundScene> scene);
 
-    // See sound_tap.h.
+    // See tap.h.
     std::uint32_t OpenTap(std::uint64_t* position);
     std::uint32_t ReadTap(std::uint32_t tap, std::uint64_t* position, std::int16_t* samples,
                           std::uint32_t frames, std::uint32_t timeout_ms);
@@ -102,4 +105,4 @@ class CSoundEngine {
     float gainBefore_ = 0;
 };
 
-}  // namespace fm
+}  // namespace sound

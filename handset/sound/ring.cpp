@@ -1,9 +1,9 @@
 // The ring of samples; a frame's place follows from its position alone.
-#include "handset/fmdevice/sound_ring.h"
+#include "handset/sound/ring.h"
 
 #include <algorithm>
 
-namespace fm {
+namespace sound {
 
 void CSoundRing::Append(const std::int16_t* samples, std::size_t frames) {
     samples_.resize(capacity_ * kChannels);
@@ -33,4 +33,4 @@ std::size_t CSoundRing::Read(std::uint64_t* position, std::int16_t* samples, std
     return count;
 }
 
-}  // namespace fm
+}  // namespace sound

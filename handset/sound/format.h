@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace fm {
+namespace sound {
 
 inline constexpr std::uint32_t kSampleRate_Hz = 44100;
 inline constexpr std::size_t kChannels = 2;
@@ -18,4 +18,4 @@ inline constexpr std::uint64_t FrameAt(std::uint64_t handset_ms) {
     return handset_ms * 441 / 10;
 }
 
-}  // namespace fm
+}  // namespace sound

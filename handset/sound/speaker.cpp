@@ -1,9 +1,9 @@
 // The host's loudspeakers through waveOut.
-#include "handset/fmdevice/speaker.h"
+#include "handset/sound/speaker.h"
 
 #include <algorithm>
 
-namespace fm {
+namespace sound {
 
 bool CSpeaker::Open() {
     if (device_ != nullptr) return true;
@@ -49,4 +49,4 @@ void CSpeaker::Play(const std::int16_t* samples) {
         free->header.dwFlags |= WHDR_DONE;
 }
 
-}  // namespace fm
+}  // namespace sound
