@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "handset/state/booking_lock.h"
+#include "tests/support/handset_damage.h"
 #include "tests/support/tuner_contract.h"
 #include "tests/support/wait.h"
 
@@ -15,6 +16,7 @@ namespace {
 
 constexpr wchar_t kPhone[] = L"HKLM\\System\\State\\Phone";
 constexpr DWORD kAnswer_ms = 20000;
+constexpr DWORD kWork_ms = 180000;
 constexpr DWORD kPatience_ms = 1500;
 constexpr DWORD kDialog_ms = 3000;
 constexpr DWORD kKilled = 99;
@@ -263,10 +265,17 @@ void FaultDay::ExpectAnswer() {
 }
 
 // As a user who waits for something does: a key now and then, since a phone that nobody touches falls asleep.
+// A recording that stops writes all its sound first, which on a fast clock and a busy machine lags behind:
+// while its file grows, the radio is at work.
 bool FaultDay::WaitAwake(const std::function<bool()>& condition) {
-    for (const ULONGLONG end = GetTickCount64() + kAnswer_ms; GetTickCount64() < end;) {
+    const ULONGLONG last = GetTickCount64() + kWork_ms;
+    std::uintmax_t recorded = RecordedBytes(m_handset);
+    for (ULONGLONG end = GetTickCount64() + kAnswer_ms; GetTickCount64() < std::min(end, last);) {
         Handset(L"power on");
         if (WaitFor(condition, kPatience_ms)) return true;
+        const std::uintmax_t now = RecordedBytes(m_handset);
+        if (now > recorded) end = GetTickCount64() + kAnswer_ms;
+        recorded = now;
     }
     return false;
 }

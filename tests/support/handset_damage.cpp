@@ -109,13 +109,22 @@ void LookAtRecording(const std::filesystem::path& path, Kept& kept) {
     kept.recorded_s += length_s;
 }
 
-void LookAtRecordings(const HandsetUnderTest& handset, Kept& kept) {
+// A file that goes while it is looked for is left out.
+std::vector<std::filesystem::path> RecordingsOf(const HandsetUnderTest& handset) {
     std::vector<std::filesystem::path> files;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(handset.Root())) {
-        const auto extension = entry.path().extension();
-        if (entry.is_regular_file() && (extension == L".amr" || extension == L".wav"))
-            files.push_back(entry.path());
+    std::error_code gone;
+    for (std::filesystem::recursive_directory_iterator at(handset.Root(), gone), end; !gone && at != end;
+         at.increment(gone)) {
+        const auto extension = at->path().extension();
+        std::error_code left;
+        if ((extension == L".amr" || extension == L".wav") && at->is_regular_file(left))
+            files.push_back(at->path());
     }
+    return files;
+}
+
+void LookAtRecordings(const HandsetUnderTest& handset, Kept& kept) {
+    const std::vector<std::filesystem::path> files = RecordingsOf(handset);
     for (const auto& file : files) LookAtRecording(file, kept);
     kept.recordings = static_cast<int>(files.size());
 }
@@ -128,6 +137,16 @@ Kept LookAtWhatIsKept(const HandsetUnderTest& handset) {
     LookAtBookings(handset, kept);
     LookAtRecordings(handset, kept);
     return kept;
+}
+
+std::uintmax_t RecordedBytes(const HandsetUnderTest& handset) {
+    std::uintmax_t bytes = 0;
+    for (const auto& file : RecordingsOf(handset)) {
+        std::error_code gone;
+        const std::uintmax_t size = std::filesystem::file_size(file, gone);
+        if (!gone) bytes += size;
+    }
+    return bytes;
 }
 
 }  // namespace test

@@ -2,6 +2,7 @@
 // looked at with the eyes of programs that did not write them. No program of the handset may run meanwhile.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -16,5 +17,8 @@ struct Kept {
     std::vector<std::string> damage;
 };
 Kept LookAtWhatIsKept(const HandsetUnderTest& handset);
+
+// Of all recordings together. May be asked while they are written.
+std::uintmax_t RecordedBytes(const HandsetUnderTest& handset);
 
 }  // namespace test

@@ -14,6 +14,7 @@ using test::Radio;
 
 constexpr std::uint32_t kClockRate = 120;
 constexpr double kHours = 0.5;
+constexpr int kMore = 10, kEvents = 21;
 
 class Faults : public test::RadioTest {};
 
@@ -31,9 +32,12 @@ TEST_F(Faults, LeaveTheChannelsTheBookingsAndEveryRecordingIntact) {
     test::FaultDay day(handset, seed);
     day.BookPair(3);
     day.LiveFor(hours != nullptr ? std::atof(hours) : kHours, kClockRate);
+    // A busy machine gets through less in the same time.
+    for (int more = 0; more < kMore && day.Figures().events < kEvents; ++more)
+        day.LiveFor(kHours / kMore, kClockRate);
     day.End();
     EXPECT_THAT(day.Complaints(), testing::IsEmpty());
-    EXPECT_GT(day.Figures().events, 20);
+    EXPECT_GE(day.Figures().events, kEvents);
     EXPECT_GT(day.Figures().pairs, 0);
 
     const test::Kept kept = test::LookAtWhatIsKept(handset);
