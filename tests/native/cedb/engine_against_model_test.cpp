@@ -87,10 +87,16 @@ class Fuzzer {
 
     void Reopen() {
         cursors_.clear();
+        neighbour_.reset();
         volume_.reset();
         volume_ = std::make_unique<Volume>(collator_);
         ASSERT_EQ(volume_->Open(file_.Path()), Status::Ok);
+        neighbour_ = std::make_unique<Volume>(collator_);
+        ASSERT_EQ(neighbour_->Open(file_.Path()), Status::Ok);
     }
+
+    // Who makes a change: now and then another connection, as another process has it.
+    Volume& AnyWriter() { return Chance(15) ? *neighbour_ : *volume_; }
 
     EngineModel::Database* AnyDatabase() {
         if (model_.databases.empty()) return nullptr;
@@ -233,7 +239,7 @@ class Fuzzer {
         Oid expected = 0;
         Oid oid = 0;
         const Status status = model_.Insert(database->info.oid, changes, &expected);
-        ASSERT_EQ(volume_->InsertRecord(database->info, changes, &oid), status);
+        ASSERT_EQ(AnyWriter().InsertRecord(database->info, changes, &oid), status);
         if (status == Status::Ok) ASSERT_EQ(oid, expected);
     }
 
@@ -243,7 +249,7 @@ class Fuzzer {
         const std::vector<PropertyChange> changes = AnyChanges();
         const Oid oid = AnyOid(*database);
         const Status status = model_.Update(database->info.oid, oid, changes);
-        ASSERT_EQ(volume_->UpdateRecord(database->info, oid, changes), status);
+        ASSERT_EQ(AnyWriter().UpdateRecord(database->info, oid, changes), status);
     }
 
     void Delete() {
@@ -252,8 +258,9 @@ class Fuzzer {
         const EngineModel::Database& database = model_.databases.at(pair->model.Database());
         const Oid oid = AnyOid(database);
         const Status status = model_.Delete(database.info.oid, oid);
-        ASSERT_EQ(volume_->DeleteRecord(database.info, oid), status);
-        if (status != Status::Ok) return;
+        Volume& writer = AnyWriter();
+        ASSERT_EQ(writer.DeleteRecord(database.info, oid), status);
+        if (status != Status::Ok || &writer != volume_.get()) return;
         pair->model.HasBeenDeleted(oid);
         pair->real.HasBeenDeleted(oid);
     }
@@ -290,6 +297,7 @@ class Fuzzer {
     VolumeFile file_;
     EngineModel model_;
     std::unique_ptr<Volume> volume_;
+    std::unique_ptr<Volume> neighbour_;
     std::vector<std::unique_ptr<Pair>> cursors_;
     std::map<const Pair*, std::optional<std::size_t>> sorts_;
 };

@@ -1,5 +1,9 @@
 // What the engine promises beyond the model: identifiers, several connections, languages, limits.
 #include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <optional>
+#include <utility>
 
 #include "handset/coredll/cedb/engine/cursor.h"
 #include "tests/native/cedb/volume_file.h"
@@ -46,6 +50,59 @@ class EngineTest : public testing::Test {
     DatabaseInfo database_;
 };
 
+// Counts the transactions of every connection that is opened while it lives.
+class TransactionCount {
+  public:
+    TransactionCount() {
+        count_ = 0;
+        sqlite3_auto_extension(reinterpret_cast<void (*)()>(Watch));
+    }
+    ~TransactionCount() { sqlite3_reset_auto_extension(); }
+    TransactionCount(const TransactionCount&) = delete;
+    TransactionCount& operator=(const TransactionCount&) = delete;
+
+    static int Taken() { return std::exchange(count_, 0); }
+
+  private:
+    static int Watch(sqlite3* database, const char**, const sqlite3_api_routines*) {
+        return sqlite3_trace_v2(database, SQLITE_TRACE_STMT, Note, nullptr);
+    }
+    static int Note(unsigned, void*, void*, void* sql) {
+        count_ += std::string(static_cast<const char*>(sql)).compare(0, 5, "BEGIN") == 0 ? 1 : 0;
+        return 0;
+    }
+    inline static int count_ = 0;
+};
+
+// A cursor of one connection, and another connection that writes meanwhile.
+class TwoConnectionsTest : public EngineTest {
+  protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        ASSERT_EQ(reader_.Open(file_.Path()), Status::Ok);
+    }
+    std::u16string NextName(Status expected = Status::Ok) {
+        Oid oid = 0;
+        Record record;
+        EXPECT_EQ(cursor_->Look(&oid, &record), expected);
+        cursor_->HasBeenRead();
+        return record.empty() ? std::u16string() : record[0].text;
+    }
+    Oid SeekName(const std::u16string& name) {
+        Oid found = 0;
+        EXPECT_EQ(cursor_->SeekTo({Seek::FirstEqual, 0, {Set(kName, name).property}}, &found, nullptr),
+                  Status::Ok);
+        return found;
+    }
+    // Names of two letters, in their order.
+    static std::u16string Name(int number) {
+        return {static_cast<char16_t>(u'a' + number / 20), static_cast<char16_t>(u'a' + number % 20)};
+    }
+
+    Volume reader_{collator_};
+    std::optional<Cursor> cursor_;
+};
+
 }  // namespace
 
 TEST_F(EngineTest, ANumberIsNeverGivenOutTwiceEvenAfterTheLastRecordIsDeletedAndTheVolumeReopened) {
@@ -77,6 +134,94 @@ TEST_F(EngineTest, ASecondConnectionSeesEveryChangeAtOnce) {
     const Oid c = Insert(u"c");
     EXPECT_EQ(Next(cursor), c);
     EXPECT_EQ(Next(cursor, Status::EndOfData), 0U);
+}
+
+TEST_F(TwoConnectionsTest, WhatTheOtherOneChangesBetweenASeekAndTheReadIsRead) {
+    const Oid a = Insert(u"a");
+    cursor_.emplace(reader_, database_, 0, true);
+    ASSERT_EQ(SeekName(u"a"), a);
+    ASSERT_EQ(volume_.UpdateRecord(database_, a, {Set(kName, u"b")}), Status::Ok);
+    EXPECT_EQ(NextName(), u"b");
+    ASSERT_EQ(SeekName(u"b"), a);
+    ASSERT_EQ(volume_.DeleteRecord(database_, a), Status::Ok);
+    EXPECT_EQ(NextName(Status::RecordDeleted), u"");
+}
+
+TEST_F(TwoConnectionsTest, WhatTheOtherOneChangesAmongTheRecordsThatComeNextIsRead) {
+    std::vector<Oid> oids;
+    for (int i = 0; i < 200; ++i) oids.push_back(Insert(Name(i)));
+    cursor_.emplace(reader_, database_, 0, true);
+    for (int i = 0; i < 20; ++i) ASSERT_EQ(NextName(), Name(i));
+    ASSERT_EQ(volume_.UpdateRecord(database_, oids[20], {Set(kName, Name(22) + u"x")}), Status::Ok);
+    EXPECT_EQ(NextName(), Name(21));
+    ASSERT_EQ(volume_.DeleteRecord(database_, oids[22]), Status::Ok);
+    EXPECT_EQ(NextName(), Name(22) + u"x");
+    Insert(Name(22) + u"y");
+    EXPECT_EQ(NextName(), Name(22) + u"y");
+    for (int i = 23; i < 200; ++i) ASSERT_EQ(NextName(), Name(i));
+    NextName(Status::EndOfData);
+}
+
+TEST_F(TwoConnectionsTest, AVolumeThatIsSortedAnewIsReadOnInItsNewOrder) {
+    for (int i = 0; i < 60; ++i) Insert(Name(i));
+    cursor_.emplace(reader_, database_, 0, true);
+    for (int i = 0; i < 20; ++i) ASSERT_EQ(NextName(), Name(i));
+    ASSERT_EQ(volume_.ChangeLocale(1), Status::Ok);
+    for (int i = 18; i >= 0; --i) ASSERT_EQ(NextName(), Name(i));
+    NextName(Status::EndOfData);
+}
+
+TEST_F(EngineTest, InsideATransactionACursorReadsWhatThatHasWrittenAndAfterwardsWhatIsLeftOfIt) {
+    const Oid a = Insert(u"a");
+    Cursor cursor(volume_, database_, 0, false);
+    const auto name = [&] {
+        Oid oid = 0;
+        Record record;
+        EXPECT_EQ(cursor.Look(&oid, &record), Status::Ok);
+        return record.empty() ? std::u16string() : record[0].text;
+    };
+    EXPECT_EQ(name(), u"a");
+    {
+        Transaction all(volume_.Connection());
+        ASSERT_EQ(all.Begin(Transaction::Kind::Write), Status::Ok);
+        ASSERT_EQ(volume_.UpdateRecord(database_, a, {Set(kName, u"b")}), Status::Ok);
+        EXPECT_EQ(name(), u"b");
+        Oid found = 0;
+        ASSERT_EQ(cursor.SeekTo({Seek::Number, a, {}}, &found, nullptr), Status::Ok);
+        EXPECT_EQ(name(), u"b");
+    }
+    EXPECT_EQ(name(), u"a");
+}
+
+TEST_F(TwoConnectionsTest, ALookUpIsOneTransaction) {
+    const Oid b = Insert(u"b");
+    Insert(u"c");
+    const TransactionCount transactions;
+    Volume counted(collator_);
+    ASSERT_EQ(counted.Open(file_.Path()), Status::Ok);
+    cursor_.emplace(counted, database_, 0, true);
+    TransactionCount::Taken();
+    ASSERT_EQ(SeekName(u"b"), b);
+    EXPECT_EQ(NextName(), u"b");
+    EXPECT_EQ(TransactionCount::Taken(), 1);
+    EXPECT_EQ(NextName(), u"c");
+    EXPECT_EQ(TransactionCount::Taken(), 1);
+}
+
+TEST_F(TwoConnectionsTest, ReadingAllRecordsTakesATransactionForMany) {
+    const TransactionCount transactions;
+    Volume counted(collator_);
+    ASSERT_EQ(counted.Open(file_.Path()), Status::Ok);
+    int stored = 0;
+    for (const int records : {100, 400}) {
+        for (; stored < records; ++stored) Insert(Name(stored));
+        TransactionCount::Taken();
+        cursor_.emplace(counted, database_, 0, true);
+        for (int i = 0; i < records; ++i) ASSERT_EQ(NextName(), Name(i));
+        NextName(Status::EndOfData);
+        // 31 records until there are 32 at once, and the end.
+        EXPECT_LE(TransactionCount::Taken(), 6 + records / 32) << records;
+    }
 }
 
 TEST_F(EngineTest, NoJournalIsLeftBesideASettledVolume) {

@@ -2,23 +2,29 @@
 // (key, number) pair, or the last one in front of it.
 #include "handset/coredll/cedb/engine/cursor.h"
 
+#include <algorithm>
+
 namespace cedb {
 namespace {
 
 // In front of and behind every entry: keys begin with a byte of at most 2, numbers are 1 to 2^32 - 1.
 constexpr std::int64_t kBehindEveryOid = std::int64_t{1} << 32;
 
+// What is read ahead at most, and how much of it may be large.
+constexpr std::size_t kMostAhead = 32;
+constexpr std::size_t kMostAhead_bytes = 65536;
+
 // Two statements each: without a sort order and with one. Parameters: ?1 database, ?2 sort order, ?3 key,
-// ?4 number, ?5 entries to pass over.
+// ?4 number, ?5 entries to pass over, ?6 entries wanted.
 // clang-format off
 constexpr const char* kForward[2] = {
-    "SELECT x'', oid FROM records WHERE db=?1 AND oid>?4 ORDER BY oid LIMIT 1 OFFSET ?5",
+    "SELECT x'', oid FROM records WHERE db=?1 AND oid>?4 ORDER BY oid LIMIT ?6 OFFSET ?5",
     "SELECT key, oid FROM keys WHERE db=?1 AND sort=?2 AND (key, oid)>(?3, ?4) "
-    "ORDER BY key, oid LIMIT 1 OFFSET ?5"};
+    "ORDER BY key, oid LIMIT ?6 OFFSET ?5"};
 constexpr const char* kBackward[2] = {
-    "SELECT x'', oid FROM records WHERE db=?1 AND oid<?4 ORDER BY oid DESC LIMIT 1 OFFSET ?5",
+    "SELECT x'', oid FROM records WHERE db=?1 AND oid<?4 ORDER BY oid DESC LIMIT ?6 OFFSET ?5",
     "SELECT key, oid FROM keys WHERE db=?1 AND sort=?2 AND (key, oid)<(?3, ?4) "
-    "ORDER BY key DESC, oid DESC LIMIT 1 OFFSET ?5"};
+    "ORDER BY key DESC, oid DESC LIMIT ?6 OFFSET ?5"};
 constexpr const char* kCountBefore[2] = {
     "SELECT count(*) FROM records WHERE db=?1 AND oid<?4",
     "SELECT count(*) FROM keys WHERE db=?1 AND sort=?2 AND (key, oid)<(?3, ?4)"};
@@ -55,14 +61,19 @@ Status Cursor::Refresh() {
     return status == Status::NotFound ? Status::Ok : status;
 }
 
-Status Cursor::Step(const char* const statements[2], const Position& from, std::int64_t skip,
-                    Position* found) {
-    Query query = volume_.Connection().Prepare(statements[sort_ ? 1 : 0]);
-    query.Bind(database_.oid)
+void Cursor::Bind(Query* query, const Position& from, std::int64_t skip, std::int64_t most) const {
+    query->Bind(database_.oid)
         .Bind(static_cast<std::int64_t>(sort_.value_or(0)))
         .Blob(from.key)
         .Bind(from.oid)
-        .Bind(skip);
+        .Bind(skip)
+        .Bind(most);
+}
+
+Status Cursor::Step(const char* const statements[2], const Position& from, std::int64_t skip,
+                    Position* found) {
+    Query query = volume_.Connection().Prepare(statements[sort_ ? 1 : 0]);
+    Bind(&query, from, skip, 1);
     const Status status = query.Row();
     if (status == Status::Ok) *found = {Place::On, query.Bytes(0), query.Number(1)};
     return status;
@@ -156,6 +167,8 @@ Status Cursor::CountBefore(const Position& position, std::uint32_t* count) {
 
 Status Cursor::SeekTo(const SeekTarget& target, Oid* oid, std::uint32_t* index) {
     *oid = 0;
+    ForgetAhead();
+    const bool alone = !volume_.Connection().InTransaction();
     Transaction transaction(volume_.Connection());
     Status status = transaction.Begin(Transaction::Kind::Read);
     if (status == Status::Ok) status = Refresh();
@@ -167,16 +180,34 @@ Status Cursor::SeekTo(const SeekTarget& target, Oid* oid, std::uint32_t* index) 
     if (status != Status::Ok) return status;
     position_ = std::move(found);
     *oid = static_cast<Oid>(position_.oid);
+    // Whoever seeks a record will read it. What is wrong with it is told when it is read.
+    if (alone && volume_.Connection().ReadStamp(&stamp_) == Status::Ok) (void)Append(position_);
+    batch_ = 2;
     return Status::Ok;
 }
 
-Status Cursor::Look(Oid* oid, Record* record) {
-    *oid = 0;
-    if (position_.place == Place::End) return Status::EndOfData;
-    Transaction transaction(volume_.Connection());
-    Status status = transaction.Begin(Transaction::Kind::Read);
-    if (status == Status::Ok) status = Refresh();
-    if (status != Status::Ok) return status;
+void Cursor::ForgetAhead() {
+    ahead_.clear();
+    batch_ = 1;
+}
+
+// What a transaction around has written is not in the file yet, so the file does not tell of it.
+bool Cursor::AheadIsTrue() {
+    FileStamp now;
+    return !ahead_.empty() && !volume_.Connection().InTransaction() &&
+           volume_.Connection().ReadStamp(&now) == Status::Ok && now == stamp_;
+}
+
+Status Cursor::Append(const Position& position) {
+    Entry entry{position, std::string()};
+    const Status status = volume_.ReadEncoded(database_.oid, static_cast<Oid>(position.oid), &entry.bytes);
+    if (status == Status::Ok) ahead_.push_back(std::move(entry));
+    return status;
+}
+
+// The record that is next to be read; the cursor then stands on it.
+Status Cursor::ReadNext() {
+    Status status = Status::Ok;
     if (position_.place == Place::Behind) {
         Position found;
         status = Forward(position_, 0, &found);
@@ -187,19 +218,60 @@ Status Cursor::Look(Oid* oid, Record* record) {
         if (status != Status::Ok) return status;
         position_ = std::move(found);
     }
-    status = volume_.ReadRecord(database_.oid, static_cast<Oid>(position_.oid), record);
-    if (status != Status::Ok) return status == Status::NotFound ? Status::RecordDeleted : status;
-    *oid = static_cast<Oid>(position_.oid);
+    status = Append(position_);
+    return status == Status::NotFound ? Status::RecordDeleted : status;
+}
+
+// What is wrong with one of them is told when its turn has come.
+void Cursor::AppendMore() {
+    std::size_t bytes = ahead_.front().bytes.size();
+    Query query = volume_.Connection().Prepare(kForward[sort_ ? 1 : 0]);
+    Bind(&query, position_, 0, static_cast<std::int64_t>(batch_ - 1));
+    while (bytes < kMostAhead_bytes && query.Row() == Status::Ok) {
+        if (Append({Place::On, query.Bytes(0), query.Number(1)}) != Status::Ok) return;
+        bytes += ahead_.back().bytes.size();
+    }
+}
+
+// Twice as many each time, as long as nobody changes the volume meanwhile.
+Status Cursor::ReadAhead() {
+    if (!ahead_.empty()) ForgetAhead();
+    const bool alone = !volume_.Connection().InTransaction();
+    Transaction transaction(volume_.Connection());
+    Status status = transaction.Begin(Transaction::Kind::Read);
+    if (status == Status::Ok) status = Refresh();
+    if (status == Status::Ok) status = volume_.Connection().ReadStamp(&stamp_);
+    if (status == Status::Ok) status = ReadNext();
+    if (status != Status::Ok || !alone) return status;
+    if (batch_ > 1) AppendMore();
+    batch_ = std::min(2 * batch_, kMostAhead);
     return Status::Ok;
 }
 
+Status Cursor::Look(Oid* oid, Record* record) {
+    *oid = 0;
+    if (position_.place == Place::End) return Status::EndOfData;
+    if (!AheadIsTrue()) {
+        const Status status = ReadAhead();
+        if (status != Status::Ok) return status;
+    }
+    position_ = ahead_.front().position;
+    const Status status = DecodeRecord(ahead_.front().bytes, record);
+    if (volume_.Connection().InTransaction()) ahead_.clear();
+    if (status == Status::Ok) *oid = static_cast<Oid>(position_.oid);
+    return status;
+}
+
 void Cursor::HasBeenRead() {
-    if (autoIncrement_ && position_.place == Place::On) position_.place = Place::Behind;
+    if (!autoIncrement_ || position_.place != Place::On) return;
+    position_.place = Place::Behind;
+    if (!ahead_.empty()) ahead_.pop_front();
 }
 
 void Cursor::HasBeenDeleted(Oid oid) {
-    if (autoIncrement_ && position_.place == Place::On && position_.oid == oid)
-        position_.place = Place::Behind;
+    if (!autoIncrement_ || position_.place != Place::On || position_.oid != oid) return;
+    position_.place = Place::Behind;
+    ForgetAhead();
 }
 
 }  // namespace cedb

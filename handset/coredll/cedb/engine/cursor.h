@@ -3,9 +3,14 @@
 // The cursor stands on a record, in the gap behind one, or at the end. It keeps the record's key besides its
 // number, so it does not lose its place when records come and go around it. Standing on a record it follows
 // the record when a change of it moves it. A new cursor stands in front of the first record.
+//
+// What it is about to be asked for it has read already: a seek reads the record that it finds, and reading on
+// reads some records at once. They are given out only while the file is as it was, so every change that was
+// made before a call is seen by it.
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
@@ -59,10 +64,16 @@ class Cursor {
         std::string key;
         std::int64_t oid = 0;
     };
+    // A record as it lies in the file, and its place.
+    struct Entry {
+        Position position;
+        std::string bytes;
+    };
 
     const SortOrder* Order() const { return sort_ ? &database_.orders[*sort_] : nullptr; }
     [[nodiscard]] Status KeyOf(Oid oid, std::string* key);
     [[nodiscard]] Status Refresh();
+    void Bind(Query* query, const Position& from, std::int64_t skip, std::int64_t most) const;
     [[nodiscard]] Status Step(const char* const statements[2], const Position& from, std::int64_t skip,
                               Position* found);
     [[nodiscard]] Status Forward(const Position& from, std::int64_t skip, Position* found);
@@ -73,13 +84,22 @@ class Cursor {
     [[nodiscard]] Status FindByValue(const SeekTarget& target, Position* found);
     [[nodiscard]] Status FindNextEqual(const std::string& prefix, Position* found);
     [[nodiscard]] Status CountBefore(const Position& position, std::uint32_t* count);
+    void ForgetAhead();
+    [[nodiscard]] bool AheadIsTrue();
+    [[nodiscard]] Status ReadAhead();
+    [[nodiscard]] Status ReadNext();
+    [[nodiscard]] Status Append(const Position& position);
+    void AppendMore();
 
     Volume& volume_;
     DatabaseInfo database_;
     std::optional<std::size_t> sort_;
     bool autoIncrement_;
     Position position_;
-    std::uint32_t lcid_ = 0;  // the language that position_.key was made for
+    std::uint32_t lcid_ = 0;   // the language that position_.key was made for
+    std::deque<Entry> ahead_;  // what is next to be read first
+    FileStamp stamp_{};        // of the file when that was read
+    std::size_t batch_ = 1;    // how many are read next time
 };
 
 }  // namespace cedb

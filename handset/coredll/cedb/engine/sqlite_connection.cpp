@@ -6,6 +6,9 @@ namespace {
 
 // Another process holds the lock for one commit at a time; a disk that takes longer than this is broken.
 constexpr int kLockPatience_ms = 20000;
+// The SQLite file format, section 1.3: the change counter, and behind it what else a commit may change.
+// SQLite itself goes by these bytes when it looks whether the pages that it keeps are those of the file.
+constexpr sqlite3_int64 kStampOffset = 24;
 
 struct ErrorRow {
     int code;
@@ -102,14 +105,26 @@ Status SqliteConnection::Execute(const char* sql) {
     return StatusOf(sqlite3_exec(database_.get(), sql, nullptr, nullptr, nullptr));
 }
 
+Status SqliteConnection::File(sqlite3_file** file) {
+    return StatusOf(sqlite3_file_control(database_.get(), "main", SQLITE_FCNTL_FILE_POINTER, file));
+}
+
 Status SqliteConnection::FileSize(std::int64_t* size) {
     sqlite3_file* file = nullptr;
-    const int code = sqlite3_file_control(database_.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    if (code != SQLITE_OK) return StatusOf(code);
+    Status status = File(&file);
+    if (status != Status::Ok) return status;
     sqlite3_int64 bytes = 0;
-    const Status status = StatusOf(file->pMethods->xFileSize(file, &bytes));
+    status = StatusOf(file->pMethods->xFileSize(file, &bytes));
     *size = bytes;
     return status;
+}
+
+Status SqliteConnection::ReadStamp(FileStamp* stamp) {
+    sqlite3_file* file = nullptr;
+    const Status status = File(&file);
+    if (status != Status::Ok) return status;
+    return StatusOf(
+        file->pMethods->xRead(file, stamp->data(), static_cast<int>(stamp->size()), kStampOffset));
 }
 
 Query SqliteConnection::Prepare(const char* sql) {

@@ -3,6 +3,7 @@
 
 #include <sqlite3.h>
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -38,6 +39,9 @@ class Query {
     int error_ = SQLITE_OK;
 };
 
+// What every commit changes in the file, whichever process makes it.
+using FileStamp = std::array<std::uint8_t, 16>;
+
 // Used by one thread at a time.
 class SqliteConnection {
   public:
@@ -52,6 +56,9 @@ class SqliteConnection {
     [[nodiscard]] Status Execute(const char* sql);
     // In bytes; within a transaction, so that nobody is changing it.
     [[nodiscard]] Status FileSize(std::int64_t* size);
+    // Takes no lock. A stamp that is the same as one taken within a transaction says that the file still
+    // holds what it held then: a commit changes it before it counts.
+    [[nodiscard]] Status ReadStamp(FileStamp* stamp);
     // `sql` is a literal: the prepared statement is kept under its address.
     Query Prepare(const char* sql);
     bool InTransaction() const;
@@ -60,6 +67,8 @@ class SqliteConnection {
     struct Closer {
         void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
     };
+    [[nodiscard]] Status File(sqlite3_file** file);
+
     std::unique_ptr<sqlite3, Closer> database_;
     std::map<const char*, sqlite3_stmt*> statements_;
 };

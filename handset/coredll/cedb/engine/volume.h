@@ -72,6 +72,8 @@ class Volume {
     // Inside a transaction.
     [[nodiscard]] Status ReadLocale(std::uint32_t* lcid);
     [[nodiscard]] Status ReadRecord(Oid database, Oid oid, Record* record);
+    // The record as it lies in the file; DecodeRecord makes it one.
+    [[nodiscard]] Status ReadEncoded(Oid database, Oid oid, std::string* bytes);
 
   private:
     [[nodiscard]] Status CheckContents();

@@ -5,10 +5,17 @@
 
 namespace cedb {
 
-Status Volume::ReadRecord(Oid database, Oid oid, Record* record) {
+Status Volume::ReadEncoded(Oid database, Oid oid, std::string* bytes) {
     Query query = connection_.Prepare("SELECT properties FROM records WHERE db=? AND oid=?");
     const Status status = query.Bind(database).Bind(oid).Row();
-    return status == Status::Ok ? DecodeRecord(query.Bytes(0), record) : status;
+    if (status == Status::Ok) *bytes = query.Bytes(0);
+    return status;
+}
+
+Status Volume::ReadRecord(Oid database, Oid oid, Record* record) {
+    std::string bytes;
+    const Status status = ReadEncoded(database, oid, &bytes);
+    return status == Status::Ok ? DecodeRecord(bytes, record) : status;
 }
 
 Status Volume::WriteKeys(const DatabaseInfo& database, Oid oid, const Record& record, std::uint32_t lcid) {
