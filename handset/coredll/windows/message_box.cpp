@@ -38,7 +38,10 @@ BOOL CALLBACK Collect(HWND child, LPARAM data) try {
     if (HasClass(child, L"Button")) {
         if ((style & WS_VISIBLE) != 0) parts->buttons.push_back(child);
     } else if (HasClass(child, L"Static")) {
-        ((style & SS_TYPEMASK) == SS_ICON ? parts->icon : parts->text) = child;
+        const bool picture = (style & SS_TYPEMASK) == SS_ICON;
+        // One host keeps an empty place in a box without a picture.
+        if (!picture || SendMessageW(child, STM_GETICON, 0, 0) != 0)
+            (picture ? parts->icon : parts->text) = child;
     }
     return TRUE;
 } catch (...) {

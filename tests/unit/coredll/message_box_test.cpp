@@ -10,11 +10,14 @@
 
 namespace {
 
+constexpr int kTextId = 0xFFFF;
+
 // What an onlooker sees of a message box before answering it.
 struct Seen {
     bool found = false;
     RECT box{};
     RECT buttons{};  // around all of them
+    RECT text{};
     bool closeBox = false;
     int answer;
 };
@@ -30,6 +33,11 @@ BOOL CALLBACK AddButton(HWND child, LPARAM data) {
     return TRUE;
 }
 
+BOOL CALLBACK FindText(HWND child, LPARAM data) {
+    if (GetDlgCtrlID(child) == kTextId) GetWindowRect(child, reinterpret_cast<RECT*>(data));
+    return TRUE;
+}
+
 DWORD WINAPI Onlooker(void* data) {
     auto* seen = static_cast<Seen*>(data);
     HWND box = nullptr;
@@ -41,6 +49,7 @@ DWORD WINAPI Onlooker(void* data) {
     GetWindowRect(box, &seen->box);
     seen->closeBox = (GetWindowLongPtrW(box, GWL_STYLE) & WS_SYSMENU) != 0;
     EnumChildWindows(box, AddButton, reinterpret_cast<LPARAM>(&seen->buttons));
+    EnumChildWindows(box, FindText, reinterpret_cast<LPARAM>(&seen->text));
     PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(seen->answer), 0);
     return 0;
 }
@@ -128,6 +137,14 @@ TEST_F(MessageBoxes, HaveNoCloseBoxAsOnTheDevice) {
 TEST_F(MessageBoxes, ALongOneIsBrokenIntoLinesThatFit) {
     EXPECT_EQ(Show(kLongText, MB_YESNO | MB_ICONQUESTION, IDYES), IDYES);
     ExpectInside(0, 26, 240, 294);
+}
+
+TEST_F(MessageBoxes, ALongOneHasNoRoomForAPictureThatItDoesNotShow) {
+    EXPECT_EQ(Show(kLongText, MB_OK, IDOK), IDOK);
+    ASSERT_TRUE(seen_.found);
+    EXPECT_LT(seen_.text.left - seen_.box.left, 12);
+    EXPECT_EQ(Show(kLongText, MB_OK | MB_ICONQUESTION, IDOK), IDOK);
+    EXPECT_GT(seen_.text.left - seen_.box.left, 30);
 }
 
 TEST_F(MessageBoxes, ThreeButtonsFitAsWell) {
