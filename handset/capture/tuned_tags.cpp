@@ -3,10 +3,10 @@
 #include <cstdio>
 
 #include "handset/base/file_time.h"
+#include "handset/base/utf8.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/tuned_station.h"
 #include "handset/state/handset_time.h"
-#include "handset/state/utf8_text.h"
 
 namespace capture {
 namespace {

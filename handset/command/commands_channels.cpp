@@ -58,7 +58,7 @@ int Failed(Console& console, const std::wstring& fault) {
 std::size_t SpoiltTexts(const std::vector<lists::ChannelList>& stored) {
     std::size_t spoilt = 0;
     const auto look = [&](const std::u16string& text) {
-        spoilt += lists::FromUtf8(lists::ToUtf8(text)) != text;
+        spoilt += handset::Utf16(handset::Utf8(text)) != text;
     };
     for (const lists::ChannelList& list : stored) {
         look(list.name);
@@ -101,7 +101,7 @@ void SelectOneThatIsThere(const lists::ImportPlan& plan, Console& console) {
     const std::wstring selected = DeviceString(fm::kTunerKey, L"Selected", L"");
     std::wstring first;
     for (const lists::PlannedList& planned : plan.lists) {
-        const std::wstring name = Wide(lists::ToUtf8(planned.list.name));
+        const std::wstring name = Wide(handset::Utf8(planned.list.name));
         if (name == selected) return;
         if (first.empty()) first = name;
     }

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "handset/base/number_text.h"
-#include "handset/state/utf8_text.h"
+#include "handset/base/utf8.h"
 
 namespace panel {
 

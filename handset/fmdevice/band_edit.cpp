@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "handset/fmdevice/ascii.h"
+#include "handset/base/ascii.h"
 #include "handset/fmdevice/band_line.h"
 
 namespace fm {
@@ -30,7 +30,7 @@ std::string SetBandKey(const std::string& text, std::uint32_t channel, const std
         const BandLine line = ReadBandLine(whole);
         const bool begins = line.kind == BandLineKind::kSection || line.kind == BandLineKind::kOpenSection;
         if (begins) inside = IsSection(line, channel);
-        const bool wanted = inside && line.kind == BandLineKind::kKey && SameLetters(line.name, key);
+        const bool wanted = inside && line.kind == BandLineKind::kKey && handset::SameLetters(line.name, key);
         if (!wanted) {
             if (begins && inside && !heading) heading = result.size();
             result.emplace_back(whole);

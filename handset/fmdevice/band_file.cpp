@@ -4,10 +4,10 @@
 #include <charconv>
 #include <optional>
 
-#include "handset/fmdevice/ascii.h"
+#include "handset/base/ascii.h"
+#include "handset/base/utf8.h"
 #include "handset/fmdevice/band_line.h"
 #include "handset/fmdevice/pty_names.h"
-#include "handset/fmdevice/utf8.h"
 
 namespace fm {
 namespace {
@@ -48,7 +48,7 @@ const char* ReadSwitch(std::string_view value, bool& target) {
 }
 
 const char* ReadText(std::string_view value, std::size_t length, const char* want, std::string& target) {
-    target = Utf8Prefix(value, length);
+    target = handset::Utf8Prefix(value, length);
     return target.size() == value.size() ? nullptr : want;
 }
 
@@ -114,7 +114,7 @@ const char* ReadAlternatives(std::string_view value, Station& station) {
     static constexpr char kWant[] =
         "at most 25 frequencies from 87.5 to 108.0, with one decimal, between blanks";
     std::vector<std::uint32_t> frequencies;
-    while (!(value = Trimmed(value)).empty()) {
+    while (!(value = handset::Trimmed(value)).empty()) {
         const std::string_view word = value.substr(0, value.find_first_of(" \t"));
         value.remove_prefix(word.size());
         const auto frequency = Frequency(word);
@@ -168,7 +168,7 @@ class CBandReader {
 
     void ReadLine(std::string_view line) {
         ++number_;
-        if (!IsUtf8(line)) return Fault("the line is not valid UTF-8");
+        if (!handset::IsUtf8(line)) return Fault("the line is not valid UTF-8");
         if (HasControlCharacter(line)) return Fault("the line has a control character in it");
         const BandLine read = ReadBandLine(line);
         switch (read.kind) {
@@ -192,7 +192,7 @@ class CBandReader {
     enum class Section { kNone, kBand, kStation, kFaulty };
 
     static std::string Quoted(std::string_view text) {
-        const std::string_view shown = Utf8Prefix(text, kQuotedCharacters);
+        const std::string_view shown = handset::Utf8Prefix(text, kQuotedCharacters);
         return '"' + std::string(shown) + (shown.size() < text.size() ? "…\"" : "\"");
     }
 
@@ -205,7 +205,7 @@ class CBandReader {
 
     void ReadSection(const BandLine& line) {
         section_ = Section::kFaulty;
-        if (SameLetters(line.name, "band")) {
+        if (handset::SameLetters(line.name, "band")) {
             section_ = Section::kBand;
             return;
         }
@@ -222,13 +222,13 @@ class CBandReader {
         if (section_ == Section::kFaulty) return;
         if (section_ == Section::kNone) return Fault(Quoted(key) + " stands before the first section");
         if (section_ == Section::kStation) return ReadStationKey(key, value);
-        if (!SameLetters(key, "wrap")) return Fault(Quoted(key) + " is no key of the band");
+        if (!handset::SameLetters(key, "wrap")) return Fault(Quoted(key) + " is no key of the band");
         Judge(key, value, ReadSwitch(value, band_.wrap));
     }
 
     void ReadStationKey(std::string_view key, std::string_view value) {
         for (const Key& row : kStationKeys) {
-            if (SameLetters(row.name, key)) return Judge(key, value, row.read(value, *station_));
+            if (handset::SameLetters(row.name, key)) return Judge(key, value, row.read(value, *station_));
         }
         Fault(Quoted(key) + " is no key of a station");
     }

@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "handset/fmdevice/ascii.h"
+#include "handset/base/ascii.h"
 #include "handset/fmdevice/band.h"
 
 namespace fm {
@@ -19,15 +19,16 @@ std::string_view WithoutComment(std::string_view line) {
 
 BandLine ReadBandLine(std::string_view line) {
     if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-    const std::string_view text = Trimmed(WithoutComment(line));
+    const std::string_view text = handset::Trimmed(WithoutComment(line));
     if (text.empty()) return {};
     if (text.front() == '[') {
         if (text.back() != ']') return {BandLineKind::kOpenSection, text, {}, {}};
-        return {BandLineKind::kSection, text, Trimmed(text.substr(1, text.size() - 2)), {}};
+        return {BandLineKind::kSection, text, handset::Trimmed(text.substr(1, text.size() - 2)), {}};
     }
     const std::size_t equals = text.find('=');
     if (equals == std::string_view::npos) return {BandLineKind::kOther, text, {}, {}};
-    return {BandLineKind::kKey, text, Trimmed(text.substr(0, equals)), Trimmed(text.substr(equals + 1))};
+    return {BandLineKind::kKey, text, handset::Trimmed(text.substr(0, equals)),
+            handset::Trimmed(text.substr(equals + 1))};
 }
 
 std::optional<std::uint32_t> SectionChannel(std::string_view name) {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "handset/state/utf8_text.h"
+#include "handset/base/utf8.h"
 
 namespace fm {
 

@@ -9,5 +9,4 @@ set(FM_PORTABLE_SOURCES
     ${CMAKE_CURRENT_LIST_DIR}/rds_reader.cpp
     ${CMAKE_CURRENT_LIST_DIR}/receiver_sound.cpp
     ${CMAKE_CURRENT_LIST_DIR}/seek.cpp
-    ${CMAKE_CURRENT_LIST_DIR}/utf8.cpp
     ${CMAKE_CURRENT_LIST_DIR}/voice.cpp)

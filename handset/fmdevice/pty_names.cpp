@@ -4,7 +4,7 @@
 #include <charconv>
 #include <iterator>
 
-#include "handset/fmdevice/ascii.h"
+#include "handset/base/ascii.h"
 
 namespace fm {
 namespace {
@@ -38,8 +38,8 @@ std::optional<int> ProgrammeTypeOf(std::string_view text) {
     std::optional<int> found;
     int beginnings = 0;
     for (int type = 0; type < kProgrammeTypes; ++type) {
-        if (SameLetters(kNames[type], text)) return type;
-        if (text.empty() || !SameLetters(kNames[type].substr(0, text.size()), text)) continue;
+        if (handset::SameLetters(kNames[type], text)) return type;
+        if (text.empty() || !handset::SameLetters(kNames[type].substr(0, text.size()), text)) continue;
         found = type;
         ++beginnings;
     }

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "handset/fmdevice/utf8.h"
+#include "handset/base/utf8.h"
 
 namespace fm {
 namespace {
@@ -24,7 +24,7 @@ constexpr std::size_t kRadioTextShares = kRadioTextLength / kRadioTextPerShare;
 std::size_t SharesOf(RdsTextKind kind, const std::string& text) {
     if (kind == RdsTextKind::kServiceName) return kNameShares;
     if (kind == RdsTextKind::kProgramText) return kProgramTextShares;
-    return std::min(Utf8Length(text) / kRadioTextPerShare + 1, kRadioTextShares);
+    return std::min(handset::Utf8Length(text) / kRadioTextPerShare + 1, kRadioTextShares);
 }
 
 // What a group carries, and how many of its kind came before it.

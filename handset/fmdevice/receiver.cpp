@@ -1,11 +1,11 @@
 // The receiver's operations.
 #include "handset/fmdevice/receiver.h"
 
+#include "handset/base/utf8.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/debug_output.h"
 #include "handset/fmdevice/pty_names.h"
 #include "handset/state/handset_state.h"
-#include "handset/state/utf8_text.h"
 
 namespace fm {
 namespace {

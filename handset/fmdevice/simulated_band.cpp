@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "handset/base/file_time.h"
+#include "handset/base/utf8.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/band_file.h"
 #include "handset/fmdevice/debug_output.h"
@@ -11,7 +12,6 @@
 #include "handset/fmdevice/receiver_sound.h"
 #include "handset/fmdevice/seek.h"
 #include "handset/state/handset_state.h"
-#include "handset/state/utf8_text.h"
 
 namespace fm {
 namespace {

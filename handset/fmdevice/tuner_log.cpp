@@ -5,10 +5,10 @@
 #include <mutex>
 
 #include "handset/base/owned.h"
+#include "handset/base/utf8.h"
 #include "handset/base/whole_line.h"
 #include "handset/fmdevice/host_file.h"
 #include "handset/state/handset_state.h"
-#include "handset/state/utf8_text.h"
 
 namespace fm {
 namespace {

@@ -38,11 +38,6 @@ struct ListFile {
     std::string fault;
 };
 
-// Nothing for bytes that are not well-formed UTF-8.
-std::optional<std::u16string> FromUtf8(std::string_view bytes);
-// Half a character, which UTF-16 may hold and UTF-8 may not, becomes U+FFFD.
-std::string ToUtf8(std::u16string_view text);
-
 // A text as a report shows it: in quotes, on one line, not longer than one.
 std::string Quoted(std::u16string_view text);
 // "98.5 MHz", or "98.55 MHz".

@@ -5,6 +5,8 @@
 #include <array>
 #include <cstdlib>
 
+#include "handset/base/ascii.h"
+#include "handset/base/utf8.h"
 #include "handset/lists/csv_table.h"
 
 namespace lists {
@@ -15,24 +17,16 @@ constexpr char kBandwidth_Hz[] = "200000";
 constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
 constexpr char kUntagged[] = "Untagged";
 
-std::string_view Trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
 std::string Lower(std::string_view text) {
     std::string lower(text);
-    for (char& byte : lower) {
-        if (byte >= 'A' && byte <= 'Z') byte = static_cast<char>(byte - 'A' + 'a');
-    }
+    for (char& byte : lower) byte = handset::LowerLetter(byte);
     return lower;
 }
 
 // Hz, or MHz when that is the only way in which it can be on the air; nothing for what is no number.
 std::optional<std::uint32_t> ReadFrequency(std::string_view field) {
     constexpr double kLargest_MHz = 1000.0;
-    const std::string text(Trimmed(field));
+    const std::string text(handset::Trimmed(field));
     if (text.empty() || text.find_first_not_of("0123456789.") != std::string::npos) return std::nullopt;
     char* end = nullptr;
     const double number = std::strtod(text.c_str(), &end);
@@ -76,7 +70,7 @@ Columns ColumnsOf(const CsvRow& header) {
     Columns columns;
     columns.fill(kNoColumn);
     for (std::size_t i = 0; i < header.fields.size(); ++i) {
-        const std::string name = Lower(Trimmed(header.fields[i]));
+        const std::string name = Lower(handset::Trimmed(header.fields[i]));
         for (const ColumnName& row : kColumnNames) {
             if (name == row.name && columns[row.column] == kNoColumn) columns[row.column] = i;
         }
@@ -90,12 +84,15 @@ std::string_view Field(const CsvRow& row, std::size_t column) {
 
 void TakeRow(const CsvRow& row, const Columns& columns, ListFile& file) {
     const auto refuse = [&](const std::string& why) { file.refused.push_back({row.line, why}); };
-    const auto text = [&](Column column) { return FromUtf8(Field(row, columns[column])).value_or(u""); };
+    const auto text = [&](Column column) {
+        return handset::Utf16(Field(row, columns[column])).value_or(u"");
+    };
     Channel channel;
     channel.name = text(kNameColumn);
     channel.guide = text(kGuideColumn);
     channel.line = row.line;
-    const std::u16string list = columns[kListColumn] == kNoColumn ? *FromUtf8(kUntagged) : text(kListColumn);
+    const std::u16string list =
+        columns[kListColumn] == kNoColumn ? *handset::Utf16(kUntagged) : text(kListColumn);
     const std::string_view number = Field(row, columns[kFrequencyColumn]);
     if (number.empty() && channel.name.empty() && channel.guide.empty()) {
         ListNamed(file, list, row.line);
@@ -153,7 +150,7 @@ std::vector<std::string_view> Split(std::string_view line, char separator) {
     std::vector<std::string_view> parts;
     for (;;) {
         const std::size_t end = line.find(separator);
-        parts.push_back(Trimmed(line.substr(0, end)));
+        parts.push_back(handset::Trimmed(line.substr(0, end)));
         if (end == std::string_view::npos) return parts;
         line.remove_prefix(end + 1);
     }
@@ -161,7 +158,7 @@ std::vector<std::string_view> Split(std::string_view line, char separator) {
 
 void TakeBookmark(const std::vector<std::string_view>& fields, std::size_t line, ListFile& file) {
     Channel channel;
-    channel.name = FromUtf8(fields[1]).value_or(u"");
+    channel.name = handset::Utf16(fields[1]).value_or(u"");
     channel.line = line;
     const auto frequency = ReadFrequency(fields[0]);
     if (!frequency) {
@@ -171,7 +168,7 @@ void TakeBookmark(const std::vector<std::string_view>& fields, std::size_t line,
     channel.frequency_10kHz = *frequency;
     for (const std::string_view tag : Split(fields[4], ',')) {
         const std::string_view name = tag.empty() ? std::string_view(kUntagged) : tag;
-        ListNamed(file, FromUtf8(name).value_or(u""), line).channels.push_back(channel);
+        ListNamed(file, handset::Utf16(name).value_or(u""), line).channels.push_back(channel);
     }
 }
 
@@ -182,7 +179,7 @@ ListFile ReadBookmarks(std::string_view bytes) {
         std::string_view text = bytes.substr(0, end);
         bytes.remove_prefix(end == std::string_view::npos ? bytes.size() : end + 1);
         if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
-        text = Trimmed(text);
+        text = handset::Trimmed(text);
         if (text.empty() || text.front() == '#') continue;
         const auto fields = Split(text, ';');
         if (fields.size() == kBookmarkFields) {
@@ -195,19 +192,19 @@ ListFile ReadBookmarks(std::string_view bytes) {
 }
 
 std::string Padded(const std::string& text, std::size_t width, bool right) {
-    const std::size_t length = FromUtf8(text).value_or(u"").size();
+    const std::size_t length = handset::Utf16(text).value_or(u"").size();
     const std::string blanks(length < width ? width - length : 0, ' ');
     return right ? blanks + text : text + blanks;
 }
 
 // What separates the fields of a bookmark, and blanks at its ends, cannot be in a text.
 std::string InBookmark(const std::u16string& text, const char* separators, std::size_t* changed) {
-    std::string bytes = ToUtf8(text);
+    std::string bytes = handset::Utf8(text);
     for (char& byte : bytes) {
         if (std::string_view(separators).find(byte) != std::string_view::npos) byte = ' ';
     }
-    bytes = Trimmed(bytes);
-    *changed += bytes != ToUtf8(text) ? 1 : 0;
+    bytes = handset::Trimmed(bytes);
+    *changed += bytes != handset::Utf8(text) ? 1 : 0;
     return bytes;
 }
 
@@ -218,7 +215,7 @@ void Tell(std::size_t count, const char* what, std::vector<std::string>* lost) {
 }  // namespace
 
 ListFile ReadCsvLists(const std::string& bytes) {
-    if (!FromUtf8(bytes)) {
+    if (!handset::Utf16(bytes)) {
         ListFile file;
         file.fault = "it is not UTF-8";
         return file;
@@ -234,11 +231,11 @@ std::string WriteCsvLists(const std::vector<ChannelList>& lists) {
     std::string bytes;
     AppendCsvRow(bytes, {"Frequency", "Name", "Modulation", "Bandwidth", "List", "Guide"});
     for (const ChannelList& list : lists) {
-        const std::string name = ToUtf8(list.name);
+        const std::string name = handset::Utf8(list.name);
         if (list.channels.empty()) AppendCsvRow(bytes, {"", "", "", "", name, ""});
         for (const Channel& channel : list.channels) {
-            AppendCsvRow(bytes, {Hertz(channel.frequency_10kHz), ToUtf8(channel.name), kModulation,
-                                 kBandwidth_Hz, name, ToUtf8(channel.guide)});
+            AppendCsvRow(bytes, {Hertz(channel.frequency_10kHz), handset::Utf8(channel.name), kModulation,
+                                 kBandwidth_Hz, name, handset::Utf8(channel.guide)});
         }
     }
     return bytes;

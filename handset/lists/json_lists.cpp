@@ -5,6 +5,8 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "handset/base/utf8.h"
+
 namespace lists {
 namespace {
 
@@ -93,7 +95,7 @@ bool TakeText(const Json& object, const char* name, std::u16string* text) {
     const Json* member = Member(object, name);
     if (member == nullptr) return true;
     if (!member->is_string()) return false;
-    *text = FromUtf8(member->get_ref<const std::string&>()).value_or(u"");
+    *text = handset::Utf16(member->get_ref<const std::string&>()).value_or(u"");
     return true;
 }
 
@@ -181,11 +183,11 @@ std::string WriteJson(const std::vector<ChannelList>& lists) {
     for (const ChannelList& list : lists) {
         Json channels = Json::array();
         for (const Channel& channel : list.channels) {
-            channels.push_back({{"name", ToUtf8(channel.name)},
+            channels.push_back({{"name", handset::Utf8(channel.name)},
                                 {"frequency", channel.frequency_10kHz / 100.0},
-                                {"guide", ToUtf8(channel.guide)}});
+                                {"guide", handset::Utf8(channel.guide)}});
         }
-        array.push_back({{"name", ToUtf8(list.name)}, {"channels", std::move(channels)}});
+        array.push_back({{"name", handset::Utf8(list.name)}, {"channels", std::move(channels)}});
     }
     const Json document = {{"format", kFormat}, {"version", kVersion}, {"lists", std::move(array)}};
     return document.dump(2) + "\n";

@@ -1,10 +1,10 @@
 // Writes what is heard to a WAV file whose header is always right.
 #include "handset/sound/log.h"
 
+#include "handset/base/utf8.h"
 #include "handset/sound/format.h"
 #include "handset/sound/wav.h"
 #include "handset/state/handset_state.h"
-#include "handset/state/utf8_text.h"
 
 namespace sound {
 namespace {

@@ -3,17 +3,11 @@
 
 #include <charconv>
 
+#include "handset/base/ascii.h"
 #include "handset/fmdevice/band_file.h"
 
 namespace panel {
 namespace {
-
-std::string_view Trimmed(std::string_view text) {
-    const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
-    while (!text.empty() && blank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && blank(text.back())) text.remove_suffix(1);
-    return text;
-}
 
 std::optional<std::uint32_t> Number(std::string_view text) {
     std::uint32_t number = 0;
@@ -26,7 +20,7 @@ std::optional<std::uint32_t> Number(std::string_view text) {
 std::optional<std::string_view> TakeLine(std::string_view& text) {
     const std::size_t end = text.find('\n');
     if (end == std::string_view::npos) return std::nullopt;
-    const std::string_view line = Trimmed(text.substr(0, end));
+    const std::string_view line = handset::Trimmed(text.substr(0, end), " \t\r");
     text.remove_prefix(end + 1);
     return line;
 }
@@ -40,8 +34,8 @@ std::optional<TunerCall> ReadCall(std::string_view line) {
     const std::size_t blank = call.find(' ');
     const std::size_t colon = result.find(':');
     TunerCall read{call.substr(0, blank), "", result.substr(0, colon) == "0", ""};
-    if (blank != std::string_view::npos) read.arguments = Trimmed(call.substr(blank));
-    if (colon != std::string_view::npos) read.out = Trimmed(result.substr(colon + 1));
+    if (blank != std::string_view::npos) read.arguments = handset::Trimmed(call.substr(blank));
+    if (colon != std::string_view::npos) read.out = handset::Trimmed(result.substr(colon + 1));
     return read;
 }
 

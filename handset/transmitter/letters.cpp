@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
+#include <string_view>
+
+#include "handset/base/utf8.h"
 
 namespace transmitter {
 namespace {
@@ -39,24 +43,15 @@ char CodeOf(char32_t letter) {
     return found == end ? ' ' : static_cast<char>(0x80 + (found - std::begin(kUpperHalf)));
 }
 
-// Takes one letter from the text at `at` and moves behind it.
-char32_t NextLetter(const std::string& utf8, std::size_t& at) {
-    const auto lead = static_cast<unsigned char>(utf8[at++]);
-    const int more = lead < 0x80 ? 0 : lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : -1;
-    if (more < 0) return U'\uFFFD';
-    char32_t letter = more == 0 ? lead : lead & (0x3Fu >> more);
-    for (int i = 0; i < more; ++i) {
-        if (at == utf8.size() || (static_cast<unsigned char>(utf8[at]) & 0xC0) != 0x80) return U'\uFFFD';
-        letter = letter << 6 | (static_cast<unsigned char>(utf8[at++]) & 0x3F);
-    }
-    return letter;
-}
-
 }  // namespace
 
 std::string ToLetters(const std::string& utf8) {
     std::string codes;
-    for (std::size_t at = 0; at < utf8.size();) codes += CodeOf(NextLetter(utf8, at));
+    for (std::string_view rest = utf8; !rest.empty();) {
+        const std::optional<char32_t> letter = handset::TakeCharacter(&rest);
+        if (!letter) rest.remove_prefix(1);
+        codes += letter ? CodeOf(*letter) : ' ';
+    }
     return codes;
 }
 

@@ -4,7 +4,7 @@ add_library(sdr_rds STATIC ${SDR_RDS_SOURCES})
 target_include_directories(sdr_rds PUBLIC ${CMAKE_SOURCE_DIR})
 # Optimised: minutes of signal are decoded.
 target_compile_options(sdr_rds PUBLIC -O2)
-target_link_libraries(sdr_rds PUBLIC kora_flags $<LINK_ONLY:fm_portable>)
+target_link_libraries(sdr_rds PUBLIC kora_flags kora_base_portable)
 
 add_executable(test_rds
     rds/block_code_test.cpp

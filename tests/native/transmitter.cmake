@@ -4,7 +4,7 @@ add_library(transmitter STATIC ${TRANSMITTER_SOURCES})
 target_include_directories(transmitter PUBLIC ${CMAKE_SOURCE_DIR})
 # Optimised: a second of air is a million samples.
 target_compile_options(transmitter PRIVATE -O2)
-target_link_libraries(transmitter PUBLIC kora_flags)
+target_link_libraries(transmitter PUBLIC kora_flags kora_base_portable)
 
 add_executable(test_transmitter
     transmitter/biphase_test.cpp

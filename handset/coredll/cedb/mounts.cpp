@@ -5,10 +5,10 @@
 #include <map>
 #include <vector>
 
+#include "handset/base/utf8.h"
 #include "handset/coredll/cedb/errors.h"
 #include "handset/coredll/cedb/volume_file.h"
 #include "handset/coredll/cedb/windows_collator.h"
-#include "handset/state/utf8_text.h"
 
 namespace cedb {
 namespace {

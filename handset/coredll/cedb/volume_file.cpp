@@ -2,10 +2,10 @@
 #include "handset/coredll/cedb/volume_file.h"
 
 #include "handset/base/owned.h"
+#include "handset/base/utf8.h"
 #include "handset/coredll/cedb/engine/volume.h"
 #include "handset/coredll/cedb/errors.h"
 #include "handset/state/handset_state.h"
-#include "handset/state/utf8_text.h"
 
 namespace cedb {
 namespace {

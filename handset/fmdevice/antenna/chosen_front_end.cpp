@@ -3,10 +3,10 @@
 #include <mutex>
 
 #include "handset/base/antenna_text.h"
+#include "handset/base/utf8.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/antenna/real_front_end.h"
 #include "handset/fmdevice/debug_output.h"
-#include "handset/state/utf8_text.h"
 
 namespace fm {
 namespace {

@@ -3,8 +3,8 @@
 #include <windows.h>
 
 #include "handset/base/module_edge.h"
+#include "handset/base/utf8.h"
 #include "handset/state/handset_state.h"
-#include "handset/state/utf8_text.h"
 
 namespace fm {
 namespace {

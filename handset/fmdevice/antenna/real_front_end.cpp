@@ -10,12 +10,12 @@
 
 #include "handset/base/antenna_text.h"
 #include "handset/base/module_edge.h"
+#include "handset/base/utf8.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/antenna/file_source.h"
 #include "handset/fmdevice/antenna/rtl_tcp_source.h"
 #include "handset/fmdevice/debug_output.h"
 #include "handset/sound/format.h"
-#include "handset/state/utf8_text.h"
 
 namespace fm {
 namespace {

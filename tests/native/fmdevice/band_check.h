@@ -7,10 +7,10 @@
 #include <string_view>
 #include <vector>
 
+#include "handset/base/utf8.h"
 #include "handset/fmdevice/band_file.h"
 #include "handset/fmdevice/generators.h"
 #include "handset/fmdevice/pty_names.h"
-#include "handset/fmdevice/utf8.h"
 
 // The first promise that the band breaks; null when it keeps them all.
 inline const char* BrokenPromise(std::string_view text) {
@@ -18,7 +18,7 @@ inline const char* BrokenPromise(std::string_view text) {
     const fm::Band band = fm::ReadBand("band.ini", text, &faults);
     if (faults.size() > fm::kMaxBandFaults + 1) return "too many faults";
     for (const std::string& fault : faults) {
-        if (fault.rfind("band.ini:", 0) != 0 || !fm::IsUtf8(fault)) return "a fault is no plain line";
+        if (fault.rfind("band.ini:", 0) != 0 || !handset::IsUtf8(fault)) return "a fault is no plain line";
         if (fault.find_first_of("\r\n") != std::string::npos) return "a fault has several lines";
     }
     for (const auto& [channel, station] : band.stations) {
@@ -35,12 +35,12 @@ inline const char* BrokenPromise(std::string_view text) {
         if (rds.nameTime_s < 1 || rds.textTime_s < 1) return "a time out of range";
         const auto fits = [](const std::vector<std::string>& texts, std::size_t length) {
             return std::all_of(texts.begin(), texts.end(), [length](const std::string& text) {
-                return fm::IsUtf8(text) && !text.empty() && fm::Utf8Prefix(text, length) == text;
+                return handset::IsUtf8(text) && !text.empty() && handset::Utf8Prefix(text, length) == text;
             });
         };
         if (!fits(rds.serviceNames, fm::kServiceNameLength)) return "a service name that does not do";
         if (!fits(rds.radioTexts, fm::kRadioTextLength)) return "a radio text that does not do";
-        if (!fm::IsUtf8(rds.programText)) return "a text that is not UTF-8";
+        if (!handset::IsUtf8(rds.programText)) return "a text that is not UTF-8";
         float frames[2 * 16];
         fm::MakeGenerator(station.programme)->Render(frames, 16);
         for (const float sample : frames) {

@@ -2,6 +2,7 @@
 // what is taken can be stored, and what was written comes back as it went.
 #include <gtest/gtest.h>
 
+#include "handset/base/utf8.h"
 #include "handset/lists/csv_lists.h"
 #include "handset/lists/import_plan.h"
 #include "handset/lists/json_lists.h"
@@ -64,7 +65,7 @@ std::string Damaged(std::string bytes, std::mt19937& random) {
 }
 
 std::string Key(const std::u16string& name) {
-    return lists::ToUtf8(name);
+    return handset::Utf8(name);
 }
 
 void CanBeStored(const lists::ListFile& file) {

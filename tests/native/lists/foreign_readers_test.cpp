@@ -7,6 +7,7 @@
 #include <fstream>
 #include <memory>
 
+#include "handset/base/utf8.h"
 #include "handset/lists/csv_lists.h"
 #include "handset/lists/json_lists.h"
 #include "tests/native/lists/sample_lists.h"
@@ -41,7 +42,7 @@ std::string Texts(const std::vector<lists::ChannelList>& lists) {
     for (const lists::ChannelList& list : lists) {
         for (const lists::Channel& channel : list.channels) {
             for (const std::u16string& text : {list.name, channel.name, channel.guide})
-                texts += lists::ToUtf8(text) + "<|>";
+                texts += handset::Utf8(text) + "<|>";
             texts += std::to_string(channel.frequency_10kHz) + "<|>";
         }
     }

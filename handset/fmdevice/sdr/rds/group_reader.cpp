@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "handset/base/utf8.h"
 #include "handset/fmdevice/sdr/rds/characters.h"
-#include "handset/fmdevice/utf8.h"
 
 namespace sdr::rds {
 namespace {
@@ -131,7 +131,7 @@ void GroupReader::ReadSwitches(std::uint16_t bits, bool certain) {
 // A text in the form in which it is shown; nothing when it is no text of that form.
 std::optional<std::string> GroupReader::Shown(const std::string& codes, Form form) {
     if (form == Form::kUtf8) {
-        if (!fm::IsUtf8(codes)) return std::nullopt;
+        if (!handset::IsUtf8(codes)) return std::nullopt;
         std::string text = codes;
         // Encoders fill up with zeros as well as with blanks.
         std::replace(text.begin(), text.end(), '\0', ' ');

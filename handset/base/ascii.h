@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace fm {
+namespace handset {
 
 inline char LowerLetter(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -17,10 +17,10 @@ inline bool SameLetters(std::string_view a, std::string_view b) {
     return true;
 }
 
-inline std::string_view Trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
+inline std::string_view Trimmed(std::string_view text, std::string_view blanks = " \t") {
+    const std::size_t first = text.find_first_not_of(blanks);
     if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-}  // namespace fm
+}  // namespace handset
