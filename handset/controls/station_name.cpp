@@ -2,7 +2,7 @@
 #include "handset/controls/station_name.h"
 
 #include "handset/controls/encoding.h"
-#include "handset/fmdevice/band.h"
+#include "handset/fmdevice/band/band.h"
 
 namespace panel {
 

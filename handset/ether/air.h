@@ -14,7 +14,7 @@
 #include "handset/ether/station_signal.h"
 #include "handset/ether/stick.h"
 #include "handset/ether/synthesis.h"
-#include "handset/fmdevice/band.h"
+#include "handset/fmdevice/band/band.h"
 
 namespace ether {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "handset/fmdevice/generators.h"
+#include "handset/fmdevice/band/generators.h"
 
 namespace ether {
 

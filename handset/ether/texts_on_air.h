@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "handset/fmdevice/band.h"
+#include "handset/fmdevice/band/band.h"
 #include "handset/transmitter/station_texts.h"
 
 namespace ether {

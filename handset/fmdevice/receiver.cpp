@@ -3,8 +3,8 @@
 
 #include "handset/base/utf8.h"
 #include "handset/coredll/kernel/platform_call.h"
-#include "handset/fmdevice/debug_output.h"
-#include "handset/fmdevice/pty_names.h"
+#include "handset/fmdevice/band/debug_output.h"
+#include "handset/fmdevice/band/pty_names.h"
 #include "handset/state/handset_state.h"
 
 namespace fm {

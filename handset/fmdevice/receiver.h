@@ -19,7 +19,7 @@
 #include <mutex>
 #include <string>
 
-#include "handset/fmdevice/front_end.h"
+#include "handset/fmdevice/band/front_end.h"
 #include "handset/include/tuner_slots.h"
 #include "handset/sound/engine.h"
 

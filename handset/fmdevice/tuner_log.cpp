@@ -7,7 +7,7 @@
 #include "handset/base/owned.h"
 #include "handset/base/utf8.h"
 #include "handset/base/whole_line.h"
-#include "handset/fmdevice/host_file.h"
+#include "handset/fmdevice/band/host_file.h"
 #include "handset/state/handset_state.h"
 
 namespace fm {

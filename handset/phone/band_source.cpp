@@ -2,7 +2,7 @@
 
 #include "handset/controls/encoding.h"
 #include "handset/controls/switches.h"
-#include "handset/fmdevice/band_file.h"
+#include "handset/fmdevice/band/band_file.h"
 #include "handset/state/handset_state.h"
 
 namespace panel {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "handset/fmdevice/band.h"
+#include "handset/fmdevice/band/band.h"
 #include "handset/phone/phone_layout.h"
 #include "handset/state/reception_state.h"
 

@@ -10,7 +10,7 @@
 #include "handset/controls/own_program.h"
 #include "handset/controls/wait.h"
 #include "handset/ether/server.h"
-#include "handset/fmdevice/band_file.h"
+#include "handset/fmdevice/band/band_file.h"
 #include "handset/state/handset_state.h"
 
 namespace panel {

@@ -4,7 +4,7 @@
 #include <charconv>
 
 #include "handset/base/ascii.h"
-#include "handset/fmdevice/band_file.h"
+#include "handset/fmdevice/band/band_file.h"
 
 namespace panel {
 namespace {

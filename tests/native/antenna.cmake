@@ -3,7 +3,7 @@ include(${CMAKE_SOURCE_DIR}/handset/fmdevice/antenna/portable.cmake)
 add_library(fm_antenna STATIC ${FM_ANTENNA_SOURCES})
 target_include_directories(fm_antenna PUBLIC ${CMAKE_SOURCE_DIR})
 target_compile_options(fm_antenna PUBLIC -O2)
-target_link_libraries(fm_antenna PUBLIC kora_flags sdr sdr_rds fm_portable)
+target_link_libraries(fm_antenna PUBLIC kora_flags sdr sdr_rds fm_band)
 
 add_executable(native_antenna
     antenna/air_receiver_test.cpp

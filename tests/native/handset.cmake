@@ -11,6 +11,6 @@ add_executable(native_handset
     ${CMAKE_SOURCE_DIR}/handset/tour/tuner_log.cpp)
 target_include_directories(native_handset PRIVATE ${CMAKE_SOURCE_DIR})
 target_compile_options(native_handset PRIVATE -O1)
-target_link_libraries(native_handset PRIVATE fm_portable GTest::gmock_main)
+target_link_libraries(native_handset PRIVATE fm_band GTest::gmock_main)
 add_test(NAME native_handset COMMAND native_handset)
 set_tests_properties(native_handset PROPERTIES TIMEOUT 600)

@@ -6,7 +6,7 @@ add_library(sdr STATIC ${SDR_SOURCES})
 target_include_directories(sdr PUBLIC ${CMAKE_SOURCE_DIR})
 # Optimised, so that seconds of signal take seconds.
 target_compile_options(sdr PUBLIC -O2)
-target_link_libraries(sdr PUBLIC kora_flags sdr_rds PRIVATE kora_kissfft kora_soxr)
+target_link_libraries(sdr PUBLIC kora_flags PRIVATE kora_kissfft kora_soxr)
 
 add_executable(test_sdr
     sdr/audio_filter_test.cpp
@@ -25,6 +25,6 @@ add_executable(test_sdr
     sdr/sample_form_test.cpp
     sdr/signal_meter_test.cpp
     sdr/tone_fit.cpp)
-target_link_libraries(test_sdr PRIVATE sdr transmitter GTest::gmock_main)
+target_link_libraries(test_sdr PRIVATE sdr sdr_rds transmitter GTest::gmock_main)
 add_test(NAME test_sdr COMMAND test_sdr)
 set_tests_properties(test_sdr PROPERTIES TIMEOUT 600)

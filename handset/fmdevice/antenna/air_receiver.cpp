@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "handset/fmdevice/receiver_sound.h"
+#include "handset/fmdevice/band/receiver_sound.h"
 
 namespace fm {
 namespace {
@@ -33,7 +33,6 @@ sdr::ReceiverOptions Options(const StreamForm& form, sdr::DeEmphasis deEmphasis)
     sdr::ReceiverOptions options;
     options.rate_Hz = form.rate_Hz;
     options.deEmphasis = deEmphasis;
-    options.rds = true;
     return options;
 }
 
@@ -47,7 +46,9 @@ CAirReceiver::CAirReceiver(const StreamForm& form, sdr::DeEmphasis deEmphasis, C
       decoder_(form.form),
       receiver_(Options(form, deEmphasis)),
       look_(form.rate_Hz),
-      centre_Hz_(form.centre_Hz) {}
+      centre_Hz_(form.centre_Hz) {
+    receiver_.SetListener(&rds_);
+}
 
 double CAirReceiver::Offset_Hz() const {
     return channel_10kHz_ * 1e4 - centre_Hz_;
@@ -165,7 +166,7 @@ void CAirReceiver::Process(const std::uint8_t* bytes, std::size_t count, std::ui
 }
 
 const sdr::rds::Station& CAirReceiver::Station() {
-    return snapshot_.rds;
+    return rds_.Current();
 }
 
 AirSnapshot CAirReceiver::Snapshot() {
@@ -185,8 +186,9 @@ AirSnapshot CAirReceiver::Snapshot() {
     result.carrierToNoise_dBHz = snapshot_.carrierToNoise_dBHz.value;
     if (snapshot_.carrierOffset_Hz.present) result.offset_Hz = snapshot_.carrierOffset_Hz.value;
     if (result.beside) return result;
-    result.pi = snapshot_.rds.pi;
-    if (snapshot_.rds.blocks > 0) result.blockErrors = snapshot_.rds.blockErrorRate;
+    const sdr::rds::Station& station = rds_.Current();
+    result.pi = station.pi;
+    if (station.blocks > 0) result.blockErrors = station.blockErrorRate;
     return result;
 }
 

@@ -11,8 +11,9 @@
 #include <vector>
 
 #include "handset/fmdevice/antenna/band_memory.h"
-#include "handset/fmdevice/generators.h"
+#include "handset/fmdevice/band/generators.h"
 #include "handset/fmdevice/sdr/band_scan.h"
+#include "handset/fmdevice/sdr/rds/decoder.h"
 #include "handset/fmdevice/sdr/receiver.h"
 #include "handset/fmdevice/sdr/sample_form.h"
 
@@ -79,6 +80,7 @@ class CAirReceiver {
     CBandMemory* band_;
     SetCentre setCentre_;
     sdr::SampleDecoder decoder_;
+    sdr::rds::Decoder rds_;
     sdr::Receiver receiver_;
     sdr::BandLook look_;
     CNoise hiss_{4711};

@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "handset/fmdevice/band.h"
+#include "handset/fmdevice/band/band.h"
 #include "handset/fmdevice/sdr/band_scan.h"
 
 namespace fm {

@@ -6,7 +6,7 @@
 #include "handset/base/utf8.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/antenna/real_front_end.h"
-#include "handset/fmdevice/debug_output.h"
+#include "handset/fmdevice/band/debug_output.h"
 
 namespace fm {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <memory>
 
-#include "handset/fmdevice/front_end.h"
-#include "handset/fmdevice/simulated_band.h"
+#include "handset/fmdevice/band/front_end.h"
+#include "handset/fmdevice/band/simulated_band.h"
 #include "handset/state/locks.h"
 #include "handset/state/reception_state.h"
 

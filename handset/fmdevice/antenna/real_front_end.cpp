@@ -14,7 +14,7 @@
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/antenna/file_source.h"
 #include "handset/fmdevice/antenna/rtl_tcp_source.h"
-#include "handset/fmdevice/debug_output.h"
+#include "handset/fmdevice/band/debug_output.h"
 #include "handset/sound/format.h"
 
 namespace fm {

@@ -15,7 +15,7 @@
 #include "handset/fmdevice/antenna/clocked_sound.h"
 #include "handset/fmdevice/antenna/sample_stream.h"
 #include "handset/fmdevice/antenna/station_texts.h"
-#include "handset/fmdevice/front_end.h"
+#include "handset/fmdevice/band/front_end.h"
 #include "handset/fmdevice/sdr/clock_bridge.h"
 #include "handset/state/locks.h"
 #include "handset/state/reception_state.h"

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "handset/fmdevice/rds_text.h"
+#include "handset/fmdevice/band/rds_text.h"
 #include "handset/fmdevice/sdr/rds/station.h"
 
 namespace fm {

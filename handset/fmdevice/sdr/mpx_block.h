@@ -21,4 +21,13 @@ struct MpxBlock {
     bool pilotLocked = false;
 };
 
+// Who wants the multiplex too, in blocks of a millisecond. Called while samples are processed.
+class IMpxListener {
+  public:
+    virtual ~IMpxListener() = default;
+    virtual void OnMultiplex(const MpxBlock& block) = 0;
+    // What comes from now on is another station's.
+    virtual void OnTuned() {}
+};
+
 }  // namespace sdr

@@ -52,7 +52,6 @@ void Receiver::Tune(double offset_Hz) {
     pilot_.Reset();
     channelFilter_.SetWidth(FirstWidth(options_.channel));
     stream_s_ = 0.0;
-    rds_.Restart();
     if (listener_ != nullptr) listener_->OnTuned();
 }
 
@@ -81,7 +80,6 @@ void Receiver::ProcessBlock(const Sample* channel, std::vector<float>* frames) {
     }
     MpxBlock block;
     pilot_.Process(multiplex_.data(), &block, pairs_.data());
-    if (options_.rds) rds_.Feed(block);
     if (listener_ != nullptr) listener_->OnMultiplex(block);
 
     const Measured carrierToNoise_dBHz = meter_.CarrierToNoise_dBHz();
@@ -118,7 +116,6 @@ ReceiverSnapshot Receiver::Snapshot() {
     snapshot.blend = stereo_.Stereo();
     snapshot.width = channelFilter_.Width();
     snapshot.stream_s = stream_s_;
-    snapshot.rds = rds_.Current();
     return snapshot;
 }
 

@@ -1,4 +1,5 @@
-// The whole receiver: samples of the antenna in, sound and what is known of the station out. Portable.
+// The whole receiver: samples of the antenna in, sound and what is known of the signal out; who decodes its
+// data listens to the multiplex. Portable.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +11,6 @@
 #include "handset/fmdevice/sdr/discriminator.h"
 #include "handset/fmdevice/sdr/mpx_block.h"
 #include "handset/fmdevice/sdr/pilot_loop.h"
-#include "handset/fmdevice/sdr/rds/decoder.h"
 #include "handset/fmdevice/sdr/sample.h"
 #include "handset/fmdevice/sdr/signal_meter.h"
 #include "handset/fmdevice/sdr/stereo_decoder.h"
@@ -27,8 +27,6 @@ struct ReceiverOptions {
     // Whether weak stations lose stereo and treble by degrees; else all of both stays, whatever the noise.
     bool blend = true;
     bool forceMono = false;
-    // Whether the snapshot has the data as well; a listener may decode them for itself.
-    bool rds = false;
 };
 
 // Of the moment; ages by the clock of the samples.
@@ -41,16 +39,6 @@ struct ReceiverSnapshot {
     double blend = 0.0;  // how much of the difference is in the sound, 0 to 1
     ChannelWidth width = ChannelWidth::kWide;
     double stream_s = 0.0;  // of samples since the last tuning
-    rds::Station rds;       // what its data say; times as stream_s
-};
-
-// Who wants the multiplex too, in blocks of a millisecond. Called while samples are processed.
-class IMpxListener {
-  public:
-    virtual ~IMpxListener() = default;
-    virtual void OnMultiplex(const MpxBlock& block) = 0;
-    // What comes from now on is another station's.
-    virtual void OnTuned() {}
 };
 
 // No thread, no lock and no clock of its own: whoever owns it calls it from one thread at a time, and hands a
@@ -59,7 +47,7 @@ class Receiver {
   public:
     explicit Receiver(const ReceiverOptions& options);
 
-    // Tunes to a station that far from the samples' centre, within half the rate. Level, pilot and data start
+    // Tunes to a station that far from the samples' centre, within half the rate. Level and pilot start
     // anew; the filters' contents of the station before fade within a millisecond.
     void Tune(double offset_Hz);
     // Not owned; null for none.
@@ -83,7 +71,6 @@ class Receiver {
     SignalMeter meter_;
     PilotLoop pilot_;
     StereoDecoder stereo_;
-    rds::Decoder rds_;
     IMpxListener* listener_ = nullptr;
 
     std::vector<Sample> tuned_;

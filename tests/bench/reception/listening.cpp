@@ -4,7 +4,7 @@ namespace bench {
 
 CListening::CListening(const sdr::ReceiverOptions& options)
     : rds_([this](const sdr::rds::Group& group) { Take(group); }), receiver_(options) {
-    receiver_.SetListener(this);
+    receiver_.SetListener(&rds_);
     receiver_.Tune(0);
 }
 

@@ -10,7 +10,7 @@
 
 namespace bench {
 
-class CListening final : private sdr::IMpxListener {
+class CListening {
   public:
     explicit CListening(const sdr::ReceiverOptions& options);
     CListening(const CListening&) = delete;
@@ -25,8 +25,6 @@ class CListening final : private sdr::IMpxListener {
     std::vector<float>& Sound() { return sound_; }
 
   private:
-    void OnMultiplex(const sdr::MpxBlock& block) override { rds_.Feed(block); }
-    void OnTuned() override { rds_.Restart(); }
     void Take(const sdr::rds::Group& group);
 
     std::vector<GivenGroup> groups_;

@@ -131,22 +131,14 @@ std::vector<Cost> StageByStage(const std::vector<std::uint8_t>& bytes) {
     return stages.Costs();
 }
 
-class CDataTap final : public sdr::IMpxListener {
-  public:
-    void OnMultiplex(const sdr::MpxBlock& block) override { rds_.Feed(block); }
-
-  private:
-    sdr::rds::Decoder rds_;
-};
-
 double Whole(const std::vector<std::uint8_t>& bytes, bool withData) {
     sdr::ReceiverOptions options;
     options.rate_Hz = kRate_Hz;
     sdr::Receiver receiver(options);
     sdr::SampleDecoder decoder(sdr::SampleForm::kCu8);
-    CDataTap tap;
+    sdr::rds::Decoder data;
     receiver.Tune(300000);
-    if (withData) receiver.SetListener(&tap);
+    if (withData) receiver.SetListener(&data);
     std::vector<sdr::Sample> samples;
     std::vector<float> sound;
     const double begin_s = Now_s();

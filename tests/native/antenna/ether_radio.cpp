@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "handset/fmdevice/band_file.h"
+#include "handset/fmdevice/band/band_file.h"
 
 namespace test {
 namespace {

@@ -7,7 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "handset/fmdevice/band_file.h"
+#include "handset/fmdevice/band/band_file.h"
+#include "handset/fmdevice/sdr/rds/decoder.h"
 #include "handset/fmdevice/sdr/receiver.h"
 #include "handset/fmdevice/sdr/sample_form.h"
 #include "tests/native/sdr/tone_fit.h"
@@ -48,6 +49,7 @@ Window At(double centre_Hz, std::uint32_t rate_Hz = 300000) {
 
 struct Heard {
     sdr::ReceiverSnapshot snapshot;
+    sdr::rds::Station data;
     std::vector<float> frames;
     double largest = 0;  // of the bytes, from the middle
     double clipped = 0;  // share of the bytes at either end
@@ -57,8 +59,9 @@ Heard Listen(CAir& air, const Window& window, double seconds, double station_Hz 
     air.SetWindow(window);
     sdr::ReceiverOptions options;
     options.rate_Hz = window.rate_Hz;
-    options.rds = true;
     sdr::Receiver receiver(options);
+    sdr::rds::Decoder data;
+    receiver.SetListener(&data);
     receiver.Tune(station_Hz - window.centre_Hz);
     sdr::SampleDecoder decoder(sdr::SampleForm::kCu8);
     Heard heard;
@@ -77,6 +80,7 @@ Heard Listen(CAir& air, const Window& window, double seconds, double station_Hz 
     }
     heard.clipped = static_cast<double>(ends) / static_cast<double>(all);
     heard.snapshot = receiver.Snapshot();
+    heard.data = data.Current();
     return heard;
 }
 
@@ -124,12 +128,12 @@ TEST_F(Air, AMonoStationHasNoPilot) {
     air.SetBand(Band("[9850]\nlevel=45\nps=TALK\nprogramme=tone:440\n"));
     const Heard heard = Listen(air, At(kStation_Hz), 2.0);
     EXPECT_EQ(heard.snapshot.stereo.value, 0.0);
-    EXPECT_EQ(heard.snapshot.rds.serviceName.whole, "TALK    ");
+    EXPECT_EQ(heard.data.serviceName.whole, "TALK    ");
 }
 
 TEST_F(Air, TheDataSayWhatTheBandFileSays) {
     air.SetBand(Band(kStation));
-    const auto rds = Listen(air, At(kStation_Hz), 8.0).snapshot.rds;
+    const auto rds = Listen(air, At(kStation_Hz), 8.0).data;
     EXPECT_EQ(rds.serviceName.whole, "KORA ONE");
     EXPECT_EQ(rds.radioText.whole, "Good morning");
     EXPECT_EQ(rds.programTypeName.whole, "Morning ");
@@ -143,17 +147,17 @@ TEST_F(Air, TheDataSayWhatTheBandFileSays) {
 
 TEST_F(Air, ATrafficProgrammeAndItsAnnouncementAreInTheData) {
     air.SetBand(Band(kStation + "tp=1\nta=1\n"));
-    const auto rds = Listen(air, At(kStation_Hz), 2.0).snapshot.rds;
+    const auto rds = Listen(air, At(kStation_Hz), 2.0).data;
     EXPECT_EQ(rds.trafficProgramme.value_or(false), true);
     EXPECT_EQ(rds.trafficAnnouncement.value_or(false), true);
     air.SetBand(Band(kStation + "tp=1\n"));
-    EXPECT_EQ(Listen(air, At(kStation_Hz), 2.0).snapshot.rds.trafficAnnouncement.value_or(true), false);
+    EXPECT_EQ(Listen(air, At(kStation_Hz), 2.0).data.trafficAnnouncement.value_or(true), false);
 }
 
 TEST_F(Air, StationsOfOneNameHaveOneIdentificationAndOthersAnother) {
     air.SetBand(Band(kStation + "[10110]\nlevel=40\nps=KORA ONE\n[9400]\nlevel=40\nps=TALK 94\n"));
     const auto pi = [this](double station_Hz) {
-        return Listen(air, At(station_Hz), 1.0, station_Hz).snapshot.rds.pi.value_or(0);
+        return Listen(air, At(station_Hz), 1.0, station_Hz).data.pi.value_or(0);
     };
     EXPECT_NE(pi(98.5e6), 0);
     EXPECT_EQ(pi(98.5e6), pi(101.1e6));
@@ -165,7 +169,7 @@ TEST_F(Air, TheClockIsRightAlsoAfterATimeInWhichNobodyLooked) {
     (void)Listen(air, At(kStation_Hz), 0.5);
     air.Pass(176.5);
     // The third minute begins three seconds from here.
-    const auto clock = Listen(air, At(kStation_Hz), 5.0).snapshot.rds.clock;
+    const auto clock = Listen(air, At(kStation_Hz), 5.0).data.clock;
     ASSERT_TRUE(clock.has_value());
     EXPECT_EQ(clock->hour * 60 + clock->minute, 12 * 60 + 3);
     EXPECT_EQ(clock->day, 23);
@@ -174,10 +178,10 @@ TEST_F(Air, TheClockIsRightAlsoAfterATimeInWhichNobodyLooked) {
 
 TEST_F(Air, WhatIsOnTheAirChangesWithTheBand) {
     air.SetBand(Band("[9850]\nlevel=45\nstereo=1\nps=BEFORE\n"));
-    EXPECT_EQ(Listen(air, At(kStation_Hz), 1.0).snapshot.rds.serviceName.whole, "BEFORE  ");
+    EXPECT_EQ(Listen(air, At(kStation_Hz), 1.0).data.serviceName.whole, "BEFORE  ");
     air.SetBand(Band("[9850]\nlevel=25\nstereo=0\nps=AFTER\n"));
     const Heard heard = Listen(air, At(kStation_Hz), 2.0);
-    EXPECT_EQ(heard.snapshot.rds.serviceName.whole, "AFTER   ");
+    EXPECT_EQ(heard.data.serviceName.whole, "AFTER   ");
     EXPECT_EQ(heard.snapshot.stereo.value, 0.0);
     EXPECT_NEAR(heard.snapshot.level.value, 25, 1);
     air.SetBand({});
@@ -201,7 +205,7 @@ TEST_F(Air, EveryRateOfAStickShowsTheSameStation) {
         EXPECT_NEAR(heard.snapshot.level.value, 45, 1.5);
         EXPECT_EQ(heard.snapshot.stereo.value, 1.0);
         EXPECT_NEAR(heard.snapshot.carrierOffset_Hz.value, 0, 100);
-        EXPECT_EQ(heard.snapshot.rds.pi.has_value(), true);
+        EXPECT_EQ(heard.data.pi.has_value(), true);
     }
 }
 
@@ -215,7 +219,7 @@ TEST_F(Air, NeighboursTwoHundredKilohertzAwayAreHeardApart) {
     air.SetBand(
         Band(kStation + "[9870]\nlevel=45\nps=RIGHT\nprogramme=tone:880\n[9830]\nlevel=45\nps=LEFT\n"));
     const Heard heard = Listen(air, At(98.6e6, 960000), 1.5);
-    EXPECT_EQ(heard.snapshot.rds.serviceName.whole, "KORA ONE");
+    EXPECT_EQ(heard.data.serviceName.whole, "KORA ONE");
 }
 
 TEST_F(Air, TheTunersOwnGainNeverClipsAndUsesTheRange) {
@@ -262,9 +266,9 @@ TEST_F(Air, ACrystalThatIsOffMovesStationsUntilItIsCorrected) {
 
 TEST_F(Air, TextsGoOnWhileNobodyLooks) {
     air.SetBand(Band("[9850]\nlevel=45\nps=FIRST\nps=SECOND\npstime=4\n[10500]\nlevel=45\n"));
-    EXPECT_EQ(Listen(air, At(kStation_Hz), 1.5).snapshot.rds.serviceName.whole, "FIRST   ");
+    EXPECT_EQ(Listen(air, At(kStation_Hz), 1.5).data.serviceName.whole, "FIRST   ");
     (void)Listen(air, At(105e6), 3.5);
-    EXPECT_EQ(Listen(air, At(kStation_Hz), 1.5).snapshot.rds.serviceName.whole, "SECOND  ");
+    EXPECT_EQ(Listen(air, At(kStation_Hz), 1.5).data.serviceName.whole, "SECOND  ");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <memory>
 
+#include "handset/fmdevice/sdr/rds/decoder.h"
 #include "handset/fmdevice/sdr/receiver.h"
 #include "handset/transmitter/programme.h"
 #include "handset/transmitter/station_texts.h"
@@ -45,13 +46,14 @@ TEST(Reception, AStationsSoundNameAndLevelComeThroughAndThenThoseOfTheNext) {
     transmitter::CTransmitter air(stream, {OnTheAir(stations[0]), OnTheAir(stations[1])});
     ReceiverOptions options;
     options.rate_Hz = stream.rate_Hz;
-    options.rds = true;
     Receiver receiver(options);
+    sdr::rds::Decoder data;
+    receiver.SetListener(&data);
     std::vector<sdr::Sample> samples(static_cast<std::size_t>(stream.rate_Hz));
     for (const Station& station : stations) {
         SCOPED_TRACE(station.name);
         receiver.Tune(station.offset_Hz);
-        EXPECT_EQ(receiver.Snapshot().rds.pi, std::nullopt);
+        EXPECT_EQ(data.Current().pi, std::nullopt);
         std::vector<float> frames;
         for (int second = 0; second < 3; ++second) {
             air.Read(samples.data(), samples.size());
@@ -59,8 +61,8 @@ TEST(Reception, AStationsSoundNameAndLevelComeThroughAndThenThoseOfTheNext) {
             receiver.Process(samples.data(), samples.size(), &frames);
         }
         const sdr::ReceiverSnapshot snapshot = receiver.Snapshot();
-        EXPECT_EQ(snapshot.rds.pi, 0xD3C2);
-        EXPECT_EQ(snapshot.rds.serviceName.whole, station.name);
+        EXPECT_EQ(data.Current().pi, 0xD3C2);
+        EXPECT_EQ(data.Current().serviceName.whole, station.name);
         EXPECT_NEAR(snapshot.carrierToNoise_dBHz.value, 80.0, 1.0);
         EXPECT_EQ(snapshot.stereo.value, 1.0);
         const double tone_Hz = station.tone_Hz / (1.0 + 30e-6);

@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-#include "handset/fmdevice/band_file.h"
+#include "handset/fmdevice/band/band_file.h"
 
 namespace panel {
 namespace {

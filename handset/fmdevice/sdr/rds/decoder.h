@@ -5,8 +5,9 @@
 //   decoder.Feed(block);                  // each block of the multiplex, about a millisecond
 //   decoder.Current().serviceName.whole   // what is known now
 //
-// Restart() when another station is tuned. The reference for everything: IEC 62106, whose clauses are cited
-// by the numbers of the edition in one volume.
+// Restart() when another station is tuned. As a receiver's listener it is fed and restarted by the receiver.
+// The reference for everything: IEC 62106, whose clauses are cited by the numbers of the edition in one
+// volume.
 #pragma once
 
 #include "handset/fmdevice/sdr/mpx_block.h"
@@ -16,7 +17,7 @@
 
 namespace sdr::rds {
 
-class Decoder {
+class Decoder final : public IMpxListener {
   public:
     // The handler gets each group as it came, with the status of its blocks.
     explicit Decoder(GroupHandler onGroup = {});
@@ -26,6 +27,8 @@ class Decoder {
     // Another station: nothing is known.
     void Restart();
     void Feed(const MpxBlock& block);
+    void OnTuned() override { Restart(); }
+    void OnMultiplex(const MpxBlock& block) override { Feed(block); }
     [[nodiscard]] const Station& Current();
 
   private:

@@ -1,0 +1,156 @@
+// The generators: silence, tones, rumble, melodies and files. The voice stands in voice.cpp.
+#include "handset/fmdevice/band/generators.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "handset/fmdevice/band/oscillator.h"
+#include "handset/fmdevice/band/voice.h"
+#include "handset/sound/format.h"
+
+namespace fm {
+namespace {
+
+constexpr double kTwoPi = 6.283185307179586;
+
+class CSilence : public IGenerator {
+  public:
+    void Render(float* frames, std::size_t count) override {
+        std::fill_n(frames, count * sound::kChannels, 0.0F);
+    }
+};
+
+class CTones : public IGenerator {
+  public:
+    explicit CTones(const std::array<int, 2>& tones_Hz)
+        : left_(kTwoPi * tones_Hz[0] / sound::kSampleRate_Hz),
+          right_(kTwoPi * tones_Hz[1] / sound::kSampleRate_Hz) {}
+
+    void Render(float* frames, std::size_t count) override {
+        for (std::size_t i = 0; i < count; ++i) {
+            frames[sound::kChannels * i] = kToneAmplitude * static_cast<float>(left_.Sine());
+            frames[sound::kChannels * i + 1] = kToneAmplitude * static_cast<float>(right_.Sine());
+            left_.Next();
+            right_.Next();
+        }
+    }
+
+  private:
+    COscillator left_;
+    COscillator right_;
+};
+
+// Noise through a low pass at some 150 Hz, which the hiss of a weak signal does not sound like.
+class CRumble : public IGenerator {
+  public:
+    void Render(float* frames, std::size_t count) override {
+        constexpr float kPass = 0.02F;
+        constexpr float kGain = 2.5F;
+        for (std::size_t i = 0; i < count * sound::kChannels; ++i) {
+            float& level = levels_[i % sound::kChannels];
+            level += kPass * (noise_.Next() - level);
+            frames[i] = kGain * level;
+        }
+    }
+
+  private:
+    CNoise noise_{77};
+    std::array<float, 2> levels_{};
+};
+
+// Plucked notes: each dies away while it sounds and has an octave above it in it.
+class CMelody : public IGenerator {
+  public:
+    explicit CMelody(std::vector<int> notes) : notes_(std::move(notes)) {}
+
+    void Render(float* frames, std::size_t count) override {
+        // The attack of 5 ms keeps the note from clicking.
+        constexpr double kAttack_frames = 0.005 * sound::kSampleRate_Hz;
+        for (std::size_t i = 0; i < count; ++i) {
+            if (age_ == 0) Pluck(notes_[note_]);
+            const double envelope = std::min(1.0, static_cast<double>(age_) / kAttack_frames) * loudness_;
+            // The octave above is sin(2x) = 2 sin(x) cos(x).
+            const double sample = envelope * wave_.Sine() * (1 + 0.8 * wave_.Cosine());
+            frames[sound::kChannels * i] = frames[sound::kChannels * i + 1] = static_cast<float>(sample);
+            Age();
+        }
+    }
+
+  private:
+    static constexpr std::size_t kNoteFrames = sound::kSampleRate_Hz / 4;
+
+    void Pluck(int note) {
+        const double frequency_Hz = note == kRest ? 0 : 16.3516 * std::pow(2.0, note / 12.0);
+        wave_ = COscillator(kTwoPi * frequency_Hz / sound::kSampleRate_Hz);
+        loudness_ = 0.4;
+    }
+    void Age() {
+        wave_.Next();
+        loudness_ *= fading_;
+        if (++age_ < kNoteFrames) return;
+        age_ = 0;
+        note_ = (note_ + 1) % notes_.size();
+    }
+
+    const double fading_ = std::exp(-5.0 / sound::kSampleRate_Hz);
+    std::vector<int> notes_;
+    std::size_t note_ = 0;
+    std::size_t age_ = 0;  // frames since it was plucked
+    COscillator wave_;
+    double loudness_ = 0;
+};
+
+class CFileSound : public IGenerator {
+  public:
+    explicit CFileSound(sound::WavSound sound) : sound_(std::move(sound)) {}
+
+    void Render(float* frames, std::size_t count) override {
+        const std::size_t length = sound_.samples.size() / sound_.channels;
+        for (std::size_t i = 0; i < count; ++i) {
+            const auto first = static_cast<std::size_t>(position_);
+            const auto part = static_cast<float>(position_ - static_cast<double>(first));
+            for (std::size_t side = 0; side < sound::kChannels; ++side) {
+                const float here = Sample(first, side);
+                frames[sound::kChannels * i + side] =
+                    here + part * (Sample((first + 1) % length, side) - here);
+            }
+            position_ += static_cast<double>(sound_.rate_Hz) / sound::kSampleRate_Hz;
+            position_ = std::fmod(position_, static_cast<double>(length));
+        }
+    }
+
+  private:
+    float Sample(std::size_t frame, std::size_t side) const {
+        const std::size_t channel = std::min(side, sound_.channels - 1);
+        return static_cast<float>(sound_.samples[frame * sound_.channels + channel]) / 32768.0F;
+    }
+
+    sound::WavSound sound_;
+    double position_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<IGenerator> MakeGenerator(const Programme& programme) {
+    switch (programme.kind) {
+        case ProgrammeKind::kTone:
+            return std::make_unique<CTones>(programme.tones_Hz);
+        case ProgrammeKind::kVoice:
+            return MakeVoice(programme.text);
+        case ProgrammeKind::kNoise:
+            return std::make_unique<CRumble>();
+        case ProgrammeKind::kMelody:
+            return std::make_unique<CMelody>(programme.notes);
+        case ProgrammeKind::kFile:
+        case ProgrammeKind::kSilence:
+            break;
+    }
+    return std::make_unique<CSilence>();
+}
+
+std::unique_ptr<IGenerator> MakeFileGenerator(sound::WavSound sound) {
+    return std::make_unique<CFileSound>(std::move(sound));
+}
+
+}  // namespace fm
