@@ -48,8 +48,9 @@ bool AreSameBookings(const ScheduleEntry& one, const ScheduleEntry& other) {
 // comes first.
 void DeleteFirstEntryLike(const ScheduleEntry& row) {
     WCHAR name[kEntryNameCapacity] = L"";
+    const ScheduleKeys keys(HKEY_CLASSES_ROOT, kSettingsKey);
     for (DWORD index = 0; IsSubkey(index, name); ++index) {
-        if (!AreSameBookings(ReadScheduleEntry(HKEY_CLASSES_ROOT, kSettingsKey, name), row)) continue;
+        if (!AreSameBookings(keys.Read(name), row)) continue;
         DeleteScheduleKey(HKEY_CLASSES_ROOT, kSettingsKey, name);
         StopAppAtTimeEx(name);
         return;

@@ -57,10 +57,10 @@ void FitBookingColumns(HWND dialog) {
 bool FillBookingList(HWND dialog) {
     WCHAR name[kEntryNameCapacity] = L"";
     DWORD length = ARRAYSIZE(name);
-    for (DWORD index = 0; SUCCEEDED(EnumScheduleKey(HKEY_CLASSES_ROOT, kSettingsKey, index, name, &length));
-         ++index) {
+    const ScheduleKeys keys(HKEY_CLASSES_ROOT, kSettingsKey);
+    for (DWORD index = 0; SUCCEEDED(keys.Enum(index, name, &length)); ++index) {
         length = ARRAYSIZE(name);
-        const ScheduleEntry entry = ReadScheduleEntry(HKEY_CLASSES_ROOT, kSettingsKey, name);
+        const ScheduleEntry entry = keys.Read(name);
         if (entry.szChannel[0] == L'\0') continue;
         if (!InsertBooking(dialog, static_cast<int>(index), entry)) return false;
     }

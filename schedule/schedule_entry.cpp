@@ -3,8 +3,6 @@
 #include <regext.h>
 #include <strsafe.h>
 
-#include "shell/owned.h"
-
 namespace {
 
 // Without a leading backslash, which the call that makes a key forbids; the key is the same.
@@ -43,9 +41,16 @@ HRESULT CreateScheduleKey(HKEY root, const WCHAR* path, const WCHAR* name) {
 
 HRESULT EnumScheduleKey(HKEY root, const WCHAR* path, DWORD index, WCHAR* name, DWORD* length) {
     if (root == nullptr || path == nullptr || name == nullptr || length == nullptr) return E_INVALIDARG;
-    OwnedKey key;
-    if (RegOpenKeyExW(root, path, 0, KEY_READ, key.put()) != ERROR_SUCCESS) return E_FAIL;
-    const LONG error = RegEnumKeyExW(key.get(), index, name, length, nullptr, nullptr, nullptr, nullptr);
+    return ScheduleKeys(root, path).Enum(index, name, length);
+}
+
+ScheduleKeys::ScheduleKeys(HKEY root, const WCHAR* path) {
+    RegOpenKeyExW(root, path, 0, KEY_READ, m_key.put());
+}
+
+HRESULT ScheduleKeys::Enum(DWORD index, WCHAR* name, DWORD* length) const {
+    if (!m_key) return E_FAIL;
+    const LONG error = RegEnumKeyExW(m_key.get(), index, name, length, nullptr, nullptr, nullptr, nullptr);
     if (error == ERROR_MORE_DATA) {
         // A name that fits no entry is somebody else's: the walk goes on behind it.
         name[0] = L'\0';
@@ -55,20 +60,22 @@ HRESULT EnumScheduleKey(HKEY root, const WCHAR* path, DWORD index, WCHAR* name, 
     return error == ERROR_SUCCESS ? S_OK : E_FAIL;
 }
 
+ScheduleEntry ScheduleKeys::Read(const WCHAR* name) const {
+    ScheduleEntry entry = {};
+    StringCchCopyW(entry.szName, ARRAYSIZE(entry.szName), name);
+    OwnedKey key;
+    // No name is no entry's, and as a path it would be that of the key itself.
+    if (!m_key || *name == L'\0' || RegOpenKeyExW(m_key.get(), name, 0, KEY_READ, key.put()) != ERROR_SUCCESS)
+        return entry;
+    for (const TextRow& row : kTexts)
+        RegistryGetString(key.get(), nullptr, row.pszValue, entry.*row.pText, kBookingTextCapacity);
+    return entry;
+}
+
 void WriteScheduleEntry(HKEY root, const WCHAR* path, const ScheduleEntry& entry) {
     CreateScheduleKey(root, path, entry.szName);
     const KeyPath key(path, entry.szName);
     for (const TextRow& row : kTexts) RegistrySetString(root, key.sz, row.pszValue, entry.*row.pText);
-}
-
-ScheduleEntry ReadScheduleEntry(HKEY root, const WCHAR* path, const WCHAR* name) {
-    ScheduleEntry entry = {};
-    StringCchCopyW(entry.szName, ARRAYSIZE(entry.szName), name);
-    const KeyPath key(path, name);
-    for (const TextRow& row : kTexts) {
-        RegistryGetString(root, key.sz, row.pszValue, entry.*row.pText, kBookingTextCapacity);
-    }
-    return entry;
 }
 
 bool DeleteScheduleKey(HKEY root, const WCHAR* path, const WCHAR* name) {

@@ -7,6 +7,7 @@
 #include <cstddef>
 
 #include "schedule/booking_rule.h"
+#include "shell/owned.h"
 
 // Name of an entry, terminator included; what the platform gives is at least kShortestEntryName long. Other
 // subkeys of the settings key have shorter names.
@@ -30,11 +31,22 @@ HRESULT CreateScheduleKey(HKEY root, const WCHAR* path, const WCHAR* name);
 // which there is no room is given as an empty one, with 0: it is no entry's, and the walk goes on behind it.
 HRESULT EnumScheduleKey(HKEY root, const WCHAR* path, DWORD index, WCHAR* name, DWORD* length);
 
+// The key below which the entries lie, open for a walk over all of them: to find a key by its path takes
+// longer than to read it.
+class ScheduleKeys {
+  public:
+    ScheduleKeys(HKEY root, const WCHAR* path);
+    // As EnumScheduleKey.
+    HRESULT Enum(DWORD index, WCHAR* name, DWORD* length) const;
+    // The texts of the entry of this name; one that is missing, too long or of another type is empty.
+    ScheduleEntry Read(const WCHAR* name) const;
+
+  private:
+    OwnedKey m_key;  // none when it could not be opened
+};
+
 // Creates the entry's key and writes its texts. The registry's refusal is not reported.
 void WriteScheduleEntry(HKEY root, const WCHAR* path, const ScheduleEntry& entry);
-
-// The texts of the entry of this name; one that is missing, too long or of another type is empty.
-ScheduleEntry ReadScheduleEntry(HKEY root, const WCHAR* path, const WCHAR* name);
 
 // Removes the entry's key. False when the registry refuses.
 bool DeleteScheduleKey(HKEY root, const WCHAR* path, const WCHAR* name);

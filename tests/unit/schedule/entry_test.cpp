@@ -73,7 +73,7 @@ TEST_F(Entries, AKeyWhoseNameIsTooLongForOneIsWalkedPastWithoutAName) {
 TEST_F(Entries, AreWrittenAsFourTextsAndReadAgain) {
     WriteScheduleEntry(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, Entry());
     EXPECT_EQ(EntryTexts(kName), (Texts{L"87.5", L"Mon", L"10 : 00", L"11 : 00"}));
-    const ScheduleEntry read = ReadScheduleEntry(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, kName);
+    const ScheduleEntry read = ScheduleKeys(HKEY_CLASSES_ROOT, test::kRadioSettingsPath).Read(kName);
     EXPECT_STREQ(read.szName, kName);
     EXPECT_STREQ(read.szChannel, L"87.5");
     EXPECT_STREQ(read.szWeek, L"Mon");
@@ -87,7 +87,7 @@ TEST_F(Entries, ATextThatIsMissingTooLongOrANumberIsEmpty) {
     RegistrySetString(HKEY_CLASSES_ROOT, key.c_str(), L"Channel", L"a text of 16 let");
     RegistrySetDWORD(HKEY_CLASSES_ROOT, key.c_str(), L"Week", 1);
     RegistrySetString(HKEY_CLASSES_ROOT, key.c_str(), L"StartTime", L"a text of 15 le");
-    const ScheduleEntry read = ReadScheduleEntry(HKEY_CLASSES_ROOT, test::kRadioSettingsPath, kName);
+    const ScheduleEntry read = ScheduleKeys(HKEY_CLASSES_ROOT, test::kRadioSettingsPath).Read(kName);
     EXPECT_STREQ(read.szChannel, L"");
     EXPECT_STREQ(read.szWeek, L"");
     EXPECT_STREQ(read.szStartTime, L"a text of 15 le");
