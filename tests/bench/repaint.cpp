@@ -1,16 +1,19 @@
-// Painting the main screen, whole and one element, against a plain copy of the same pixels. A program of its
-// own, because it is built as the application is: against the device's calls. It prints one row a line, the
-// columns parted by tabs.
+// Painting the main screen, whole and one element, against the same drawing calls written out bare. A program
+// of its own, because it is built as the application is: against the device's calls. It prints one row a
+// line, the columns parted by tabs.
 #include <windows.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
+#include <vector>
 
 #include "resources/resource_ids.h"
 #include "shell/owned.h"
 #include "skin/skin_load.h"
 #include "skin/skin_paint.h"
 #include "skin/skin_window.h"
+#include "tests/bench/bare_painting.h"
 #include "tests/bench/table.h"
 
 namespace {
@@ -18,7 +21,7 @@ namespace {
 constexpr int kRounds = 400;
 
 CSkin g_skin;
-HBITMAP g_picture = nullptr;
+BarePictures g_pictures = {};
 bool g_paintsSkin = true;
 
 double Now_us() {
@@ -28,26 +31,11 @@ double Now_us() {
     return 1e6 * static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-void CopyPicture(HWND window, int x, int y, int width, int height) {
-    const HDC dc = GetDC(window);
-    const HDC memory = CreateCompatibleDC(dc);
-    const HGDIOBJ previous = SelectObject(memory, g_picture);
-    BitBlt(dc, x, y, width, height, memory, x, y, SRCCOPY);
-    SelectObject(memory, previous);
-    DeleteDC(memory);
-    ReleaseDC(window, dc);
-}
-
 LRESULT CALLBACK Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message != WM_PAINT) return DefWindowProcW(window, message, wParam, lParam);
     if (g_paintsSkin) return SkinWindowProc(g_skin, window, message, wParam, lParam);
     PAINTSTRUCT paint;
-    const HDC dc = BeginPaint(window, &paint);
-    const HDC memory = CreateCompatibleDC(dc);
-    const HGDIOBJ previous = SelectObject(memory, g_picture);
-    BitBlt(dc, 0, 0, 240, 320, memory, 0, 0, SRCCOPY);
-    SelectObject(memory, previous);
-    DeleteDC(memory);
+    PaintBareScreen(BeginPaint(window, &paint), g_pictures);
     EndPaint(window, &paint);
     return 0;
 }
@@ -64,46 +52,77 @@ HWND CreateScreen() {
     g_skin.hInstance = windowClass.hInstance;
     g_skin.hWnd = window;
     LoadSkinBitmaps(g_skin);
-    g_picture = g_skin.pBitmaps[0].hPortrait;
+    const auto portrait = [](int row) { return g_skin.pBitmaps[row].hPortrait; };
+    g_pictures = {portrait(kBitmapBackground), portrait(kBitmapThumb), portrait(kBitmapOutput),
+                  portrait(kBitmapRecord), portrait(kBitmapMute)};
     return window;
 }
 
-double Each(const std::function<void()>& paint) {
-    std::vector<double> times;
+using Work = std::function<void()>;
+
+double Took_us(const WindowDC& screen, const Work& paint) {
+    const double start = Now_us();
+    paint();
+    // Drawing is gathered in batches; reading a pixel back ends the batch.
+    GetPixel(screen.get(), 0, 0);
+    return Now_us() - start;
+}
+
+// What the window shows after a paint over nothing: every third pixel.
+std::vector<COLORREF> Shown(const WindowDC& screen, const Work& paint) {
+    PatBlt(screen.get(), 0, 0, 240, 320, BLACKNESS);
+    paint();
+    std::vector<COLORREF> pixels;
+    for (int place = 0; place < 240 * 320; place += 3)
+        pixels.push_back(GetPixel(screen.get(), place % 240, place / 240));
+    return pixels;
+}
+
+// A peer that draws something else is none.
+void Check(const char* what, const Work& skin, const Work& bare) {
+    const WindowDC screen(g_skin.hWnd);
+    if (Shown(screen, skin) == Shown(screen, bare)) return;
+    std::fprintf(stderr, "%s: the bare calls draw something else\n", what);
+    std::exit(1);
+}
+
+// By turns, so that a machine with other work to do is the same for both.
+void Measure(const char* what, const Work& skin, const Work& bare) {
+    std::vector<double> ours, theirs;
     const WindowDC screen(g_skin.hWnd);
     for (int round = 0; round < kRounds; ++round) {
-        const double start = Now_us();
-        paint();
-        // Drawing is gathered in batches; reading a pixel back ends the batch.
-        GetPixel(screen.get(), 0, 0);
-        times.push_back(Now_us() - start);
+        ours.push_back(Took_us(screen, skin));
+        theirs.push_back(Took_us(screen, bare));
     }
-    return bench::Median(times);
+    std::fprintf(stdout, "%s\t%f\tthe same calls, bare\t%f\t1.2 x\n", what, bench::Median(ours),
+                 bench::Median(theirs));
 }
 
-double Full(HWND window, bool skin) {
-    g_paintsSkin = skin;
-    return Each([window] { RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW); });
-}
-
-void PrintRow(const char* what, double ours, double copy) {
-    std::fprintf(stdout, "%s\t%f\tBitBlt of the same pixels\t%f\n", what, ours, copy);
+Work Full(HWND window, bool skin) {
+    return [window, skin] {
+        g_paintsSkin = skin;
+        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    };
 }
 
 }  // namespace
 
 int main() {
     const HWND window = CreateScreen();
-    const double fullCopy = Full(window, false);
-    PrintRow("repaint, whole screen", Full(window, true), fullCopy);
-    PrintRow("repaint, one label", Each([] { DrawSkinText(g_skin, TEXT_FREQUENCY, L"98.5 MHz"); }),
-             Each([window] { CopyPicture(window, 123, 30, 117, 35); }));
-    PrintRow("repaint, a label that is unchanged",
-             Each([] { ShowSkinText(g_skin, TEXT_SERVICE_NAME, L"KORA ONE"); }),
-             Each([window] { CopyPicture(window, 143, 52, 95, 18); }));
-    PrintRow("repaint, one button",
-             Each([window] { RepaintElements(g_skin, window, FALSE, SKIN_SEEK_UP, -1); }),
-             Each([window] { CopyPicture(window, 120, 236, 37, 30); }));
+    const HBITMAP background = g_pictures.hBackground;
+    const Work screen = Full(window, true), bareScreen = Full(window, false);
+    const Work label = [] { DrawSkinText(g_skin, TEXT_FREQUENCY, L"98.5 MHz"); };
+    const Work bareLabel = [=] { PaintBareFrequency(window, background, L"98.5 MHz"); };
+    const Work button = [window] { RepaintElements(g_skin, window, FALSE, SKIN_SEEK_UP, -1); };
+    const Work bareButton = [=] { PaintBareSeekUp(window, background); };
+    Check("whole screen", screen, bareScreen);
+    Check("one label", label, bareLabel);
+    Check("one button", button, bareButton);
+    Measure("repaint, whole screen", screen, bareScreen);
+    Measure("repaint, one label", label, bareLabel);
+    const Work unchanged = [] { ShowSkinText(g_skin, TEXT_SERVICE_NAME, L"KORA ONE"); };
+    Measure("repaint, a label that is unchanged", unchanged, bareLabel);
+    Measure("repaint, one button", button, bareButton);
     DestroyWindow(window);
     return 0;
 }
