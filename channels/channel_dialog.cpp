@@ -5,7 +5,9 @@
 #include "channels/frequency_edit.h"
 #include "channels/frequency_input.h"
 #include "resources/resource_ids.h"
+#include "shell/app_block.h"
 #include "shell/dialogs.h"
+#include "shell/relayout.h"
 #include "shell/settings_key.h"
 #include "shell/texts.h"
 #include "tuner/frequency.h"
@@ -19,12 +21,18 @@ ChannelEdit* EditOf(HWND dialog) {
     return reinterpret_cast<ChannelEdit*>(GetWindowLongW(dialog, DWL_USER));
 }
 
+INT_PTR LayOut(HWND dialog) {
+    FillDialog(g_app.hInstance, dialog, IDD_CHANNEL);
+    return FALSE;
+}
+
 INT_PTR OnInitDialog(HWND dialog, LPARAM parameter) {
     SetWindowLongW(dialog, DWL_USER, parameter);
     const ChannelEdit& edit = *EditOf(dialog);
     const bool adds = edit.dwMode == kAddChannel;
     SetUpDialog(dialog, kFullScreenInputDialog);
     CreateDialogBar(dialog, adds ? IDM_CHANNEL_ADD : IDM_CHANNEL_EDIT, SHCMBF_HMENU);
+    LayOut(dialog);
     SendDlgItemMessageW(dialog, IDC_CHANNEL_FREQUENCY, EM_LIMITTEXT, kFrequencyLength, 0);
     if (!adds) {
         SetDlgItemTextW(dialog, IDC_CHANNEL_NAME, edit.record.szPropRecord_ChannelName);
@@ -85,6 +93,7 @@ constexpr CommandRow kCommands[] = {
 
 INT_PTR CALLBACK ChannelProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) return OnInitDialog(dialog, lParam);
+    if (message == WM_SIZE) return LayOut(dialog);
     if (message != WM_COMMAND) return FALSE;
     for (const CommandRow& row : kCommands) {
         if (row.wId != LOWORD(wParam)) continue;

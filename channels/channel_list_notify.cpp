@@ -11,6 +11,8 @@ namespace {
 constexpr COLORREF kWideText = 0x9E9E9E;
 constexpr COLORREF kNameText = 0x80FFFF;       // yellow
 constexpr COLORREF kFrequencyText = 0xFFFF80;  // cyan
+// Behind the selected row: the skin's green, dark enough for either text, and for the wide screen's grey.
+constexpr COLORREF kSelectedRow = RGB(40, 57, 10);
 
 COLORREF TextColour(int column) {
     if (IsWideScreen()) return kWideText;
@@ -24,6 +26,11 @@ LRESULT OnCustomDraw(const CMainState& state, NMLVCUSTOMDRAW& draw) {
     if (stage != (CDDS_ITEMPREPAINT | CDDS_SUBITEM)) return CDRF_DODEFAULT;
     SelectObject(draw.nmcd.hdc, state.m_hListFont);
     draw.clrText = TextColour(draw.iSubItem);
+    // The platform's own selection would take its colours for the text as well, whatever they are.
+    if ((draw.nmcd.uItemState & CDIS_SELECTED) != 0 && GetFocus() == draw.nmcd.hdr.hwndFrom) {
+        draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+        draw.clrTextBk = kSelectedRow;
+    }
     return CDRF_NEWFONT;
 }
 

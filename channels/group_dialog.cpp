@@ -10,6 +10,7 @@
 #include "shell/app_block.h"
 #include "shell/dialogs.h"
 #include "shell/main_state.h"
+#include "shell/relayout.h"
 #include "shell/settings_key.h"
 #include "shell/texts.h"
 
@@ -47,9 +48,15 @@ void Delete(HWND dialog, int row) {
     List(dialog, LB_DELETESTRING, static_cast<WPARAM>(row));
 }
 
+INT_PTR LayOut(HWND dialog) {
+    FillDialog(g_app.hInstance, dialog, IDD_GROUPS);
+    return FALSE;
+}
+
 INT_PTR OnInitDialog(HWND dialog, CChannelDB& database) {
     SetUpDialog(dialog, kFullScreenDialog);
     CreateDialogBar(dialog, IDM_GROUPS, SHCMBF_HIDESIPBUTTON | SHCMBF_HMENU);
+    LayOut(dialog);
     database.SetListSender(g_app.pMainState->m_hListView, SendToChannelList);
     database.SetGroupSender(GetDlgItem(dialog, IDC_GROUP_LIST), SendToGroupList);
 
@@ -149,6 +156,7 @@ INT_PTR CALLBACK GroupProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lPar
     }
     auto* database = reinterpret_cast<CChannelDB*>(GetWindowLongW(dialog, DWL_USER));
     if (database == nullptr) return FALSE;
+    if (message == WM_SIZE) return LayOut(dialog);
     if (message == WM_COMMAND) return OnCommand(dialog, *database, LOWORD(wParam));
     if (message == WM_CLOSE) return EndDialog(dialog, 0);
     return FALSE;

@@ -1,9 +1,10 @@
 # What has to be on the machine. Sourced.
 
-KORA_BUILD_PACKAGES=(cmake ninja-build googletest g++-mingw-w64-x86-64-posix librsvg2-bin imagemagick wine64 dpkg-dev tcl make gcc libc6-dev nlohmann-json3-dev)
+KORA_BUILD_PACKAGES=(cmake ninja-build googletest g++-mingw-w64-x86-64-posix librsvg2-bin imagemagick wine64 fonts-wine dpkg-dev tcl make gcc libc6-dev nlohmann-json3-dev)
 KORA_DISPLAY_PACKAGES=(xvfb x11-utils imagemagick)
-# An installed radio needs these alone; x11-utils shows the messages of a start without a terminal.
-KORA_RUN_PACKAGES=(wine64 x11-utils)
+# An installed radio needs these alone; fonts-wine has the device's own font, Tahoma, and x11-utils shows the messages of
+# a start without a terminal.
+KORA_RUN_PACKAGES=(wine64 fonts-wine x11-utils)
 KORA_PACKAGE_PACKAGES=(zip librsvg2-bin dpkg-dev)
 KORA_MAINTAINER="Kora developers <kora@users.noreply.github.com>"
 KORA_TEST_PACKAGES=(clang libclang-rt-dev g++-mingw-w64-i686-posix ffmpeg sqlite3 desktop-file-utils zip unzip lintian libunicorn-dev libxml2-utils jq python3)

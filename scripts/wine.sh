@@ -52,9 +52,25 @@ wine_no_virtual_desktop() {
     rm "$WINEPREFIX/.kora-desktop"
 }
 
+# wine_font: the device's font, where the distribution has it in a package of its own. Wine does not look there by itself
+# when its loader is called by its own path; it reads the folder when the first program of a prefix starts.
+KORA_FONTS=/usr/share/wine/fonts
+wine_font() {
+    local font folder=$WINEPREFIX/drive_c/windows/Fonts
+    for font in "$KORA_FONTS"/tahoma*.ttf; do
+        if [ -f "$font" ] && [ ! -e "$folder/${font##*/}" ]; then
+            mkdir -p "$folder"
+            ln -sf "$font" "$folder/${font##*/}"
+        fi
+    done
+}
+
 # A prefix takes some seconds to make; done once.
 wine_prefix() {
-    [ -f "$WINEPREFIX/.kora-ready" ] && return 0
+    if [ -f "$WINEPREFIX/.kora-ready" ]; then
+        wine_font
+        return 0
+    fi
     local lock
     mkdir -p "$KORA_HOME"
     exec {lock}>"$KORA_HOME/prefix.lock"
@@ -70,5 +86,6 @@ wine_prefix_make() {
     # What lies behind the phone.
     wine_start reg add 'HKCU\Control Panel\Colors' /v Background /d '44 50 54' /f >>"$KORA_HOME/wineboot.log" 2>&1 || true
     wineserver_run --wait || true
+    wine_font
     touch "$WINEPREFIX/.kora-ready"
 }

@@ -1,5 +1,11 @@
 #include "shell/relayout.h"
 
+#include <windows.h>
+
+#include <aygshell.h>
+#include <commctrl.h>
+
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cwchar>
@@ -97,20 +103,69 @@ void ForEachItem(const void* dialogTemplate, HWND dialog, Action action) {
     }
 }
 
-HDWP DeferMove(HDWP moves, HWND dialog, const TemplateItem& item) {
-    if (moves == nullptr) return nullptr;
-    RECT place = item.units;
+RECT InPixels(HWND dialog, const RECT& units) {
+    RECT place = units;
     MapDialogRect(dialog, &place);
-    return DeferWindowPos(moves, item.control, nullptr, place.left, place.top, place.right - place.left,
-                          place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    return place;
 }
 
-void MoveControls(const void* dialogTemplate, HWND dialog) {
+// Moves every control to where `placeOf` has it, all in one step.
+template <typename PlaceOf>
+void MoveControls(const void* dialogTemplate, HWND dialog, PlaceOf placeOf) {
     HDWP moves = BeginDeferWindowPos(static_cast<const DLGTEMPLATE*>(dialogTemplate)->cdit);
-    ForEachItem(dialogTemplate, dialog,
-                [&](const TemplateItem& item) { moves = DeferMove(moves, dialog, item); });
+    ForEachItem(dialogTemplate, dialog, [&](const TemplateItem& item) {
+        if (moves == nullptr) return;
+        const RECT place = placeOf(item);
+        moves = DeferWindowPos(moves, item.control, nullptr, place.left, place.top, place.right - place.left,
+                               place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    });
     if (moves != nullptr) EndDeferWindowPos(moves);
 }
+
+// --- Over the whole window ---------------------------------------------------------------------------------
+
+// What the menu bar leaves of the dialog's client area, whose foot it keeps: when the dialog is told of its
+// new size, the bar still lies where it was. On the device it is no part of the dialog.
+SIZE RoomOf(HWND dialog) {
+    RECT client = {}, bar = {};
+    GetClientRect(dialog, &client);
+    const HWND menuBar = SHFindMenuBar(dialog);
+    if (menuBar != nullptr && IsChild(dialog, menuBar)) GetWindowRect(menuBar, &bar);
+    return {client.right, client.bottom - (bar.bottom - bar.top)};
+}
+
+bool IsIcon(const TemplateItem& item) {
+    return item.wClass == kClassStatic && (item.style & SS_TYPEMASK) == SS_ICON;
+}
+
+bool IsList(const TemplateItem& item) {
+    if (item.wClass == kClassListBox) return true;
+    WCHAR name[32] = L"";
+    GetClassNameW(item.control, name, ARRAYSIZE(name));
+    return wcscmp(name, WC_LISTVIEWW) == 0;
+}
+
+struct Stretch {
+    LONG nWidth, nOf;  // a length across the dialog becomes nWidth in nOf
+    LONG nExtraRows;   // those of the list
+    LONG nListBottom;  // what begins there or below goes down
+
+    LONG Across(LONG x) const { return (x * nWidth + nOf / 2) / nOf; }
+    RECT Of(const TemplateItem& item, RECT place) const {
+        // An icon has its own size.
+        const LONG width = IsIcon(item) ? place.right - place.left : Across(place.right) - Across(place.left);
+        place.left = Across(place.left);
+        place.right = place.left + width;
+        if (IsList(item)) {
+            place.bottom += nExtraRows;
+        } else if (place.top >= nListBottom) {
+            OffsetRect(&place, 0, nExtraRows);
+        }
+        return place;
+    }
+};
+
+// --- As a template has it ----------------------------------------------------------------------------------
 
 HANDLE ExchangeImage(HWND control, UINT kind, HANDLE image) {
     return reinterpret_cast<HANDLE>(
@@ -165,15 +220,36 @@ void Refresh(HINSTANCE module, const TemplateItem& item) {
     }
 }
 
+// A loaded resource is its own memory on the device: there is no lock. Null when it is not there.
+const void* LoadTemplate(HINSTANCE module, UINT templateId) {
+    const HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(templateId), RT_DIALOG);
+    return resource == nullptr ? nullptr : LoadResource(module, resource);
+}
+
 }  // namespace
 
+void FillDialog(HINSTANCE module, HWND dialog, UINT templateId) {
+    const auto* dialogTemplate = static_cast<const DLGTEMPLATE*>(LoadTemplate(module, templateId));
+    if (dialogTemplate == nullptr) return;
+    const SIZE room = RoomOf(dialog);
+    const RECT whole = InPixels(dialog, {0, 0, dialogTemplate->cx, dialogTemplate->cy});
+    if (whole.right <= 0) return;
+    Stretch stretch = {std::max(room.cx, whole.right), whole.right, 0, whole.bottom};
+    ForEachItem(dialogTemplate, dialog, [&](const TemplateItem& item) {
+        if (!IsList(item)) return;
+        stretch.nExtraRows = std::max(room.cy - whole.bottom, LONG{0});
+        stretch.nListBottom = InPixels(dialog, item.units).bottom;
+    });
+    MoveControls(dialogTemplate, dialog,
+                 [&](const TemplateItem& item) { return stretch.Of(item, InPixels(dialog, item.units)); });
+    InvalidateRect(dialog, nullptr, TRUE);
+}
+
 int RelayoutDialog(HINSTANCE module, HWND dialog, UINT templateId) {
-    const HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(templateId), RT_DIALOG);
-    if (resource == nullptr) return 0;
-    // A loaded resource is its own memory on the device: there is no lock.
-    const void* dialogTemplate = LoadResource(module, resource);
+    const void* dialogTemplate = LoadTemplate(module, templateId);
     if (dialogTemplate == nullptr) return 0;
-    MoveControls(dialogTemplate, dialog);
+    MoveControls(dialogTemplate, dialog,
+                 [dialog](const TemplateItem& item) { return InPixels(dialog, item.units); });
     ForEachItem(dialogTemplate, dialog, [module](const TemplateItem& item) { Refresh(module, item); });
     // A frame around other controls is transparent: moving it leaves its old lines behind.
     RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);

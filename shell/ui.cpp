@@ -18,6 +18,7 @@
 #include "shell/shutdown.h"
 #include "shell/texts.h"
 #include "skin/skin_window.h"
+#include "tuner/auto_scan.h"
 #include "tuner/bluetooth.h"
 #include "tuner/frequency_display.h"
 
@@ -35,6 +36,7 @@ LRESULT ToSkin(CMainState& state, HWND hwnd, UINT message, WPARAM wParam, LPARAM
 LRESULT OnPaint(CMainState& state, HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
     const LRESULT result = ToSkin(state, hwnd, message, wParam, lParam);
     RefreshFrequencyDisplay(state);
+    RepaintScanProgress(state);
     return result;
 }
 

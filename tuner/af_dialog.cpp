@@ -7,6 +7,7 @@
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
 #include "shell/dialogs.h"
+#include "shell/relayout.h"
 #include "tuner/audio.h"
 #include "tuner/frequency.h"
 #include "tuner/wait_cursor.h"
@@ -67,9 +68,17 @@ void SetUpList(HWND dialog, HIMAGELIST icons) {
     SendMessageW(ListOf(dialog), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, style | LVS_EX_ONECLICKACTIVATE);
 }
 
+// The rows stand side by side, as many as the width has room for.
+INT_PTR LayOut(HWND dialog) {
+    FillDialog(g_app.hInstance, dialog, IDD_AF_LIST);
+    ToList(dialog, LVM_ARRANGE, LVA_DEFAULT, nullptr);
+    return FALSE;
+}
+
 INT_PTR OnInitDialog(HWND dialog) {
     SetUpDialog(dialog, kFullScreenInputDialog);
     CreateDialogBar(dialog, 0, SHCMBF_HIDESIPBUTTON | SHCMBF_HMENU);
+    LayOut(dialog);
     const HWND list = ListOf(dialog);
     const auto style = static_cast<DWORD>(GetWindowLongW(list, GWL_STYLE));
     SetWindowLongW(list, GWL_STYLE, static_cast<LONG>((style & ~LVS_TYPEMASK) | LVS_SMALLICON));
@@ -140,6 +149,8 @@ INT_PTR CALLBACK AFListProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lPa
             return OnInitDialog(dialog);
         case WM_COMMAND:
             return OnCommand(dialog, LOWORD(wParam));
+        case WM_SIZE:
+            return LayOut(dialog);
         case WM_NOTIFY:
             return OnNotify(dialog, *reinterpret_cast<const NMHDR*>(lParam));
         case WM_DESTROY:

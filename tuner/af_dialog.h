@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-// Modal; gives 1 after OK and IDC_AF_CLOSE after its button.
+// Modal; gives 1 after OK and IDC_AF_CLOSE after that command.
 INT_PTR ShowAFList(HWND owner);
 
 // Which of the seven pictures (0 to 6) shows a signal level; a negative level is the lowest.

@@ -69,11 +69,15 @@ void StoreFound(CMainState& state, const PropRecord& record, const WCHAR* prefix
     NKDbgPrintfW(L"FM: *** CEDB_InsertRecord() Error!\n");
 }
 
+void ShowLevel(CMainState& state, int level) {
+    state.m_scan.nLevel = level;
+    DrawScanProgress(state.m_skin, level);
+}
+
 void ShowProgress(CMainState& state, std::uint32_t channel) {
     DrawSkinText(state.m_skin, TEXT_CHANNEL_NAME, L"Searching...");
     DrawSkinText(state.m_skin, TEXT_FREQUENCY, ScreenFrequencyText(channel).sz);
-    DrawScanProgress(state.m_skin,
-                     static_cast<int>((channel - kBandLowest_10kHz) * kProgressSteps / kBandWidth_10kHz));
+    ShowLevel(state, static_cast<int>((channel - kBandLowest_10kHz) * kProgressSteps / kBandWidth_10kHz));
 }
 
 void Walk(CMainState& state, const WCHAR* group, const WCHAR* prefix) {
@@ -113,13 +117,15 @@ int ScanOnce(CMainState& state) {
     if (g_app.pFMDevice->SetChannel(kBandLowest_10kHz) != 0) {
         NKDbgPrintfW(L"FM: *** CFMDevice_SetChannel Error.\n");
     }
-    DrawScanProgress(state.m_skin, 0);
+    ShowLevel(state, 0);
     for (const int label : kLabelsOfTheStation) DrawSkinText(state.m_skin, label, L"");
+    // The radio text's field reaches over the bar and the percentage.
+    RepaintScanProgress(state);
 
     WCHAR prefix[kPrefixCapacity] = L"Channel";
     LoadStringW(g_app.hInstance, IDS_CHANNEL_PREFIX, prefix, static_cast<int>(kPrefixCapacity));
     Walk(state, group, prefix);
-    DrawScanProgress(state.m_skin, kProgressSteps);
+    ShowLevel(state, kProgressSteps);
     return 1;
 }
 
@@ -152,6 +158,7 @@ void AskAndScan(CMainState& state, HWND window) {
     if (!state.m_scan.bEndNow) {
         ShowText(window, IDS_SCAN_FINISHED, L"FM", MB_OK);
         SelectFirstRow(state.m_hListView);
+        state.m_scan.nLevel = -1;
         InvalidateRect(window, nullptr, TRUE);
     }
     NKDbgPrintfW(L"FM: End Auto Scan Channels.\n");
@@ -207,6 +214,10 @@ void StartAutoScan(CMainState& state, HWND window) {
     } else {
         RefreshFrequencyDisplay(state);
     }
+}
+
+void RepaintScanProgress(CMainState& state) {
+    DrawScanProgress(state.m_skin, state.m_scan.nLevel);
 }
 
 void EndAutoScan(CMainState& state) {

@@ -16,11 +16,16 @@ struct ScanThread {
     std::atomic<bool> bMutexOpen{false};
     DWORD dwId = 0;
     HANDLE hOver = nullptr;  // manual-reset: no thread runs. Null before the first scan
+    // Tenths of the band, as they stand on the screen; below 0 while no walk is made.
+    std::atomic<int> nLevel{-1};
 };
 
 // The menu command: starts the scan on a thread of its own and disables the main window until
 // WM_AUTOSCAN_FINISHED. Without a thread nothing is disabled.
 void StartAutoScan(CMainState& state, HWND window);
+
+// For WM_PAINT: the progress of a scan that walks, over what was painted.
+void RepaintScanProgress(CMainState& state);
 
 // For shut-down: ends a scan that runs and waits until its thread has made its last call. Its boxes are
 // answered, and so is what it sends to the caller's windows.

@@ -6,6 +6,7 @@
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
 #include "shell/dialogs.h"
+#include "shell/relayout.h"
 #include "tuner/frequency.h"
 
 namespace {
@@ -49,9 +50,15 @@ void ShowServices(HWND dialog) {
     }
 }
 
+INT_PTR LayOut(HWND dialog) {
+    FillDialog(g_app.hInstance, dialog, IDD_RDS_INFORMATION);
+    return FALSE;
+}
+
 INT_PTR OnInitDialog(HWND dialog) {
     SetUpDialog(dialog, kFullScreenInputDialog);
     CreateDialogBar(dialog, 0, SHCMBF_HIDESIPBUTTON | SHCMBF_HMENU);
+    LayOut(dialog);
     ShowStation(dialog);
     ShowServices(dialog);
     return TRUE;
@@ -59,6 +66,7 @@ INT_PTR OnInitDialog(HWND dialog) {
 
 INT_PTR CALLBACK RDSInformationProc(HWND dialog, UINT message, WPARAM wParam, LPARAM) {
     if (message == WM_INITDIALOG) return OnInitDialog(dialog);
+    if (message == WM_SIZE) return LayOut(dialog);
     if (message == WM_COMMAND && LOWORD(wParam) == IDOK) return EndDialog(dialog, IDOK);
     return FALSE;
 }

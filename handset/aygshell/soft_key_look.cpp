@@ -9,10 +9,10 @@ namespace handset {
 namespace {
 
 constexpr COLORREF kDivider = RGB(58, 63, 60);
-constexpr COLORREF kTextDisabled = RGB(118, 124, 120);
+constexpr COLORREF kTextDisabled = RGB(124, 130, 126);
 constexpr COLORREF kTextPressed = RGB(12, 16, 4);
 // Pixels of a bar with the usual rows.
-constexpr int kFontHeight = 13;
+constexpr int kFontHeight = 12;
 constexpr int kSideMargin = 6;
 constexpr int kMenuMarkWidth = 7;
 constexpr int kMenuMarkHeight = 4;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "tests/support/wait.h"
@@ -48,6 +49,13 @@ ScreenPicture SettledPicture(const Radio& radio, const RECT& area) {
 std::size_t PixelsOf(const ScreenPicture& picture, COLORREF colour) {
     const auto stored = static_cast<DWORD>(RGB(GetBValue(colour), GetGValue(colour), GetRValue(colour)));
     return static_cast<std::size_t>(std::count(picture.begin(), picture.end(), stored));
+}
+
+DWORD MostOf(const ScreenPicture& picture) {
+    std::map<DWORD, int> counts;
+    for (const DWORD colour : picture) ++counts[colour];
+    const auto more = [](const auto& a, const auto& b) { return a.second < b.second; };
+    return counts.empty() ? 0 : std::max_element(counts.begin(), counts.end(), more)->first;
 }
 
 }  // namespace test

@@ -18,5 +18,7 @@ ScreenPicture PictureOf(const Radio& radio, const RECT& area);
 ScreenPicture SettledPicture(const Radio& radio, const RECT& area);
 // How many of its pixels have that colour.
 std::size_t PixelsOf(const ScreenPicture& picture, COLORREF colour);
+// The colour that most of its pixels have, as 0xRRGGBB.
+DWORD MostOf(const ScreenPicture& picture);
 
 }  // namespace test

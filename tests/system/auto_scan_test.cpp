@@ -1,4 +1,5 @@
 // The automatic scan on the running radio.
+#include "tests/support/screen_picture.h"
 #include "tests/system/channels_on_radio.h"
 
 namespace {
@@ -69,6 +70,36 @@ TEST_F(AutoScan, TheGroupHoldsEveryStationOfTheBandAsANumberedChannel) {
     EXPECT_THAT(Stored(),
                 ElementsAre("G Test", "C Test|FM  1|8760|", "C Test|FM  2|9850|", "C Test|FM  3|10790|"));
     EXPECT_EQ(test::SelectedRow(radio.ListView()), 0);
+}
+
+// In a band without a station the first step is all that is seen.
+TEST_F(AutoScan, TheFirstStepShowsItsBarAndItsPercentageWhole) {
+    struct Way {
+        int width, height;
+        RECT bar, percentage;
+    };
+    for (const Way& way : {Way{240, 320, {40, 113, 199, 127}, {20, 130, 220, 165}},
+                           Way{320, 240, {65, 55, 224, 69}, {50, 80, 250, 115}}}) {
+        SCOPED_TRACE(way.width);
+        handset.WriteBand("");
+        handset.SetState(L"ScreenWidth", static_cast<std::uint32_t>(way.width));
+        handset.SetState(L"ScreenHeight", static_cast<std::uint32_t>(way.height));
+        Radio radio(handset);
+        radio.WaitUntilShown();
+        Begin(radio);
+        // The whole of the bar's unlit ticks, and the letters' first row and last.
+        constexpr COLORREF kUnlit = RGB(0x44, 0x51, 0x5A), kYellow = RGB(0xFF, 0xFF, 0x6A);
+        EXPECT_TRUE(WaitFor([&] {
+            return test::PixelsOf(test::SettledPicture(radio, way.bar), kUnlit) > 700 &&
+                   test::PixelsOf(test::SettledPicture(radio, way.percentage), kYellow) > 20;
+        })) << "unlit: "
+            << test::PixelsOf(test::PictureOf(radio, way.bar), kUnlit)
+            << ", yellow: " << test::PixelsOf(test::PictureOf(radio, way.percentage), kYellow);
+        RECT upper = way.percentage;
+        upper.bottom = upper.top + 8;
+        EXPECT_GT(test::PixelsOf(test::PictureOf(radio, upper), kYellow), 0u)
+            << "the percentage is cut above";
+    }
 }
 
 TEST_F(AutoScan, TheFoundStationsStandInTheListWithTheirFrequenciesWhole) {

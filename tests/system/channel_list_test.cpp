@@ -3,6 +3,11 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+#include <utility>
+
+#include "tests/support/contrast.h"
+#include "tests/support/screen_picture.h"
 #include "tests/system/channels_on_radio.h"
 
 namespace {
@@ -33,6 +38,40 @@ TEST_F(ChannelList, ShowsTheChannelsOfTheSelectedGroup) {
     ASSERT_EQ(RowCount(radio.ListView()), 3);
     EXPECT_THAT(Names(radio), ElementsAre(L"Alpha", L"Beta", L"Gamma"));
     EXPECT_EQ(test::RowText(radio.ListView(), 0, 1), L"87.6 MHz ");
+}
+
+TEST_F(ChannelList, ItsRowsAreFifteenPixelsHighSoThatTheLastOneIsWholeEitherWay) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    EXPECT_EQ(test::RowTop(radio.ListView(), 1), 15);
+    EXPECT_EQ(test::RowTop(radio.ListView(), 2), 30);
+    for (const auto& [way, height] :
+         {std::pair{L"orientation landscape", 60}, {L"orientation portrait", 105}}) {
+        ASSERT_EQ(test::RunProgram(L"handset.exe", way), 0u);
+        EXPECT_TRUE(WaitFor([&, rows = height] {
+            RECT client = {};
+            GetClientRect(radio.ListView(), &client);
+            return client.bottom == rows;
+        }));
+        EXPECT_EQ(height % 15, 0);
+    }
+}
+
+// On the picture, against the ground that the row has there.
+TEST_F(ChannelList, TheSelectedRowIsSeenAndCanBeRead) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    PostMessageW(radio.ListView(), WM_KEYDOWN, VK_DOWN, 0);
+    ASSERT_TRUE(WaitFor([&] { return test::SelectedRow(radio.ListView()) >= 0; }));
+    const LONG top = 105 + test::RowTop(radio.ListView(), test::SelectedRow(radio.ListView()));
+    const test::ScreenPicture row = test::SettledPicture(radio, {0, top, 240, top + 15});
+    const test::ScreenPicture other = test::PictureOf(radio, {0, 195, 240, 209});
+    const DWORD ground = test::MostOf(row);
+    EXPECT_NE(ground, test::MostOf(other)) << "it looks like any other row";
+    for (const DWORD text : {0xFFFF80u, 0x80FFFFu}) {
+        EXPECT_GT(std::count(row.begin(), row.end(), text), 20) << std::hex << text;
+        EXPECT_GE(test::Contrast(ground, text), 4.5) << std::hex << text << " on " << ground;
+    }
 }
 
 TEST_F(ChannelList, AMissingSelectionLeavesTheListEmpty) {

@@ -50,6 +50,88 @@ TEST_F(DialogPlaces, EveryDialogOfTheMenusAndOfTheKeysTakesTheWholeScreen) {
     LookAndLeave(radio, IDC_AF_CLOSE);
 }
 
+// A dialog with one template, which has to fill the display either way.
+struct Filled {
+    WORD open, leave;
+    int widest;  // the control that reaches across
+    bool grows;  // and down to the buttons above the soft keys
+};
+
+class FilledDialogs : public DialogPlaces {
+  protected:
+    static RECT PlaceOf(HWND dialog, int id) {
+        RECT place = {};
+        const HWND control = GetDlgItem(dialog, id);
+        GetWindowRect(control, &place);
+        MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
+        return place;
+    }
+    static bool Fills(HWND dialog, const Filled& row, const SIZE& display) {
+        constexpr LONG kBars = 2 * 26, kMargin = 14, kButtons = 40;
+        RECT client = {};
+        GetClientRect(dialog, &client);
+        const RECT place = PlaceOf(dialog, row.widest);
+        const LONG foot = display.cy - kBars;
+        return client.right == display.cx && place.right <= display.cx &&
+               place.right >= display.cx - kMargin && place.bottom <= foot &&
+               (!row.grows || place.bottom >= foot - kButtons);
+    }
+    static void Turn(const wchar_t* way) {
+        ASSERT_EQ(test::RunProgram(L"handset.exe", std::wstring(L"orientation ") + way), 0u);
+    }
+    static void ExpectFilledHoweverItTurns(HWND dialog, const Filled& row) {
+        constexpr SIZE kUpright = {240, 320}, kOnItsSide = {320, 240};
+        EXPECT_TRUE(WaitFor([&] { return Fills(dialog, row, kUpright); }));
+        Turn(L"landscape");
+        EXPECT_TRUE(WaitFor([&] { return Fills(dialog, row, kOnItsSide); }));
+        Turn(L"portrait");
+        EXPECT_TRUE(WaitFor([&] { return Fills(dialog, row, kUpright); }));
+    }
+};
+
+TEST_F(FilledDialogs, OneWithASingleTemplateUsesTheDisplayAndFollowsItsTurns) {
+    handset.WriteBand("[10050]\nlevel=60\nps=KORA\naf=101.1\n[10110]\nlevel=10\n");
+    Radio radio(handset, L"-Rec -Channel 10050");
+    radio.WaitUntilShown();
+    for (const Filled& row : {Filled{IDC_ADD_CURRENT, IDC_CHANNEL_ADD_CANCEL, IDC_CHANNEL_GUIDE, false},
+                              Filled{IDC_CHANNEL_LISTS, IDC_GROUP_CANCEL, IDC_GROUP_LIST, true},
+                              Filled{IDC_INFORMATION, IDOK, IDC_LABEL + 4, false}}) {
+        SCOPED_TRACE(row.open);
+        radio.Command(row.open);
+        const HWND dialog = radio.WaitForBox(nullptr);
+        ASSERT_NE(dialog, nullptr);
+        ExpectFilledHoweverItTurns(dialog, row);
+        PostMessageW(dialog, WM_COMMAND, row.leave, 0);
+        EXPECT_TRUE(WaitUntilClosed(dialog));
+    }
+    const Filled rds = {0, IDOK, IDC_LABEL, false},
+                 alternatives = {0, IDC_AF_CLOSE, IDC_AF_FREQUENCIES, true};
+    PostMessageW(radio.Window(), kSkinClick, SKIN_RDS_INFORMATION, 0);
+    const HWND information = radio.WaitForBox(nullptr);
+    ASSERT_NE(information, nullptr);
+    ExpectFilledHoweverItTurns(information, rds);
+    PostMessageW(information, WM_COMMAND, IDOK, 0);
+    EXPECT_TRUE(WaitUntilClosed(information));
+    HWND list = nullptr;
+    ASSERT_TRUE(WaitFor([&] {
+        PostMessageW(radio.Window(), kSkinClick, SKIN_AF_LIST, 0);
+        return WaitFor([&] { return (list = radio.Box(nullptr)) != nullptr; }, 500);
+    }));
+    ExpectFilledHoweverItTurns(list, alternatives);
+    PostMessageW(list, WM_COMMAND, IDC_AF_CLOSE, 0);
+    EXPECT_TRUE(WaitUntilClosed(list));
+}
+
+TEST_F(FilledDialogs, TheOneForAGroupsNameUsesTheDisplayAsWell) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    const HWND groups = OpenDialog(radio, IDC_CHANNEL_LISTS);
+    ASSERT_TRUE(WaitFor([&] { return IsWindowVisible(groups) != FALSE; }));
+    test::PressButton(groups, IDC_GROUP_NEW);
+    const HWND name = BoxOver(radio, groups, L"Channel list");
+    ExpectFilledHoweverItTurns(name, {0, 0, IDC_GROUP_NAME, false});
+}
+
 TEST_F(DialogPlaces, TheOneForAGroupsNameTakesTheWholeScreenAsWell) {
     Radio radio(handset);
     radio.WaitUntilShown();

@@ -19,6 +19,7 @@ kora_test(test_coredll APP
         coredll/suspend_calls_test.cpp
         coredll/suspend_stress_test.cpp
         coredll/suspend_test.cpp
+        coredll/system_font_test.cpp
         coredll/tap_and_hold_test.cpp
         coredll/thread_test.cpp
         coredll/timer_test.cpp

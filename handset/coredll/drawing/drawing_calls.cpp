@@ -6,7 +6,6 @@ GUARDED(BOOL, BitBlt, (HDC to, int x, int y, int width, int height, HDC from, in
 GUARDED(int, DrawTextW, (HDC dc, const wchar_t* text, int length, RECT* rect, UINT format), (dc, text, length, rect, format), Plain)
 GUARDED(BOOL, ExtTextOutW, (HDC dc, int x, int y, UINT options, const RECT* rect, const wchar_t* text, UINT length, const INT* spacing), (dc, x, y, options, rect, text, length, spacing), Plain)
 GUARDED(int, FillRect, (HDC dc, const RECT* rect, HBRUSH brush), (dc, rect, brush), Plain)
-GUARDED(int, GetObjectW, (HANDLE object, int size, void* data), (object, size, data), Plain)
 GUARDED(BOOL, PatBlt, (HDC dc, int x, int y, int width, int height, DWORD operation), (dc, x, y, width, height, operation), Plain)
 GUARDED(BOOL, Rectangle, (HDC dc, int left, int top, int right, int bottom), (dc, left, top, right, bottom), Plain)
 GUARDED(HGDIOBJ, SelectObject, (HDC dc, HGDIOBJ object), (dc, object), Plain)

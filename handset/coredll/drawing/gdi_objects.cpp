@@ -88,7 +88,6 @@ MAKES(HDC, CreateDCW, (const wchar_t* driver, const wchar_t* device, const wchar
 MAKES(HDC, GetDC, (HWND window), (window))
 MAKES(HDC, GetDCEx, (HWND window, HRGN clip, DWORD flags), (window, clip, flags))
 MAKES(HDC, GetWindowDC, (HWND window), (window))
-MAKES(HFONT, CreateFontIndirectW, (const LOGFONTW* font), (font))
 MAKES(HPALETTE, CreatePalette, (const LOGPALETTE* palette), (palette))
 MAKES(HPEN, CreatePen, (int style, int width, COLORREF colour), (style, width, colour))
 MAKES(HPEN, CreatePenIndirect, (const LOGPEN* pen), (pen))

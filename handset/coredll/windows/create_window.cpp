@@ -1,6 +1,13 @@
 // Windows as the device makes them: no frame unless one is asked for, clipped by their neighbours, and one
-// with no size of its own fills the display below the shell's bar.
+// with no size of its own fills the display below the shell's bar. A list view begins with the system's font.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <cwchar>
+
 #include "handset/base/module_edge.h"
+#include "handset/coredll/drawing/system_font.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/coredll/windows/disabled_windows.h"
@@ -42,6 +49,10 @@ Place OnDisplay(const Place& asked) {
     return place;
 }
 
+bool IsListView(const wchar_t* windowClass) {
+    return !IS_INTRESOURCE(windowClass) && _wcsicmp(windowClass, WC_LISTVIEWW) == 0;
+}
+
 }  // namespace
 
 COREDLL_EXPORT HWND WINAPI DeviceCreateWindowExW(DWORD extendedStyle, const wchar_t* windowClass,
@@ -63,6 +74,7 @@ COREDLL_EXPORT HWND WINAPI DeviceCreateWindowExW(DWORD extendedStyle, const wcha
                                         place.width, place.height, parent, menu, module, parameter);
     const bool isPrograms = (style & WS_CHILD) == 0 && parent == nullptr && IsDefault(x) && IsDefault(width);
     if (window != nullptr && isPrograms) coredll::ShowTopBarAbove(window);
+    if (window != nullptr && IsListView(windowClass)) coredll::GiveSystemFont(window);
     return window;
 } catch (...) {
     return handset::EdgeAnswer<HWND>();

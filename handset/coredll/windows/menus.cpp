@@ -10,6 +10,8 @@
 namespace {
 
 constexpr wchar_t kMenuClass[] = L"#32768";
+// To a menu's window: which menu is it? The desktop's headers name it, the device's do not.
+constexpr UINT kMenuOfWindow = 0x01E1;
 
 bool IsMenuWindow(HWND window) {
     wchar_t name[8] = {};
@@ -21,11 +23,37 @@ LONG Clamped(LONG position, LONG size, LONG low, LONG high) {
     return std::max(low, std::min(position, high - size));
 }
 
+HMENU MenuOf(HWND window) {
+    return reinterpret_cast<HMENU>(SendMessageW(window, kMenuOfWindow, 0, 0));
+}
+
+// The entry of another open menu from which this one opened; empty for a menu that nobody's entry opened.
+RECT OpeningEntry(HWND submenu) {
+    const HMENU wanted = MenuOf(submenu);
+    for (HWND window = nullptr; (window = FindWindowExW(nullptr, window, kMenuClass, nullptr)) != nullptr;) {
+        if (window == submenu || GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId()) continue;
+        const HMENU menu = MenuOf(window);
+        for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+            RECT entry = {};
+            if (GetSubMenu(menu, i) != wanted) continue;
+            return GetMenuItemRect(nullptr, menu, static_cast<UINT>(i), &entry) ? entry : RECT{};
+        }
+    }
+    return {};
+}
+
+// A submenu for which there is no room at the side stands above the entry that opened it, or below.
+LONG TopBesideEntry(const RECT& placed, const RECT& entry, const RECT& display) {
+    RECT covered = {};
+    if (!IntersectRect(&covered, &placed, &entry)) return placed.top;
+    const LONG height = placed.bottom - placed.top;
+    const LONG above = entry.top - height;
+    return above >= display.top ? above : Clamped(entry.bottom, height, display.top, display.bottom);
+}
+
 // Where `place` goes: into the display, and there not under the stylus, which would choose from the menu when
 // it is lifted from what opened it.
-POINT PlaceInDisplay(const RECT& place) {
-    RECT display = {};
-    HandsetWorkArea(&display);
+POINT PlaceInDisplay(const RECT& place, const RECT& display) {
     const LONG width = place.right - place.left;
     const LONG height = place.bottom - place.top;
     POINT corner = {Clamped(place.left, width, display.left, display.right),
@@ -44,8 +72,13 @@ POINT PlaceInDisplay(const RECT& place) {
 
 void KeepInDisplay(HWND menu) {
     RECT place = {};
+    RECT display = {};
     GetWindowRect(menu, &place);
-    const POINT corner = PlaceInDisplay(place);
+    HandsetWorkArea(&display);
+    POINT corner = PlaceInDisplay(place, display);
+    RECT placed = place;
+    OffsetRect(&placed, corner.x - place.left, corner.y - place.top);
+    corner.y = TopBesideEntry(placed, OpeningEntry(menu), display);
     if (corner.x == place.left && corner.y == place.top) return;
     SetWindowPos(menu, nullptr, corner.x, corner.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }

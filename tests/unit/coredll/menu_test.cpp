@@ -19,6 +19,30 @@ LRESULT CALLBACK LookAtTheMenu(HWND window, UINT message, WPARAM wParam, LPARAM 
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
+HMENU g_outer;
+RECT g_entry, g_submenu;
+
+void PressInMenu(HWND window, WPARAM key) {
+    PostMessageW(window, WM_KEYDOWN, key, 0);
+    PostMessageW(window, WM_KEYUP, key, 0);
+}
+
+// Goes down to the last entry of a menu of three, opens its submenu, looks at both and closes them.
+LRESULT CALLBACK OpenTheSubmenu(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_ENTERIDLE && wParam == MSGF_MENU) {
+        const HWND front = FindWindowW(L"#32768", nullptr);
+        const HWND behind = FindWindowExW(nullptr, front, L"#32768", nullptr);
+        if (behind == nullptr || !IsWindowVisible(behind)) {
+            for (const WPARAM key : {VK_DOWN, VK_DOWN, VK_DOWN, VK_RIGHT}) PressInMenu(window, key);
+        } else {
+            GetMenuItemRect(nullptr, g_outer, 2, &g_entry);
+            GetWindowRect(front, &g_submenu);
+            PostMessageW(window, WM_CANCELMODE, 0, 0);
+        }
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
 class Menu : public HandsetTest {
   protected:
     void SetUp() override {
@@ -76,6 +100,40 @@ TEST_F(Menu, OpensWhereItIsAskedForWhenThereIsRoom) {
     const RECT place = OpenAt(display, 30, 40);
     EXPECT_EQ(place.left, 340);
     EXPECT_EQ(place.top, 160);
+}
+
+// A display that is not as wide as the two together.
+TEST_F(Menu, ASubmenuDoesNotCoverTheEntryThatOpenedIt) {
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = OpenTheSubmenu;
+    windowClass.lpszClassName = L"SubmenuTest";
+    RegisterClassW(&windowClass);
+    const PanelStandIn panel({310, 120});
+    RECT display;
+    HandsetDisplayRect(&display);
+    // At the foot, where there is room above, and at the top.
+    for (const int y : {315, 30}) {
+        SCOPED_TRACE(y);
+        g_entry = g_submenu = {};
+        const HWND window = CreateWindowExW(0, L"SubmenuTest", L"", WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT,
+                                            CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, nullptr, nullptr);
+        g_outer = CreatePopupMenu();
+        const HMENU inner = CreatePopupMenu();
+        for (UINT id = 1; id <= 4; ++id) AppendMenuW(inner, MF_STRING, id, L"One that is chosen from");
+        AppendMenuW(g_outer, MF_STRING, 10, L"An entry of some length");
+        AppendMenuW(g_outer, MF_STRING, 11, L"Another one");
+        AppendMenuW(g_outer, MF_POPUP, reinterpret_cast<UINT_PTR>(inner), L"More");
+        TrackPopupMenuEx(g_outer, TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RETURNCMD, display.right - 5,
+                         display.top + y, window, nullptr);
+        RECT both = {};
+        ExpectInside(g_submenu, display);
+        EXPECT_FALSE(IsRectEmpty(&g_entry));
+        EXPECT_FALSE(IntersectRect(&both, &g_submenu, &g_entry))
+            << "entry " << g_entry.top << " to " << g_entry.bottom << ", submenu " << g_submenu.top << " to "
+            << g_submenu.bottom;
+        DestroyMenu(g_outer);
+        DestroyWindow(window);
+    }
 }
 
 }  // namespace

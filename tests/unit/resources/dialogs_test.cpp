@@ -19,12 +19,11 @@ struct Control {
 // clang-format off
 const Control kControls[] = {
     {102, 1061, L"listbox"}, {102, 1052, L"button"}, {102, 1058, L"button"}, {102, 1054, L"button"},
-    {105, IDOK, L"button"},
     {131, 1005, L"edit"}, {131, 1006, L"edit"}, {131, 1062, L"edit"},
     {138, 1055, L"edit"},
-    {145, 1067, L"SysListView32"}, {145, 1064, L"button"}, {145, 1065, L"button"},
+    {145, 1067, L"SysListView32"}, {145, 1064, L"button"},
     {230, 1071, L"static"}, {230, 1072, L"static"}, {230, 1073, L"static"}, {230, 1074, L"static"},
-    {230, 1075, L"static"}, {230, 1076, L"static"}, {230, 1077, L"static"}, {230, IDOK, L"button"},
+    {230, 1075, L"static"}, {230, 1076, L"static"}, {230, 1077, L"static"},
 };
 const Control kSettingsControls[] = {
     {0, 1013, L"button"}, {0, 1014, L"button"}, {0, 1015, L"button"}, {0, 1016, L"button"},
@@ -196,6 +195,15 @@ TEST(Dialogs, EveryCaptionFitsItsControl) {
             EXPECT_LE(font.Width(item.text), room) << id << ": " << item.id;
         }
     }
+}
+
+TEST(Dialogs, NoButtonOfADialogClosesItBesideItsSoftKeys) {
+    for (const unsigned id : kDialogs)
+        for (const DialogItem& item : LoadDialogTemplate(id).items) {
+            const bool closes = item.id == IDOK || item.id == IDCANCEL || item.text == L"Close" ||
+                                item.text == L"OK" || item.text == L"Cancel";
+            EXPECT_FALSE(closes && (item.style & WS_VISIBLE) != 0) << id << ": " << item.id;
+        }
 }
 
 // The device centres images by this style; what a text does with it is not said.

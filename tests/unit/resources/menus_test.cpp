@@ -101,16 +101,22 @@ TEST(Menus, TheMainBarHasTwoDropDownKeysForTheMainMenusPopups) {
 }
 
 TEST(Menus, EachDialogsBarHasItsTwoCommands) {
-    ExpectSoftKeys(133, 0x800A, 0x8009);
     ExpectSoftKeys(134, 0x800E, 0x800C);
     ExpectSoftKeys(136, 0x8011, 0x8010);
     ExpectSoftKeys(144, 0x801D, 0x801C);
 }
 
-TEST(Menus, TheDoneBarClosesADialogAsReturnDoes) {
-    const Menu menu(IDM_DONE);
-    ASSERT_EQ(GetMenuItemCount(menu.Get()), 1);
-    EXPECT_EQ(GetMenuItemID(menu.Get(), 0), static_cast<UINT>(IDOK));
+// They store each choice at once, or change nothing.
+TEST(Menus, ADialogWithNothingToCancelHasOneSoftKeyWhichSaysClose) {
+    const std::map<unsigned, UINT> bars = {{133, 0x800A}, {146, IDOK}};
+    for (const auto& [bar, command] : bars) {
+        const Menu menu(bar);
+        ASSERT_EQ(GetMenuItemCount(menu.Get()), 1) << bar;
+        EXPECT_EQ(GetMenuItemID(menu.Get(), 0), command) << bar;
+        WCHAR text[16] = L"";
+        GetMenuStringW(menu.Get(), 0, text, ARRAYSIZE(text), MF_BYPOSITION);
+        EXPECT_STREQ(text, L"Close") << bar;
+    }
 }
 
 bool IsDigit(const ACCEL& key) {

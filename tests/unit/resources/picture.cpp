@@ -9,18 +9,6 @@
 
 #include "tests/unit/resources/resource_bytes.h"
 
-namespace {
-
-double Luminance(Colour colour) {
-    const auto linear = [](int part) {
-        const double share = part / 255.0;
-        return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(Red(colour)) + 0.7152 * linear(Green(colour)) + 0.0722 * linear(Blue(colour));
-}
-
-}  // namespace
-
 Picture Picture::Part(int x, int y, int cx, int cy) const {
     Picture part{cx, cy, {}};
     for (int row = y; row < y + cy; ++row)
@@ -47,9 +35,4 @@ Picture LoadPicture(unsigned id) {
             picture.pixels.push_back(Colour{row[2]} << 16 | Colour{row[1]} << 8 | row[0]);
     }
     return picture;
-}
-
-double Contrast(Colour first, Colour second) {
-    const double a = Luminance(first), b = Luminance(second);
-    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }

@@ -31,6 +31,3 @@ inline int Green(Colour colour) {
 inline int Blue(Colour colour) {
     return colour & 0xFF;
 }
-
-// Contrast of two colours, 1 to 21 (WCAG 2.1, "contrast ratio").
-[[nodiscard]] double Contrast(Colour first, Colour second);

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "resources/resource_ids.h"
+#include "tests/support/contrast.h"
 #include "tests/unit/resources/main_screen.h"
 
 namespace {
@@ -55,7 +56,7 @@ constexpr Colour kLit = 0x8DC21F;
 
 // The share of a text field's ground on which its text would be hard to read.
 double IllegibleShare(const Picture& ground, Colour text) {
-    const auto hard = [text](Colour colour) { return Contrast(colour, text) < 4.5; };
+    const auto hard = [text](Colour colour) { return test::Contrast(colour, text) < 4.5; };
     return static_cast<double>(std::count_if(ground.pixels.begin(), ground.pixels.end(), hard)) /
            static_cast<double>(ground.pixels.size());
 }
@@ -124,6 +125,43 @@ TEST(Pictures, AWideSignalGradeCoversEveryOther) {
         for (std::size_t at = 0; at < first.pixels.size(); ++at)
             ASSERT_EQ(first.pixels[at] == kMagenta, other.pixels[at] == kMagenta) << grade << " at " << at;
     }
+}
+
+bool IsWithin(const Place& place, int x, int y) {
+    return x >= place.x && x < place.x + place.cx && y >= place.y && y < place.y + place.cy;
+}
+
+TEST(Pictures, TheWideSignalLeavesTheNameAndTheLabelsFree) {
+    const Picture signal = LoadPicture(Wide(IDB_SIGNAL) + 5);
+    ASSERT_EQ(signal.width, 49);
+    for (int y = 0; y < signal.height; ++y)
+        for (int x = 0; x < signal.width; ++x) {
+            if (signal.At(x, y) == kMagenta) continue;
+            for (const TextField& field : TextFields()) {
+                EXPECT_FALSE(IsWithin(field.portrait, 14 + x, 12 + y))
+                    << field.id << " at " << x << ", " << y;
+                EXPECT_FALSE(IsWithin(field.landscape, 14 + x, 12 + y))
+                    << field.id << " at " << x << ", " << y;
+            }
+        }
+}
+
+// The name reaches up to it from the left and the frequency from the right.
+TEST(Pictures, TheNeedleEndsAboveTheRowOfTheNameAndTheFrequency) {
+    for (const unsigned background : {unsigned{IDB_BACKGROUND_PORTRAIT}, Wide(IDB_BACKGROUND_PORTRAIT)})
+        EXPECT_EQ(Count(LoadPicture(background).Part(0, 28, 240, 37), kLit), 0) << background;
+    for (const unsigned background : {unsigned{IDB_BACKGROUND_LANDSCAPE}, Wide(IDB_BACKGROUND_LANDSCAPE)})
+        EXPECT_EQ(Count(LoadPicture(background).Part(0, 8, 320, 27), kLit), 0) << background;
+    EXPECT_GT(Count(LoadPicture(IDB_BACKGROUND_PORTRAIT).Part(0, 0, 240, 28), kLit), 0);
+    EXPECT_GT(Count(LoadPicture(IDB_BACKGROUND_LANDSCAPE).Part(0, 0, 320, 8), kLit), 0);
+}
+
+// It would stand still whatever is tuned.
+TEST(Pictures, BesideTheFaceOfAWideScreenThereIsNoNeedle) {
+    const Picture portrait = LoadPicture(Wide(IDB_BACKGROUND_PORTRAIT)),
+                  landscape = LoadPicture(Wide(IDB_BACKGROUND_LANDSCAPE));
+    EXPECT_EQ(Count(portrait, kLit), Count(portrait.Part(0, 0, 240, 320), kLit));
+    EXPECT_EQ(Count(landscape, kLit), Count(landscape.Part(0, 0, 320, 240), kLit));
 }
 
 TEST(Pictures, TheSignalStandsOnTheGroundOfTheDisplayBehindIt) {

@@ -1,5 +1,8 @@
 // The text fields, compared with the same text drawn in place by the test.
 #include <atomic>
+#include <cstdio>
+#include <cwchar>
+#include <string>
 
 #include "skin/skin_paint.h"
 #include "tests/support/wait.h"
@@ -102,6 +105,41 @@ TEST_P(TextFields, EachFieldsFontIsTheSystemsInItsOwnSize) {
         EXPECT_EQ(font.lfPitchAndFamily, system.lfPitchAndFamily);
         EXPECT_EQ(font.lfHeight, field.height);
     }
+}
+
+// As wide as the text is in the field's own font.
+int WidthOf(const TextLayout& field, const std::wstring& text) {
+    const OwnedMemoryDC dc(CreateCompatibleDC(nullptr));
+    const OwnedFont font = ExpectedFont(field);
+    const SelectObjectGuard selected(dc.get(), font.get());
+    SIZE size = {};
+    GetTextExtentPoint32W(dc.get(), text.c_str(), static_cast<int>(text.size()), &size);
+    return size.cx;
+}
+
+TEST_P(TextFields, TheNameOfASearchAndOfAnUnknownStationFitTheirField) {
+    const TextLayout& name = kTextLayout[1];
+    for (const WCHAR* text : {L"Searching...", L"Unknown"})
+        EXPECT_LE(WidthOf(name, text), name.At(screen()).cx) << text;
+}
+
+// The list covers all but the field's first line.
+TEST_P(TextFields, EveryRadioTextOfTheBandAsItIsDeliveredFitsInOneLine) {
+    WCHAR program[MAX_PATH] = L"";
+    GetModuleFileNameW(nullptr, program, MAX_PATH);
+    const std::wstring folder(program, std::wcsrchr(program, L'\\') + 1);
+    std::FILE* band = _wfopen((folder + L"band.ini").c_str(), L"rt, ccs=UTF-8");
+    ASSERT_NE(band, nullptr);
+    const TextLayout& field = kTextLayout[5];
+    int texts = 0;
+    for (WCHAR line[256] = L""; std::fgetws(line, ARRAYSIZE(line), band) != nullptr;) {
+        if (std::wcsncmp(line, L"rt=", 3) != 0) continue;
+        const std::wstring text(line + 3, std::wcscspn(line + 3, L"\r\n"));
+        EXPECT_LE(WidthOf(field, text), field.At(screen()).cx) << std::string(text.begin(), text.end());
+        ++texts;
+    }
+    std::fclose(band);
+    EXPECT_GT(texts, 20);
 }
 
 TEST_P(TextFields, AnEmptyTextClearsTheFieldToTheBackground) {
