@@ -11,6 +11,7 @@
 #include "handset/state/handset_state.h"
 #include "handset/state/own_windows.h"
 #include "handset/state/power_manager.h"
+#include "handset/state/tuner_values.h"
 
 namespace panel {
 namespace {
@@ -91,7 +92,7 @@ bool SetSignalLimit(std::optional<ReceptionLimit> limit) {
 }
 
 std::uint32_t TunedChannel() {
-    return handset::StateDword(L"TunedChannel", 0);
+    return handset::StateDword(handset::kTunedChannel, 0);
 }
 
 ScreenSize CurrentScreen() {

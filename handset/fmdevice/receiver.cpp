@@ -5,6 +5,7 @@
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/fmdevice/band/debug_output.h"
 #include "handset/fmdevice/band/pty_names.h"
+#include "handset/fmdevice/tuner_memory.h"
 #include "handset/state/handset_state.h"
 
 namespace fm {
@@ -12,7 +13,6 @@ namespace {
 
 // Real time between two looks at the conditions and the state, so that many calls cost little.
 constexpr std::uint64_t kLookPeriod_ms = 20;
-constexpr std::uint32_t kFullVolume = 100;
 
 using Guard = std::lock_guard<std::mutex>;
 
@@ -80,8 +80,8 @@ void CReceiver::Tuned(std::uint32_t channel) {
     now_.channel = channel;
     ++tunings_;
     frontEnd_->Tune(channel);
-    // For the handset's panel, whose slider weakens this station.
-    handset::SetStateDword(L"TunedChannel", channel);
+    // For the next power-up, and for the handset's panel, whose slider weakens this station.
+    RememberChannel(channel);
 }
 
 template <typename Change>
@@ -99,8 +99,11 @@ HRESULT CReceiver::Initialize() {
     const Guard guard(lock_);
     if (fault) return E_FAIL;
     if (up_) return S_OK;
+    const TunerMemory memory = Remembered();
     up_ = true;
     now_ = {};
+    now_.channel = memory.channel;
+    now_.volume = memory.volume;
     frontEnd_->Power(true);
     Tuned(now_.channel);
     lookedAt_ms_ = GetTickCount64();
@@ -118,6 +121,8 @@ HRESULT CReceiver::Close() {
     ++tunings_;
     Show();
     frontEnd_->Power(false);
+    // Who closes the radio in silence has meant it.
+    RememberVolume(now_.volume);
     return S_OK;
 }
 
@@ -169,7 +174,12 @@ HRESULT CReceiver::SetVolume(std::uint32_t percent) {
         const Guard guard(lock_);
         return up_ ? E_INVALIDARG : kNotReady;
     }
-    return Switch([&] { now_.volume = percent; });
+    return Switch([&] {
+        // A silence may be that of a weak signal, which the radio ends before it closes. One that is killed
+        // in it is to come back audible.
+        if (percent > 0 && percent != now_.volume) RememberVolume(percent);
+        now_.volume = percent;
+    });
 }
 
 HRESULT CReceiver::GetVolume(std::uint32_t* percent) {

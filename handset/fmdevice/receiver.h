@@ -27,6 +27,7 @@ namespace fm {
 
 inline constexpr HRESULT kNotReady = __HRESULT_FROM_WIN32(ERROR_NOT_READY);
 inline constexpr HRESULT kNoStation = __HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
+inline constexpr std::uint32_t kFullVolume = 100;  // percent
 
 class CReceiver {
   public:
@@ -35,7 +36,8 @@ class CReceiver {
     CReceiver(const CReceiver&) = delete;
     CReceiver& operator=(const CReceiver&) = delete;
 
-    // Powers up with 87.50 MHz, volume 50, sound to the headset; no effect while it is up already.
+    // Powers up with the station and the volume of the last time (tuner_memory.h), not muted, sound to the
+    // headset; no effect while it is up already.
     HRESULT Initialize();
     HRESULT Close();
     HRESULT SetChannel(std::uint32_t channel);
@@ -69,7 +71,7 @@ class CReceiver {
   private:
     struct Switches {
         std::uint32_t channel = kBandBottom_10kHz;
-        std::uint32_t volume = 50;  // percent
+        std::uint32_t volume = 0;  // percent
         bool mute = false;
         bool speaker = false;
         bool bluetooth = false;

@@ -5,7 +5,9 @@
 
 #include "handset/controls/device_registry.h"
 #include "handset/include/tuner_slots.h"
+#include "handset/state/handset_state.h"
 #include "handset/state/power_manager.h"
+#include "handset/state/tuner_values.h"
 
 namespace panel {
 namespace {
@@ -76,6 +78,10 @@ bool WriteFirstRegistryValues() {
         if (!GetDeviceValue(row.key, row.value)) {
             written = SetDeviceString(row.key, row.value, row.data) && written;
         }
+    }
+    // A new phone plays, and does not begin in the noise at the bottom of the band.
+    if (!handset::StateQword(handset::kTunedChannel)) {
+        written = handset::SetStateDword(handset::kTunedChannel, kFavourites[0].channel) && written;
     }
     return written;
 }

@@ -147,6 +147,8 @@ HandsetUnderTest::HandsetUnderTest() {
     std::string said;
     EXPECT_EQ(RunProgram(L"handset.exe", L"install \"" + m_root + L"\"", &said), 0u) << said;
     SetState(L"TunerLog", L"\\tuner.log");
+    // Where no station of its band is.
+    SetState(L"TunedChannel", 8750u);
     ResetBand();
 }
 

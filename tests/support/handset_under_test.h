@@ -13,8 +13,9 @@ namespace test {
 
 class HandsetUnderTest {
   public:
-    // Sets the handset up with `handset install` and a band of three stations (see ResetBand). The
-    // environment of this process is changed so that every program started from it belongs to this handset.
+    // Sets the handset up with `handset install`, a band of three stations (see ResetBand) and its tuner at
+    // the bottom of that, beside them. The environment of this process is changed so that every program
+    // started from it belongs to this handset.
     HandsetUnderTest();
     ~HandsetUnderTest();
     HandsetUnderTest(const HandsetUnderTest&) = delete;

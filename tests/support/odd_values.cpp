@@ -103,6 +103,7 @@ const std::vector<ReadPlace> kReadByTheRadio = {
     {L"", L"SignalLimit"},
     {L"", L"SignalLimitChannel"},
     {L"", L"TunedChannel"},
+    {L"", L"TunerVolume"},
     {L"", L"Fault"},
 };
 
@@ -119,6 +120,7 @@ const std::vector<ReadPlace> kReadAtAStart = {
     {L"", L"TunerLog"},
     {L"", L"SoundLog"},
     {L"", L"TunedChannel"},
+    {L"", L"TunerVolume"},
     {L"", L"PowerState"},
     {L"", L"AllKeys"},
     {L"", L"UnattendedRequests"},

@@ -6,7 +6,23 @@ namespace {
 class TunerOperations : public test::TunerTest {
   protected:
     void SetUp() override {
-        WriteBand("[9850]\nlevel=45\nstereo=1\n[9900]\nlevel=20\nstereo=1\n[9950]\nlevel=21\n");
+        WriteBand(
+            "[9850]\nlevel=45\nstereo=1\nprogramme=tone:440\n[9900]\nlevel=20\nstereo=1\n"
+            "[9950]\nlevel=21\n");
+    }
+    std::uint32_t Volume() {
+        std::uint32_t percent = 1000;
+        EXPECT_EQ(device_->GetVolume(&percent), S_OK);
+        return percent;
+    }
+    // Without being closed, as when its program is killed.
+    void TurnOff() {
+        device_->Release();
+        device_ = nullptr;
+    }
+    void PowerUpAnew() {
+        TurnOff();
+        PowerUp();
     }
 };
 
@@ -49,7 +65,7 @@ TEST_F(TunerOperations, AfterCloseNothingIsReadyUntilTheNextInitialize) {
     for (const HRESULT result : AllResults(device_)) EXPECT_EQ(result, test::kNotReady);
     EXPECT_EQ(device_->Close(), test::kNotReady);
     EXPECT_EQ(device_->Initialize(), S_OK);
-    EXPECT_EQ(Channel(), 8750u);
+    EXPECT_EQ(Channel(), 9850u);
 }
 
 TEST_F(TunerOperations, OutValuesAreEmptyAfterAFailure) {
@@ -65,13 +81,73 @@ TEST_F(TunerOperations, OutValuesAreEmptyAfterAFailure) {
     EXPECT_STREQ(text, L"");
 }
 
-TEST_F(TunerOperations, PoweredUpItStandsAtTheBottomWithHalfVolume) {
+TEST_F(TunerOperations, PoweredUpForTheFirstTimeItStandsAtTheBottomWithHalfVolume) {
     PowerUp();
-    std::uint32_t volume = 0;
-    EXPECT_EQ(device_->GetVolume(&volume), S_OK);
-    EXPECT_EQ(volume, 50u);
+    EXPECT_EQ(Volume(), 50u);
     EXPECT_EQ(Channel(), 8750u);
     EXPECT_EQ(Signal(), 3);
+}
+
+TEST_F(TunerOperations, PoweredUpAgainItHasItsStationAndItsVolumeAndIsNotMuted) {
+    PowerUp();
+    device_->SetChannel(9850);
+    device_->SetVolume(70);
+    device_->SetMute(TRUE);
+    TurnOff();
+    handset::SetStateString(L"SoundLog", L"\\heard.wav");
+    PowerUp();
+    EXPECT_EQ(Channel(), 9850u);
+    EXPECT_EQ(Volume(), 70u);
+    EXPECT_EQ(Signal(), 45);
+    EXPECT_TRUE(test::WaitFor([] {
+        const std::string bytes = test::Bytes(handset::HostPath(L"\\heard.wav"));
+        return bytes.size() > 44 && bytes.find_first_not_of('\0', 44) != std::string::npos;
+    }));
+}
+
+TEST_F(TunerOperations, AStationThatASeekFoundIsRememberedToo) {
+    PowerUp();
+    ASSERT_EQ(device_->SeekNext(), S_OK);
+    PowerUpAnew();
+    EXPECT_EQ(Channel(), 9850u);
+}
+
+TEST_F(TunerOperations, ARefusedChannelOrVolumeIsNotRemembered) {
+    PowerUp();
+    device_->SetChannel(9850);
+    device_->SetVolume(70);
+    EXPECT_EQ(device_->SetChannel(10801), E_INVALIDARG);
+    EXPECT_EQ(device_->SetVolume(101), E_INVALIDARG);
+    PowerUpAnew();
+    EXPECT_EQ(Channel(), 9850u);
+    EXPECT_EQ(Volume(), 70u);
+}
+
+// A silence may be that of a weak signal, which whoever is killed in it cannot take back.
+TEST_F(TunerOperations, SilenceIsRememberedByOneThatIsClosedInItAndByNoOther) {
+    PowerUp();
+    device_->SetVolume(70);
+    device_->SetVolume(0);
+    EXPECT_EQ(handset::StateDword(L"TunerVolume", 0), 70u);
+    EXPECT_EQ(device_->Close(), S_OK);
+    EXPECT_EQ(handset::StateDword(L"TunerVolume", 1), 0u);
+    EXPECT_EQ(device_->Initialize(), S_OK);
+    EXPECT_EQ(Volume(), 0u);
+}
+
+TEST_F(TunerOperations, WhatIsDamagedOrOutOfRangeCountsAsNeverRemembered) {
+    for (const wchar_t* odd : {L"", L"one", L"-1", L"0", L"8749", L"10801", L"4294967295", L"4294976046"}) {
+        handset::SetStateString(L"TunedChannel", odd);
+        PowerUp();
+        EXPECT_EQ(Channel(), 8750u) << odd;
+        TurnOff();
+    }
+    for (const wchar_t* odd : {L"", L"loud", L"-1", L"101", L"4294967295", L"4294967296"}) {
+        handset::SetStateString(L"TunerVolume", odd);
+        PowerUp();
+        EXPECT_EQ(Volume(), 50u) << odd;
+        TurnOff();
+    }
 }
 
 TEST_F(TunerOperations, ASecondInitializeChangesNothing) {

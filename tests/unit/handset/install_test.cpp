@@ -3,8 +3,10 @@
 
 #include "handset/controls/device_registry.h"
 #include "handset/controls/encoding.h"
+#include "handset/controls/switches.h"
 #include "handset/setup/manifest.h"
 #include "handset/setup/presets.h"
+#include "handset/state/handset_state.h"
 #include "tests/support/tuner_contract.h"
 #include "tests/unit/handset/handset_fixture.h"
 
@@ -79,6 +81,14 @@ TEST_F(Install, EveryPresetFavouriteHasAGroupANameAGuideAndAChannelOfTheBand) {
     }
     EXPECT_TRUE(selectedIsThere);
     EXPECT_GE(channels, 5);
+}
+
+TEST_F(Install, TheTunerOfANewPhoneBeginsOnTheFirstPresetStationAndThatOfAUsedOneWhereItWas) {
+    InstallHandset(ProgramsToInstall());
+    EXPECT_EQ(TunedChannel(), DeviceDword(std::wstring(kFavourites) + L"\\Group1", L"ChannelValue1", 0));
+    handset::SetStateDword(L"TunedChannel", 10630);
+    InstallHandset(ProgramsToInstall());
+    EXPECT_EQ(TunedChannel(), 10630u);
 }
 
 TEST_F(Install, ASecondTimeReplacesProgramsAndKeepsWhatIsTheUsers) {

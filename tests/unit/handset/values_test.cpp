@@ -69,7 +69,7 @@ class EveryValue : public Values {
               L"PowerState",   L"PowerFlags",         L"UnattendedRequests", L"IdleTimerResets",
               L"AllKeys",      L"LastBooking",        L"TunerLog",           L"SoundLog",
               L"SignalLimit",  L"SignalLimitChannel", L"TunedChannel",       L"HostSound",
-              L"Fault",        L"OwnDeviceRoots"})
+              L"Fault",        L"OwnDeviceRoots",     L"TunerVolume"})
             places.push_back({state, name});
         for (const wchar_t* name : {L"Headset", L"Bluetooth"})
             places.push_back({device + L"HKLM\\System\\State\\Hardware", name});
