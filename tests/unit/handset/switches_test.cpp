@@ -1,7 +1,13 @@
 // The switches, through the command line, as the platform's programs find them.
 #include "handset/controls/switches.h"
+
+#include <algorithm>
+
 #include "handset/controls/device_registry.h"
+#include "handset/controls/handset_clock.h"
 #include "handset/controls/telephone.h"
+#include "handset/controls/wait.h"
+#include "handset/phone/switch_column.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/power_manager.h"
 #include "tests/unit/handset/handset_fixture.h"
@@ -13,6 +19,21 @@ using Switches = HandsetTest;
 
 constexpr wchar_t kHardware[] = L"HKLM\\System\\State\\Hardware";
 constexpr wchar_t kPhone[] = L"HKLM\\System\\State\\Phone";
+
+using Labels = std::vector<std::wstring>;
+
+// The panel's switches of a group that are lit now.
+Labels Lit(const std::wstring& title) {
+    const Snapshot now = TakeSnapshot();
+    Labels lit;
+    for (const SwitchGroup& group : SwitchGroups()) {
+        if (group.title != title) continue;
+        for (const SwitchRow& row : group.rows) {
+            if (row.isOn(now)) lit.emplace_back(row.label);
+        }
+    }
+    return lit;
+}
 
 TEST_F(Switches, TheHeadsetIsAValueOfTheDevicesRegistry) {
     EXPECT_EQ(Run({L"headset", L"on"}), kDone);
@@ -148,6 +169,37 @@ TEST_F(Switches, ACallRingsIsAnsweredAndEnds) {
     EXPECT_EQ(Run({L"call", L"hangup"}), kDone);
     EXPECT_EQ(DeviceDword(kPhone, L"Status", 9), 0u);
     EXPECT_FALSE(GetDeviceValue(kPhone, L"Caller Number").has_value());
+}
+
+TEST_F(Switches, ACallIsLitAsWhatItIsFromItsFirstRingToItsEnd) {
+    EXPECT_EQ(Lit(L"TELEPHONE"), Labels{});
+    Run({L"call", L"incoming"});
+    EXPECT_EQ(Lit(L"TELEPHONE"), Labels{L"Incoming call"});
+    Run({L"call", L"talk"});
+    EXPECT_EQ(Lit(L"TELEPHONE"), Labels{L"Talk"});
+    Run({L"call", L"hangup"});
+    EXPECT_EQ(Lit(L"TELEPHONE"), Labels{});
+    Run({L"call", L"outgoing", L"112"});
+    EXPECT_EQ(Lit(L"TELEPHONE"), Labels{L"Dial a number"});
+    Run({L"call", L"outgoing"});
+    EXPECT_EQ(Lit(L"TELEPHONE"), Labels{L"Start to dial"});
+}
+
+TEST_F(Switches, TheClockSpeedThatIsLitIsTheOneThatRuns) {
+    for (const int rate : {1, 10, 60, 600}) {
+        EXPECT_EQ(Run({L"clock", std::to_wstring(rate)}), kDone);
+        EXPECT_EQ(Lit(L"CLOCK SPEED"), Labels{std::to_wstring(rate)});
+        const handset::LocalSeconds begun = LocalNow();
+        const std::uint64_t begun_ms = GetTickCount64();
+        ASSERT_TRUE(WaitUntil([&] { return LocalNow() - begun >= std::max(3, 2 * rate); }, 60000));
+        const double runs =
+            static_cast<double>(LocalNow() - begun) * 1000 / static_cast<double>(GetTickCount64() - begun_ms);
+        EXPECT_GT(runs, rate * 0.5) << rate;
+        EXPECT_LT(runs, rate * 2.0) << rate;
+    }
+    // What no switch stands for lights none.
+    EXPECT_EQ(Run({L"clock", L"30"}), kDone);
+    EXPECT_EQ(Lit(L"CLOCK SPEED"), Labels{});
 }
 
 TEST_F(Switches, AnOutgoingCallWithoutANumberPublishesNone) {
