@@ -21,6 +21,7 @@ struct PanelView {
     BandShown band;
     std::optional<PhoneKey> pressedKey;
     const SwitchRow* pressedSwitch;
+    std::optional<std::size_t> focus;  // a place of panel_focus.h, while the keys are for the switches
 };
 
 class PanelPicture {

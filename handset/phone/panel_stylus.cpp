@@ -24,6 +24,8 @@ LRESULT PanelWindow::OnPress(WPARAM, LPARAM lParam) {
     const int x = GET_X_LPARAM(lParam);
     const int y = GET_Y_LPARAM(lParam);
     SetCapture(window_);
+    // Otherwise the radio has the keys of the computer.
+    if (!view_.now.radio) SetForegroundWindow(window_);
     view_.pressedKey = KeyAt(view_.phone, x, y);
     if (view_.pressedKey) {
         PressPhoneKey(*view_.pressedKey, true);
@@ -60,8 +62,8 @@ LRESULT PanelWindow::OnLetGo(WPARAM, LPARAM lParam) {
     if (grip_) KeepPlace();
     ReleaseCapture();
     if (close) {
-        putAway_ = true;
-        return SendMessageW(window_, WM_CLOSE, 0, 0);
+        PutAway();
+        return 0;
     }
     // Let go beside the switch: nothing was meant.
     if (row != nullptr && row->press != nullptr && place != nullptr && place->row == row)
@@ -87,6 +89,11 @@ void PanelWindow::ReleaseKey() {
     const PhoneKey key = *view_.pressedKey;
     view_.pressedKey.reset();
     PressPhoneKey(key, false);
+}
+
+void PanelWindow::PutAway() {
+    putAway_ = true;
+    PostMessageW(window_, WM_CLOSE, 0, 0);
 }
 
 void PanelWindow::DragSlider(int x) {

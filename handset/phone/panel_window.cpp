@@ -95,6 +95,9 @@ bool PanelWindow::Open(HINSTANCE instance) {
     darkness_ = CreateWindowExW(WS_EX_NOACTIVATE | WS_EX_TOOLWINDOW | WS_EX_TOPMOST, kDarknessClass, L"",
                                 WS_POPUP, 0, 0, 0, 0, window_, nullptr, instance, nullptr);
     ShowWindow(window_, SW_SHOWNOACTIVATE);
+    keyboard_.emplace(
+        [](const ComputerKey& key, void* panel) { return static_cast<PanelWindow*>(panel)->TakeKey(key); },
+        this);
     SetTimer(window_, kTickTimer, kTickPeriod_ms, nullptr);
     Refresh();
     return true;
@@ -130,6 +133,7 @@ LRESULT PanelWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         {WM_TIMER, &PanelWindow::OnTimer},
         {WM_MOVE, &PanelWindow::OnMoved},
         {WM_DISPLAYCHANGE, &PanelWindow::OnDesktopChanged},
+        {kKeyMessage, &PanelWindow::OnComputerKey},
         {WM_CLOSE, &PanelWindow::OnClose},
         {WM_DESTROY, &PanelWindow::OnDestroy},
     };
@@ -156,6 +160,8 @@ RECT PanelWindow::DisplayOnScreen() const {
 LRESULT PanelWindow::OnPaint(WPARAM, LPARAM) {
     PAINTSTRUCT paint;
     const HDC dc = BeginPaint(window_, &paint);
+    if (stale_) picture_.Make(view_);
+    stale_ = false;
     picture_.Show(dc, paint.rcPaint);
     EndPaint(window_, &paint);
     return 0;
@@ -187,6 +193,7 @@ LRESULT PanelWindow::OnMoved(WPARAM, LPARAM) {
 LRESULT PanelWindow::OnClose(WPARAM, LPARAM) {
     // A handset that is put away is switched off.
     AskRadioToClose();
+    keyboard_.reset();
     DestroyWindow(window_);
     return 0;
 }
@@ -203,6 +210,7 @@ void PanelWindow::Refresh() {
     view_.band = band_.Look(view_.now.radio);
     if (before.screenWidth != view_.now.screenWidth || before.screenHeight != view_.now.screenHeight)
         FitToScreen();
+    HoldKeyboard(before.radio);
     if (!(before == view_.now) || !(bandBefore == view_.band)) Redraw();
     const RECT display = DisplayOnScreen();
     follow_.Follow(window_, display);
@@ -212,7 +220,8 @@ void PanelWindow::Refresh() {
 }
 
 void PanelWindow::Redraw() {
-    picture_.Make(view_);
+    // Made when it is painted, once for all that has changed by then.
+    stale_ = true;
     InvalidateRect(window_, nullptr, FALSE);
 }
 

@@ -3,9 +3,12 @@
 
 #include <windows.h>
 
+#include <atomic>
+#include <bitset>
 #include <optional>
 
 #include "handset/phone/band_source.h"
+#include "handset/phone/keyboard_watch.h"
 #include "handset/phone/panel_hints.h"
 #include "handset/phone/panel_picture.h"
 #include "handset/phone/radio_follow.h"
@@ -23,7 +26,11 @@ class PanelWindow {
     bool Run();
 
   private:
+    // Posted for a key of the computer: wParam its code, lParam how it was pressed.
+    static constexpr UINT kKeyMessage = WM_APP + 1;
+
     struct MessageRow;
+    struct FocusKey;
     static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -39,6 +46,22 @@ class PanelWindow {
     LRESULT OnDestroy(WPARAM, LPARAM);
     LRESULT OnMouseActivate(WPARAM, LPARAM);
     LRESULT OnEraseBackground(WPARAM, LPARAM);
+    LRESULT OnComputerKey(WPARAM virtualKey, LPARAM with);
+
+    // A key of the computer as it comes, on the watching thread: whether it is the panel's, and kept from the
+    // windows.
+    [[nodiscard]] bool WantsKey(const ComputerKey& key) const;
+    bool TakeKey(const ComputerKey& key);
+    // What the keys do while they are for the switches.
+    static const FocusKey* FocusKeyFor(WORD virtualKey);
+    void WalkOn(const ComputerKey& key);
+    void MoveOrWalk(const ComputerKey& key);
+    void MoveOrSlide(const ComputerKey& key);
+    void PressFocused(const ComputerKey& key);
+    void LeaveSwitches(const ComputerKey& key);
+    void MovePanel(int dx, int dy);
+    void HoldKeyboard(bool radioBefore);
+    void PutAway();
 
     // Reads the state again and draws what has changed.
     void Refresh();
@@ -64,10 +87,18 @@ class PanelWindow {
     bool tuning_ = false;         // the band was pressed and not let go yet
     bool closing_ = false;        // the close button was pressed and not let go yet
     bool putAway_ = false;        // by the close button, not by a program
+    std::size_t lastFocus_ = 0;   // where the keys were the last time
+    bool stale_ = false;          // the picture is to be made anew before it is shown
     PanelPicture picture_;
     PanelHints hints_;
     RadioFollow follow_;
     BandSource band_;
+    // Of the watching thread: what is held of the keys that were taken. And, for both, whether the keys are
+    // for the switches, which a key has to know before the panel has come to the one before it.
+    std::bitset<256> heldKeys_;
+    std::atomic<bool> onSwitches_ = false;
+    // Last: its thread ends before anything else goes.
+    std::optional<KeyboardWatch> keyboard_;
 };
 
 // Opens the panel and, when asked to, starts the radio on it; returns when the panel is closed: 0, or 1 when

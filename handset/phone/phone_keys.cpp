@@ -9,7 +9,10 @@ namespace panel {
 
 namespace {
 
-constexpr wchar_t kSoftHint[] = L"What is written above it: its menu, or OK and Cancel.";
+constexpr wchar_t kSoftLeftHint[] =
+    L"What is written above it: its menu, or OK and Cancel. On your keyboard it is F1.";
+constexpr wchar_t kSoftRightHint[] =
+    L"What is written above it: its menu, or OK and Cancel. On your keyboard it is F2.";
 constexpr wchar_t kDigitHint[] = L"Type a frequency: 9 8 5 is 98.5, 1 0 1 2 is 101.2 MHz.";
 
 }  // namespace
@@ -18,10 +21,10 @@ const std::vector<PhoneKeyRow>& PhoneKeys() {
     // Windows Mobile gives the soft keys and the telephone's keys the codes of the function keys.
     // clang-format off
     static const std::vector<PhoneKeyRow> kRows = {
-        {PhoneKey::kSoftLeft,  L"soft1",  L"",  VK_F1, kSoftHint},
-        {PhoneKey::kSoftRight, L"soft2",  L"",  VK_F2, kSoftHint},
-        {PhoneKey::kCall,      L"call",   L"",  VK_F3, L"Takes a call that comes in."},
-        {PhoneKey::kHangUp,    L"end",    L"",  VK_F4, L"Ends a call."},
+        {PhoneKey::kSoftLeft,  L"soft1",  L"",  VK_F1, kSoftLeftHint},
+        {PhoneKey::kSoftRight, L"soft2",  L"",  VK_F2, kSoftRightHint},
+        {PhoneKey::kCall,      L"call",   L"",  VK_F3, L"Takes a call that comes in. On your keyboard it is F3."},
+        {PhoneKey::kHangUp,    L"end",    L"",  VK_F4, L"Ends a call. On your keyboard it is F4."},
         {PhoneKey::kUp,        L"up",     L"",  VK_UP, L"One row of the list up."},
         {PhoneKey::kDown,      L"down",   L"",  VK_DOWN, L"One row of the list down."},
         {PhoneKey::kLeft,      L"left",   L"",  VK_LEFT, L"Quieter."},

@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "handset/controls/station_name.h"
+#include "handset/phone/panel_focus.h"
 #include "handset/phone/panel_picture.h"
 
 namespace panel {
@@ -14,6 +15,7 @@ constexpr Paint kLine = Rgb(0xCAC5BC);
 constexpr int kPillWidth = 38;
 constexpr int kPillHeight = 21;
 constexpr int kNoteGap = 8;
+constexpr double kFocusGap = 3, kFocusLine = 2;
 
 void DrawKnob(Canvas& canvas, double x, double y, double radius) {
     canvas.Shadow({x - radius, y - radius + 1, 2 * radius, 2 * radius, radius}, 3, Rgb(0x000000, 0.28));
@@ -89,6 +91,9 @@ void DrawColumnShapes(Canvas& canvas, const PanelView& view) {
     for (const SwitchPlace& place : view.column.switches) {
         kDraw[static_cast<int>(place.row->kind)](canvas, place, view);
     }
+    if (!view.focus) return;
+    const Box focused = BoxOfPlace(view.column, view.phone.close, *view.focus);
+    canvas.Outline(Shape(focused, 8).Inset(-kFocusGap), kFocusLine, kInk, kInk);
 }
 
 void DrawColumnTexts(HDC dc, const PanelView& view) {

@@ -1,0 +1,151 @@
+// The computer's keys on the panel: the phone's keys that the radio's window does not know, and the panel's
+// switches.
+#include <algorithm>
+#include <cstdint>
+
+#include "handset/controls/radio_windows.h"
+#include "handset/controls/switches.h"
+#include "handset/phone/panel_focus.h"
+#include "handset/phone/panel_window.h"
+#include "handset/phone/phone_keys.h"
+#include "handset/state/own_windows.h"
+
+namespace panel {
+namespace {
+
+struct PhoneKeyOfComputer {
+    WORD virtualKey;
+    PhoneKey key;
+};
+// The codes that these keys have on the device.
+constexpr PhoneKeyOfComputer kPhoneKeys[] = {
+    {VK_F1, PhoneKey::kSoftLeft},
+    {VK_F2, PhoneKey::kSoftRight},
+    {VK_F3, PhoneKey::kCall},
+    {VK_F4, PhoneKey::kHangUp},
+};
+constexpr WORD kPanelKey = VK_F6;  // goes to the switches and back, as it goes from pane to pane elsewhere
+constexpr int kMove = 16;          // pixels
+constexpr std::uint32_t kLevelStep = 5, kFullLevel = 100;
+
+// How a key travels from the hook, which has to answer at once, to the window, in lParam.
+constexpr LPARAM kDown = 1, kShift = 2, kControl = 4;
+
+std::optional<PhoneKey> PhoneKeyFor(WORD virtualKey) {
+    for (const PhoneKeyOfComputer& row : kPhoneKeys) {
+        if (row.virtualKey == virtualKey) return row.key;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+struct PanelWindow::FocusKey {
+    WORD virtualKey;
+    void (PanelWindow::*act)(const ComputerKey& key);
+};
+
+const PanelWindow::FocusKey* PanelWindow::FocusKeyFor(WORD virtualKey) {
+    static constexpr FocusKey kKeys[] = {
+        {VK_TAB, &PanelWindow::WalkOn},          {VK_DOWN, &PanelWindow::MoveOrWalk},
+        {VK_UP, &PanelWindow::MoveOrWalk},       {VK_LEFT, &PanelWindow::MoveOrSlide},
+        {VK_RIGHT, &PanelWindow::MoveOrSlide},   {VK_SPACE, &PanelWindow::PressFocused},
+        {VK_RETURN, &PanelWindow::PressFocused}, {VK_ESCAPE, &PanelWindow::LeaveSwitches},
+    };
+    for (const FocusKey& row : kKeys) {
+        if (row.virtualKey == virtualKey) return &row;
+    }
+    return nullptr;
+}
+
+// Keys of other programs' windows are theirs.
+bool PanelWindow::WantsKey(const ComputerKey& key) const {
+    // What was pressed here is let go here.
+    if (!key.down) return heldKeys_.test(key.virtualKey);
+    if (key.other) return false;
+    const HWND front = GetForegroundWindow();
+    if (front == nullptr || !handset::IsOwnWindow(front)) return false;
+    const bool plain = !key.shift && !key.control;
+    if (PhoneKeyFor(key.virtualKey) || key.virtualKey == kPanelKey) return plain;
+    return onSwitches_ && FocusKeyFor(key.virtualKey) != nullptr;
+}
+
+bool PanelWindow::TakeKey(const ComputerKey& key) {
+    if (!WantsKey(key)) return false;
+    const bool again = key.down && heldKeys_.test(key.virtualKey);
+    heldKeys_.set(key.virtualKey, key.down);
+    // Held, a key of the phone is held as well; the arrows go on.
+    if (again && (PhoneKeyFor(key.virtualKey) || key.virtualKey == kPanelKey)) return true;
+    if (key.down && key.virtualKey == kPanelKey) onSwitches_ = !onSwitches_;
+    if (key.down && key.virtualKey == VK_ESCAPE) onSwitches_ = false;
+    const LPARAM with = (key.down ? kDown : 0) | (key.shift ? kShift : 0) | (key.control ? kControl : 0);
+    PostMessageW(window_, kKeyMessage, key.virtualKey, with);
+    return true;
+}
+
+LRESULT PanelWindow::OnComputerKey(WPARAM virtualKey, LPARAM with) {
+    const ComputerKey key = {static_cast<WORD>(virtualKey), (with & kDown) != 0, (with & kShift) != 0,
+                             (with & kControl) != 0, false};
+    if (const auto phoneKey = PhoneKeyFor(key.virtualKey)) {
+        view_.pressedKey = key.down ? phoneKey : std::nullopt;
+        PressPhoneKey(*phoneKey, key.down);
+    } else if (key.down && key.virtualKey == kPanelKey) {
+        view_.focus = view_.focus ? std::nullopt : std::optional(lastFocus_);
+    } else if (const FocusKey* row = FocusKeyFor(key.virtualKey); key.down && row != nullptr && view_.focus) {
+        (this->*row->act)(key);
+    }
+    Redraw();
+    return 0;
+}
+
+void PanelWindow::WalkOn(const ComputerKey& key) {
+    const bool back = key.shift || key.virtualKey == VK_UP || key.virtualKey == VK_LEFT;
+    view_.focus = (back ? PreviousPlace : NextPlace)(view_.column, *view_.focus);
+    lastFocus_ = *view_.focus;
+}
+
+void PanelWindow::MoveOrWalk(const ComputerKey& key) {
+    if (!key.control) return WalkOn(key);
+    MovePanel(0, key.virtualKey == VK_UP ? -kMove : kMove);
+}
+
+void PanelWindow::MoveOrSlide(const ComputerKey& key) {
+    const bool left = key.virtualKey == VK_LEFT;
+    const SwitchRow* row = SwitchAtPlace(view_.column, *view_.focus);
+    if (key.control) return MovePanel(left ? -kMove : kMove, 0);
+    if (row == nullptr || row->kind != SwitchKind::kSlider) return WalkOn(key);
+    const std::uint32_t level = std::min(view_.now.signalLimit, kFullLevel);
+    const std::uint32_t next = left ? level - std::min(level, kLevelStep) : level + kLevelStep;
+    SetSignalLimit(next < kFullLevel ? std::optional(ReceptionLimit{next, TunedChannel()}) : std::nullopt);
+    Refresh();
+}
+
+void PanelWindow::PressFocused(const ComputerKey&) {
+    const SwitchRow* row = SwitchAtPlace(view_.column, *view_.focus);
+    if (row == nullptr) return PutAway();
+    // As things stand now, not as they stood when they were drawn.
+    Refresh();
+    if (row->press != nullptr) row->press(view_.now);
+    Refresh();
+}
+
+void PanelWindow::LeaveSwitches(const ComputerKey&) {
+    view_.focus.reset();
+}
+
+void PanelWindow::MovePanel(int dx, int dy) {
+    RECT place = {};
+    GetWindowRect(window_, &place);
+    SetWindowPos(window_, nullptr, place.left + dx, place.top + dy, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    KeepOnScreen();
+    KeepPlace();
+}
+
+// The radio's window took the keys along when it went, and with it the way back to the switch that starts the
+// radio.
+void PanelWindow::HoldKeyboard(bool radioBefore) {
+    if (view_.focus && radioBefore && !view_.now.radio) SetForegroundWindow(window_);
+}
+
+}  // namespace panel
