@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "handset/fmdevice/band/receiver_sound.h"
-
 namespace fm {
 namespace {
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "handset/fmdevice/antenna/band_memory.h"
-#include "handset/fmdevice/band/generators.h"
+#include "handset/fmdevice/band/receiver_sound.h"
 #include "handset/fmdevice/sdr/band_scan.h"
 #include "handset/fmdevice/sdr/rds/decoder.h"
 #include "handset/fmdevice/sdr/receiver.h"
@@ -83,7 +83,7 @@ class CAirReceiver {
     sdr::rds::Decoder rds_;
     sdr::Receiver receiver_;
     sdr::BandLook look_;
-    CNoise hiss_{4711};
+    CHiss hiss_{4711};
 
     Mode mode_ = Mode::kStation;
     std::uint32_t channel_10kHz_ = kBandBottom_10kHz;

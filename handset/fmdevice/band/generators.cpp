@@ -21,24 +21,93 @@ class CSilence : public IGenerator {
     }
 };
 
+// A tone, four samples at once: four points on one circle, a sample apart from each other, each turned by
+// four samples' angle. One after another would wait for the one before.
+class CToneSamples {
+  public:
+    explicit CToneSamples(int tone_Hz) {
+        const double step_rad = kTwoPi * tone_Hz / sound::kSampleRate_Hz;
+        for (std::size_t i = 0; i < kAtOnce; ++i) {
+            const double angle_rad = static_cast<double>(i) * step_rad;
+            sines_[i / 2][i % 2] = std::sin(angle_rad);
+            cosines_[i / 2][i % 2] = std::cos(angle_rad);
+        }
+        stepSine_ += std::sin(kAtOnce * step_rad);
+        stepCosine_ += std::cos(kAtOnce * step_rad);
+    }
+
+    // `count` times four of them; every second place of `samples` gets one.
+    void Next(float* samples, std::size_t count) {
+        // In registers, not in memory that `samples` might lie in.
+        Two sine = sines_[0], cosine = cosines_[0], laterSine = sines_[1], laterCosine = cosines_[1];
+        const Two stepSine = stepSine_, stepCosine = stepCosine_;
+        for (float* const end = samples + 2 * kAtOnce * count; samples != end; samples += 2 * kAtOnce) {
+            samples[0] = kToneAmplitude * static_cast<float>(sine[0]);
+            samples[2] = kToneAmplitude * static_cast<float>(sine[1]);
+            samples[4] = kToneAmplitude * static_cast<float>(laterSine[0]);
+            samples[6] = kToneAmplitude * static_cast<float>(laterSine[1]);
+            Turn(&sine, &cosine, stepSine, stepCosine);
+            Turn(&laterSine, &laterCosine, stepSine, stepCosine);
+        }
+        sines_[0] = sine;
+        cosines_[0] = cosine;
+        sines_[1] = laterSine;
+        cosines_[1] = laterCosine;
+    }
+
+    static constexpr std::size_t kAtOnce = 4;
+
+  private:
+    using Two = double __attribute__((vector_size(16)));
+
+    static void Turn(Two* sine, Two* cosine, const Two& stepSine, const Two& stepCosine) {
+        const Two turned = *sine * stepCosine + *cosine * stepSine;
+        *cosine = *cosine * stepCosine - *sine * stepSine;
+        *sine = turned;
+    }
+
+    Two sines_[2] = {}, cosines_[2] = {};
+    Two stepSine_ = {}, stepCosine_ = {};
+};
+
 class CTones : public IGenerator {
   public:
     explicit CTones(const std::array<int, 2>& tones_Hz)
-        : left_(kTwoPi * tones_Hz[0] / sound::kSampleRate_Hz),
-          right_(kTwoPi * tones_Hz[1] / sound::kSampleRate_Hz) {}
+        : same_(tones_Hz[0] == tones_Hz[1]), left_(tones_Hz[0]), right_(tones_Hz[1]) {}
 
     void Render(float* frames, std::size_t count) override {
-        for (std::size_t i = 0; i < count; ++i) {
-            frames[sound::kChannels * i] = kToneAmplitude * static_cast<float>(left_.Sine());
-            frames[sound::kChannels * i + 1] = kToneAmplitude * static_cast<float>(right_.Sine());
-            left_.Next();
-            right_.Next();
-        }
+        const std::size_t left = std::min(count, CToneSamples::kAtOnce - given_);
+        Give(left, frames);
+        frames += sound::kChannels * left;
+        count -= left;
+        const std::size_t whole = count / CToneSamples::kAtOnce;
+        Make(frames, whole);
+        count -= CToneSamples::kAtOnce * whole;
+        if (count == 0) return;
+        Make(made_.data(), 1);
+        given_ = 0;
+        Give(count, frames + sound::kChannels * CToneSamples::kAtOnce * whole);
     }
 
   private:
-    COscillator left_;
-    COscillator right_;
+    void Give(std::size_t count, float* frames) {
+        std::copy_n(made_.data() + sound::kChannels * given_, sound::kChannels * count, frames);
+        given_ += count;
+    }
+    void Make(float* frames, std::size_t fours) {
+        left_.Next(frames, fours);
+        if (!same_) {
+            right_.Next(frames + 1, fours);
+            return;
+        }
+        for (std::size_t i = 0; i < CToneSamples::kAtOnce * fours; ++i) frames[2 * i + 1] = frames[2 * i];
+    }
+
+    const bool same_;
+    CToneSamples left_;
+    CToneSamples right_;
+    std::array<float, sound::kChannels * CToneSamples::kAtOnce> made_{};
+    std::size_t given_ = CToneSamples::kAtOnce;  // frames of these
 };
 
 // Noise through a low pass at some 150 Hz, which the hiss of a weak signal does not sound like.

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "handset/sound/format.h"
 
@@ -20,19 +21,37 @@ float HissAmplitude(int level) {
     return 0.4F * std::pow(10.0F, static_cast<float>(-std::clamp(level, 0, 100)) / 25.0F);
 }
 
-void AddReception(int level, bool stereo, CNoise* noise, float* frames, std::size_t count) {
+CHiss::CHiss(std::uint32_t seed) {
+    // No row may be all zeros, nor the same as another one.
+    for (std::uint32_t row = 0; row < 4; ++row) state_[row] = (seed + row * 0x9E3779B9u) | 1;
+}
+
+void AddReception(int level, bool stereo, CHiss* hiss, float* frames, std::size_t count) {
     const float gain = ProgrammeGain(level);
-    const float hiss = HissAmplitude(level);
-    for (std::size_t i = 0; i < count; ++i) {
-        float& left = frames[sound::kChannels * i];
-        float& right = frames[sound::kChannels * i + 1];
+    const float amplitude = HissAmplitude(level);
+    CHiss row = *hiss;
+    const auto received = [&](CHiss::Four sides) {
+        CHiss::Four noise = row.Next();
         if (!stereo) {
-            left = right = gain * 0.5F * (left + right) + hiss * noise->Next();
-            continue;
+            const CHiss::Four others = {sides[1], sides[0], sides[3], sides[2]};
+            sides = 0.5F * (sides + others);
+            noise = CHiss::Four{noise[0], noise[0], noise[2], noise[2]};
         }
-        left = gain * left + hiss * noise->Next();
-        right = gain * right + hiss * noise->Next();
+        return gain * sides + amplitude * noise;
+    };
+    CHiss::Four sides = {};
+    constexpr std::size_t kTwoFrames = sizeof sides, kFrame = kTwoFrames / 2;
+    for (; count >= 2; count -= 2, frames += 2 * sound::kChannels) {
+        std::memcpy(&sides, frames, kTwoFrames);
+        sides = received(sides);
+        std::memcpy(frames, &sides, kTwoFrames);
     }
+    if (count == 1) {
+        std::memcpy(&sides, frames, kFrame);
+        sides = received(sides);
+        std::memcpy(frames, &sides, kFrame);
+    }
+    *hiss = row;
 }
 
 }  // namespace fm

@@ -9,7 +9,6 @@
 #include "handset/fmdevice/band/band_file.h"
 #include "handset/fmdevice/band/debug_output.h"
 #include "handset/fmdevice/band/host_file.h"
-#include "handset/fmdevice/band/receiver_sound.h"
 #include "handset/fmdevice/band/seek.h"
 #include "handset/state/handset_state.h"
 

@@ -13,6 +13,7 @@
 #include "handset/fmdevice/band/front_end.h"
 #include "handset/fmdevice/band/generators.h"
 #include "handset/fmdevice/band/rds_reader.h"
+#include "handset/fmdevice/band/receiver_sound.h"
 
 namespace fm {
 
@@ -80,7 +81,7 @@ class CSimulatedBand : public ITunerFrontEnd {
     std::unique_ptr<IGenerator> generator_;
     std::uint32_t generatorChannel_ = 0;
     std::string generatorSource_;
-    CNoise hiss_{20211};
+    CHiss hiss_{20211};
 };
 
 }  // namespace fm

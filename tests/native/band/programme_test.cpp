@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "handset/fmdevice/band/generators.h"
@@ -77,6 +78,18 @@ TEST(Programme, TwoTonesAreOneForEachSide) {
     EXPECT_NEAR(Amplitude(frames, 0, 440), fm::kToneAmplitude, 0.001);
     EXPECT_NEAR(Amplitude(frames, 0, 660), 0, 0.001);
     EXPECT_NEAR(Amplitude(frames, 1, 660), fm::kToneAmplitude, 0.001);
+}
+
+TEST(Programme, ATonesSamplesAreTheSameHoweverManyAreAskedForAtOnce) {
+    const auto whole = Second("tone:440,660");
+    const auto tone = fm::MakeGenerator(Programme("tone:440,660"));
+    std::vector<float> pieces(whole.size());
+    std::size_t at = 0;
+    for (std::size_t count = 1; at + count <= whole.size() / 2; at += count, count = count % 13 + 1)
+        tone->Render(pieces.data() + 2 * at, count);
+    ASSERT_GT(at, 0U);
+    EXPECT_TRUE(
+        std::equal(pieces.begin(), pieces.begin() + static_cast<std::ptrdiff_t>(2 * at), whole.begin()));
 }
 
 TEST(Programme, AMelodyPlaysItsNotesInTurn) {
