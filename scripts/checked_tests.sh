@@ -54,8 +54,8 @@ kora_test_checked() {
     notices_damage
     step "tests of the radio and the handset under closer watch ($mode)"
     GTEST_OUTPUT=xml:$(windows_path "$KORA_HOME/results/") run_tests "$KORA_PRESET" "$filter" "${LEFT_OUT[@]}" || failed=1
-    all=$(count_tests tests)
-    bad=$(($(count_tests failures) + $(count_tests errors)))
+    all=$(count_tests "$KORA_HOME/results" tests)
+    bad=$(count_bad_tests "$KORA_HOME/results")
     printf '%d passed, %d failed (%s)\n' $((all - bad)) "$bad" "$mode"
     [ "$all" -gt 0 ] || fail "no test has a name that matches \"$filter\""
     [ $failed -eq 0 ] || fail "some tests failed; their words are above"

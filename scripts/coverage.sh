@@ -54,7 +54,7 @@ kora_coverage() {
     export GCOV_PREFIX=Z:
     step "tests on the counting radio (some minutes)"
     GTEST_OUTPUT=xml:$(windows_path "$KORA_HOME/results/") run_tests coverage "$filter" -L application || failed=1
-    printf '%d tests ran\n' "$(count_tests tests)"
+    printf '%d tests ran\n' "$(count_tests "$KORA_HOME/results" tests)"
     unset GCOV_PREFIX  # it would lead the adding astray
     counts_collect
     coverage_report "$report"

@@ -9,11 +9,6 @@ left_to_band() {
         sed -e 's/&#x0A;.*//' -e "s/&apos;/'/g" -e 's/&quot;/"/g' -e 's/&amp;/\&/g' | sort
 }
 
-# What the results of this run sum up to, by an attribute of their first element.
-ether_sum() {
-    sed -n "s/^<testsuites .* *$1=\"\([0-9]*\)\".*/\1/p" "$KORA_ROOT"/build/release/ether/*.xml | awk '{ n += $1 } END { print n + 0 }'
-}
-
 kora_test_ether() {
     packages_need "${KORA_BUILD_PACKAGES[@]}" "${KORA_DISPLAY_PACKAGES[@]}" "${KORA_TEST_PACKAGES[@]}"
     local filter=${1:-.} failed=0 all bad left results=$KORA_ROOT/build/release/ether
@@ -25,8 +20,8 @@ kora_test_ether() {
     step "tests of the radio on the simulated ether"
     run_tests release "$filter" -C Ether -L '^ether$' || failed=1
     [ -d "$results" ] || fail "no test has a name that matches \"$filter\""
-    all=$(ether_sum tests)
-    bad=$(($(ether_sum failures) + $(ether_sum errors)))
+    all=$(count_tests "$results" tests)
+    bad=$(count_bad_tests "$results")
     left=$(left_to_band "$results"/*.xml)
     if [ -n "$left" ]; then printf 'left to the simulated band, and why:\n%s\n' "$left"; fi
     left=$(printf '%s' "$left" | grep -c . || true)

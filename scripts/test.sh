@@ -17,11 +17,16 @@ run_tests() {
     ctest --test-dir "$KORA_ROOT/build/$preset" --output-on-failure -j 2 -R "$program" "$@"
 }
 
-# count_tests ATTRIBUTE: summed over the results.
+# count_tests FOLDER ATTRIBUTE: summed over the results that lie there.
 count_tests() {
     # A program that a test started as its own child counts there; its file has a number at its end.
-    find "$KORA_HOME/results" -name "*.xml" ! -name "*_[0-9]*.xml" -exec xmllint --recover --xpath "number(/testsuites/@$1)" {} \; 2>/dev/null |
+    find "$1" -name "*.xml" ! -name "*_[0-9]*.xml" -exec xmllint --recover --xpath "number(/testsuites/@$2)" {} \; 2>/dev/null |
         awk '{ n += $1 } END { print n + 0 }'
+}
+
+# The tests that failed or were broken off, of the results that lie in FOLDER.
+count_bad_tests() {
+    echo $(($(count_tests "$1" failures) + $(count_tests "$1" errors)))
 }
 
 # programs_broken_off PRESET: those of the last run that failed and left no count behind.
@@ -77,8 +82,8 @@ kora_test() {
     GTEST_OUTPUT=xml:$(windows_path "$KORA_HOME/results/") run_tests release "$filter" || { failed=1; broken+=" $(programs_broken_off release)"; }
 
     local all bad
-    all=$(count_tests tests)
-    bad=$(($(count_tests failures) + $(count_tests errors)))
+    all=$(count_tests "$KORA_HOME/results" tests)
+    bad=$(count_bad_tests "$KORA_HOME/results")
     printf '%d passed, %d failed\n' $((all - bad)) "$bad"
     # shellcheck disable=SC2086
     [ -z "${broken// /}" ] || printf 'broken off before it had counted: %s\n' $broken

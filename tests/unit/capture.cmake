@@ -16,12 +16,7 @@ kora_test(test_capture
         capture/recording_test.cpp
         capture/stream_control_test.cpp
         ../support/failing_memory.cpp
-        ../support/handset_here.cpp
-        ../support/handset_under_test.cpp
-        ../support/host_tool.cpp
-        ../support/process_counts.cpp
-        ../support/sound_file.cpp
-    LIBS kora_setup kora_amrnb kora_state fmdevice strmiids uuid ole32 kernel32 advapi32 COREDLL)
+    LIBS kora_setup kora_amrnb test_support fmdevice strmiids uuid ole32 kernel32 advapi32 COREDLL)
 add_dependencies(test_capture capture)
 
 # Recordings of minutes, on a clock that makes seconds of them.
@@ -31,10 +26,6 @@ kora_test(test_long_recording
         capture/long_recording_test.cpp
         capture/recorded_sound.cpp
         capture/recording_rig.cpp
-        ../support/handset_here.cpp
-        ../support/handset_under_test.cpp
-        ../support/host_tool.cpp
-        ../support/sound_file.cpp
-    LIBS kora_setup kora_state fmdevice strmiids uuid ole32 kernel32 advapi32 COREDLL)
+    LIBS kora_setup test_support fmdevice strmiids uuid ole32 kernel32 advapi32 COREDLL)
 add_dependencies(test_long_recording capture)
 set_tests_properties(test_long_recording PROPERTIES ENVIRONMENT KORA_CLOCKRATE=30)

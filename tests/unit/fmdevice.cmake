@@ -19,5 +19,4 @@ kora_test(test_fmdevice
         fmdevice/tuner_under_test.cpp
         fmdevice/wav_measure.cpp
         ../support/failing_memory.cpp
-        ../support/handset_here.cpp
-    LIBS fmdevice transmitter kora_state ws2_32 kernel32 advapi32 COREDLL)
+    LIBS fmdevice transmitter test_support ws2_32 kernel32 advapi32 COREDLL)
