@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <initializer_list>
 
 #include "device/pe/functions.h"
 #include "device/pe/imports.h"
@@ -25,6 +26,15 @@ struct Section {
     std::uint32_t rva = 0, size = 0, flags = 0;
     Bytes bytes;
 };
+
+// What stands at an offset of a header, in two bytes or in four.
+struct Field {
+    std::uint32_t at, bytes, value;
+};
+
+void PutFields(Bytes& file, std::uint32_t from, std::initializer_list<Field> fields) {
+    for (const Field& field : fields) (field.bytes == 2 ? Put16 : Put32)(file, from + field.at, field.value);
+}
 
 class Builder {
   public:
@@ -150,51 +160,60 @@ class Builder {
         std::memcpy(file.data(), "MZ", 2);
         Put32(file, 0x3C, kPeAt);
         std::memcpy(file.data() + kPeAt, "PE\0\0", 4);
-        Put16(file, kPeAt + 4, kMachineArm);
-        Put16(file, kPeAt + 6, static_cast<std::uint32_t>(sections_.size()));
-        Put16(file, kPeAt + 20, kOptionalSize);
-        Put16(file, kPeAt + 22, kCharacteristics);
-
         std::uint32_t code = 0, data = 0;
         for (const Section& section : sections_) {
             std::uint32_t& sum = section.flags == kCode ? code : data;
             sum += RoundUp(section.bytes.size(), kFilePage);
         }
-        const std::uint32_t o = kOptionalAt;
-        Put16(file, o, 0x10B);
-        Put32(file, o + 4, code);
-        Put32(file, o + 8, data);
-        Put32(file, o + 16, image_.entry - kImageBase);
-        Put32(file, o + 20, sections_.front().rva);
-        Put32(file, o + 24, sections_.size() > 1 ? sections_[1].rva : 0);
-        Put32(file, o + 28, kImageBase);
-        Put32(file, o + 32, kPage);
-        Put32(file, o + 36, kFilePage);
-        Put16(file, o + 40, kMajor);
-        Put16(file, o + 42, kMinor);
-        Put16(file, o + 48, kMajor);
-        Put16(file, o + 50, kMinor);
-        Put32(file, o + 56, NextRva());
-        Put32(file, o + 60, headers);
-        Put16(file, o + 68, kSubsystemCeGui);
-        Put32(file, o + 72, kStack);
-        Put32(file, o + 76, kPage);
-        Put32(file, o + 80, kHeap);
-        Put32(file, o + 84, kPage);
-        Put32(file, o + 92, static_cast<std::uint32_t>(directories_.size()));
-        for (std::size_t i = 0; i < directories_.size(); ++i) {
-            Put32(file, o + 96 + 8 * i, directories_[i].rva);
-            Put32(file, o + 100 + 8 * i, directories_[i].size);
-        }
+        const auto sections = static_cast<std::uint32_t>(sections_.size());
+        const auto directories = static_cast<std::uint32_t>(directories_.size());
+        PutFields(file, kPeAt,
+                  {
+                      {4, 2, kMachineArm},
+                      {6, 2, sections},
+                      {20, 2, kOptionalSize},
+                      {22, 2, kCharacteristics},
+                  });
+        PutFields(file, kOptionalAt,
+                  {
+                      {0, 2, 0x10B},
+                      {4, 4, code},
+                      {8, 4, data},
+                      {16, 4, image_.entry - kImageBase},
+                      {20, 4, sections_.front().rva},
+                      {24, 4, sections > 1 ? sections_[1].rva : 0},
+                      {28, 4, kImageBase},
+                      {32, 4, kPage},
+                      {36, 4, kFilePage},
+                      {40, 2, kMajor},
+                      {42, 2, kMinor},
+                      {48, 2, kMajor},
+                      {50, 2, kMinor},
+                      {56, 4, NextRva()},
+                      {60, 4, headers},
+                      {68, 2, kSubsystemCeGui},
+                      {72, 4, kStack},
+                      {76, 4, kPage},
+                      {80, 4, kHeap},
+                      {84, 4, kPage},
+                      {92, 4, directories},
+                  });
+        for (std::uint32_t i = 0; i < directories; ++i)
+            PutFields(file, kOptionalAt + 96 + 8 * i,
+                      {{0, 4, directories_[i].rva}, {4, 4, directories_[i].size}});
     }
 
     static void PutSectionRow(Bytes& file, std::uint32_t at, const Section& section) {
         std::memcpy(file.data() + at, section.name.data(), std::min<std::size_t>(section.name.size(), 8));
-        Put32(file, at + 8, section.size);
-        Put32(file, at + 12, section.rva);
-        Put32(file, at + 16, RoundUp(section.bytes.size(), kFilePage));
-        Put32(file, at + 20, section.bytes.empty() ? 0 : static_cast<std::uint32_t>(file.size()));
-        Put32(file, at + 36, section.flags);
+        const std::uint32_t begin = section.bytes.empty() ? 0 : static_cast<std::uint32_t>(file.size());
+        PutFields(file, at,
+                  {
+                      {8, 4, section.size},
+                      {12, 4, section.rva},
+                      {16, 4, RoundUp(section.bytes.size(), kFilePage)},
+                      {20, 4, begin},
+                      {36, 4, section.flags},
+                  });
     }
 
     struct Place {

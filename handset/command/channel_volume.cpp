@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include "handset/base/rows.h"
 #include "handset/controls/encoding.h"
 #include "handset/coredll/cedb/errors.h"
 #include "handset/coredll/cedb/volume_file.h"
@@ -28,9 +29,8 @@ constexpr FaultRow kFaults[] = {
 // clang-format on
 
 std::wstring FaultText(DWORD error) {
-    for (const FaultRow& row : kFaults) {
-        if (row.error == error) return row.text;
-    }
+    const FaultRow* const row = handset::RowWith(kFaults, &FaultRow::error, error);
+    if (row != nullptr) return row->text;
     return L"the phone's \\KORA.vol cannot be used (error " + std::to_wstring(error) + L")";
 }
 

@@ -3,6 +3,7 @@
 #include <cwctype>
 
 #include "handset/base/number_text.h"
+#include "handset/base/rows.h"
 #include "handset/state/stored_value.h"
 
 namespace handset {
@@ -134,10 +135,8 @@ std::wstring DeviceRegistryRootPath(HKEY root) {
         {HKEY_CURRENT_USER, L"HKCU"},
         {HKEY_USERS, L"HKU"},
     };
-    for (const Root& row : kRoots) {
-        if (row.key == root) return StateKeyPath() + L"\\Registry\\" + row.name;
-    }
-    return L"";
+    const Root* const row = RowWith(kRoots, &Root::key, root);
+    return row == nullptr ? L"" : StateKeyPath() + L"\\Registry\\" + row->name;
 }
 
 }  // namespace handset

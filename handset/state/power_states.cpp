@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cwchar>
 
+#include "handset/base/rows.h"
 #include "handset/state/handset_state.h"
 
 namespace handset {
@@ -35,10 +36,7 @@ const PowerStateRow* PowerStateNamed(const std::wstring& name) {
 }
 
 const PowerStateRow* PowerStateWithFlags(std::uint32_t flags) {
-    for (const PowerStateRow& row : PowerStates()) {
-        if (row.flags == flags) return &row;
-    }
-    return nullptr;
+    return RowWith(PowerStates(), &PowerStateRow::flags, flags);
 }
 
 PowerState CurrentPowerState() {

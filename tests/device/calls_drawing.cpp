@@ -46,10 +46,6 @@ std::uint32_t LoadImage(Phone& phone) {
     return 0;
 }
 
-std::uint32_t One(Phone&) {
-    return 1;
-}
-
 }  // namespace
 
 void AddDrawingCalls(SystemCalls& calls) {

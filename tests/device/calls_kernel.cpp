@@ -90,13 +90,6 @@ std::uint32_t Handle(Phone& phone) {
     return handle;
 }
 
-std::uint32_t One(Phone&) {
-    return 1;
-}
-std::uint32_t Nothing(Phone&) {
-    return 0;
-}
-
 }  // namespace
 
 void AddKernelCalls(SystemCalls& calls) {

@@ -61,13 +61,6 @@ std::uint32_t CreateObject(Phone& phone) {
     return 0;
 }
 
-std::uint32_t One(Phone&) {
-    return 1;
-}
-std::uint32_t Nothing(Phone&) {
-    return 0;
-}
-
 // --- The tuner ---------------------------------------------------------------------------------------------
 
 // Arguments begin behind the object itself. An operation's line in the log is its name, what it took and what

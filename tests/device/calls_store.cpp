@@ -71,13 +71,6 @@ std::uint32_t Seek(Phone& phone) {
     return 0;
 }
 
-std::uint32_t One(Phone&) {
-    return 1;
-}
-std::uint32_t Nothing(Phone&) {
-    return 0;
-}
-
 }  // namespace
 
 void AddStoreCalls(SystemCalls& calls) {

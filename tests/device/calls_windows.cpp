@@ -152,13 +152,6 @@ std::uint32_t Box(Phone& phone) {
     return 1;
 }
 
-std::uint32_t One(Phone&) {
-    return 1;
-}
-std::uint32_t Nothing(Phone&) {
-    return 0;
-}
-
 }  // namespace
 
 void AddWindowCalls(SystemCalls& calls) {

@@ -128,6 +128,13 @@ class Phone {
 
 // The functions that are served, by name; each family has a file of its own.
 using SystemCalls = std::map<std::string, SystemCall>;
+// Calls that nothing follows from.
+inline std::uint32_t One(Phone&) {
+    return 1;
+}
+inline std::uint32_t Nothing(Phone&) {
+    return 0;
+}
 void AddRuntimeCalls(SystemCalls& calls);
 void AddKernelCalls(SystemCalls& calls);
 void AddWindowCalls(SystemCalls& calls);

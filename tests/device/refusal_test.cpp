@@ -8,6 +8,7 @@
 #include <iterator>
 
 #include "tests/device/disassembly.h"
+#include "tests/device/own_folder.h"
 
 namespace {
 
@@ -24,16 +25,9 @@ std::string Output(const std::string& command) {
 
 class Refusals : public ::testing::Test {
   protected:
-    std::filesystem::path folder;
+    device::CFolder folder;
 
-    void SetUp() override {
-        char name[] = "/tmp/kora-refusal-XXXXXX";
-        ASSERT_NE(mkdtemp(name), nullptr);
-        folder = name;
-    }
-    void TearDown() override { std::filesystem::remove_all(folder); }
-
-    std::string Path(const char* name) const { return (folder / name).string(); }
+    std::string Path(const char* name) const { return folder.Path(name); }
 
     // What the compiler says of this source, compiled as the application is; by the build's own command.
     std::string Compile(const std::string& source) const {

@@ -1,10 +1,8 @@
 // What the phone's installer is told to do, read from the cabinet itself.
 #include <gmock/gmock.h>
-#include <stdlib.h>
-
-#include <filesystem>
 
 #include "tests/device/disassembly.h"
+#include "tests/device/own_folder.h"
 
 namespace {
 
@@ -13,21 +11,17 @@ using Lines = std::vector<std::string>;
 
 class Setup : public ::testing::Test {
   protected:
-    std::filesystem::path folder;
+    device::CFolder folder;
 
     void SetUp() override {
-        char name[] = "/tmp/kora-setup-XXXXXX";
-        ASSERT_NE(mkdtemp(name), nullptr);
-        folder = name;
-        ASSERT_THAT(device::OutputOf("gcab -x -C '" + folder.string() + "' '" KORA_DEVICE_BUILD "/Kora.cab'"),
+        ASSERT_THAT(device::OutputOf("gcab -x -C '" + folder.Path() + "' '" KORA_DEVICE_BUILD "/Kora.cab'"),
                     ElementsAre());
     }
-    void TearDown() override { std::filesystem::remove_all(folder); }
 
     // The value of an expression of XPath in the definition.
     std::string Value(const std::string& expression) const {
-        const Lines lines = device::OutputOf("xmllint --xpath \"" + expression + "\" '" +
-                                             (folder / "_setup.xml").string() + "'");
+        const Lines lines =
+            device::OutputOf("xmllint --xpath \"" + expression + "\" '" + folder.Path("_setup.xml") + "'");
         std::string value;
         for (const std::string& line : lines) value += (value.empty() ? "" : "\n") + line;
         return value;
@@ -63,7 +57,7 @@ TEST_F(Setup, LaysTheProgramWhereBookingsStartIt) {
     EXPECT_EQ(Value("string(" + program + "/characteristic[@type='Extract']/parm[@name='Source']/@value)"),
               "UI.exe");
     EXPECT_EQ(Value("count(" + kFiles + "//characteristic[@type='Extract'])"), "1");
-    EXPECT_EQ(device::OutputOf("cmp '" + (folder / "UI.exe").string() + "' '" KORA_DEVICE_PROGRAM "'"),
+    EXPECT_EQ(device::OutputOf("cmp '" + folder.Path("UI.exe") + "' '" KORA_DEVICE_PROGRAM "'"),
               Lines());
 }
 

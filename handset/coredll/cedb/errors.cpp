@@ -1,6 +1,8 @@
 // The engine's answers as the device's error codes.
 #include "handset/coredll/cedb/errors.h"
 
+#include "handset/base/rows.h"
+
 namespace cedb {
 namespace {
 
@@ -31,10 +33,8 @@ constexpr ErrorRow kErrors[] = {
 }  // namespace
 
 DWORD ErrorOf(Status status, DWORD notFound) {
-    for (const ErrorRow& row : kErrors) {
-        if (row.status == status) return row.error;
-    }
-    return notFound;
+    const ErrorRow* const row = handset::RowWith(kErrors, &ErrorRow::status, status);
+    return row == nullptr ? notFound : row->error;
 }
 
 }  // namespace cedb

@@ -3,6 +3,9 @@
 
 #include <cstring>
 
+#include "handset/base/file_time.h"
+#include "handset/base/rows.h"
+
 namespace cedb {
 namespace {
 
@@ -34,16 +37,13 @@ constexpr NumberRow kNumbers[] = {
     {CEVT_R8,   [](const CEVALUNION& v) { std::uint64_t n; std::memcpy(&n, &v.dblVal, sizeof n); return n; },
                 [](CEVALUNION* v, std::uint64_t n) { std::memcpy(&v->dblVal, &n, sizeof n); }},
     {CEVT_FILETIME,
-                [](const CEVALUNION& v) { return std::uint64_t{v.filetime.dwHighDateTime} << 32 | v.filetime.dwLowDateTime; },
-                [](CEVALUNION* v, std::uint64_t n) { v->filetime = {static_cast<DWORD>(n), static_cast<DWORD>(n >> 32)}; }},
+                [](const CEVALUNION& v) { return handset::Ticks(v.filetime); },
+                [](CEVALUNION* v, std::uint64_t n) { v->filetime = handset::FileTime(n); }},
 };
 // clang-format on
 
 const NumberRow* FindNumber(std::uint16_t type) {
-    for (const NumberRow& row : kNumbers) {
-        if (row.type == type) return &row;
-    }
-    return nullptr;
+    return handset::RowWith(kNumbers, &NumberRow::type, type);
 }
 
 std::size_t AppendAligned(std::string* block, const void* bytes, std::size_t size) {

@@ -6,6 +6,7 @@
 #include <cwchar>
 
 #include "handset/base/module_edge.h"
+#include "handset/base/rows.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/handset_state.h"
 
@@ -34,13 +35,6 @@ constexpr SpecialFolder kSpecialFolders[] = {
 };
 // clang-format on
 
-const wchar_t* PathOf(int id) {
-    for (const SpecialFolder& row : kSpecialFolders) {
-        if (row.id == id) return row.path;
-    }
-    return nullptr;
-}
-
 // Each folder on the way is made as well.
 bool MakeFolders(const std::wstring& path) {
     for (std::size_t end = path.find(L'\\', 1); end != std::wstring::npos; end = path.find(L'\\', end + 1)) {
@@ -57,13 +51,13 @@ bool MakeFolders(const std::wstring& path) {
 COREDLL_EXPORT BOOL WINAPI DeviceSHGetSpecialFolderPath(HWND /*owner*/, wchar_t* path, int folder,
                                                         BOOL create) try {
     const coredll::CallGuard guard;
-    const wchar_t* found = PathOf(folder);
+    const SpecialFolder* const found = handset::RowWith(kSpecialFolders, &SpecialFolder::id, folder);
     if (path == nullptr || found == nullptr) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
     }
-    std::wcscpy(path, found);
-    return !create || MakeFolders(found);
+    std::wcscpy(path, found->path);
+    return !create || MakeFolders(found->path);
 } catch (...) {
     return handset::EdgeAnswer(FALSE);
 }
