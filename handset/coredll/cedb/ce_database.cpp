@@ -5,8 +5,8 @@
 #include "handset/coredll/cedb/errors.h"
 #include "handset/coredll/cedb/mounts.h"
 #include "handset/coredll/cedb/volume_file.h"
+#include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/coredll_exports.h"
-#include "handset/coredll/kernel/platform_call.h"
 
 namespace {
 
@@ -91,7 +91,7 @@ DWORD Open(PCEGUID volume, PCEOID oid, LPCWSTR name, const SORTORDERSPECEX* sort
 }  // namespace
 
 COREDLL_EXPORT CEOID WINAPI CeCreateDatabaseEx2(PCEGUID volume, CEDBASEINFOEX* info) try {
-    const PlatformCall call;
+    const coredll::CallGuard guard;
     const auto mounted = FindVolume(volume);
     cedb::DatabaseInfo wanted;
     if (mounted == nullptr || info == nullptr || !ToInfo(*info, &wanted))
@@ -110,7 +110,7 @@ COREDLL_EXPORT CEOID WINAPI CeCreateDatabaseEx2(PCEGUID volume, CEDBASEINFOEX* i
 
 COREDLL_EXPORT HANDLE WINAPI CeOpenDatabaseEx2(PCEGUID volume, PCEOID oid, LPWSTR name, SORTORDERSPECEX* sort,
                                                DWORD flags, CENOTIFYREQUEST* request) try {
-    const PlatformCall call;
+    const coredll::CallGuard guard;
     HANDLE handle = INVALID_HANDLE_VALUE;
     // Device differs: nobody is told about changes that others make to the database.
     const DWORD error =

@@ -6,8 +6,8 @@
 #include "handset/coredll/cedb/errors.h"
 #include "handset/coredll/cedb/mounts.h"
 #include "handset/coredll/cedb/property_values.h"
+#include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/coredll_exports.h"
-#include "handset/coredll/kernel/platform_call.h"
 
 namespace {
 
@@ -119,7 +119,7 @@ DWORD Read(HANDLE database, const ReadRequest& request, cedb::Oid* oid) {
 
 COREDLL_EXPORT CEOID WINAPI CeReadRecordPropsEx(HANDLE database, DWORD flags, LPWORD count, CEPROPID* ids,
                                                 LPBYTE* buffer, LPDWORD size, HANDLE heap) try {
-    const PlatformCall call;
+    const coredll::CallGuard guard;
     cedb::Oid oid = 0;
     const DWORD error = Read(database, {flags, count, ids, buffer, size, BlockHeap(heap)}, &oid);
     if (error == ERROR_SUCCESS) return oid;

@@ -4,8 +4,8 @@
 #include "handset/coredll/cedb/mounts.h"
 #include "handset/coredll/cedb/property_values.h"
 #include "handset/coredll/cedb/volume_file.h"
+#include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/coredll_exports.h"
-#include "handset/coredll/kernel/platform_call.h"
 
 namespace {
 
@@ -57,7 +57,7 @@ bool ToTarget(DWORD type, DWORD_PTR value, WORD values, cedb::SeekTarget* target
 }
 
 CEOID SeekIn(HANDLE database, DWORD type, DWORD_PTR value, WORD values, LPDWORD index) {
-    const PlatformCall call;
+    const coredll::CallGuard guard;
     const auto open = FindOpenDatabase(database);
     cedb::SeekTarget target;
     if (open == nullptr || !ToTarget(type, value, values, &target)) return Fail(ERROR_INVALID_PARAMETER);
@@ -99,7 +99,7 @@ COREDLL_EXPORT CEOID WINAPI CeSeekDatabase(HANDLE database, DWORD type, DWORD_PT
 
 COREDLL_EXPORT CEOID WINAPI CeWriteRecordProps(HANDLE database, CEOID record, WORD count,
                                                CEPROPVAL* values) try {
-    const PlatformCall call;
+    const coredll::CallGuard guard;
     const auto open = FindOpenDatabase(database);
     std::vector<cedb::PropertyChange> changes;
     if (open == nullptr) return Fail(ERROR_INVALID_HANDLE);
@@ -117,7 +117,7 @@ COREDLL_EXPORT CEOID WINAPI CeWriteRecordProps(HANDLE database, CEOID record, WO
 }
 
 COREDLL_EXPORT BOOL WINAPI CeDeleteRecord(HANDLE database, CEOID record) try {
-    const PlatformCall call;
+    const coredll::CallGuard guard;
     const auto open = FindOpenDatabase(database);
     if (open == nullptr) return Fail(ERROR_INVALID_HANDLE) != 0;
     if (!MayWrite(open->mounted->path)) return Fail(ERROR_DISK_FULL) != 0;

@@ -1,8 +1,13 @@
 // COREDLL parks suspended threads at its calls; these programs have no COREDLL around the database calls and
 // suspend nobody.
-#include "handset/coredll/kernel/platform_call.h"
+#include "handset/coredll/kernel/thread_record.h"
 
-extern "C" {
-void WINAPI HandsetEnterCall(BOOL) {}
-void WINAPI HandsetLeaveCall(void) {}
+namespace coredll {
+
+ThreadRecord* CurrentThreadRecord() noexcept {
+    return nullptr;
 }
+void ThreadRecord::Enter(CallKind, std::uintptr_t, std::uintptr_t) noexcept {}
+void ThreadRecord::Leave() noexcept {}
+
+}  // namespace coredll
