@@ -74,8 +74,8 @@ TEST_F(BandReload, AFileThatIsBeingWrittenLeavesTheBandAsItWas) {
     PowerUp();
     int looks = 0;
     for (int round = 0; round < 500 && looks < 20; ++round) {
-        BandFileInWork file(FILE_SHARE_READ);
         const ULONGLONG begun = GetTickCount64();
+        BandFileInWork file(FILE_SHARE_READ);
         const int empty = Signal();
         Sleep(25);  // it looks at the file at most every 20 ms
         const int stillEmpty = Signal();
