@@ -7,18 +7,12 @@
 #include <fstream>
 #include <sstream>
 
+#include "handset/base/utf8.h"
+
 namespace bench {
 namespace {
 
 constexpr double kUnknown = -1;
-
-std::string Utf8(const std::wstring& text) {
-    std::string bytes(text.size() * 3, '\0');
-    bytes.resize(static_cast<std::size_t>(
-        WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(),
-                            static_cast<int>(bytes.size()), nullptr, nullptr)));
-    return bytes;
-}
 
 // Files under /proc have no size that could be asked for; they are read to their end.
 std::string ReadProc(const std::wstring& path) {
@@ -60,7 +54,7 @@ double BeganAt(const std::wstring& folder) {
 // The Linux process whose command line begins with the program's path; the youngest, for one that was ended a
 // moment ago may still be there. Numbers of processes come again and tell nothing.
 std::wstring FindProcFolder(const std::wstring& path) {
-    const std::string wanted = Utf8(path);
+    const std::string wanted = handset::Utf8(path);
     std::wstring best;
     double bestBegan = -1;
     EachNumberedFolder(L"Z:\\proc", [&](const std::wstring& folder) {

@@ -1,10 +1,11 @@
 #include "tests/support/host_tool.h"
-#include "handset/state/process_start.h"
 
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
+#include "handset/base/utf8.h"
+#include "handset/state/process_start.h"
 #include "tests/support/handset_under_test.h"
 #include "tests/support/wait.h"
 
@@ -13,27 +14,11 @@ namespace {
 
 constexpr DWORD kToolDeadline_ms = 60000;
 
-std::string Narrow(const std::wstring& text) {
-    std::string bytes(text.size() * 3, '\0');
-    bytes.resize(static_cast<std::size_t>(
-        WideCharToMultiByte(CP_UTF8, 0, text.c_str(), static_cast<int>(text.size()), bytes.data(),
-                            static_cast<int>(bytes.size()), nullptr, nullptr)));
-    return bytes;
-}
-
-std::wstring Wide(const std::string& text) {
-    std::wstring wide(text.size(), L'\0');
-    wide.resize(
-        static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.c_str(), static_cast<int>(text.size()),
-                                                     wide.data(), static_cast<int>(wide.size()))));
-    return wide;
-}
-
 std::string TemporaryFile() {
     WCHAR folder[MAX_PATH] = L"", path[MAX_PATH] = L"";
     GetTempPathW(MAX_PATH, folder);
     GetTempFileNameW(folder, L"hst", 0, path);
-    return Narrow(path);
+    return handset::Utf8(path);
 }
 
 using UnixName = char*(CDECL*)(const WCHAR*);
@@ -60,11 +45,11 @@ std::string HostPath(const std::wstring& file) {
 // Wine starts the machine's programs, but gives no handle to wait for: the end is told by a file that
 // appears.
 std::string RunOnHost(const std::string& command) {
-    const std::wstring output = Wide(TemporaryFile());
+    const std::wstring output = handset::Wide(TemporaryFile());
     const std::wstring done = output + L".done";
     const std::string target = HostPath(output);
-    std::wstring line =
-        Wide("\"/bin/sh\" -c \"{ " + command + "; } >" + target + " 2>&1; touch " + target + ".done\"");
+    std::wstring line = handset::Wide("\"/bin/sh\" -c \"{ " + command + "; } >" + target + " 2>&1; touch " +
+                                      target + ".done\"");
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
