@@ -3,8 +3,8 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <string>
 #include <stdexcept>
+#include <string>
 
 namespace device {
 

@@ -57,8 +57,7 @@ TEST_F(Setup, LaysTheProgramWhereBookingsStartIt) {
     EXPECT_EQ(Value("string(" + program + "/characteristic[@type='Extract']/parm[@name='Source']/@value)"),
               "UI.exe");
     EXPECT_EQ(Value("count(" + kFiles + "//characteristic[@type='Extract'])"), "1");
-    EXPECT_EQ(device::OutputOf("cmp '" + folder.Path("UI.exe") + "' '" KORA_DEVICE_PROGRAM "'"),
-              Lines());
+    EXPECT_EQ(device::OutputOf("cmp '" + folder.Path("UI.exe") + "' '" KORA_DEVICE_PROGRAM "'"), Lines());
 }
 
 TEST_F(Setup, MakesAShortcutToItAmongThePrograms) {
