@@ -40,6 +40,11 @@ void SetUpChannelField(HWND dialog) {
     ShowChannelPosition(dialog);
 }
 
+void SeatChannelArrows(HWND dialog) {
+    const LRESULT edit = Arrows(dialog, UDM_GETBUDDY);
+    if (edit != 0) Arrows(dialog, UDM_SETBUDDY, static_cast<WPARAM>(edit));
+}
+
 void ReleaseChannelField(HWND dialog) {
     RestoreFrequencyEdit(GetDlgItem(dialog, IDC_SCHEDULE_CHANNEL));
 }

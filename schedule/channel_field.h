@@ -5,6 +5,8 @@
 
 // Joins the two and shows the tuned frequency.
 void SetUpChannelField(HWND dialog);
+// Once the dialog is laid out anew: the arrows stand inside their field again, at its right end.
+void SeatChannelArrows(HWND dialog);
 // Gives the edit its own procedure back.
 void ReleaseChannelField(HWND dialog);
 

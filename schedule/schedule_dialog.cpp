@@ -59,6 +59,7 @@ INT_PTR OnStaticColour(HWND dialog, WPARAM wParam, LPARAM lParam) {
 INT_PTR OnSize(HWND dialog, WPARAM, LPARAM) {
     RelayoutDialog(g_app.hInstance, dialog,
                    IsPortraitScreen() ? IDD_SCHEDULE_PORTRAIT : IDD_SCHEDULE_LANDSCAPE);
+    SeatChannelArrows(dialog);
     ShowDayNames(dialog);
     FitBookingColumns(dialog);
     return TRUE;

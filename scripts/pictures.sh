@@ -34,8 +34,14 @@ join() {
 
 handset_do() { handset_exe "$@" >>"$KORA_HOME/pictures.log" 2>&1 </dev/null || fail "handset $* failed; see $KORA_HOME/pictures.log"; }
 tap() { xdotool mousemove "$1" "$2" click "${3:-1}"; settle; }
-# A menu opens at its soft key and grows upwards; its rows are counted from below, in pixels.
 menu() { handset_do softkey "$1"; settle; }
+# choose SIDE NUMBER: opens that soft key's menu and what its entry of that number opens.
+choose() {
+    local _
+    menu "$1"
+    for ((_ = 0; _ < $2; _++)); do handset_do key down; done
+    press return
+}
 # A touch below the list's rows and beside every menu closes a menu.
 put_away() { tap 30 205; }
 # The scan's way through the band, from the number that the tuner leaves in the state.
@@ -97,15 +103,15 @@ pictures_menus() {
     radio_on
     tune 9 8 5
     menu left; picture menu-left; put_away
-    menu right; tap 120 256; picture menu-right; put_away
+    choose right 3; picture menu-right; put_away
     join menus menu-left.png menu-right.png
 }
 
 pictures_channels() {
     radio_on
     tune 9 2 3
-    menu left; tap 50 239; picture channel-add; menu right
-    menu left; tap 50 222; picture channel-lists; menu right
+    choose left 2; picture channel-add; menu right
+    choose left 1; picture channel-lists; menu right
     tap 60 152 3; picture channel-menu; put_away
     join channels channel-menu.png channel-add.png channel-lists.png
 }
@@ -114,7 +120,7 @@ pictures_channels() {
 pictures_scan() {
     radio_on
     tune 8 8 5
-    menu left; tap 50 256; picture scan-question
+    choose left 3; picture scan-question
     handset_do key return
     until_tuned_past 9500
     import -silent -window root -crop "$DISPLAY_SIZE+0+0" +repage "$SHOTS/scan.png"
@@ -135,7 +141,7 @@ pictures_recording() {
 pictures_schedule() {
     radio_on
     tune 8 8 5
-    menu right; tap 120 239
+    choose right 2
     tap 158 67; xdotool key Up; tap 60 120; picture schedule
     turn landscape; picture schedule-flat
     join schedule schedule.png schedule-flat.png
@@ -143,7 +149,7 @@ pictures_schedule() {
 
 pictures_settings() {
     radio_on
-    menu right; tap 120 222; picture settings
+    choose right 1; picture settings
     turn landscape; picture settings-flat
     join settings settings.png settings-flat.png
 }
@@ -152,7 +158,7 @@ pictures_rds() {
     radio_on
     tune 9 8 5
     tap 203 249; picture rds; menu left
-    tap 172 249; tap 60 190; sleep 2; picture frequencies
+    tap 172 249; tap 60 275; sleep 2; picture frequencies
     join rds rds.png frequencies.png
 }
 

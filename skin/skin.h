@@ -25,9 +25,16 @@ struct SkinShownText : SkinShown {
 // At least the rows of the text table.
 inline constexpr int kMostShownTexts = 16;
 
+// At least the rows of the bitmap table.
+inline constexpr int kMostBitmaps = 8;
+
 struct CSkin : SkinTables {
     HINSTANCE hInstance = nullptr;              // module of the bitmaps
     HWND hWnd = nullptr;                        // stored by SkinWindowProc
     SkinShownText shownTexts[kMostShownTexts];  // by row of the text table
     SkinShown shownSignal;
+    // Whether the table's images are those for wide screens, by orientation, and the ones that it had before
+    // the screen's size changed. They are kept: a worker thread may be in the middle of a paint with one.
+    bool bWidePortrait = false, bWideLandscape = false;
+    HBITMAP hSparePortrait[kMostBitmaps] = {}, hSpareLandscape[kMostBitmaps] = {};
 };

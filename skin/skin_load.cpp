@@ -4,6 +4,7 @@
 #include <aygshell.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "resources/resource_ids.h"
 #include "skin/screen.h"
@@ -18,19 +19,44 @@ OwnedBitmap LoadForScreen(HINSTANCE module, UINT id, bool wide) {
     return OwnedBitmap(SHLoadImageResource(module, id));
 }
 
+// The user may turn the device later: each orientation has its own width.
+struct Widths {
+    bool bPortrait, bLandscape;
+};
+
+Widths WidthsOfScreen() {
+    const int cx = GetSystemMetrics(SM_CXSCREEN), cy = GetSystemMetrics(SM_CYSCREEN);
+    return {std::min(cx, cy) > kNarrowScreenWidth, std::max(cx, cy) > kNarrowScreenWidth};
+}
+
 }  // namespace
 
 void LoadSkinBitmaps(CSkin& skin) {
     if (skin.pBitmaps == nullptr) return;
-    // Loaded once, but the user may turn the device later: each orientation has its own width.
-    const int cx = GetSystemMetrics(SM_CXSCREEN), cy = GetSystemMetrics(SM_CYSCREEN);
-    const bool widePortrait = std::min(cx, cy) > kNarrowScreenWidth;
-    const bool wideLandscape = std::max(cx, cy) > kNarrowScreenWidth;
+    const Widths wide = WidthsOfScreen();
+    skin.bWidePortrait = wide.bPortrait;
+    skin.bWideLandscape = wide.bLandscape;
     for (int i = 0; i < skin.nBitmaps; ++i) {
         SkinBitmap& row = skin.pBitmaps[i];
         // The table keeps the images for the whole run.
-        row.hPortrait = LoadForScreen(skin.hInstance, row.uPortraitId, widePortrait).release();
-        row.hLandscape = LoadForScreen(skin.hInstance, row.uLandscapeId, wideLandscape).release();
+        row.hPortrait = LoadForScreen(skin.hInstance, row.uPortraitId, wide.bPortrait).release();
+        row.hLandscape = LoadForScreen(skin.hInstance, row.uLandscapeId, wide.bLandscape).release();
+    }
+}
+
+void FollowScreen(CSkin& skin) {
+    if (skin.pBitmaps == nullptr) return;
+    const Widths wide = WidthsOfScreen();
+    const bool portrait = std::exchange(skin.bWidePortrait, wide.bPortrait) != wide.bPortrait;
+    const bool landscape = std::exchange(skin.bWideLandscape, wide.bLandscape) != wide.bLandscape;
+    const auto exchange = [&](UINT id, bool isWide, HBITMAP& shown, HBITMAP& spare) {
+        if (spare == nullptr) spare = LoadForScreen(skin.hInstance, id, isWide).release();
+        std::swap(shown, spare);
+    };
+    for (int i = 0; i < skin.nBitmaps && i < kMostBitmaps; ++i) {
+        SkinBitmap& row = skin.pBitmaps[i];
+        if (portrait) exchange(row.uPortraitId, wide.bPortrait, row.hPortrait, skin.hSparePortrait[i]);
+        if (landscape) exchange(row.uLandscapeId, wide.bLandscape, row.hLandscape, skin.hSpareLandscape[i]);
     }
 }
 

@@ -73,7 +73,8 @@ constexpr int RowsOf(Row (&)[count]) {
 }
 
 static_assert(RowsOf(g_bitmaps) == 7 && RowsOf(g_buttons) == 9 && RowsOf(g_sliders) == 1 &&
-              RowsOf(g_texts) == 13 && RowsOf(g_texts) <= kMostShownTexts);
+              RowsOf(g_texts) == 13 && RowsOf(g_bitmaps) <= kMostBitmaps &&
+              RowsOf(g_texts) <= kMostShownTexts);
 
 }  // namespace
 

@@ -176,6 +176,32 @@ TEST_F(Turned, AWideScreensListStandsOnTheGroundOfTheOrientationThatItIsTurnedTo
     }
 }
 
+// A display of other pixels, under the running radio.
+TEST_F(Turned, AScreenThatBecomesWideAndNarrowAgainHasTheGroundOfItsSize) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    const struct {
+        const wchar_t* order;
+        const Screen& screen;
+    } kSteps[] = {{L"orientation 480x640", kScreens[2]},
+                  {L"orientation landscape", kScreens[3]},
+                  {L"orientation usual", kScreens[0]},
+                  {L"orientation landscape", kScreens[1]}};
+    for (const auto& step : kSteps) {
+        SCOPED_TRACE(step.screen.name);
+        ASSERT_EQ(test::RunProgram(L"handset.exe", step.order), 0u);
+        const SkinBitmap background(handset.DevicePath(L"\\Windows\\UI.exe"), step.screen.background);
+        ASSERT_TRUE(background.Loaded());
+        const int foot = std::min(step.screen.width, step.screen.height) >= 480 ? 110 : 60;
+        for (int y = 2; y < step.screen.height - foot; y += 20) {
+            if (y >= step.screen.list.top && y < step.screen.list.bottom) continue;
+            const int x = step.screen.width - 1;
+            ASSERT_TRUE(WaitFor([&] { return radio.Pixel(x, y) == background.At(x, y); }))
+                << "at " << x << ", " << y << ": 0x" << std::hex << radio.Pixel(x, y);
+        }
+    }
+}
+
 class Notices : public test::RadioTest {};
 
 TEST_F(Notices, TheSwitchToAnAlternativeFrequencyIsTold) {

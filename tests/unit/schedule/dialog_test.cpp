@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include <cstdlib>
+#include <utility>
 
 #include "tests/support/registered_controls.h"
 #include "tests/support/trace_capture.h"
@@ -199,6 +200,27 @@ TEST_F(Dialog, IsLaidOutForTheScreenThatItOpensOn) {
     handset.SetScreen(320, 240);
     OpenSchedule lying;
     ExpectLaidOutAs(lying, IDD_SCHEDULE_LANDSCAPE);
+}
+
+// Where the arrows begin and end, from the right end of their field.
+std::pair<LONG, LONG> ArrowsFromTheirField(const OpenSchedule& schedule) {
+    RECT field = {}, arrows = {};
+    GetWindowRect(schedule.Control(IDC_SCHEDULE_CHANNEL), &field);
+    GetWindowRect(schedule.Control(IDC_SCHEDULE_CHANNEL_SPIN), &arrows);
+    return {arrows.left - field.right, arrows.right - field.left};
+}
+
+TEST_F(Dialog, TheArrowsStayInTheirFieldWhenTheDisplayTurns) {
+    OpenSchedule schedule;
+    const std::pair<LONG, LONG> opened = ArrowsFromTheirField(schedule);
+    handset.SetScreen(320, 240);
+    test::SendDisplayChange(schedule.Dialog());
+    EXPECT_EQ(ArrowsFromTheirField(schedule), opened);
+    handset.SetScreen(240, 320);
+    test::SendDisplayChange(schedule.Dialog());
+    EXPECT_EQ(ArrowsFromTheirField(schedule), opened);
+    schedule.SetChannel(L"101.2");
+    EXPECT_EQ(schedule.Text(IDC_SCHEDULE_CHANNEL), L"101.2");
 }
 
 TEST_F(Dialog, IsLaidOutAgainWhenTheDisplayTurnsAndKeepsWhatItShows) {
