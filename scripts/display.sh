@@ -8,6 +8,13 @@ display_process() {
         printf '%s %s\n' "$number" "$pid"
 }
 
+# display_magnified: the name of the one that is shown enlarged; fails when none is.
+display_magnified() {
+    local number pid start
+    [ -f "$KORA_HOME/magnified/display" ] && read -r number pid start <"$KORA_HOME/magnified/display" &&
+        process_is "$pid" "$start" && printf ':%s\n' "$number"
+}
+
 # display_virtual WIDTHxHEIGHT: starts Xvfb for this KORA_HOME unless it runs, and exports DISPLAY.
 display_virtual() {
     local record=$KORA_HOME/display number lock

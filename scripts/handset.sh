@@ -34,8 +34,10 @@ KORA_DESKTOP=${KORA_DESKTOP:-760x760}
 # The display under it has room for the desktop of a phone with a large screen.
 KORA_DISPLAY=${KORA_DISPLAY:-1600x1280}
 
-# The user's display when there is one, else the virtual one.
+# The one on which the handset stands enlarged; the user's display when there is one, else the virtual one.
 display_any() {
+    local magnified
+    if magnified=$(display_magnified); then export DISPLAY=$magnified; fi
     [ -n "${DISPLAY:-}" ] || display_virtual "$KORA_DISPLAY"
 }
 

@@ -7,7 +7,8 @@ KORA_DISPLAY_PACKAGES=(xvfb x11-utils imagemagick)
 KORA_RUN_PACKAGES=(wine64 fonts-wine x11-utils)
 KORA_PACKAGE_PACKAGES=(zip librsvg2-bin dpkg-dev)
 KORA_MAINTAINER="Kora developers <kora@users.noreply.github.com>"
-KORA_TEST_PACKAGES=(clang libclang-rt-dev g++-mingw-w64-i686-posix ffmpeg sqlite3 desktop-file-utils zip unzip lintian libunicorn-dev libxml2-utils jq python3)
+KORA_TEST_PACKAGES=(clang xdotool libclang-rt-dev g++-mingw-w64-i686-posix ffmpeg sqlite3 desktop-file-utils zip unzip lintian libunicorn-dev libxml2-utils jq python3)
+KORA_MAGNIFIER_PACKAGES=(cmake ninja-build g++ libxcb1-dev libxcb-xtest0-dev xvfb x11-utils)
 KORA_RECEPTION_PACKAGES=(cmake ninja-build g++ gcc make libc6-dev dpkg-dev)
 KORA_COVERAGE_PACKAGES=(gcovr)
 

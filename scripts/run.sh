@@ -1,6 +1,13 @@
 # ./kora run: the handset with the radio on it, or the guided tour. Sourced by kora.
 
 . "$KORA_ROOT/scripts/antenna.sh"
+if [ -f "$KORA_ROOT/scripts/magnifier.sh" ]; then
+    . "$KORA_ROOT/scripts/magnifier.sh"
+else
+    # An installed radio has none.
+    magnifier_size() { case ${1:-1} in 1 | auto) echo 1 ;; *) fail 'an installed radio is shown in its own size alone' ;; esac; }
+    magnifier_close() { :; }
+fi
 
 # Picture requests of the tour: it prints "picture NAME", and waits until the file is there.
 tour_pictures() {
@@ -36,7 +43,7 @@ run_tour() {
 }
 
 # Ctrl-C, a closed terminal or an end by the system: what this run has started ends with it. A service that has bookings
-# goes on.
+# goes on. The same when the window that shows the handset enlarged is closed: run_broken_off RESULT.
 run_broken_off() {
     trap '' INT TERM HUP
     trap - EXIT
@@ -48,26 +55,35 @@ run_broken_off() {
     local booked=
     case $SAID in *'goes on'*) booked=1 ;; esac
     kora_stop_quietly
+    magnifier_close
     if [ -n "$booked" ]; then
         unset DISPLAY
         handset_stage
         service_start
     fi
-    exit 130
+    exit "${1:-130}"
+}
+
+run_end() {
+    antenna_end
+    magnifier_close
 }
 
 kora_run() {
-    local had_display=${DISPLAY:-} antenna=
+    local had_display=${DISPLAY:-} antenna='' size=''
     while [ $# -gt 0 ]; do
         case $1 in
             --antenna) [ $# -gt 1 ] || fail '--antenna wants one: band, ether, stick, rtl_tcp:HOST:PORT or file:PATH'; antenna=$2; shift 2 ;;
             --antenna=?*) antenna=${1#*=}; shift ;;
-            *) fail "run: \"$1\" is not understood; --antenna WHAT is" ;;
+            --size) [ $# -gt 1 ] || fail '--size wants 1, 2, 3 or auto'; size=$2; shift 2 ;;
+            --size=?*) size=${1#*=}; shift ;;
+            *) fail "run: \"$1\" is not understood; --antenna WHAT and --size N are" ;;
         esac
     done
+    if [ -n "$had_display" ]; then size=$(magnifier_size "$size") || exit 1; fi
     handset_ready
     favourites_once
-    trap antenna_end EXIT
+    trap run_end EXIT
     trap run_broken_off INT TERM HUP
     antenna_begin "$antenna"
     if [ -z "$had_display" ]; then
@@ -75,9 +91,14 @@ kora_run() {
         run_tour
         return
     fi
+    [ "$size" = 1 ] || magnifier_open "$size"
     step "starting the handset; close its window, or press Ctrl-C here, to end"
     # A desktop of its own keeps the phone and the radio's windows together, whatever the window manager does.
     wine_start explorer "/desktop=Kora,$KORA_DESKTOP" "$(windows_path "$KORA_BIN/handset.exe")" panel --with-radio \
         >"$KORA_HOME/console.log" 2>"$KORA_HOME/trace.log" &
-    wait $!
+    local phone=$!
+    [ -n "${MAGNIFIER:-}" ] || { wait $phone; return; }
+    wait -n $phone "$MAGNIFIER" || true
+    # The window was closed, and not the phone in it.
+    if kill -0 $phone 2>/dev/null; then run_broken_off 0; fi
 }

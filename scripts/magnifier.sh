@@ -1,0 +1,47 @@
+# The handset enlarged: it stands on a virtual display, which a window of the user's own shows larger. Sourced by run.sh.
+
+# The sides of KORA_DESKTOP, in pixels.
+magnifier_side() { local w=${KORA_DESKTOP%x*} h=${KORA_DESKTOP#*x}; echo $((w > h ? w : h)); }
+
+# magnifier_size [SIZE]: how many times as large the handset is shown. What is given stays for the next time; without it, and
+# when nothing was ever given, as large as the user's display has room for, with some for its own bars.
+magnifier_size() {
+    local record=$KORA_HOME/size size=${1:-} side
+    case $size in
+        1 | 2 | 3) mkdir -p "$KORA_HOME"; echo "$size" >"$record"; echo "$size"; return ;;
+        auto) rm -f "$record" ;;
+        '') if [ -s "$record" ]; then cat "$record"; return; fi ;;
+        *) fail "--size wants 1, 2, 3 or auto" ;;
+    esac
+    side=$(xwininfo -root 2>/dev/null | awk '/^ *(Width|Height):/ { if (!least || $2 < least) least = $2 } END { print least + 0 }' || true)
+    size=$((side * 95 / 100 / $(magnifier_side)))
+    echo $((size > 3 ? 3 : size < 1 ? 1 : size))
+}
+
+# magnifier_open SIZE: a virtual display as large as the handset's desktop, shown SIZE times as large on the present one.
+# From here on DISPLAY is the virtual one. MAGNIFIER is the process whose window shows it.
+magnifier_open() {
+    packages_need "${KORA_MAGNIFIER_PACKAGES[@]}"
+    build_preset magnifier kora-magnifier
+    local folder=$KORA_HOME/magnified number deadline=$((SECONDS + 20))
+    mkdir -p "$folder"
+    rm -f "$folder"/*
+    setsid Xvfb -displayfd 3 -screen 0 "${KORA_DESKTOP}x24" -fbdir "$folder" -nolisten tcp -noreset -nocursor 3>"$folder/number" >"$KORA_HOME/xvfb.log" 2>&1 &
+    MAGNIFIED=$!
+    until [ -s "$folder/number" ]; do
+        kill -0 "$MAGNIFIED" 2>/dev/null && [ $SECONDS -lt $deadline ] || fail "the virtual display did not start; see $KORA_HOME/xvfb.log"
+        sleep 0.05
+    done
+    number=$(tr -d '\n' <"$folder/number")
+    "$KORA_ROOT/build/magnifier/bin/kora-magnifier" ":$number" "$folder/Xvfb_screen0" "$1" &
+    MAGNIFIER=$!
+    # For whoever asks for the handset's display meanwhile (display.sh).
+    echo "$number $MAGNIFIED $(process_start "$MAGNIFIED")" >"$KORA_HOME/magnified/display"
+    export DISPLAY=:$number
+}
+
+magnifier_close() {
+    [ -z "${MAGNIFIER:-}" ] || kill "$MAGNIFIER" 2>/dev/null || true
+    [ -z "${MAGNIFIED:-}" ] || kill "$MAGNIFIED" 2>/dev/null || true
+    MAGNIFIER='' MAGNIFIED=''
+}
