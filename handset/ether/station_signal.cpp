@@ -5,8 +5,8 @@
 #include <cmath>
 #include <utility>
 
+#include "handset/base/turning.h"
 #include "handset/transmitter/multiplex.h"
-#include "handset/transmitter/turning.h"
 #include "handset/transmitter/windowed_sinc.h"
 
 namespace ether {
@@ -120,7 +120,7 @@ void CStationSignal::AddMultiplex(std::size_t count, double timeScale) {
     std::copy(deviation_Hz_.end() - 2 * kNeighbours, deviation_Hz_.end(), deviation_Hz_.begin());
     deviation_Hz_.resize(2 * kNeighbours + count);
     float* deviation_Hz = &deviation_Hz_[2 * kNeighbours];
-    transmitter::CTurning pilot(pilot_turns_, step_turns);
+    handset::CTurning pilot(pilot_turns_, step_turns);
     for (std::size_t i = 0; i < count; ++i) {
         const float* row = &interpolation.rows[i % kStationFactor * kTaps];
         const std::size_t at = 1 + i / kStationFactor;

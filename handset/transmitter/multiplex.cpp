@@ -3,7 +3,7 @@
 #include <cmath>
 #include <utility>
 
-#include "handset/transmitter/turning.h"
+#include "handset/base/turning.h"
 
 namespace transmitter {
 namespace {
@@ -26,7 +26,7 @@ void CMultiplex::Read(double* deviation_Hz, std::size_t count) {
     settings_.programme->Read(sounds_.data(), count);
     if (settings_.stereo) {
         // Both cross zero upwards together (ITU-R BS.450-3, 2.2).
-        CTurning pilot(pilot_turns_, kPilotStep_turns);
+        handset::CTurning pilot(pilot_turns_, kPilotStep_turns);
         for (std::size_t i = 0; i < count; ++i) {
             const double subcarrier = 2 * pilot.Sine() * pilot.Cosine();
             const double sum = (sounds_[i].left + sounds_[i].right) / 2;
@@ -48,7 +48,7 @@ void CMultiplex::AddRds(double* deviation_Hz, std::size_t count) {
     const double ownStep_turns = settings_.rds.offset_Hz / kMultiplexRate_Hz;
     const double step_turns = 3 * kPilotStep_turns + ownStep_turns;
     const double bitsPerSample = step_turns / kPeriodsPerBit;
-    CTurning carrier(3 * pilot_turns_ + rdsOwn_turns_ + settings_.rds.phase_turns, step_turns);
+    handset::CTurning carrier(3 * pilot_turns_ + rdsOwn_turns_ + settings_.rds.phase_turns, step_turns);
     for (std::size_t i = 0; i < count; ++i) {
         const double waveform = rds_->At(rdsBits_ + bitsPerSample * static_cast<double>(i));
         deviation_Hz[i] += settings_.rds.deviation_Hz * waveform * carrier.Sine();

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "handset/base/turning.h"
 #include "handset/transmitter/noise.h"
 #include "handset/transmitter/programme.h"
-#include "handset/transmitter/turning.h"
 
 namespace transmitter {
 namespace {
@@ -32,7 +32,7 @@ void CPath::Pass(std::complex<float>* carrier, std::size_t count) {
 void CPath::Echo(std::complex<float>* carrier, std::size_t count) {
     const std::size_t delay = behind_.size();
     behind_.insert(behind_.end(), carrier, carrier + count);
-    CTurning phase(settings_.echoPhase_turns, settings_.echoDoppler_Hz / kMultiplexRate_Hz);
+    handset::CTurning phase(settings_.echoPhase_turns, settings_.echoDoppler_Hz / kMultiplexRate_Hz);
     const double size = settings_.echo;
     for (std::size_t i = 0; i < count; ++i) {
         const std::complex<float> turn(static_cast<float>(size * phase.Cosine()),

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "handset/transmitter/turning.h"
+#include "handset/base/turning.h"
 
 namespace transmitter {
 
@@ -27,7 +27,7 @@ CTones::CTones(const std::vector<Tone>& tones, double preEmphasis_s) {
 void CTones::Read(Sound* sounds, std::size_t count) {
     std::fill(sounds, sounds + count, Sound{});
     for (Running& tone : tones_) {
-        CTurning turning(tone.phase_turns, tone.step_turns);
+        handset::CTurning turning(tone.phase_turns, tone.step_turns);
         for (std::size_t i = 0; i < count; ++i) {
             sounds[i].left += tone.left * turning.Sine();
             sounds[i].right += tone.right * turning.Sine();

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "handset/base/turning.h"
 #include "handset/transmitter/modulator.h"
 #include "handset/transmitter/programme.h"
 #include "handset/transmitter/rate_change.h"
-#include "handset/transmitter/turning.h"
 
 namespace transmitter {
 namespace {
@@ -43,7 +43,7 @@ class CTransmitter::CStation {
             if (done < count) Modulate();
         }
         const double step_turns = offset_Hz_ / rate_Hz_;
-        CTurning turn(offset_turns_, step_turns);
+        handset::CTurning turn(offset_turns_, step_turns);
         for (std::size_t i = 0; i < count; ++i) {
             const std::complex<float> place(static_cast<float>(size_ * turn.Cosine()),
                                             static_cast<float>(size_ * turn.Sine()));

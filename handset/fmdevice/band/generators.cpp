@@ -5,7 +5,7 @@
 #include <cmath>
 #include <utility>
 
-#include "handset/fmdevice/band/oscillator.h"
+#include "handset/base/turning.h"
 #include "handset/fmdevice/band/voice.h"
 #include "handset/sound/format.h"
 
@@ -151,7 +151,7 @@ class CMelody : public IGenerator {
 
     void Pluck(int note) {
         const double frequency_Hz = note == kRest ? 0 : 16.3516 * std::pow(2.0, note / 12.0);
-        wave_ = COscillator(kTwoPi * frequency_Hz / sound::kSampleRate_Hz);
+        wave_ = handset::CTurning(0, frequency_Hz / sound::kSampleRate_Hz);
         loudness_ = 0.4;
     }
     void Age() {
@@ -166,7 +166,7 @@ class CMelody : public IGenerator {
     std::vector<int> notes_;
     std::size_t note_ = 0;
     std::size_t age_ = 0;  // frames since it was plucked
-    COscillator wave_;
+    handset::CTurning wave_;
     double loudness_ = 0;
 };
 

@@ -6,7 +6,7 @@
 #include <array>
 #include <cmath>
 
-#include "handset/fmdevice/band/oscillator.h"
+#include "handset/base/turning.h"
 #include "handset/sound/format.h"
 
 namespace fm {
@@ -83,7 +83,7 @@ class CVoice : public IGenerator {
 
   private:
     void NextSyllable() {
-        arch_ = COscillator(kPi / kSyllable);
+        arch_ = handset::CTurning(0, 0.5 / kSyllable);
         silent_ = ++syllables_ % kSyllablesBetweenPauses == 0;
         const auto lot = static_cast<std::size_t>((choice_.Next() + 1.0F) * 0.5F * 5.999F);
         for (std::size_t k = 0; k < resonators_.size(); ++k) resonators_[k].Tune(kVowels[lot].formants_Hz[k]);
@@ -95,7 +95,7 @@ class CVoice : public IGenerator {
     float rise_ = 1;
     float phase_ = 0;
     std::array<CResonator, 3> resonators_;
-    COscillator arch_;  // half a wave a syllable
+    handset::CTurning arch_;  // half a wave a syllable
     std::size_t at_ = 0;
     std::uint32_t syllables_ = 0;
     bool silent_ = false;
