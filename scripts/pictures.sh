@@ -37,9 +37,9 @@ tap() { xdotool mousemove "$1" "$2" click "${3:-1}"; settle; }
 menu() { handset_do softkey "$1"; settle; }
 # choose SIDE NUMBER: opens that soft key's menu and what its entry of that number opens.
 choose() {
-    local _
+    local entry
     menu "$1"
-    for ((_ = 0; _ < $2; _++)); do handset_do key down; done
+    for ((entry = 0; entry < $2; entry++)); do handset_do key down; done
     press return
 }
 # A touch below the list's rows and beside every menu closes a menu.

@@ -2,6 +2,8 @@
 #include <cstring>
 
 #include "resources/resource_ids.h"
+#include "tests/support/contrast.h"
+#include "tests/support/screen_picture.h"
 #include "tests/system/radio_test.h"
 
 namespace {
@@ -148,6 +150,20 @@ TEST_P(MainScreen, TheFrequencyIsWrittenInWhite) {
     Radio radio(handset);
     radio.WaitUntilShown();
     EXPECT_TRUE(WaitFor([&] { return Holds(radio, GetParam().frequency, kWhite); }));
+}
+
+// Measured on the screen: the text's colour against the one that most of its place has.
+TEST_P(MainScreen, TheFrequencyTheTitleAndTheSoftKeysStandOutFromTheirGround) {
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    const LONG width = GetParam().width, bar = BarHeight(), foot = GetParam().height - bar;
+    for (const RECT& place :
+         {GetParam().frequency, RECT{0, -bar, width / 2, -2}, RECT{0, foot - bar + 2, width, foot}}) {
+        SCOPED_TRACE(place.top);
+        const test::ScreenPicture picture = test::SettledPicture(radio, place);
+        EXPECT_GT(test::PixelsOf(picture, kWhite), 20u);
+        EXPECT_GE(test::Contrast(test::MostOf(picture), 0xFFFFFF), 4.5);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, MainScreen, testing::ValuesIn(kScreens),
