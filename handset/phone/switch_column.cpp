@@ -63,7 +63,7 @@ void ExchangeScreen(const Snapshot& now) {
 // A dark display looks the same on a phone that sleeps and on one that plays on.
 const wchar_t* PowerNote(const Snapshot& now) {
     if (now.sleeps) return L"asleep";
-    return now.lit ? L"" : L"awake, dark";
+    return now.lit ? L"" : L"dark";
 }
 
 int RowHeight(SwitchKind kind) {

@@ -20,6 +20,7 @@ kora_test(test_handset
         handset/layout_test.cpp
         handset/panel_focus_test.cpp
         handset/panel_keys_test.cpp
+        handset/panel_texts_test.cpp
         handset/panel_window_test.cpp
         handset/png_file_test.cpp
         handset/process_start_test.cpp

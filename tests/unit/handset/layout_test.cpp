@@ -189,7 +189,7 @@ TEST(SwitchColumn, TellsAPhoneThatSleepsFromOneWhoseDisplayIsDark) {
     now.lit = true;
     EXPECT_STREQ(display->note(now), L"");
     now.lit = false;
-    EXPECT_STREQ(display->note(now), L"awake, dark");
+    EXPECT_STREQ(display->note(now), L"dark");
     now.sleeps = true;
     EXPECT_STREQ(display->note(now), L"asleep");
     EXPECT_FALSE(now == Snapshot{});
