@@ -4,8 +4,6 @@
 // open.
 #include <windows.h>
 
-#include <psapi.h>
-
 #include <malloc.h>
 
 #include <atomic>
@@ -13,6 +11,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
+#include <iterator>
+
+#include "tests/support/import_watch.h"
 
 namespace {
 
@@ -83,45 +84,20 @@ HLOCAL WINAPI CheckedLocalFree(HLOCAL memory) {
     return LocalFree(memory);
 }
 
-using TaskFree = void(WINAPI*)(void*);
-TaskFree g_taskFree = nullptr;
+void* g_taskFree = nullptr;
 
 void WINAPI CheckedTaskFree(void* block) {
     LookAt(GetProcessHeap(), block, __builtin_return_address(0));
-    g_taskFree(block);
+    reinterpret_cast<void(WINAPI*)(void*)>(g_taskFree)(block);
 }
 
-void* Exported(const wchar_t* dll, const char* name) {
-    return reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(dll), name));
-}
-
-struct Row {
-    const wchar_t* dll;
-    const char* name;
-    void* instead;
-};
-const Row kRows[] = {
+const test::InsteadRow kRows[] = {
     {L"msvcrt.dll", "free", reinterpret_cast<void*>(CheckedFree)},
     {L"msvcrt.dll", "realloc", reinterpret_cast<void*>(CheckedRealloc)},
     {L"kernel32.dll", "HeapFree", reinterpret_cast<void*>(CheckedHeapFree)},
     {L"kernel32.dll", "LocalFree", reinterpret_cast<void*>(CheckedLocalFree)},
-    {L"ole32.dll", "CoTaskMemFree", reinterpret_cast<void*>(CheckedTaskFree)},
+    {L"ole32.dll", "CoTaskMemFree", reinterpret_cast<void*>(CheckedTaskFree), &g_taskFree},
 };
-
-void Patch(void** slot) {
-    for (const Row& row : kRows) {
-        void* const original = Exported(row.dll, row.name);
-        if (original == nullptr || *slot != original) continue;
-        if (row.instead == reinterpret_cast<void*>(CheckedTaskFree)) {
-            g_taskFree = reinterpret_cast<TaskFree>(original);
-        }
-        DWORD before = 0;
-        VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &before);
-        *slot = row.instead;
-        VirtualProtect(slot, sizeof *slot, before, &before);
-        return;
-    }
-}
 
 // The system's own modules are not ours to look after.
 bool IsOurs(HMODULE module) {
@@ -131,56 +107,12 @@ bool IsOurs(HMODULE module) {
     return module != g_self && _wcsnicmp(file, windows, std::wcslen(windows)) != 0;
 }
 
-void Watch(HMODULE module) {
-    if (!IsOurs(module)) return;
-    auto* const base = reinterpret_cast<BYTE*>(module);
-    const auto* nt = reinterpret_cast<const IMAGE_NT_HEADERS*>(
-        base + reinterpret_cast<const IMAGE_DOS_HEADER*>(base)->e_lfanew);
-    const DWORD table = nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
-    if (table == 0) return;
-    for (auto* dll = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + table); dll->Name != 0; ++dll) {
-        for (auto** slot = reinterpret_cast<void**>(base + dll->FirstThunk); *slot != nullptr; ++slot) {
-            Patch(slot);
-        }
-    }
-}
-
-void WatchWhatIsLoaded() {
-    HMODULE modules[256];
-    DWORD size = 0;
-    K32EnumProcessModules(GetCurrentProcess(), modules, sizeof modules, &size);
-    for (DWORD i = 0; i < size / sizeof *modules && i < 256; ++i) Watch(modules[i]);
-}
-
-// What the loader tells of a module, as the documents of LdrRegisterDllNotification give it.
-struct LoadedModule {
-    ULONG flags;
-    const void* fullName;
-    const void* baseName;
-    void* base;
-    ULONG size;
-};
-constexpr ULONG kModuleLoaded = 1;
-
-void CALLBACK OnModule(ULONG reason, const LoadedModule* module, void* /*context*/) {
-    if (reason == kModuleLoaded) Watch(static_cast<HMODULE>(module->base));
-}
-
-void WatchWhatComes() {
-    using Register = LONG(WINAPI*)(ULONG, decltype(&OnModule), void*, void**);
-    const auto registerNotice =
-        reinterpret_cast<Register>(Exported(L"ntdll.dll", "LdrRegisterDllNotification"));
-    void* cookie = nullptr;
-    if (registerNotice != nullptr) registerNotice(0, OnModule, nullptr, &cookie);
-}
-
 }  // namespace
 
 BOOL WINAPI DllMain(HINSTANCE self, DWORD reason, LPVOID /*reserved*/) {
     if (reason == DLL_PROCESS_ATTACH) {
         g_self = self;
-        WatchWhatIsLoaded();
-        WatchWhatComes();
+        test::WatchImports(IsOurs, kRows, static_cast<int>(std::size(kRows)));
     }
     if (reason == DLL_PROCESS_DETACH) Survey(__builtin_return_address(0));
     return TRUE;
