@@ -35,12 +35,10 @@ stick_find() {
     return 1
 }
 
-# stick_obstacle: why the stick that was found cannot be used, with the command that helps; fails when it can.
+# stick_obstacle: why the stick that was found cannot be used, with the command that helps; fails when it can. The kernel's
+# television driver is none by itself: the distribution's server sends it away, and says so when it cannot.
 stick_obstacle() {
     case $STICK_DRIVER in
-        dvb_usb_*)
-            printf 'the kernel'\''s television driver (%s) holds it; `sudo modprobe -r %s` takes it away until the next start of the machine, and `echo blacklist %s | sudo tee /etc/modprobe.d/kora-stick.conf` for good' \
-                "$STICK_DRIVER" "$STICK_DRIVER" "$STICK_DRIVER" ;;
         usbfs)
             printf 'another program has it; close that program first (`sudo fuser -v %s` names it)' "$STICK_NODE" ;;
         *)
@@ -58,14 +56,25 @@ port_listens() {
     grep -qsi "^ *[0-9]*: [0-9A-F]*:$(printf '%04X' "$1") [0-9A-F]*:0000 0A " "${tables[@]}"
 }
 
+# Somebody else has the stick.
+holder_words() {
+    case $STICK_DRIVER in
+        dvb_usb_*)
+            printf 'the kernel'\''s television driver (%s) holds it; `sudo modprobe -r %s` takes it away until the next start of the machine, and `echo blacklist %s | sudo tee /etc/modprobe.d/kora-stick.conf` for good' \
+                "$STICK_DRIVER" "$STICK_DRIVER" "$STICK_DRIVER" ;;
+        *)
+            printf 'another program or a driver of the kernel has the stick; `sudo modprobe -r dvb_usb_rtl28xxu` or closing that program helps' ;;
+    esac
+}
+
 # What the server's own last words mean, if anything.
 server_fault() {
     case $(tr '\n' ' ' <"$KORA_HOME/stick.log") in
         *'usb_open error -3'* | *LIBUSB_ERROR_ACCESS*)
             printf 'the server may not open the stick; pull it and plug it in again, or `sudo chmod a+rw %s`' "$STICK_NODE" ;;
-        *'usb_claim_interface error -6'* | *LIBUSB_ERROR_BUSY*)
-            printf 'another program or a driver of the kernel has the stick; `sudo modprobe -r dvb_usb_rtl28xxu` or closing that program helps' ;;
-        *'No supported devices found'*) printf 'the server does not find the stick any more; was it pulled?' ;;
+        *'usb_claim_interface error -6'* | *LIBUSB_ERROR_BUSY* | *'Detaching kernel driver failed'* | *'Kernel driver is active'*)
+            holder_words ;;
+        *'No supported devices found'*) printf 'the server does not find the stick any more; it may have been pulled' ;;
         *)
             printf 'the server ended at once; the last lines of %s say why:\n%s' "$KORA_HOME/stick.log" \
                 "$(tail -n 3 "$KORA_HOME/stick.log")" ;;
