@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <map>
 #include <random>
 
 namespace {
@@ -73,19 +74,40 @@ TEST(ClockedSound, AnotherStationSilencesWhatWasReceivedBefore) {
     EXPECT_EQ(At(sound, 300000 + kLead + 8000), 0.0F);
 }
 
+// Whatever arrives when, and however far back is asked for: at each moment there is one frame or silence, and
+// frames are heard in their order.
 TEST(ClockedSound, NoArrivalWhateverBringsItDown) {
     CClockedSound sound(0.5, kLead_s);
     std::mt19937 random(3);
-    std::uint64_t now = 0;
-    std::vector<float> frames(2 * 50000, 1.0F);
+    std::uint64_t now = 0, made = 1;
+    std::vector<float> heard(2 * kBlock);
+    std::map<std::uint64_t, float> all;
+    std::size_t sounding = 0;
     for (int i = 0; i < 3000; ++i) {
         now += random() % (i % 50 == 0 ? 10000000 : 2000);
-        sound.Append(frames.data(), random() % (i % 30 == 0 ? 50000 : 1000), now);
+        const std::size_t count = random() % (i % 30 == 0 ? 50000 : 1000);
+        sound.Append(Numbered(made, count).data(), count, now);
+        made += count;
         if (random() % 20 == 0) sound.Silence(now);
-        const std::uint64_t back = random() % 100000;
-        sound.Read(now > back ? now - back : 0, frames.data() + 60000, 441);
-        for (int k = 0; k < 882; ++k) ASSERT_TRUE(frames[60000 + k] == 0.0F || frames[60000 + k] == 1.0F);
+        const std::uint64_t back = random() % 60000;
+        const std::uint64_t from = now + 10000 > back ? now + 10000 - back : 0;
+        sound.Read(from, heard.data(), kBlock);
+        for (std::size_t k = 0; k < kBlock; ++k) {
+            const float frame = heard[2 * k];
+            ASSERT_EQ(heard[2 * k + 1], -frame);
+            if (frame == 0.0F) continue;
+            ++sounding;
+            const auto [place, fresh] = all.emplace(from + k, frame);
+            ASSERT_EQ(place->second, frame) << "another one than before";
+            if (place != all.begin()) {
+                ASSERT_LT(std::prev(place)->second, frame);
+            }
+            if (std::next(place) != all.end()) {
+                ASSERT_GT(std::next(place)->second, frame);
+            }
+        }
     }
+    EXPECT_GT(sounding, 50000u);
 }
 
 }  // namespace

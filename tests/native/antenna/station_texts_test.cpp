@@ -104,9 +104,13 @@ TEST(StationTexts, OnAnotherFrequencyOfTheSameNetworkAllIsKnownWithTheCode) {
     // What comes then takes its place, a shorter list of alternatives when it is whole.
     sdr::rds::Station later = JustTuned(0xD301);
     later.alternatives.same_10kHz = {9850};
+    later.trafficProgramme = false;
+    later.trafficAnnouncement = true;
     Say(&later.serviceName, "KORA TWO", 1.0);
     texts.Take(later);
     EXPECT_EQ(Given(&texts), "KORA TWO");
+    EXPECT_FALSE(texts.Services().trafficProgramme);
+    EXPECT_TRUE(texts.Services().trafficAnnouncement);
     EXPECT_EQ(texts.Services().alternatives_10kHz.size(), 3u);
     later.alternatives.whole = true;
     texts.Take(later);
