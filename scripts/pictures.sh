@@ -43,7 +43,7 @@ choose() {
     press return
 }
 # A touch below the list's rows and beside every menu closes a menu.
-put_away() { tap 30 205; }
+put_away() { tap 30 225; }
 # The scan's way through the band, from the number that the tuner leaves in the state.
 until_tuned_past() {
     local channel deadline=$((SECONDS + 20))
