@@ -6,7 +6,7 @@ screens_index() {
     local folder=$1 shape picture
     for shape in Portrait Landscape WidePortrait WideLandscape Panel; do
         compgen -G "$folder/*.$shape.png" >/dev/null || continue
-        montage -label '%t' "$folder"/*."$shape".png -tile 8x -geometry '240x>+4+4' "$folder/sheet-$shape.png"
+        montage -font "$KORA_FONTS/tahoma.ttf" -label '%t' "$folder"/*."$shape".png -tile 8x -geometry '240x>+4+4' "$folder/sheet-$shape.png"
     done
     {
         echo '<!DOCTYPE html><meta charset="utf-8"><title>The screens of the radio</title>'
