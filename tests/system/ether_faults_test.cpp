@@ -42,7 +42,8 @@ Silence LongestSilence(const std::vector<std::int16_t>& samples) {
 
 class EtherFaults : public test::EtherTest {
   protected:
-    EtherFaults() {
+    explicit EtherFaults(std::size_t buffer_bytes = test::EtherUnderTest::kSmallBuffer_bytes)
+        : EtherTest(buffer_bytes) {
         handset.WriteBand("[9850]\nlevel=45\nstereo=1\nps=KORA ONE\nprogramme=tone:110\n");
         SetFormat(2);
     }
@@ -152,6 +153,7 @@ struct Cause {
     const wchar_t* fault;
     bool levelGoes;  // a slow way leaves holes alone
     const char* words;
+    std::size_t buffer_bytes = test::EtherUnderTest::kSmallBuffer_bytes;
 };
 const Cause kCauses[] = {
     {"Away", L"ether-away", true, "antenna: no connection to"},
@@ -159,9 +161,19 @@ const Cause kCauses[] = {
     {"Stall", L"ether-stall", true, "antenna: no samples from"},
     {"Garbage", L"ether-garbage", true, ""},
     {"Slow", L"ether-slow", false, "antenna: samples come too slowly from"},
+    // With buffers as large as a stick's.
+    {"StickAway", L"ether-away", true, "antenna: no connection to",
+     test::EtherUnderTest::kSticksBuffer_bytes},
+    {"StickStall", L"ether-stall", true, "antenna: no samples from",
+     test::EtherUnderTest::kSticksBuffer_bytes},
+    {"StickSlow", L"ether-slow", false, "antenna: samples come too slowly from",
+     test::EtherUnderTest::kSticksBuffer_bytes},
 };
 
-class EtherCause : public EtherFaults, public testing::WithParamInterface<Cause> {};
+class EtherCause : public EtherFaults, public testing::WithParamInterface<Cause> {
+  protected:
+    EtherCause() : EtherFaults(GetParam().buffer_bytes) {}
+};
 
 TEST_P(EtherCause, IsSaidAndTwoSecondsAfterItsEndTheRadioPlays) {
     Radio radio(handset);

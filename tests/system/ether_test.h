@@ -2,6 +2,7 @@
 // MHz.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -10,8 +11,19 @@
 
 namespace test {
 
+// What a server hands on at a time: little of it for most tests, and for those with a parameter also as much
+// as that of a stick, with which a retune takes longer and all comes in jerks.
+struct EtherBuffers {
+    const char* name;
+    std::size_t bytes;
+};
+inline constexpr EtherBuffers kEtherBuffers[] = {{"InSmallBuffers", EtherUnderTest::kSmallBuffer_bytes},
+                                                 {"InAServersOwn", EtherUnderTest::kSticksBuffer_bytes}};
+
 class EtherTest : public BookedRadioTest {
   protected:
+    explicit EtherTest(std::size_t buffer_bytes = EtherUnderTest::kSmallBuffer_bytes) : ether(buffer_bytes) {}
+
     // What the radio said of its antenna: connections, a machine that is too slow.
     std::vector<std::string> AntennaWords() const {
         std::vector<std::string> words;
