@@ -129,8 +129,8 @@ void CAir::AddStation(OnAir* onAir, double size) {
 
 void CAir::AddNoise(double gain_dB) {
     const double density = Power(20 * std::log10(CarrierOf(kUsualLevel, gain_dB)) - kUsualLevel - kLevelOf0);
-    // Rounding brings its share of it.
-    const double power = std::max(density * window_.rate_Hz - kRoundingNoise, 0.0);
+    // Rounding brings its share of it, and a converter never stands still.
+    const double power = std::max(density * window_.rate_Hz - kRoundingNoise, kRoundingNoise);
     const auto size = static_cast<float>(std::sqrt(power / 2));
     for (std::size_t done = 0; done < samples_.size();) {
         random_ = random_ * 6364136223846793005U + 1442695040888963407U;

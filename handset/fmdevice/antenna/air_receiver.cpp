@@ -18,6 +18,10 @@ constexpr double kChannelHalf_Hz = 100e3;
 // heard.
 constexpr double kLook_s = 0.02;
 constexpr double kLookPeriod_s = 0.5;
+// An overdriven converter shows stations where there are none. A stick's gain is turned down within that
+// time; what is overdriven then has to be believed.
+constexpr double kMostClipped = 0.001;
+constexpr double kLongestOverdriven_s = 0.4;
 // A level is one of the tuned station after so much of it.
 constexpr double kMeasured_s = 0.05;
 // A carrier that far away is another channel's, whatever its strength.
@@ -66,8 +70,8 @@ void CAirReceiver::Tune(std::uint32_t channel_10kHz) {
     const double aside_Hz = std::min(kAside_Hz, reach_Hz / 2.0);
     const bool clear = away_Hz >= std::min(kNearest_Hz, aside_Hz) && away_Hz <= reach_Hz;
     if (!clear) GoTo(channel_10kHz * 1e4 + aside_Hz);
-    look_.Restart();
-    looked_ = 0;
+    RestartLook();
+    overdriven_s_ = 0.0;
     idle_s_ = kLookPeriod_s;
     snapshot_ = {};
     const double half_Hz = form_.rate_Hz / 2.0;
@@ -77,8 +81,8 @@ void CAirReceiver::Tune(std::uint32_t channel_10kHz) {
 void CAirReceiver::Look(double centre_Hz) {
     mode_ = Mode::kLook;
     GoTo(centre_Hz);
-    look_.Restart();
-    looked_ = 0;
+    RestartLook();
+    overdriven_s_ = 0.0;
 }
 
 void CAirReceiver::EndLook() {
@@ -107,6 +111,37 @@ void CAirReceiver::Lost(std::uint64_t count, std::vector<float>* frames) {
     decoder_.Reset();
 }
 
+void CAirReceiver::RestartLook() {
+    look_.Restart();
+    looked_ = clipped_ = 0;
+}
+
+bool CAirReceiver::LookIsFalse() const {
+    const double share = static_cast<double>(clipped_) / (2.0 * static_cast<double>(looked_));
+    return form_.tunable && share > kMostClipped && overdriven_s_ < kLongestOverdriven_s;
+}
+
+// `begin`: of the samples that these bytes have become, the first that counts.
+void CAirReceiver::AddToLook(const std::uint8_t* bytes, std::size_t count, std::size_t begin,
+                             std::uint64_t now_ms) {
+    const std::size_t fresh = samples_.size() - begin;
+    look_.Add(samples_.data() + begin, fresh);
+    looked_ += fresh;
+    if (form_.form == sdr::SampleForm::kCu8) {
+        for (std::size_t i = std::min(2 * begin, count); i < count; ++i)
+            clipped_ += bytes[i] == 0 || bytes[i] == 255 ? 1 : 0;
+    }
+    if (static_cast<double>(looked_) < kLook_s * form_.rate_Hz) return;
+    if (LookIsFalse()) {
+        overdriven_s_ += static_cast<double>(looked_) / form_.rate_Hz;
+        RestartLook();
+        return;
+    }
+    TakeLook(now_ms);
+    overdriven_s_ = idle_s_ = 0.0;
+    if (mode_ == Mode::kLook) mode_ = Mode::kSeen;
+}
+
 void CAirReceiver::TakeLook(std::uint64_t now_ms) {
     std::vector<sdr::ChannelLook> looks = look_.Channels(centre_Hz_, CBandMemory::Raster_Hz());
     if (!form_.tunable) {
@@ -119,8 +154,7 @@ void CAirReceiver::TakeLook(std::uint64_t now_ms) {
         }
     }
     band_->See(looks, now_ms);
-    look_.Restart();
-    looked_ = 0;
+    RestartLook();
 }
 
 void CAirReceiver::Process(const std::uint8_t* bytes, std::size_t count, std::uint64_t now_ms,
@@ -143,15 +177,7 @@ void CAirReceiver::Process(const std::uint8_t* bytes, std::size_t count, std::ui
 
     idle_s_ += seconds;
     const bool looking = mode_ == Mode::kLook || (mode_ == Mode::kStation && idle_s_ >= kLookPeriod_s);
-    if (looking) {
-        look_.Add(samples, fresh);
-        looked_ += fresh;
-        if (static_cast<double>(looked_) >= kLook_s * form_.rate_Hz) {
-            TakeLook(now_ms);
-            idle_s_ = 0.0;
-            if (mode_ == Mode::kLook) mode_ = Mode::kSeen;
-        }
-    }
+    if (looking) AddToLook(bytes, count, begin, now_ms);
     if (mode_ != Mode::kStation) {
         Silence(seconds, frames);
     } else if (std::fabs(Offset_Hz()) + kChannelHalf_Hz > form_.rate_Hz / 2.0) {

@@ -73,6 +73,9 @@ class CAirReceiver {
     void GoTo(double centre_Hz);
     void Silence(double seconds, std::vector<float>* frames);
     void Hiss(double seconds, std::vector<float>* frames);
+    void AddToLook(const std::uint8_t* bytes, std::size_t count, std::size_t begin, std::uint64_t now_ms);
+    [[nodiscard]] bool LookIsFalse() const;
+    void RestartLook();
     void TakeLook(std::uint64_t now_ms);
     [[nodiscard]] double Offset_Hz() const;
 
@@ -88,10 +91,12 @@ class CAirReceiver {
     Mode mode_ = Mode::kStation;
     std::uint32_t channel_10kHz_ = kBandBottom_10kHz;
     double centre_Hz_;
-    double stale_s_ = 0.0;    // of samples that are of the centre before
-    double owed_ = 0.0;       // parts of a frame of silence
-    std::size_t looked_ = 0;  // samples of this look
-    double idle_s_ = 0.0;     // since the channels in view were looked at
+    double stale_s_ = 0.0;       // of samples that are of the centre before
+    double owed_ = 0.0;          // parts of a frame of silence
+    std::size_t looked_ = 0;     // samples of this look
+    std::size_t clipped_ = 0;    // bytes of them
+    double overdriven_s_ = 0.0;  // of looks that were given up for that
+    double idle_s_ = 0.0;        // since the channels in view were looked at
     std::vector<sdr::Sample> samples_;
     sdr::ReceiverSnapshot snapshot_;
 };

@@ -18,6 +18,7 @@ class CGainHold {
     [[nodiscard]] bool Add(const std::uint8_t* bytes, std::size_t count, double rate_Hz);
 
   private:
+    void Count(const std::uint8_t* bytes, std::size_t count);
     [[nodiscard]] bool EndWindow();
 
     std::uint32_t steps_;
@@ -25,6 +26,9 @@ class CGainHold {
     std::uint64_t seen_ = 0;  // bytes in this window
     std::uint64_t clipped_ = 0;
     std::uint64_t loud_ = 0;
+    std::size_t part_ = 0;  // bytes in the part of the window in hand
+    std::size_t partClipped_ = 0;
+    double worst_ = 0.0;    // share that was clipped of a part: all of it is of one place
     double rest_s_ = 0.0;   // until the next look: a change takes its time to come through
     double quiet_s_ = 0.0;  // for how long nothing was loud
     double patience_s_;     // before the gain is raised; longer after each clipping

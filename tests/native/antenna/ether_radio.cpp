@@ -14,6 +14,7 @@ constexpr std::size_t kBlock_bytes = 2 * 19200;  // 10 ms
 // What a tuner takes at the most.
 constexpr double kElsewhere_s = 0.028;
 constexpr double kLead_s = 0.13;
+constexpr std::uint8_t kFrequency = 0x01, kGainIndex = 0x0D;
 
 std::vector<std::uint8_t> Command(std::uint8_t id, std::uint32_t argument) {
     return {id, static_cast<std::uint8_t>(argument >> 24), static_cast<std::uint8_t>(argument >> 16),
@@ -51,9 +52,18 @@ EtherRadio::EtherRadio(const std::string& band, std::size_t buffer_bytes)
     }
 }
 
-double EtherRadio::Send(double centre_Hz) {
+void EtherRadio::Order(std::uint8_t id, std::uint32_t argument) {
     const double begins_s = orders_.empty() ? now_s_ : std::max(orders_.back().due_s, now_s_);
-    orders_.push_back({begins_s + kElsewhere_s, Command(1, static_cast<std::uint32_t>(centre_Hz))});
+    orders_.push_back({begins_s + kElsewhere_s, Command(id, argument)});
+}
+
+void EtherRadio::HoldGain() {
+    gain_.emplace(static_cast<std::uint32_t>(ether::kGains_tenthdB.size()));
+    Order(kGainIndex, gain_->Step());
+}
+
+double EtherRadio::Send(double centre_Hz) {
+    Order(kFrequency, static_cast<std::uint32_t>(centre_Hz));
     return clock_.SendElsewhere(now_s_) + static_cast<double>(come_.size()) / (2.0 * kRate_Hz);
 }
 
@@ -71,6 +81,8 @@ void EtherRadio::Give() {
         greeting_ -= skipped;
         come_.insert(come_.end(), stream_.Front() + skipped, stream_.Front() + size);
         given += size - skipped;
+        if (gain_ && gain_->Add(stream_.Front() + skipped, size - skipped, kRate_Hz))
+            Order(kGainIndex, gain_->Step());
         stream_.Sent(size);
     }
     if (given > 0) clock_.Arrived(given, now_s_);

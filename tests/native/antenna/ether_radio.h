@@ -4,12 +4,14 @@
 #pragma once
 
 #include <deque>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "handset/ether/stream.h"
 #include "handset/fmdevice/antenna/air_receiver.h"
 #include "handset/fmdevice/antenna/clocked_sound.h"
+#include "handset/fmdevice/antenna/gain_hold.h"
 #include "handset/fmdevice/antenna/sample_clock.h"
 #include "handset/fmdevice/sdr/clock_bridge.h"
 
@@ -31,22 +33,26 @@ class EtherRadio {
     // What was to be heard from that moment on, left and right in turn, up to what is in the ring.
     std::vector<float> HeardSince(double moment_s) const;
     std::uint64_t Gaps() const { return sound_.Gaps(); }
+    // From now on it is held, as by a radio whose gain is automatic; before that it stands at 29.7 dB.
+    void HoldGain();
 
   private:
     double Send(double centre_Hz);
+    void Order(std::uint8_t id, std::uint32_t argument);
     void Give();
     void Receive();
 
     double now_s_ = 1000.0;
     ether::CAir air_;
     ether::CStream stream_;
-    struct Order {
+    struct Waiting {
         double due_s;
         std::vector<std::uint8_t> bytes;
     };
-    std::deque<Order> orders_;  // on the way into the tuner
+    std::deque<Waiting> orders_;  // on the way into the tuner
     std::vector<std::uint8_t> come_;
     std::vector<std::uint8_t> block_;
+    std::optional<fm::CGainHold> gain_;
     fm::CSampleClock clock_;
     fm::CBandMemory band_;
     fm::CAirReceiver receiver_;

@@ -36,6 +36,25 @@ TEST(GainHold, ASignalThatClipsIsTurnedDownUntilItDoesNot) {
     EXPECT_GT(Amplitude(gain, 0.2), 0.5);
 }
 
+TEST(GainHold, ASignalThatIsMuchTooStrongIsTurnedDownWithinHalfASecondAndNotTooFar) {
+    for (const double strength : {0.05, 0.1, 0.2, 0.5}) {
+        CGainHold gain(29);
+        Receive(&gain, strength, 0.51);
+        EXPECT_LE(Amplitude(gain, strength), 1.1) << strength;
+        EXPECT_GT(Amplitude(gain, strength), 0.4) << strength;
+    }
+}
+
+TEST(GainHold, AStrongSignalInTheLastOfAWindowIsTurnedDownAsFar) {
+    CGainHold gain(29);
+    Receive(&gain, 0.01, 0.08);
+    int changes = 0;
+    Receive(&gain, 0.1, 0.02, &changes);
+    EXPECT_EQ(changes, 1);
+    EXPECT_LE(Amplitude(gain, 0.1), 1.1);
+    EXPECT_GT(Amplitude(gain, 0.1), 0.4);
+}
+
 TEST(GainHold, ASignalThatIsHardlyThereIsTurnedUp) {
     CGainHold gain(29);
     Receive(&gain, 0.0005, 60.0);

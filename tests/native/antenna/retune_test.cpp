@@ -145,6 +145,30 @@ TEST(Retuning, OnSmallBuffersEachSeekFindsTheNextStation) {
     SeekRoundTheBand(kSmallBuffer_bytes);
 }
 
+// A converter that is overdriven, until its gain is held right, shows stations where there are none.
+void SeekToStrongStations(std::size_t buffer_bytes) {
+    for (std::uint32_t from_10kHz = 8760; from_10kHz <= 8840; from_10kHz += 20) {
+        EtherRadio radio("[8760]\nlevel=45\n[9850]\nlevel=60\n[10790]\nlevel=35\n", buffer_bytes);
+        radio.HoldGain();
+        radio.Tune(from_10kHz);
+        radio.Run(0.3);
+        const Sought strong = Seek(radio, from_10kHz, true);
+        EXPECT_EQ(strong.channel_10kHz, 9850u) << "from " << from_10kHz;
+        EXPECT_LE(strong.took_s, 0.93) << "from " << from_10kHz;
+        radio.Tune(9850);
+        radio.Run(0.1);
+        EXPECT_EQ(Seek(radio, 9850, true).channel_10kHz, 10790u) << "from " << from_10kHz;
+    }
+}
+
+TEST(Retuning, OnAStickAStationThatIsTooStrongAtFirstIsFoundWithoutItsImages) {
+    SeekToStrongStations(kBusBuffer_bytes);
+}
+
+TEST(Retuning, OnSmallBuffersAStationThatIsTooStrongAtFirstIsFoundWithoutItsImages) {
+    SeekToStrongStations(kSmallBuffer_bytes);
+}
+
 TEST(Retuning, OnSmallBuffersAnEmptyBandIsCrossedWithinASecond) {
     CrossAnEmptyBand(kSmallBuffer_bytes);
 }
