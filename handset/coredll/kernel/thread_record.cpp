@@ -7,6 +7,9 @@
 
 #include "handset/base/module_edge.h"
 
+// Of the host's loader: NTDLL exports it, no header declares it.
+extern "C" __declspec(dllimport) BOOLEAN NTAPI RtlDllShutdownInProgress(void);
+
 namespace coredll {
 namespace {
 
@@ -22,8 +25,10 @@ std::unordered_map<DWORD, std::shared_ptr<ThreadRecord>>& Records() {
     return *records;
 }
 
+// When a process ends, its other threads are gone, with the locks that they held; the host calls this once
+// more for the last one.
 void WINAPI OnThreadEnd(void* record) try {
-    if (record == nullptr) return;
+    if (record == nullptr || RtlDllShutdownInProgress()) return;
     const std::lock_guard<std::mutex> lock(g_recordsLock);
     const auto found = Records().find(GetCurrentThreadId());
     if (found != Records().end() && found->second.get() == record) Records().erase(found);

@@ -2,6 +2,7 @@
 #include "tests/unit/power/phone_under_test.h"
 #include "handset/state/process_start.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -59,6 +60,17 @@ void PhoneTest::KillPrograms() {
         CloseHandle(program);
     }
     programs_.clear();
+}
+
+bool PhoneTest::ProgramsEnd() {
+    return WaitFor([this] {
+        return std::all_of(programs_.begin(), programs_.end(),
+                           [](HANDLE program) { return WaitForSingleObject(program, 0) == WAIT_OBJECT_0; });
+    });
+}
+
+void PhoneTest::PutFile(const wchar_t* file) const {
+    EXPECT_TRUE(std::ofstream(std::filesystem::path(root_) / file).is_open());
 }
 
 void PhoneTest::SetTimeout(const wchar_t* value, std::uint32_t seconds) {

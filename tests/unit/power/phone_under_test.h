@@ -21,6 +21,10 @@ class PhoneTest : public testing::Test {
     // Starts the stand-in (see stand_in.cpp) and waits until it works.
     void StartProgram(const std::wstring& arguments);
     void KillPrograms();
+    // All that were started have ended by themselves.
+    bool ProgramsEnd();
+    // An empty file in the device's root.
+    void PutFile(const wchar_t* file) const;
     // A timeout of the device's registry, in seconds.
     void SetTimeout(const wchar_t* value, std::uint32_t seconds);
 

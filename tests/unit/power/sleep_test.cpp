@@ -44,6 +44,16 @@ TEST_F(SleepingPhone, APhoneThatIsAwakeIsNotWoken) {
     EXPECT_EQ(State(), L"idle");
 }
 
+// Its threads are woken one after the other; the first may end the program before the last is.
+TEST_F(SleepingPhone, AProgramThatEndsWhileItIsWokenEnds) {
+    for (int i = 0; i < 3; ++i) StartProgram(L"leave");
+    handset::ChangePowerState(L"suspend");
+    EXPECT_TRUE(StandsStill());
+    PutFile(L"leave.txt");
+    handset::WakePhone();
+    EXPECT_TRUE(ProgramsEnd());
+}
+
 TEST_F(SleepingPhone, AProgramThatIsKilledInItsSleepIsNoHindrance) {
     StartProgram(L"listen hold");
     handset::ChangePowerState(L"suspend");

@@ -2,6 +2,8 @@
 //   hold     asks for unattended mode
 //   keys     asks for every hardware key
 //   listen   writes each notification to \notices.txt: kind, flags in hexadecimal, name
+//   leave    works on its main thread and ends once there is a file \leave.txt; beside it a crowd of threads
+//            sleeps in short naps
 //   reset    resets the idle timer all the time
 //   write    writes "hello" into the queue "calls"
 //   wait     keeps its main thread in a wait that nothing ends
@@ -54,6 +56,18 @@ DWORD WINAPI WorkProc(void* /*parameter*/) {
         Append(L"\\work.txt", "x");
         Sleep(1);
     }
+}
+
+constexpr int kCrowd = 200;
+
+DWORD WINAPI NapProc(void* /*parameter*/) {
+    for (;;) Sleep(500);
+}
+
+int WorkUntilToldToLeave() {
+    for (int i = 0; i < kCrowd; ++i) CloseHandle(CreateThread(nullptr, 0, NapProc, nullptr, 0, nullptr));
+    while (GetFileAttributesW(L"\\leave.txt") == INVALID_FILE_ATTRIBUTES) Append(L"\\work.txt", "x");
+    return 0;
 }
 
 void Listen() {
@@ -149,6 +163,7 @@ int main(int count, char** arguments) {
         if (std::strcmp(arguments[i], "write") == 0) Write();
         if (std::strcmp(arguments[i], "hours") == 0) WaitForHours();
         if (std::strcmp(arguments[i], "reset") == 0) CreateThread(nullptr, 0, ResetProc, nullptr, 0, nullptr);
+        if (std::strcmp(arguments[i], "leave") == 0) return WorkUntilToldToLeave();
         waits = waits || std::strcmp(arguments[i], "wait") == 0;
     }
     if (!waits) return static_cast<int>(WorkProc(nullptr));
