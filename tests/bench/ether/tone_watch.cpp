@@ -11,6 +11,8 @@ constexpr double kWindow_s = 0.02;
 constexpr std::size_t kSecond = 50;  // windows
 // Of the tone's amplitude; noise stays far below it.
 constexpr double kClick = 0.08;
+// Of the mean amplitude before: less is silence in the tone.
+constexpr double kHole = 0.5;
 constexpr double kFullScale = 32768;
 // Of a sample.
 constexpr double kBreak = 0.5;
@@ -51,13 +53,15 @@ void CToneWatch::EndWindow() {
         beside = here;
         at = i;
     }
-    if (beside > kClick * std::abs(tone)) {
+    const bool hole = any_ && std::abs(tone) < kHole * record_.amplitude;
+    if (hole || beside > kClick * std::abs(tone)) {
         ++record_.clicks;
         Note({static_cast<double>(first_ + at) / rate_Hz_, beside / std::abs(tone)}, &record_.clicksAt);
     }
-    record_.amplitude = any_ ? std::min(record_.amplitude, std::abs(tone)) : std::abs(tone);
     any_ = true;
     first_ += filled_;
+    const double windows = static_cast<double>(first_) / static_cast<double>(filled_);
+    record_.amplitude += (std::abs(tone) - record_.amplitude) / windows;
     record_.seconds = static_cast<double>(first_) / rate_Hz_;
     filled_ = 0;
     Follow(std::arg(tone));

@@ -19,13 +19,13 @@ struct ToneFlaw {
 
 struct ToneRecord {
     double seconds = 0;
-    long clicks = 0;                           // windows of 20 ms with anything but the tone
+    long clicks = 0;                           // windows of 20 ms with anything but the tone, or without it
     long breaks = 0;                           // places where half a sample and more was lost or put in
     std::vector<ToneFlaw> clicksAt, breaksAt;  // the first kMostFlaws of each
     // By how much the pitch is off, the mean of a second; no seconds: 0.
     double least_ppm = 0;
     double most_ppm = 0;
-    double amplitude = 0;  // the least of any window, of full scale
+    double amplitude = 0;  // the mean of the windows, of full scale
 };
 
 inline constexpr std::size_t kMostFlaws = 20;
