@@ -18,8 +18,8 @@ constexpr double kChannelHalf_Hz = 100e3;
 // heard.
 constexpr double kLook_s = 0.02;
 constexpr double kLookPeriod_s = 0.5;
-// An overdriven converter shows stations where there are none. A stick's gain is turned down within that
-// time; what is overdriven then has to be believed.
+// An overdriven converter shows stations where there are none and hides others. A stick's gain is turned down
+// within that time, mostly; looks that are overdriven still are taken as they are.
 constexpr double kMostClipped = 0.001;
 constexpr double kLongestOverdriven_s = 0.4;
 // A level is one of the tuned station after so much of it.
@@ -82,7 +82,6 @@ void CAirReceiver::Look(double centre_Hz) {
     mode_ = Mode::kLook;
     GoTo(centre_Hz);
     RestartLook();
-    overdriven_s_ = 0.0;
 }
 
 void CAirReceiver::EndLook() {
@@ -116,9 +115,8 @@ void CAirReceiver::RestartLook() {
     looked_ = clipped_ = 0;
 }
 
-bool CAirReceiver::LookIsFalse() const {
-    const double share = static_cast<double>(clipped_) / (2.0 * static_cast<double>(looked_));
-    return form_.tunable && share > kMostClipped && overdriven_s_ < kLongestOverdriven_s;
+bool CAirReceiver::LookIsOverdriven() const {
+    return form_.tunable && static_cast<double>(clipped_) > kMostClipped * 2.0 * static_cast<double>(looked_);
 }
 
 // `begin`: of the samples that these bytes have become, the first that counts.
@@ -132,13 +130,16 @@ void CAirReceiver::AddToLook(const std::uint8_t* bytes, std::size_t count, std::
             clipped_ += bytes[i] == 0 || bytes[i] == 255 ? 1 : 0;
     }
     if (static_cast<double>(looked_) < kLook_s * form_.rate_Hz) return;
-    if (LookIsFalse()) {
+    const bool overdriven = LookIsOverdriven();
+    if (overdriven && overdriven_s_ < kLongestOverdriven_s) {
         overdriven_s_ += static_cast<double>(looked_) / form_.rate_Hz;
         RestartLook();
         return;
     }
     TakeLook(now_ms);
-    overdriven_s_ = idle_s_ = 0.0;
+    idle_s_ = 0.0;
+    // One wait is enough for all looks of a seek that find it so.
+    if (!overdriven) overdriven_s_ = 0.0;
     if (mode_ == Mode::kLook) mode_ = Mode::kSeen;
 }
 
@@ -153,7 +154,7 @@ void CAirReceiver::TakeLook(std::uint64_t now_ms) {
             looks.push_back(nothing);
         }
     }
-    band_->See(looks, now_ms);
+    band_->See(looks, {centre_Hz_, form_.rate_Hz, form_.tunable}, now_ms);
     RestartLook();
 }
 

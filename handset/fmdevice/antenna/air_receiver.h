@@ -74,7 +74,7 @@ class CAirReceiver {
     void Silence(double seconds, std::vector<float>* frames);
     void Hiss(double seconds, std::vector<float>* frames);
     void AddToLook(const std::uint8_t* bytes, std::size_t count, std::size_t begin, std::uint64_t now_ms);
-    [[nodiscard]] bool LookIsFalse() const;
+    [[nodiscard]] bool LookIsOverdriven() const;
     void RestartLook();
     void TakeLook(std::uint64_t now_ms);
     [[nodiscard]] double Offset_Hz() const;

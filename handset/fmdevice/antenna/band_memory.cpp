@@ -7,9 +7,23 @@ namespace fm {
 namespace {
 
 constexpr double kRaster_Hz = 1e5;
+// An image of the third order moves by four times as much as the centre, one of the first by twice as much,
+// each folded at the rate; so far it has to be away from where it was, at a stick's rate three stations'
+// width.
+constexpr double kImageOrder = 4.0;
+constexpr double kImageAway = 0.15;  // of the rate
+// That is so with another centre so far away: two tenths of a megahertz at a stick's rate.
+constexpr double kOtherCentre = 0.25;  // of half the width in view
+// From nearer than so much the centre goes away from a channel, not towards it.
+constexpr double kNearChannel_Hz = 350e3;
 
 std::uint32_t ChannelAt(std::size_t point) {
     return kBandBottom_10kHz + static_cast<std::uint32_t>(point) * kRaster_10kHz;
+}
+
+bool TellsImages(const BandView& view, double other_Hz) {
+    const double moved_Hz = kImageOrder * (view.centre_Hz - other_Hz);
+    return std::fabs(std::remainder(moved_Hz, view.rate_Hz)) >= kImageAway * view.rate_Hz;
 }
 
 }  // namespace
@@ -23,12 +37,17 @@ const std::vector<double>& CBandMemory::Raster_Hz() {
     return raster;
 }
 
-void CBandMemory::See(const std::vector<sdr::ChannelLook>& looks, std::uint64_t now_ms) {
+void CBandMemory::See(const std::vector<sdr::ChannelLook>& looks, const BandView& view,
+                      std::uint64_t now_ms) {
     for (const sdr::ChannelLook& look : looks) {
         const double place = (look.frequency_Hz / 1e4 - kBandBottom_10kHz) / kRaster_10kHz;
         const auto point = static_cast<std::size_t>(std::lround(std::max(place, 0.0)));
         if (point >= kRasterPoints) continue;
+        const bool before = station_[point];
         station_[point] = look.carrier && look.level > kSeekThreshold;
+        if (!before) seenFrom_Hz_[point] = view.centre_Hz;
+        const bool both = before && (certain_[point] || TellsImages(view, seenFrom_Hz_[point]));
+        certain_[point] = station_[point] && (both || !view.tunable);
         // Beside a station its own power is seen, which is none of this channel's.
         const double level =
             look.carrier ? look.level : std::min(look.level, static_cast<double>(kSeekThreshold));
@@ -42,6 +61,11 @@ std::optional<bool> CBandMemory::Station(std::size_t point, std::uint64_t since_
     return station_[point];
 }
 
+std::optional<double> CBandMemory::Doubt_Hz(std::size_t point) const {
+    if (!station_[point] || certain_[point]) return std::nullopt;
+    return seenFrom_Hz_[point];
+}
+
 CBandSeek::CBandSeek(std::uint32_t from_10kHz, bool up)
     : from_((from_10kHz - kBandBottom_10kHz) / kRaster_10kHz),
       fromChannel_(from_10kHz),
@@ -53,11 +77,15 @@ CBandSeek::CBandSeek(std::uint32_t from_10kHz, bool up)
 }
 
 CBandSeek::Where CBandSeek::GoOn(const CBandMemory& memory, std::uint64_t since_ms) {
+    doubt_Hz_.reset();
     for (; steps_ < kRasterPoints; ++steps_) {
         if (ChannelAt(point_) == fromChannel_) return Where::kNothing;
         const std::optional<bool> station = memory.Station(point_, since_ms);
         if (!station) return Where::kUnknown;
-        if (*station) return Where::kFound;
+        if (*station) {
+            doubt_Hz_ = memory.Doubt_Hz(point_);
+            return doubt_Hz_ ? Where::kUnknown : Where::kFound;
+        }
         point_ = up_ ? (point_ + 1) % kRasterPoints : (point_ + kRasterPoints - 1) % kRasterPoints;
     }
     return Where::kNothing;
@@ -68,6 +96,13 @@ std::uint32_t CBandSeek::Channel_10kHz() const {
 }
 
 double CBandSeek::Centre_Hz(double halfWidth_Hz) const {
+    if (doubt_Hz_) {
+        const double away_Hz = *doubt_Hz_ - ChannelAt(point_) * 1e4;
+        const bool towards = std::fabs(away_Hz) >= kNearChannel_Hz;
+        const double move_Hz = kOtherCentre * halfWidth_Hz;
+        const double other_Hz = *doubt_Hz_ + std::copysign(move_Hz, towards ? -away_Hz : away_Hz);
+        return (std::floor(other_Hz / kRaster_Hz) + 0.5) * kRaster_Hz;
+    }
     const double ahead_Hz = std::floor(halfWidth_Hz / kRaster_Hz - 0.5) * kRaster_Hz + kRaster_Hz / 2.0;
     return ChannelAt(point_) * 1e4 + (up_ ? ahead_Hz : -ahead_Hz);
 }

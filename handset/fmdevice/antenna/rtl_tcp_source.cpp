@@ -297,6 +297,7 @@ void CRtlTcpSource::Take(std::size_t count) {
 
 void CRtlTcpSource::Send(Command command, std::uint32_t argument) {
     if (socket_ == INVALID_SOCKET) return;
+    if (clock_ && command != Command::kFrequency_Hz) clock_->SendOther(Now_s());
     const sdr::rtl_tcp::CommandBytes bytes = sdr::rtl_tcp::Encode(command, argument);
     // One that cannot be sent is noticed by who receives.
     send(socket_, reinterpret_cast<const char*>(bytes.data()), static_cast<int>(bytes.size()), 0);

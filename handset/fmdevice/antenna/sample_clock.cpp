@@ -47,8 +47,12 @@ double CSampleClock::Least_s() const {
     return std::min(least_s_, leastBefore_s_);
 }
 
-double CSampleClock::SendElsewhere(double now_s) {
+void CSampleClock::SendOther(double now_s) {
     there_s_ = std::clamp(there_s_, now_s, now_s + kMostWaiting * kElsewhere_s) + kElsewhere_s;
+}
+
+double CSampleClock::SendElsewhere(double now_s) {
+    SendOther(now_s);
     if (bytes_ == 0) return kFirst_s;
     const double fresh_s = there_s_ + std::min(roundTrip_s_, kMostRoundTrip_s);
     const double come_s = Least_s() + static_cast<double>(bytes_) / bytesPerSecond_;

@@ -20,6 +20,9 @@ class CSampleClock {
     // The stick is sent elsewhere: for how many seconds what comes next is still of the place before.
     [[nodiscard]] double SendElsewhere(double now_s);
 
+    // Another order that is sent, which the stick carries out before those that come next.
+    void SendOther(double now_s);
+
   private:
     [[nodiscard]] double Least_s() const;
 

@@ -208,6 +208,11 @@ TEST_F(AirReceiver, ALookFindsTheStationsAroundItAndTheWayBackIsHeard) {
     ASSERT_TRUE(receiver_->LookDone());
     EXPECT_LT(Loudness(0.13), 0.001);
     fm::CBandSeek seek(10370, true);
+    EXPECT_EQ(seek.GoOn(band_, 0), fm::CBandSeek::Where::kUnknown);
+    // It is looked at from another centre before it is stopped at.
+    receiver_->Look(seek.Centre_Hz(receiver_->HalfWidth_Hz()));
+    Run(0.14);
+    ASSERT_TRUE(receiver_->LookDone());
     EXPECT_EQ(seek.GoOn(band_, 0), fm::CBandSeek::Where::kFound);
     EXPECT_EQ(seek.Channel_10kHz(), 10400u);
     receiver_->EndLook();

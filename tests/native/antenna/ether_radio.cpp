@@ -81,8 +81,10 @@ void EtherRadio::Give() {
         greeting_ -= skipped;
         come_.insert(come_.end(), stream_.Front() + skipped, stream_.Front() + size);
         given += size - skipped;
-        if (gain_ && gain_->Add(stream_.Front() + skipped, size - skipped, kRate_Hz))
+        if (gain_ && gain_->Add(stream_.Front() + skipped, size - skipped, kRate_Hz)) {
             Order(kGainIndex, gain_->Step());
+            clock_.SendOther(now_s_);
+        }
         stream_.Sent(size);
     }
     if (given > 0) clock_.Arrived(given, now_s_);

@@ -169,6 +169,33 @@ TEST(Retuning, OnSmallBuffersAStationThatIsTooStrongAtFirstIsFoundWithoutItsImag
     SeekToStrongStations(kSmallBuffer_bytes);
 }
 
+// Where nothing is the gain rises until any station is too strong, and a good second passes before it is
+// right.
+void SeekWithAGainThatRose(std::size_t buffer_bytes) {
+    EtherRadio radio("[8760]\nlevel=45\nstereo=1\nprogramme=tone:330\n[9850]\nlevel=45\n[10790]\nlevel=35\n",
+                     buffer_bytes);
+    radio.HoldGain();
+    radio.Tune(9300);
+    radio.Run(20.9);
+    std::uint32_t at_10kHz = 10790;
+    for (const std::uint32_t next_10kHz : {8760u, 9850u, 10790u, 8760u}) {
+        const Sought sought = Seek(radio, at_10kHz, true);
+        EXPECT_EQ(sought.channel_10kHz, next_10kHz) << "from " << at_10kHz;
+        EXPECT_LE(sought.took_s, 0.93) << "from " << at_10kHz;
+        at_10kHz = next_10kHz;
+        radio.Tune(at_10kHz);
+        radio.Run(0.1);
+    }
+}
+
+TEST(Retuning, OnAStickWhoseGainRoseNoImageIsStoppedAtAndNoStationPassedBy) {
+    SeekWithAGainThatRose(kBusBuffer_bytes);
+}
+
+TEST(Retuning, OnSmallBuffersWithAGainThatRoseNoImageIsStoppedAtAndNoStationPassedBy) {
+    SeekWithAGainThatRose(kSmallBuffer_bytes);
+}
+
 TEST(Retuning, OnSmallBuffersAnEmptyBandIsCrossedWithinASecond) {
     CrossAnEmptyBand(kSmallBuffer_bytes);
 }

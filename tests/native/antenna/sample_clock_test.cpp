@@ -66,6 +66,13 @@ TEST(SampleClock, OrdersThatFollowEachOtherWaitForEachOtherButNotForEver) {
     EXPECT_NEAR(stale_s, 3 * kElsewhere_s, 1e-6);
 }
 
+TEST(SampleClock, AnotherOrderOnTheWayIsWaitedForToo) {
+    CSampleClock clock(kBytesPerSecond, 0.0);
+    clock.Arrived(kBuffer, 50.0);
+    clock.SendOther(50.0);
+    EXPECT_NEAR(clock.SendElsewhere(50.0), 2 * kElsewhere_s, 1e-6);
+}
+
 TEST(SampleClock, AServerFarAwayIsAllowedForWithinReason) {
     CSampleClock near(kBytesPerSecond, 0.01), far(kBytesPerSecond, 3.0);
     near.Arrived(kBuffer, 50.0);
