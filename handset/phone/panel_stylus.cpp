@@ -1,6 +1,7 @@
 // The stylus on the panel: keys, switches, the slider, the band and the panel itself.
 #include <windowsx.h>
 
+#include "handset/controls/radio_windows.h"
 #include "handset/controls/switches.h"
 #include "handset/phone/panel_window.h"
 #include "handset/phone/phone_keys.h"
@@ -24,8 +25,8 @@ LRESULT PanelWindow::OnPress(WPARAM, LPARAM lParam) {
     const int x = GET_X_LPARAM(lParam);
     const int y = GET_Y_LPARAM(lParam);
     SetCapture(window_);
-    // Otherwise the radio has the keys of the computer.
-    if (!view_.now.radio) SetForegroundWindow(window_);
+    // Otherwise the radio has the keys of the computer, also one that came since the panel looked last.
+    if (RadioMainWindow() == nullptr) SetForegroundWindow(window_);
     view_.pressedKey = KeyAt(view_.phone, x, y);
     if (view_.pressedKey) {
         PressPhoneKey(*view_.pressedKey, true);

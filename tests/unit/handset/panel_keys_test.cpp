@@ -172,17 +172,18 @@ TEST_F(PanelKeys, ARadioThatWasClosedByKeyIsStartedByKey) {
 
 TEST_F(PanelKeys, ThePhoneIsMovedWithCtrlAndTheArrowsAndPutAwayByItsCross) {
     StartRadioInFront();
-    DragTo(60, 30);
+    DragTo(60, 20);
     Press(VK_F6);
     Press(VK_RIGHT, VK_CONTROL);
     Press(VK_DOWN, VK_CONTROL);
+    RECT place = {};
     EXPECT_TRUE(WaitUntil(
         [&] {
-            RECT place = {};
             GetWindowRect(window_, &place);
-            return place.left == 76 && place.top == 46;
+            return place.left == 76 && place.top == 36;
         },
-        kDeadline_ms));
+        kDeadline_ms))
+        << "stands at " << place.left << ", " << place.top;
     Press(VK_UP);
     Press(VK_RETURN);
     EXPECT_TRUE(WaitUntil([&] { return HasEnded(); }, kDeadline_ms));

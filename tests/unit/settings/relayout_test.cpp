@@ -157,7 +157,7 @@ TEST_F(TurnedSettings, TurningTheDeviceMovesTheControlsToTheOtherTemplatesPlaces
     handset.SetScreen(320, 240);
     test::SendDisplayChange(dialog);
     EXPECT_EQ(test::PlaceOf(dialog), "0,26 320x214");
-    RECT expected = {156, 79, 156 + 18, 79 + 13};
+    RECT expected = {183, 79, 183 + 20, 79 + 13};
     MapDialogRect(dialog, &expected);
     MapWindowPoints(dialog, nullptr, reinterpret_cast<POINT*>(&expected), 2);
     EXPECT_EQ(PlaceOfControl(IDC_SAVE_BROWSE), std::to_string(expected.left) + "," +
