@@ -169,10 +169,13 @@ void FaultDay::End() {
 }
 
 void FaultDay::Look() {
+    const LogPlace now = EndOfLogs();
+    if (m_radio != nullptr && m_radio->Runs()) m_lastSeen = now;
     if (m_radio != nullptr && !m_radio->Runs()) {
         NoteEnd();
         m_radio.reset();
-        BeginLife();
+        // One that was booked may have begun since the last look, and be at its end already.
+        m_lifeBegan = m_lastSeen;
     }
     ExpectOneRadio();
     if (m_radio != nullptr) return ExpectAnswer();
@@ -211,9 +214,9 @@ void FaultDay::NoteEnd() {
     if (code == STATUS_ACCESS_VIOLATION) {
         std::vector<std::string> calls = m_handset.TunerCalls();
         calls.erase(calls.begin(),
-                    calls.begin() + static_cast<std::ptrdiff_t>(std::min(m_callsBefore, calls.size())));
+                    calls.begin() + static_cast<std::ptrdiff_t>(std::min(m_lifeBegan.calls, calls.size())));
         const std::string trace = m_handset.Trace();
-        cause = CauseOfCrash(calls, trace.substr(std::min(m_traceBefore, trace.size())));
+        cause = CauseOfCrash(calls, trace.substr(std::min(m_lifeBegan.trace, trace.size())));
     }
     const std::string complaint = ComplaintOfEnd(code, cause);
     if (!complaint.empty()) return Complain(complaint);
@@ -222,9 +225,12 @@ void FaultDay::NoteEnd() {
     ++m_figures.causes[cause];
 }
 
+FaultDay::LogPlace FaultDay::EndOfLogs() const {
+    return {m_handset.TunerCalls().size(), m_handset.Trace().size()};
+}
+
 void FaultDay::BeginLife() {
-    m_callsBefore = m_handset.TunerCalls().size();
-    m_traceBefore = m_handset.Trace().size();
+    m_lifeBegan = m_lastSeen = EndOfLogs();
 }
 
 std::string FaultDay::ComplaintOfEnd(DWORD code, const std::string& cause) {

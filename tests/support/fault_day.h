@@ -59,6 +59,11 @@ class FaultDay {
     // The radio that runs, started or found; what became of the last one is noted.
     void Look();
     void NoteEnd();
+    // How much was logged of the tuner's calls, and traced.
+    struct LogPlace {
+        std::size_t calls = 0, trace = 0;
+    };
+    [[nodiscard]] LogPlace EndOfLogs() const;
     // From here on what is logged and traced belongs to the next radio.
     void BeginLife();
     void AnswerBoxes();
@@ -104,8 +109,9 @@ class FaultDay {
     FaultFigures m_figures;
     std::vector<std::string> m_complaints;
     bool m_active = true, m_headset = true, m_card = true, m_space = true;
-    std::size_t m_callsBefore = 0, m_traceBefore = 0;  // what was logged and traced before this radio's life
-    std::string m_fault;                               // the one that is injected; empty for none
+    LogPlace m_lifeBegan;  // what was logged and traced before this radio's life
+    LogPlace m_lastSeen;   // and when a radio was last seen to run
+    std::string m_fault;   // the one that is injected; empty for none
     int m_names = 0;
 };
 
