@@ -29,7 +29,7 @@ kora_screens() {
     export KORA_HOME=$KORA_HOME/pictures
     tests_prepare
     step "every screen, dialog, menu and box (some minutes)"
-    KORA_SCREEN_PICTURES=$(windows_path "$folder") run_tests release '^test_system_screens$' || failed=1
+    KORA_SHAPES=all KORA_SCREEN_PICTURES=$(windows_path "$folder") run_tests release '^test_system_screens$' || failed=1
     screens_index "$folder"
     echo "$(find "$folder" -name '*.*.png' | wc -l) pictures, and index.html, in $folder"
     [ $failed -eq 0 ] || fail "not every screen is as it should be, or could be reached; see above"

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "resources/resource_ids.h"
 #include "tests/support/hand.h"
 #include "tests/support/remote_list.h"
@@ -364,9 +366,21 @@ void ScanFinished(Stage& stage) {
     WaitFor([&] { return stage.radio().Box(L"FM") != nullptr; }, 60000);
     stage.Box();
 }
+// The first station that was found is tuned when its row has rested; what is typed before that would be tuned
+// away again.
+bool IsTunedLast(const Stage& stage, const std::string& station) {
+    const std::vector<std::string> calls = stage.handset.TunerCalls();
+    const auto last = std::find_if(calls.rbegin(), calls.rend(),
+                                   [](const std::string& call) { return call.rfind("SetChannel", 0) == 0; });
+    return last != calls.rend() && *last == "SetChannel " + station + " -> 0";
+}
 void Scanned(Stage& stage) {
     stage.Listen();
-    stage.Tune("985", "FM  4");
+    EXPECT_TRUE(WaitFor([&] {
+        return IsWindowEnabled(stage.radio().Window()) && IsWindowVisible(stage.radio().ListView()) &&
+               IsTunedLast(stage, "8760");
+    })) << "the first station is not tuned";
+    stage.Tune("985", "FM  3");
 }
 
 // --- Starts ---

@@ -270,8 +270,10 @@ void Stage::AwaitDrawn(const std::string& part) {
     EXPECT_TRUE(WaitFor([&] {
         Sleep(kBetweenLooks_ms);
         Read();
-        return std::any_of(drawn_.begin(), drawn_.end(),
-                           [&](const Item& item) { return item.text.find(part) != std::string::npos; });
+        const auto main = reinterpret_cast<std::uint64_t>(radio_->Window());
+        return std::any_of(drawn_.begin(), drawn_.end(), [&](const Item& item) {
+            return item.window == main && item.text.find(part) != std::string::npos;
+        });
     })) << "\""
         << part << "\" was not drawn";
 }

@@ -47,7 +47,7 @@ class Stage {
     HWND Box(HWND below = nullptr);
     // The uppermost of so many menus that are open.
     HWND Menu(std::size_t open = 1) const;
-    // Until a text has been drawn by the radio since the scene began.
+    // Until a text has been drawn on the main screen since the scene began. A row of its list does not count.
     void AwaitDrawn(const std::string& part);
 
     // Everything that is open is left, the last first, and what was drawn so far is forgotten.

@@ -1,5 +1,12 @@
 // Every screen, dialog, menu and box of the radio, in each shape of the display: nothing on them is cut,
 // covers something else or sticks out. KORA_SCREEN_PICTURES names a folder that gets a picture of each.
+// KORA_SHAPES=all looks at all four shapes, as `./kora screens` does; otherwise it is the small display
+// upright and the large one on its side.
+#include <cstdlib>
+#include <iterator>
+#include <string>
+#include <vector>
+
 #include "handset/phone/phone_layout.h"
 #include "handset/state/handset_protocol.h"
 #include "handset/state/process_start.h"
@@ -18,6 +25,12 @@ using test::Radio;
 
 constexpr Shape kShapes[] = {
     {"Portrait", 240, 320}, {"Landscape", 320, 240}, {"WidePortrait", 480, 640}, {"WideLandscape", 640, 480}};
+
+std::vector<Shape> WantedShapes() {
+    const char* const shapes = std::getenv("KORA_SHAPES");
+    if (shapes != nullptr && std::string(shapes) == "all") return {std::begin(kShapes), std::end(kShapes)};
+    return {kShapes[0], kShapes[3]};
+}
 
 // Empty: no pictures are wanted.
 std::wstring PictureFile(const std::string& name) {
@@ -55,7 +68,7 @@ TEST_P(Screens, NothingIsCutCoversAnotherOrSticksOut) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Shapes, Screens, testing::ValuesIn(kShapes),
+INSTANTIATE_TEST_SUITE_P(Shapes, Screens, testing::ValuesIn(WantedShapes()),
                          [](const testing::TestParamInfo<Shape>& row) { return row.param.name; });
 
 using TurnedScreens = Screens;
