@@ -28,6 +28,9 @@ std::wstring Folder(bool ofProgram) {
 PhoneTest::PhoneTest() {
     const std::wstring id = std::to_wstring(GetCurrentProcessId());
     root_ = Folder(false) + L"\\kora_power_" + id;
+    // A run that was broken off may have left one of the same number.
+    std::error_code ignored;
+    std::filesystem::remove_all(root_, ignored);
     std::filesystem::create_directories(root_);
     SetEnvironmentVariableW(L"KORA_STATEKEY", (L"Software\\Kora Handset Test\\power " + id).c_str());
     SetEnvironmentVariableW(L"KORA_DEVICEROOT", root_.c_str());
