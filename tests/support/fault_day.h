@@ -21,7 +21,8 @@ struct FaultFigures {
     int events = 0, faults = 0, calls = 0, sleeps = 0, bookings = 0, bookedStarts = 0, recordings = 0,
         scans = 0;
     int radios = 0, kills = 0, crashes = 0, leftBehind = 0, services = 0;
-    int pairs = 0;  // of bookings that are due at the same minute
+    int pairs = 0;           // of bookings that are due at the same minute
+    int unseenBookings = 0;  // added in a dialog that showed no row for it: stored or not
     // The faults of the handset that have ended radios, by name, and how many each.
     std::map<std::string, int> causes;
 };

@@ -156,7 +156,8 @@ void FaultDay::Book() {
     PressButton(dialog, IDC_SCHEDULE_ADD);
     WaitFor([&] { return !IsWindow(list) || RowCount(list) > before || m_radio->Box(nullptr) != dialog; },
             kDialog_ms);
-    if (IsWindow(list) && RowCount(list) > before) ++m_figures.bookings;
+    // What becomes of one whose dialog went before its row was seen, or is not answered yet, nobody can tell.
+    ++(IsWindow(list) && RowCount(list) > before ? m_figures.bookings : m_figures.unseenBookings);
     WaitFor(
         [&] {
             AnswerBoxes();
