@@ -154,10 +154,20 @@ void FaultDay::Book() {
     StepMinutes(GetDlgItem(dialog, IDC_SCHEDULE_START), start_min);
     StepMinutes(GetDlgItem(dialog, IDC_SCHEDULE_END), start_min + 1 + static_cast<int>(Below(8)));
     PressButton(dialog, IDC_SCHEDULE_ADD);
-    WaitFor([&] { return !IsWindow(list) || RowCount(list) > before || m_radio->Box(nullptr) != dialog; },
-            kDialog_ms);
-    // What becomes of one whose dialog went before its row was seen, or is not answered yet, nobody can tell.
-    ++(IsWindow(list) && RowCount(list) > before ? m_figures.bookings : m_figures.unseenBookings);
+    // Refused in a box of the dialog's own; a notice of the radio's may stand before it as well.
+    bool refused = false;
+    WaitFor(
+        [&] {
+            const HWND box = m_radio->Box(nullptr);
+            refused = box != nullptr && box != dialog && GetWindow(box, GW_OWNER) == dialog;
+            return !IsWindow(list) || RowCount(list) > before || box != dialog;
+        },
+        kDialog_ms);
+    if (IsWindow(list) && RowCount(list) > before) {
+        ++m_figures.bookings;
+    } else if (!refused) {
+        ++m_figures.unseenBookings;  // nobody can tell what became of it
+    }
     WaitFor(
         [&] {
             AnswerBoxes();
