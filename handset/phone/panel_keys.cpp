@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "handset/base/rows.h"
 #include "handset/controls/radio_windows.h"
 #include "handset/controls/switches.h"
 #include "handset/phone/panel_focus.h"
@@ -32,10 +33,8 @@ constexpr std::uint32_t kLevelStep = 5, kFullLevel = 100;
 constexpr LPARAM kDown = 1, kShift = 2, kControl = 4;
 
 std::optional<PhoneKey> PhoneKeyFor(WORD virtualKey) {
-    for (const PhoneKeyOfComputer& row : kPhoneKeys) {
-        if (row.virtualKey == virtualKey) return row.key;
-    }
-    return std::nullopt;
+    const auto* const row = handset::RowWith(kPhoneKeys, &PhoneKeyOfComputer::virtualKey, virtualKey);
+    return row == nullptr ? std::nullopt : std::optional(row->key);
 }
 
 }  // namespace
@@ -52,10 +51,7 @@ const PanelWindow::FocusKey* PanelWindow::FocusKeyFor(WORD virtualKey) {
         {VK_RIGHT, &PanelWindow::MoveOrSlide},   {VK_SPACE, &PanelWindow::PressFocused},
         {VK_RETURN, &PanelWindow::PressFocused}, {VK_ESCAPE, &PanelWindow::LeaveSwitches},
     };
-    for (const FocusKey& row : kKeys) {
-        if (row.virtualKey == virtualKey) return &row;
-    }
-    return nullptr;
+    return handset::RowWith(kKeys, &FocusKey::virtualKey, virtualKey);
 }
 
 // Keys of other programs' windows are theirs.
