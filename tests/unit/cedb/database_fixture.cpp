@@ -61,6 +61,8 @@ void DatabaseTest::SetUp() {
     static int count = 0;
     root_ = std::wstring(folder) + L"kora-cedb-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
             std::to_wstring(++count);
+    // A run that was broken off may have left one of the same number.
+    DeleteFolder(root_);
     ASSERT_TRUE(CreateDirectoryW(root_.c_str(), nullptr));
     SetEnvironmentVariableW(L"KORA_DEVICEROOT", root_.c_str());
     SetEnvironmentVariableW(L"KORA_FAULT", nullptr);

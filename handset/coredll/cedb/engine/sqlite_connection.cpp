@@ -4,8 +4,14 @@
 namespace cedb {
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 // Another process holds the lock for one commit at a time; a disk that takes longer than this is broken.
-constexpr int kLockPatience_ms = 20000;
+constexpr std::chrono::seconds kLockPatience{20};
+// SQLite's own waiting looks ever more seldom, in the end every 100 ms: beside a process that makes one
+// change after the other, and leaves the lock free for a moment between two of them, it may never get its
+// turn.
+constexpr int kLockLook_ms = 5;
 // The SQLite file format, section 1.3: the change counter, and behind it what else a commit may change.
 // SQLite itself goes by these bytes when it looks whether the pages that it keeps are those of the file.
 constexpr sqlite3_int64 kStampOffset = 24;
@@ -33,6 +39,15 @@ constexpr ErrorRow kErrors[] = {
     {SQLITE_NOMEM,    Status::OutOfMemory},
 };
 // clang-format on
+
+// Called by SQLite while a lock is taken, `looks` counted from 0 for each wait. Not 0: look again.
+int LookAgain(void* since, int looks) {
+    auto& began = *static_cast<Clock::time_point*>(since);
+    if (looks == 0) began = Clock::now();
+    if (Clock::now() - began > kLockPatience) return 0;
+    sqlite3_sleep(kLockLook_ms);
+    return 1;
+}
 
 Status StatusOf(int code) {
     for (const ErrorRow& row : kErrors) {
@@ -91,7 +106,7 @@ Status SqliteConnection::Open(const std::string& path, bool create) {
     const int code = sqlite3_open_v2(path.c_str(), &database, flags, nullptr);
     database_.reset(database);
     if (code != SQLITE_OK) return StatusOf(code);
-    sqlite3_busy_timeout(database, kLockPatience_ms);
+    sqlite3_busy_handler(database, LookAgain, &waitsSince_);
     sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     // The journal is cut to nothing and flushed at each commit (TRUNCATE, FULL): the moment at which a
     // change counts is itself on the disk, so that neither a killed process nor a lost power supply takes

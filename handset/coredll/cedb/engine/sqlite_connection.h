@@ -4,6 +4,7 @@
 #include <sqlite3.h>
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -69,6 +70,7 @@ class SqliteConnection {
     };
     [[nodiscard]] Status File(sqlite3_file** file);
 
+    std::chrono::steady_clock::time_point waitsSince_;  // for a lock that somebody else has
     std::unique_ptr<sqlite3, Closer> database_;
     std::map<const char*, sqlite3_stmt*> statements_;
 };
