@@ -32,7 +32,7 @@ bool AreValid(HWND window, const SHACTIVATEINFO* info) {
 
 extern "C" BOOL WINAPI SHHandleWMActivate(HWND window, WPARAM wParam, LPARAM, SHACTIVATEINFO* info,
                                           DWORD) try {
-    const PlatformCall call(true);
+    const CPlatformCall call(true);
     if (!AreValid(window, info)) return FALSE;
     if (LOWORD(wParam) == WA_INACTIVE) {
         RememberFocus(window, info);
@@ -45,7 +45,7 @@ extern "C" BOOL WINAPI SHHandleWMActivate(HWND window, WPARAM wParam, LPARAM, SH
 }
 
 extern "C" BOOL WINAPI SHHandleWMSettingChange(HWND window, WPARAM wParam, LPARAM, SHACTIVATEINFO* info) try {
-    const PlatformCall call(true);
+    const CPlatformCall call(true);
     if (!AreValid(window, info)) return FALSE;
     if (handset::IsDisplayChange(WM_SETTINGCHANGE, wParam)) handset::FillWorkArea(window);
     return TRUE;

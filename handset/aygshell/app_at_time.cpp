@@ -19,7 +19,7 @@
 
 namespace {
 
-using handset::BookingLock;
+using handset::CBookingLock;
 
 constexpr wchar_t kLastBooking[] = L"LastBooking";
 
@@ -73,7 +73,7 @@ bool Write(const std::wstring& name, LPCWSTR application, LPCWSTR commandLine, D
 
 extern "C" HRESULT WINAPI RunAppAtTimeEx(LPCWSTR application, LPCWSTR commandLine, SYSTEMTIME* time,
                                          DWORD repeat, LPWSTR name, DWORD count) try {
-    const PlatformCall call(true);
+    const CPlatformCall call(true);
     if (name != nullptr && count != 0) name[0] = L'\0';
     if (application == nullptr || time == nullptr || name == nullptr || !handset::RepeatOf(repeat)) {
         return E_INVALIDARG;
@@ -81,7 +81,7 @@ extern "C" HRESULT WINAPI RunAppAtTimeEx(LPCWSTR application, LPCWSTR commandLin
     const auto text = TimeText(*time);
     if (!text) return E_INVALIDARG;
     if (count <= handset::BookingName(0).size()) return HRESULT_FROM_WIN32(ERROR_INSUFFICIENT_BUFFER);
-    const BookingLock lock;
+    const CBookingLock lock;
     if (!lock) return E_FAIL;
     const std::wstring given = TakeNewName();
     if (!Write(given, application, commandLine, repeat, *text)) {
@@ -95,12 +95,12 @@ extern "C" HRESULT WINAPI RunAppAtTimeEx(LPCWSTR application, LPCWSTR commandLin
 }
 
 extern "C" HRESULT WINAPI StopAppAtTimeEx(LPCWSTR name) try {
-    const PlatformCall call(true);
+    const CPlatformCall call(true);
     if (name == nullptr) return E_INVALIDARG;
     const std::wstring booking = name;
     // A name leads nowhere but to the key of one booking.
     if (booking.empty() || booking.find(L'\\') != std::wstring::npos) return E_FAIL;
-    const BookingLock lock;
+    const CBookingLock lock;
     if (!lock || !IsBooked(booking)) return E_FAIL;
     return RegDeleteKeyW(HKEY_LOCAL_MACHINE, KeyOf(booking).c_str()) == ERROR_SUCCESS ? S_OK : E_FAIL;
 } catch (...) {

@@ -61,7 +61,7 @@ DWORD ShellDialogFlags(HWND window) {
 }  // namespace handset
 
 extern "C" BOOL WINAPI SHInitDialog(PSHINITDLGINFO info) try {
-    const PlatformCall call(true);
+    const CPlatformCall call(true);
     if (info == nullptr || !IsWindow(info->hDlg)) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;

@@ -49,7 +49,7 @@ HBITMAP FromBitmapFile(const Bytes& bytes) {
         file.bfOffBits > bytes.size || row * rows > bytes.size - file.bfOffBits)
         return nullptr;
     const auto* header = reinterpret_cast<const BITMAPINFO*>(bytes.data + sizeof file);
-    const handset::WindowDC screen(nullptr);
+    const handset::CWindowDC screen(nullptr);
     return CreateDIBitmap(screen.get(), &header->bmiHeader, CBM_INIT, bytes.data + file.bfOffBits, header,
                           DIB_RGB_COLORS);
 }
@@ -81,7 +81,7 @@ HBITMAP FromPicture(const Bytes& bytes) {
 }  // namespace
 
 extern "C" HBITMAP WINAPI SHLoadImageResource(HINSTANCE module, UINT id) try {
-    const PlatformCall call;
+    const CPlatformCall call;
     // Without a module the host would answer with pictures of its own.
     if (module == nullptr || !IS_INTRESOURCE(static_cast<ULONG_PTR>(id))) {
         SetLastError(ERROR_INVALID_PARAMETER);

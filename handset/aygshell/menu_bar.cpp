@@ -32,7 +32,7 @@ std::optional<handset::SoftKeySet> RequestedKeys(const SHMENUBARINFO& info) {
 }  // namespace
 
 extern "C" BOOL WINAPI SHInitExtraControls() try {
-    const PlatformCall call;
+    const CPlatformCall call;
     const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_BAR_CLASSES};
     return InitCommonControlsEx(&classes);
 } catch (...) {
@@ -40,7 +40,7 @@ extern "C" BOOL WINAPI SHInitExtraControls() try {
 }
 
 extern "C" BOOL WINAPI SHCreateMenuBar(PSHMENUBARINFO info) try {
-    const PlatformCall call(true);
+    const CPlatformCall call(true);
     if (info == nullptr) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
@@ -68,7 +68,7 @@ extern "C" BOOL WINAPI SHCreateMenuBar(PSHMENUBARINFO info) try {
 }
 
 extern "C" HWND WINAPI SHFindMenuBar(HWND parent) try {
-    const PlatformCall call;
+    const CPlatformCall call;
     return IsWindow(parent) ? handset::FindMenuBarWindow(parent) : nullptr;
 } catch (...) {
     return handset::EdgeAnswer<HWND>();

@@ -41,7 +41,8 @@ bool TextHolds(REGISTRYCOMPARISONTYPE type, const std::wstring& value, const std
 
 }  // namespace
 
-NotifyCondition::NotifyCondition(const NOTIFICATIONCONDITION& condition) : type_(condition.ctComparisonType) {
+CNotifyCondition::CNotifyCondition(const NOTIFICATIONCONDITION& condition)
+    : type_(condition.ctComparisonType) {
     if (ComparesTexts(type_)) {
         text_ = condition.TargetValue.psz;
         return;
@@ -51,13 +52,13 @@ NotifyCondition::NotifyCondition(const NOTIFICATIONCONDITION& condition) : type_
     number_ = condition.TargetValue.dw;
 }
 
-bool NotifyCondition::IsValid(const NOTIFICATIONCONDITION& condition) {
+bool CNotifyCondition::IsValid(const NOTIFICATIONCONDITION& condition) {
     const auto type = static_cast<unsigned>(condition.ctComparisonType);
     if (type > REG_CT_ANYCHANGE) return false;
     return !ComparesTexts(condition.ctComparisonType) || condition.TargetValue.psz != nullptr;
 }
 
-bool NotifyCondition::Holds(const RegistryValue& value) const {
+bool CNotifyCondition::Holds(const RegistryValue& value) const {
     if (type_ == REG_CT_ANYCHANGE) return true;
     if (ComparesTexts(type_)) {
         const auto text = AsText(value);
@@ -67,8 +68,8 @@ bool NotifyCondition::Holds(const RegistryValue& value) const {
     return number && NumberHolds(type_, Masked(*number), Masked(number_));
 }
 
-bool NotifyCondition::Reports(const std::optional<RegistryValue>& before,
-                              const std::optional<RegistryValue>& after) const {
+bool CNotifyCondition::Reports(const std::optional<RegistryValue>& before,
+                               const std::optional<RegistryValue>& after) const {
     if (before == after) return false;
     if (before && after) {
         const auto was = AsDword(*before);

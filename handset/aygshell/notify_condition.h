@@ -11,12 +11,12 @@
 
 namespace handset {
 
-class NotifyCondition {
+class CNotifyCondition {
   public:
     // Reports every change.
-    NotifyCondition() = default;
+    CNotifyCondition() = default;
     // Keeps a copy of what `condition` points to.
-    explicit NotifyCondition(const NOTIFICATIONCONDITION& condition);
+    explicit CNotifyCondition(const NOTIFICATIONCONDITION& condition);
 
     // False for an unknown comparison, or one of texts without a text to compare with.
     static bool IsValid(const NOTIFICATIONCONDITION& condition);

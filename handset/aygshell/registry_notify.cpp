@@ -28,7 +28,7 @@ struct Notification {
     HWND window = nullptr;
     UINT message = 0;
     DWORD userData = 0;
-    NotifyCondition condition;
+    CNotifyCondition condition;
     std::optional<RegistryValue> last;
 };
 
@@ -100,8 +100,8 @@ DWORD WINAPI CNotificationService::WorkerProc(void* self) {
 }
 
 void CNotificationService::Watch() {
-    RegistryWatch watch(StateKeyPath() + L"\\Registry", RegistryWatch::Depth::kTree,
-                        RegistryWatch::Missing::kMade);
+    CRegistryWatch watch(StateKeyPath() + L"\\Registry", CRegistryWatch::Depth::kTree,
+                         CRegistryWatch::Missing::kMade);
     const HANDLE wakers[] = {stop_.get(), watch.KeyEvent(), watch.ParentEvent()};
     do {
         // Looked first, read afterwards: a change in between is seen at once or wakes the next wait.
@@ -154,11 +154,11 @@ bool IsPredefined(HKEY root) {
 extern "C" HRESULT WINAPI RegistryNotifyWindow(HKEY root, LPCWSTR key, LPCWSTR value, HWND window,
                                                UINT message, DWORD userData, NOTIFICATIONCONDITION* condition,
                                                HREGNOTIFY* notify) try {
-    const PlatformCall call(true);
+    const CPlatformCall call(true);
     if (notify == nullptr) return E_INVALIDARG;
     *notify = nullptr;
     if (root == nullptr || !IsWindow(window)) return E_INVALIDARG;
-    if (condition != nullptr && !handset::NotifyCondition::IsValid(*condition)) return E_INVALIDARG;
+    if (condition != nullptr && !handset::CNotifyCondition::IsValid(*condition)) return E_INVALIDARG;
 
     handset::Notification notification;
     // The key is made when it is missing, as on the device; of a key that the caller opened the notification
@@ -179,7 +179,7 @@ extern "C" HRESULT WINAPI RegistryNotifyWindow(HKEY root, LPCWSTR key, LPCWSTR v
     notification.window = window;
     notification.message = message;
     notification.userData = userData;
-    if (condition != nullptr) notification.condition = handset::NotifyCondition(*condition);
+    if (condition != nullptr) notification.condition = handset::CNotifyCondition(*condition);
     *notify = handset::Service().Add(std::move(notification));
     return *notify != nullptr ? S_OK : E_FAIL;
 } catch (...) {
@@ -187,7 +187,7 @@ extern "C" HRESULT WINAPI RegistryNotifyWindow(HKEY root, LPCWSTR key, LPCWSTR v
 }
 
 extern "C" HRESULT WINAPI RegistryCloseNotification(HREGNOTIFY notify) try {
-    const PlatformCall call(true);
+    const CPlatformCall call(true);
     return handset::Service().Remove(notify) ? S_OK : E_INVALIDARG;
 } catch (...) {
     return handset::EdgeResult();

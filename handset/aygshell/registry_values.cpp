@@ -40,7 +40,7 @@ HRESULT WriteValue(HKEY root, LPCWSTR key, LPCWSTR name, DWORD type, const void*
 }  // namespace
 
 extern "C" HRESULT WINAPI RegistryGetDWORD(HKEY root, LPCWSTR key, LPCWSTR value, DWORD* data) try {
-    const PlatformCall call;
+    const CPlatformCall call;
     if (root == nullptr || data == nullptr) return E_INVALIDARG;
     const auto stored = handset::ReadDeviceValue(root, key, value);
     const auto number = stored ? handset::AsDword(*stored) : std::nullopt;
@@ -52,7 +52,7 @@ extern "C" HRESULT WINAPI RegistryGetDWORD(HKEY root, LPCWSTR key, LPCWSTR value
 }
 
 extern "C" HRESULT WINAPI RegistrySetDWORD(HKEY root, LPCWSTR key, LPCWSTR value, DWORD data) try {
-    const PlatformCall call;
+    const CPlatformCall call;
     if (root == nullptr) return E_INVALIDARG;
     return WriteValue(root, key, value, REG_DWORD, &data, sizeof data);
 } catch (...) {
@@ -61,7 +61,7 @@ extern "C" HRESULT WINAPI RegistrySetDWORD(HKEY root, LPCWSTR key, LPCWSTR value
 
 extern "C" HRESULT WINAPI RegistryGetString(HKEY root, LPCWSTR key, LPCWSTR value, LPWSTR data,
                                             UINT count) try {
-    const PlatformCall call;
+    const CPlatformCall call;
     if (root == nullptr || data == nullptr || count == 0) return E_INVALIDARG;
     const auto stored = handset::ReadDeviceValue(root, key, value);
     const auto text = stored ? handset::AsText(*stored) : std::nullopt;
@@ -74,7 +74,7 @@ extern "C" HRESULT WINAPI RegistryGetString(HKEY root, LPCWSTR key, LPCWSTR valu
 }
 
 extern "C" HRESULT WINAPI RegistrySetString(HKEY root, LPCWSTR key, LPCWSTR value, LPCWSTR data) try {
-    const PlatformCall call;
+    const CPlatformCall call;
     if (root == nullptr || data == nullptr) return E_INVALIDARG;
     return WriteValue(root, key, value, REG_SZ, data, (std::wcslen(data) + 1) * sizeof(wchar_t));
 } catch (...) {

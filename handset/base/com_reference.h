@@ -27,7 +27,7 @@ class CRef {
     }
     ~CRef() {
         if (object_ == nullptr) return;
-        const KeptLastError kept;
+        const CKeptLastError kept;
         object_->Release();
     }
 

@@ -55,7 +55,7 @@ std::wstring WithBackslashes(std::wstring path) {
 
 }  // namespace
 
-DevicePath::DevicePath(const wchar_t* path, const std::wstring& root, bool (*cardIn)())
+CDevicePath::CDevicePath(const wchar_t* path, const std::wstring& root, bool (*cardIn)())
     : given_(path != nullptr) {
     if (!given_) return;
     host_ = path;
@@ -65,7 +65,7 @@ DevicePath::DevicePath(const wchar_t* path, const std::wstring& root, bool (*car
     reachable_ = !root.empty() && (!onStorageCard() || cardIn());
 }
 
-bool DevicePath::onStorageCard() const {
+bool CDevicePath::onStorageCard() const {
     return IsOnStorageCard(device_);
 }
 

@@ -12,11 +12,11 @@ namespace handset {
 // ".." are resolved, and nothing leads above the root. Blanks and dots at the end of a name count for
 // nothing, as the host has it, which would otherwise find what is known here under another name.
 // Device differs: a path with a drive or with two backslashes at its front is the host's own, taken as it is.
-class DevicePath {
+class CDevicePath {
   public:
     // `root`: the host folder, without a separator at its end; empty when the device has no file system.
     // `cardIn` is asked for a path on the storage card alone.
-    DevicePath(const wchar_t* path, const std::wstring& root, bool (*cardIn)());
+    CDevicePath(const wchar_t* path, const std::wstring& root, bool (*cardIn)());
 
     // False for a path on a storage card that is not in, and for any when the device has no file system.
     explicit operator bool() const { return reachable_; }

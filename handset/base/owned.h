@@ -11,12 +11,12 @@
 namespace handset {
 
 // Puts the last error back when it goes.
-class KeptLastError {
+class CKeptLastError {
   public:
-    KeptLastError() : error_(GetLastError()) {}
-    ~KeptLastError() { SetLastError(error_); }
-    KeptLastError(const KeptLastError&) = delete;
-    KeptLastError& operator=(const KeptLastError&) = delete;
+    CKeptLastError() : error_(GetLastError()) {}
+    ~CKeptLastError() { SetLastError(error_); }
+    CKeptLastError(const CKeptLastError&) = delete;
+    CKeptLastError& operator=(const CKeptLastError&) = delete;
 
   private:
     DWORD error_;
@@ -27,7 +27,7 @@ template <typename Handle, auto Close>
 struct HandleCloser {
     using pointer = Handle;
     void operator()(Handle handle) const {
-        const KeptLastError kept;
+        const CKeptLastError kept;
         Close(handle);
     }
 };
@@ -52,12 +52,12 @@ inline HANDLE Opened(HANDLE handle) {
 // For a call that gives a handle through a pointer: Put(owner) stands for that pointer, and the owner has the
 // handle when the call is over.
 template <typename Owner>
-class Put {
+class CPutPointer {
   public:
-    explicit Put(Owner& owner) : owner_(owner) {}
-    ~Put() { owner_.reset(handle_); }
-    Put(const Put&) = delete;
-    Put& operator=(const Put&) = delete;
+    explicit CPutPointer(Owner& owner) : owner_(owner) {}
+    ~CPutPointer() { owner_.reset(handle_); }
+    CPutPointer(const CPutPointer&) = delete;
+    CPutPointer& operator=(const CPutPointer&) = delete;
     operator typename Owner::pointer *() { return &handle_; }
 
   private:
@@ -65,16 +65,21 @@ class Put {
     typename Owner::pointer handle_ = nullptr;
 };
 
+template <typename Owner>
+CPutPointer<Owner> Put(Owner& owner) {
+    return CPutPointer<Owner>(owner);
+}
+
 // Selects an object for the length of a scope.
-class SelectedObject {
+class CSelectedObject {
   public:
-    SelectedObject(HDC dc, HGDIOBJ object) : dc_(dc), before_(SelectObject(dc, object)) {}
-    ~SelectedObject() {
-        const KeptLastError kept;
+    CSelectedObject(HDC dc, HGDIOBJ object) : dc_(dc), before_(SelectObject(dc, object)) {}
+    ~CSelectedObject() {
+        const CKeptLastError kept;
         SelectObject(dc_, before_);
     }
-    SelectedObject(const SelectedObject&) = delete;
-    SelectedObject& operator=(const SelectedObject&) = delete;
+    CSelectedObject(const CSelectedObject&) = delete;
+    CSelectedObject& operator=(const CSelectedObject&) = delete;
 
   private:
     HDC dc_;
@@ -82,15 +87,15 @@ class SelectedObject {
 };
 
 // The device context of a window, or of the whole screen (null), for the length of a scope.
-class WindowDC {
+class CWindowDC {
   public:
-    explicit WindowDC(HWND window) : window_(window), dc_(GetDC(window)) {}
-    ~WindowDC() {
-        const KeptLastError kept;
+    explicit CWindowDC(HWND window) : window_(window), dc_(GetDC(window)) {}
+    ~CWindowDC() {
+        const CKeptLastError kept;
         ReleaseDC(window_, dc_);
     }
-    WindowDC(const WindowDC&) = delete;
-    WindowDC& operator=(const WindowDC&) = delete;
+    CWindowDC(const CWindowDC&) = delete;
+    CWindowDC& operator=(const CWindowDC&) = delete;
     [[nodiscard]] HDC get() const { return dc_; }
 
   private:

@@ -2,22 +2,22 @@
 
 namespace handset {
 
-ProcessLock::ProcessLock(const std::wstring& name, DWORD patience_ms)
+CProcessLock::CProcessLock(const std::wstring& name, DWORD patience_ms)
     : own_(CreateMutexW(nullptr, FALSE, name.c_str())), mutex_(own_.get()) {
     Take(patience_ms);
 }
 
-ProcessLock::ProcessLock(HANDLE mutex, DWORD patience_ms) : mutex_(mutex) {
+CProcessLock::CProcessLock(HANDLE mutex, DWORD patience_ms) : mutex_(mutex) {
     Take(patience_ms);
 }
 
-void ProcessLock::Take(DWORD patience_ms) {
+void CProcessLock::Take(DWORD patience_ms) {
     if (mutex_ == nullptr) return;
     const DWORD result = WaitForSingleObject(mutex_, patience_ms);
     held_ = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
 }
 
-ProcessLock::~ProcessLock() {
+CProcessLock::~CProcessLock() {
     if (held_) ReleaseMutex(mutex_);
 }
 

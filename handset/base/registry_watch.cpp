@@ -25,7 +25,7 @@ bool IsDead(HKEY key) {
 
 }  // namespace
 
-RegistryWatch::RegistryWatch(const std::wstring& path, Depth depth, Missing missing)
+CRegistryWatch::CRegistryWatch(const std::wstring& path, Depth depth, Missing missing)
     : path_(path),
       parentPath_(ParentOf(path)),
       depth_(depth),
@@ -33,7 +33,7 @@ RegistryWatch::RegistryWatch(const std::wstring& path, Depth depth, Missing miss
       keyChanged_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
       parentChanged_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {}
 
-bool RegistryWatch::Unchanged() {
+bool CRegistryWatch::Unchanged() {
     const HANDLE events[] = {parentChanged_.get(), keyChanged_.get()};
     // Who waits does not come by again to find out that all of a tree went at once, its parents included.
     const bool dead = missing_ == Missing::kMade && watching_ && IsDead(key_.get());
@@ -54,7 +54,7 @@ bool RegistryWatch::Unchanged() {
 }
 
 // RegOpenCurrentUser is the way past COREDLL, whose HKEY_CURRENT_USER is the device's.
-OwnedKey RegistryWatch::OpenKey(const OwnedKey& user) const {
+OwnedKey CRegistryWatch::OpenKey(const OwnedKey& user) const {
     constexpr REGSAM kAccess = KEY_NOTIFY | KEY_QUERY_VALUE;
     OwnedKey key;
     if (missing_ == Missing::kMade) {
@@ -67,7 +67,7 @@ OwnedKey RegistryWatch::OpenKey(const OwnedKey& user) const {
 
 // The key is opened again: one that was deleted and made anew is another one. Takes no memory, for a notice
 // that came is not told a second time.
-void RegistryWatch::WatchParent() {
+void CRegistryWatch::WatchParent() {
     watching_ = false;
     parent_.reset();
     key_.reset();
@@ -87,7 +87,7 @@ void RegistryWatch::WatchParent() {
     if (missing_ == Missing::kMade && !key_) watching_ = false;
 }
 
-void RegistryWatch::WatchKey() {
+void CRegistryWatch::WatchKey() {
     ResetEvent(keyChanged_.get());
     watching_ = AskForNotice(key_.get(), depth_ == Depth::kTree, kChanges, keyChanged_.get());
 }

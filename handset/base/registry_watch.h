@@ -12,7 +12,7 @@ namespace handset {
 
 // Not safe for threads: its user has a lock, or it is one thread's own. Under a lock any thread may look; the
 // host takes a watch back with the thread that asked for it, and the next look sees that as a change.
-class RegistryWatch {
+class CRegistryWatch {
   public:
     enum class Depth { kKey, kTree };  // the key's values and the names below it, or everything below it
     enum class Missing {
@@ -21,7 +21,7 @@ class RegistryWatch {
     };
 
     // `path`: below HKEY_CURRENT_USER of the host.
-    RegistryWatch(const std::wstring& path, Depth depth, Missing missing);
+    CRegistryWatch(const std::wstring& path, Depth depth, Missing missing);
 
     // True when nothing has changed since the call before. At first, after a change, and always when the
     // registry cannot be watched: false. A change sets an event before the call that makes it returns, so it

@@ -4,17 +4,17 @@ namespace handset {
 namespace {
 
 // On a byte that no file reaches. What is no file, such as a console, has no locks and needs none.
-class AppendLock {
+class CAppendLock {
   public:
-    explicit AppendLock(HANDLE file) : file_(file) {
+    explicit CAppendLock(HANDLE file) : file_(file) {
         place_.OffsetHigh = 0x7FFFFFFF;
         locked_ = LockFileEx(file_, LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &place_) != FALSE;
     }
-    ~AppendLock() {
+    ~CAppendLock() {
         if (locked_) UnlockFileEx(file_, 0, 1, 0, &place_);
     }
-    AppendLock(const AppendLock&) = delete;
-    AppendLock& operator=(const AppendLock&) = delete;
+    CAppendLock(const CAppendLock&) = delete;
+    CAppendLock& operator=(const CAppendLock&) = delete;
 
   private:
     HANDLE file_;
@@ -26,7 +26,7 @@ class AppendLock {
 
 void WriteWhole(HANDLE file, const void* data, std::size_t size) {
     if (file == nullptr || file == INVALID_HANDLE_VALUE) return;
-    const AppendLock lock(file);
+    const CAppendLock lock(file);
     DWORD written = 0;
     WriteFile(file, data, static_cast<DWORD>(size), &written, nullptr);
 }

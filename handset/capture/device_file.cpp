@@ -15,7 +15,7 @@ using handset::Ticks;
 // Reading the state takes longer than writing a sample.
 constexpr std::uint64_t kLook_ms = 200;
 
-handset::OwnedHandle Open(const handset::DevicePath& path, DWORD disposition) {
+handset::OwnedHandle Open(const handset::CDevicePath& path, DWORD disposition) {
     if (!path || path.host() == nullptr) return nullptr;
     // To a privileged user some hosts would give a read-only file all the same.
     const DWORD attributes = GetFileAttributesW(path.host());
@@ -40,7 +40,7 @@ HRESULT CDeviceFile::Check(const std::wstring& path) {
 
 HRESULT CDeviceFile::Create(const std::wstring& path) {
     Close();
-    const handset::DevicePath place = handset::OnDevice(path.c_str());
+    const handset::CDevicePath place = handset::OnDevice(path.c_str());
     file_ = Open(place, CREATE_ALWAYS);
     if (!IsOpen()) return LastFailure();
     onDevice_ = !place.device().empty();

@@ -15,10 +15,10 @@ constexpr std::uint64_t kLargestRead = 64u << 20;
 using Bytes = std::vector<std::uint8_t>;
 
 // A part of what was read, as numbers and texts; what lies beyond it reads as zeros.
-class View {
+class CByteView {
   public:
-    View(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
-    explicit View(const Bytes& bytes) : View(bytes.data(), bytes.size()) {}
+    CByteView(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
+    explicit CByteView(const Bytes& bytes) : CByteView(bytes.data(), bytes.size()) {}
 
     std::size_t Size() const { return size_; }
     std::uint64_t Big(std::size_t at, std::size_t bytes) const {
@@ -34,7 +34,7 @@ class View {
     bool Is(std::size_t at, const char* type) const {
         return at <= size_ && size_ - at >= 4 && std::memcmp(data_ + at, type, 4) == 0;
     }
-    View Part(std::size_t at, std::uint64_t size) const {
+    CByteView Part(std::size_t at, std::uint64_t size) const {
         at = std::min(at, size_);
         return {data_ + at, static_cast<std::size_t>(std::min<std::uint64_t>(size, size_ - at))};
     }
@@ -62,7 +62,7 @@ std::optional<Bytes> Read(IFileBytes& file, std::uint64_t offset, std::uint64_t 
 
 constexpr std::size_t kChunkHead_bytes = 8;
 
-void TakeInfo(const View& list, RecordingTags& tags) {
+void TakeInfo(const CByteView& list, RecordingTags& tags) {
     if (!list.Is(0, "INFO")) return;
     for (std::size_t at = 4; list.Size() - std::min(at, list.Size()) >= kChunkHead_bytes;) {
         const std::uint32_t size = list.Little(at + 4, 4);
@@ -80,7 +80,7 @@ std::optional<RecordingFacts> ReadWav(IFileBytes& file) {
     for (std::uint64_t at = 12; at + kChunkHead_bytes <= file.Size();) {
         const auto head = Read(file, at, kChunkHead_bytes);
         if (!head) return std::nullopt;
-        const View view(*head);
+        const CByteView view(*head);
         const std::uint64_t size = view.Little(4, 4), left = file.Size() - at - kChunkHead_bytes;
         if (view.Is(0, "data")) {
             if (bytesPerSecond == 0) return std::nullopt;
@@ -90,8 +90,8 @@ std::optional<RecordingFacts> ReadWav(IFileBytes& file) {
         if (view.Is(0, "fmt ") || view.Is(0, "LIST")) {
             const auto body = Read(file, at + kChunkHead_bytes, std::min(size, left));
             if (!body) return std::nullopt;
-            if (view.Is(0, "LIST")) TakeInfo(View(*body), facts.tags);
-            if (view.Is(0, "fmt ")) bytesPerSecond = View(*body).Little(8, 4);
+            if (view.Is(0, "LIST")) TakeInfo(CByteView(*body), facts.tags);
+            if (view.Is(0, "fmt ")) bytesPerSecond = CByteView(*body).Little(8, 4);
         }
         at += kChunkHead_bytes + size + size % 2;
     }
@@ -104,7 +104,7 @@ constexpr std::size_t kBoxHead_bytes = 8;
 
 // Calls `visit(type's place, body)` for each box in `boxes`.
 template <typename Visit>
-void EachBox(const View& boxes, Visit visit) {
+void EachBox(const CByteView& boxes, Visit visit) {
     for (std::size_t at = 0; boxes.Size() - std::min(at, boxes.Size()) >= kBoxHead_bytes;) {
         const std::uint64_t size = boxes.Big(at, 4);
         if (size < kBoxHead_bytes) return;
@@ -114,22 +114,22 @@ void EachBox(const View& boxes, Visit visit) {
 }
 
 // The body of the first box of that type.
-std::optional<View> Find(const View& boxes, const char* type) {
-    std::optional<View> found;
-    EachBox(boxes, [&](std::size_t at, const View& body) {
+std::optional<CByteView> Find(const CByteView& boxes, const char* type) {
+    std::optional<CByteView> found;
+    EachBox(boxes, [&](std::size_t at, const CByteView& body) {
         if (!found && boxes.Is(at, type)) found = body;
     });
     return found;
 }
 
-std::optional<View> Find(std::optional<View> boxes, std::initializer_list<const char*> path) {
+std::optional<CByteView> Find(std::optional<CByteView> boxes, std::initializer_list<const char*> path) {
     for (const char* type : path) {
         if (boxes) boxes = Find(*boxes, type);
     }
     return boxes;
 }
 
-void TakeMetadata(const View& movie, RecordingTags& tags) {
+void TakeMetadata(const CByteView& movie, RecordingTags& tags) {
     constexpr std::size_t kFullBox_bytes = 4;
     const auto meta = Find(movie, {"udta", "meta"});
     if (!meta) return;
@@ -142,7 +142,7 @@ void TakeMetadata(const View& movie, RecordingTags& tags) {
 }
 
 // Where the sound of a fragment ends, in samples.
-std::uint64_t EndOfFragment(const View& fragment) {
+std::uint64_t EndOfFragment(const CByteView& fragment) {
     const auto time = Find(fragment, {"traf", "tfdt"});
     const auto run = Find(fragment, {"traf", "trun"});
     if (!time || !run) return 0;
@@ -158,7 +158,7 @@ std::optional<RecordingFacts> ReadMp4(IFileBytes& file) {
         const std::uint64_t left = file.Size() - at;
         const auto head = Read(file, at, std::min<std::uint64_t>(2 * kBoxHead_bytes, left));
         if (!head) return std::nullopt;
-        const View view(*head);
+        const CByteView view(*head);
         const bool large = view.Big(0, 4) == 1;
         const std::uint64_t size = large ? view.Big(8, 8) : view.Big(0, 4);
         // What was being written when its writer ended.
@@ -167,7 +167,7 @@ std::optional<RecordingFacts> ReadMp4(IFileBytes& file) {
         if (fragment || view.Is(4, "moov")) {
             const auto body = Read(file, at + kBoxHead_bytes, size - kBoxHead_bytes);
             if (!body) return std::nullopt;
-            const View boxes(*body);
+            const CByteView boxes(*body);
             if (fragment) {
                 samples = std::max(samples, EndOfFragment(boxes));
             } else {
@@ -188,7 +188,7 @@ std::optional<RecordingFacts> ReadMp4(IFileBytes& file) {
 std::optional<RecordingFacts> ReadFacts(IFileBytes& file) {
     const auto head = Read(file, 0, std::min<std::uint64_t>(12, file.Size()));
     if (!head) return std::nullopt;
-    const View view(*head);
+    const CByteView view(*head);
     if (view.Is(0, "RIFF") && view.Is(8, "WAVE")) return ReadWav(file);
     return view.Is(4, "ftyp") ? ReadMp4(file) : std::nullopt;
 }

@@ -36,7 +36,7 @@ std::wstring FaultText(DWORD error) {
 
 }  // namespace
 
-std::wstring ChannelVolume::Open(When when) {
+std::wstring CChannelVolume::Open(When when) {
     std::wstring path;
     const std::wstring name(std::begin(lists::kVolume), std::end(lists::kVolume) - 1);
     const bool make = when == When::kMissingIsMade;
@@ -49,7 +49,7 @@ std::wstring ChannelVolume::Open(When when) {
     return open_ ? L"" : FaultText(error);
 }
 
-ChannelVolume::~ChannelVolume() {
+CChannelVolume::~CChannelVolume() {
     if (open_) volume_.Settle();
 }
 

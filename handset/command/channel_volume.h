@@ -8,21 +8,21 @@
 
 namespace panel {
 
-class ChannelVolume {
+class CChannelVolume {
   public:
-    ChannelVolume() = default;
-    ~ChannelVolume();
-    ChannelVolume(const ChannelVolume&) = delete;
-    ChannelVolume& operator=(const ChannelVolume&) = delete;
+    CChannelVolume() = default;
+    ~CChannelVolume();
+    CChannelVolume(const CChannelVolume&) = delete;
+    CChannelVolume& operator=(const CChannelVolume&) = delete;
 
     enum class When { kMissingIsAFault, kMissingIsMade };
     // Why it could not be opened; empty when it was.
     std::wstring Open(When when);
-    cedb::Volume& operator*() { return volume_; }
+    cedb::CVolume& operator*() { return volume_; }
 
   private:
-    cedb::WindowsCollator collator_;
-    cedb::Volume volume_{collator_};
+    cedb::CWindowsCollator collator_;
+    cedb::CVolume volume_{collator_};
     bool open_ = false;
 };
 

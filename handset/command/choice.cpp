@@ -24,12 +24,12 @@ std::wstring Given(const Arguments& arguments) {
     return text + L"\" was given";
 }
 
-int Turned(Console& console, const wchar_t* verb, bool written) {
+int Turned(CConsole& console, const wchar_t* verb, bool written) {
     TellPanel();
     return Written(console, verb, written);
 }
 
-int Choose(Console& console, const wchar_t* verb, const Arguments& arguments,
+int Choose(CConsole& console, const wchar_t* verb, const Arguments& arguments,
            const std::vector<Choice>& choices) {
     for (const Choice& row : choices) {
         if (arguments.empty() || arguments[0] != row.word) continue;

@@ -19,10 +19,10 @@ struct Choice {
 
 // Turns the switch as the arguments say and tells the panel. kBadUsage, with the words that there are, when
 // no choice is meant; kFailed when the user's registry refuses.
-int Choose(Console& console, const wchar_t* verb, const Arguments& arguments,
+int Choose(CConsole& console, const wchar_t* verb, const Arguments& arguments,
            const std::vector<Choice>& choices);
 // The same for a change that was understood by the caller.
-int Turned(Console& console, const wchar_t* verb, bool written);
+int Turned(CConsole& console, const wchar_t* verb, bool written);
 
 // "nothing was given", or the arguments in quotation marks with "was given".
 std::wstring Given(const Arguments& arguments);

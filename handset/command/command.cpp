@@ -9,7 +9,7 @@ std::wstring Padded(const std::wstring& text, std::size_t width) {
 }
 
 // One line at a time, so that a line is one write.
-void Lines(Console& console, const std::wstring& text) {
+void Lines(CConsole& console, const std::wstring& text) {
     std::size_t start = 0;
     while (start < text.size()) {
         const std::size_t end = text.find(L'\n', start);
@@ -23,7 +23,7 @@ std::wstring Usage(const Command& command) {
     return L"usage: handset " + std::wstring(command.verb) + (synopsis.empty() ? L"" : L" " + synopsis);
 }
 
-int ShowOverview(Console& console) {
+int ShowOverview(CConsole& console) {
     Lines(console,
           L"handset - the phone under the radio: its panel, its switches and its set-up\n"
           L"\n"
@@ -48,12 +48,12 @@ int ShowOverview(Console& console) {
     return kDone;
 }
 
-int UnknownVerb(Console& console, const std::wstring& verb) {
+int UnknownVerb(CConsole& console, const std::wstring& verb) {
     console.Error(L"handset: there is no verb \"" + verb + L"\"; \"handset help\" lists them all");
     return kBadUsage;
 }
 
-int ShowHelp(const Arguments& words, Console& console) {
+int ShowHelp(const Arguments& words, CConsole& console) {
     if (words.size() < 2) return ShowOverview(console);
     const Command* command = FindCommand(words[1]);
     if (command == nullptr) return UnknownVerb(console, words[1]);
@@ -82,7 +82,7 @@ const Command* FindCommand(const std::wstring& verb) {
     return nullptr;
 }
 
-int RunCommandLine(const Arguments& words, Console& console) {
+int RunCommandLine(const Arguments& words, CConsole& console) {
     const std::wstring verb = words.empty() ? L"panel" : words[0];
     if (verb == L"help" || verb == L"--help" || verb == L"-h") return ShowHelp(words, console);
     const Command* command = FindCommand(verb);
@@ -95,13 +95,13 @@ int RunCommandLine(const Arguments& words, Console& console) {
     return command->handler(arguments, console);
 }
 
-int BadArguments(Console& console, const wchar_t* verb, const std::wstring& fault) {
+int BadArguments(CConsole& console, const wchar_t* verb, const std::wstring& fault) {
     console.Error(L"handset " + std::wstring(verb) + L": " + fault);
     if (const Command* command = FindCommand(verb)) console.Error(Usage(*command));
     return kBadUsage;
 }
 
-int Written(Console& console, const wchar_t* verb, bool written) {
+int Written(CConsole& console, const wchar_t* verb, bool written) {
     return written ? kDone : Failure(console, verb, L"the user's registry refused the change");
 }
 

@@ -12,7 +12,7 @@ using Arguments = std::vector<std::wstring>;  // what follows the verb
 
 struct Command {
     const wchar_t* verb;
-    int (*handler)(const Arguments& arguments, Console& console);
+    int (*handler)(const Arguments& arguments, CConsole& console);
     const wchar_t* synopsis;  // the arguments, as the help shows them
     const wchar_t* summary;   // one line for the list of verbs
     const wchar_t* example;   // a whole command line
@@ -45,11 +45,11 @@ std::vector<CommandGroup> CommandGroups();
 const Command* FindCommand(const std::wstring& verb);
 
 // Runs a command line without the program's name; no words at all open the panel. Result: the exit code.
-int RunCommandLine(const Arguments& words, Console& console);
+int RunCommandLine(const Arguments& words, CConsole& console);
 
 // Reports an argument that is not understood, with the verb's usage. Result: kBadUsage.
-int BadArguments(Console& console, const wchar_t* verb, const std::wstring& fault);
+int BadArguments(CConsole& console, const wchar_t* verb, const std::wstring& fault);
 // kDone, or the report that the user's registry refused the change.
-int Written(Console& console, const wchar_t* verb, bool written);
+int Written(CConsole& console, const wchar_t* verb, bool written);
 
 }  // namespace panel

@@ -91,7 +91,7 @@ std::wstring Resolve(std::wstring* antenna) {
     return L"";
 }
 
-int Choose(Console& console, const std::wstring& antenna) {
+int Choose(CConsole& console, const std::wstring& antenna) {
     std::wstring chosen = antenna;
     if (antenna == L"ether") {
         const auto port = StartEther();
@@ -106,7 +106,7 @@ int Choose(Console& console, const std::wstring& antenna) {
     return Turned(console, L"antenna", written);
 }
 
-int Antenna(const Arguments& arguments, Console& console) {
+int Antenna(const Arguments& arguments, CConsole& console) {
     if (arguments.empty()) {
         console.Line(L"antenna    " + AntennaText());
         console.Line(L"reception  " + ReceptionText());
@@ -140,7 +140,7 @@ int Antenna(const Arguments& arguments, Console& console) {
     return antenna ? Choose(console, *antenna) : kDone;
 }
 
-int Ether(const Arguments& arguments, Console& console) {
+int Ether(const Arguments& arguments, CConsole& console) {
     if (arguments.size() == 1 && arguments[0] == L"stop") {
         return StopEther() ? kDone : Failure(console, L"ether", L"the ether did not end in 10 s");
     }

@@ -27,7 +27,7 @@ std::wstring Padded(const std::wstring& text, std::size_t width) {
     return text + std::wstring(text.size() < width ? width - text.size() : 1, L' ');
 }
 
-int List(Console& console) {
+int List(CConsole& console) {
     const auto text = ReadWholeFile(BandPath());
     if (!text) return Failure(console, L"band", L"there is no " + BandPath());
     std::vector<std::string> faults;
@@ -43,9 +43,9 @@ int List(Console& console) {
     return kDone;
 }
 
-int Picture(const Arguments& arguments, Console& console) {
+int Picture(const Arguments& arguments, CConsole& console) {
     if (arguments.size() != 2) return BadArguments(console, L"band", L"--picture wants the name of a file");
-    BandSource source;
+    CBandSource source;
     const std::string png = BandPng(source.Look(RadioProcess().has_value()));
     if (png.empty()) return Failure(console, L"band", L"the system has no memory for the picture");
     if (!WriteWholeFile(arguments[1], png))
@@ -53,7 +53,7 @@ int Picture(const Arguments& arguments, Console& console) {
     return kDone;
 }
 
-int Band(const Arguments& arguments, Console& console) {
+int Band(const Arguments& arguments, CConsole& console) {
     if (arguments.empty()) return List(console);
     if (arguments[0] == L"--picture") return Picture(arguments, console);
     const auto channel = ParseStation(arguments[0]);

@@ -51,7 +51,7 @@ std::wstring Count(std::size_t count, const wchar_t* what) {
     return std::to_wstring(count) + L" " + what + (count == 1 ? L"" : L"s");
 }
 
-int Failed(Console& console, const std::wstring& fault) {
+int Failed(CConsole& console, const std::wstring& fault) {
     return Failure(console, L"channels", fault);
 }
 
@@ -70,9 +70,9 @@ std::size_t SpoiltTexts(const std::vector<lists::ChannelList>& stored) {
     return spoilt;
 }
 
-int Export(const std::wstring& path, Form form, Console& console) {
-    ChannelVolume volume;
-    std::wstring fault = volume.Open(ChannelVolume::When::kMissingIsAFault);
+int Export(const std::wstring& path, Form form, CConsole& console) {
+    CChannelVolume volume;
+    std::wstring fault = volume.Open(CChannelVolume::When::kMissingIsAFault);
     std::vector<lists::ChannelList> stored;
     std::size_t strays = 0;
     if (fault.empty()) fault = StoreFault(lists::ReadLists(*volume, &stored, &strays));
@@ -97,7 +97,7 @@ int Export(const std::wstring& path, Form form, Console& console) {
 }
 
 // The radio shows the list of this name, and none when there is none.
-void SelectOneThatIsThere(const lists::ImportPlan& plan, Console& console) {
+void SelectOneThatIsThere(const lists::ImportPlan& plan, CConsole& console) {
     const std::wstring selected = DeviceString(fm::kTunerKey, L"Selected", L"");
     std::wstring first;
     for (const lists::PlannedList& planned : plan.lists) {
@@ -109,7 +109,7 @@ void SelectOneThatIsThere(const lists::ImportPlan& plan, Console& console) {
     console.Line(L"the radio now shows the list \"" + first + L"\"");
 }
 
-int Report(const lists::ImportPlan& plan, bool replace, Console& console) {
+int Report(const lists::ImportPlan& plan, bool replace, CConsole& console) {
     for (const lists::Refusal& refusal : plan.refused) {
         console.Error(L"line " + std::to_wstring(refusal.line) + L": " + Wide(refusal.why));
     }
@@ -128,7 +128,7 @@ int Report(const lists::ImportPlan& plan, bool replace, Console& console) {
     return plan.refused.empty() ? kDone : kFailed;
 }
 
-int Import(const std::wstring& path, Form form, bool replace, Console& console) {
+int Import(const std::wstring& path, Form form, bool replace, CConsole& console) {
     // Rows of the radio's list would stand for channels that are gone.
     if (replace && RadioProcess()) {
         return Failed(console, L"the radio is running; close it first (\"handset stop\")");
@@ -142,8 +142,8 @@ int Import(const std::wstring& path, Form form, bool replace, Console& console) 
     if (!file.fault.empty()) {
         return Failed(console, path + L" is broken, nothing was stored: " + Wide(file.fault));
     }
-    ChannelVolume volume;
-    std::wstring fault = volume.Open(ChannelVolume::When::kMissingIsMade);
+    CChannelVolume volume;
+    std::wstring fault = volume.Open(CChannelVolume::When::kMissingIsMade);
     lists::ImportPlan plan;
     const auto mode = replace ? lists::ImportMode::kReplace : lists::ImportMode::kAdd;
     if (fault.empty()) fault = StoreFault(lists::Import(*volume, file, mode, &plan));
@@ -151,7 +151,7 @@ int Import(const std::wstring& path, Form form, bool replace, Console& console) 
     return Report(plan, replace, console);
 }
 
-int Channels(const Arguments& arguments, Console& console) {
+int Channels(const Arguments& arguments, CConsole& console) {
     const std::wstring verb = arguments.empty() ? L"" : arguments[0];
     const bool out = verb == L"export";
     if (!out && verb != L"import")

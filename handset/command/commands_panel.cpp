@@ -9,7 +9,7 @@
 namespace panel {
 namespace {
 
-int Panel(const Arguments& arguments, Console& console) {
+int Panel(const Arguments& arguments, CConsole& console) {
     const bool withRadio = arguments.size() == 1 && arguments[0] == L"--with-radio";
     if (!arguments.empty() && !withRadio) {
         return BadArguments(console, L"panel", L"\"" + arguments[0] + L"\" is not understood");
@@ -23,7 +23,7 @@ int Panel(const Arguments& arguments, Console& console) {
 }
 
 // The dispatcher answers this verb itself; the row is there for the list of verbs.
-int Help(const Arguments&, Console&) {
+int Help(const Arguments&, CConsole&) {
     return kDone;
 }
 

@@ -28,7 +28,7 @@ std::wstring WhyNobody(const wchar_t* otherwise) {
     return DisplayLit() ? otherwise : L"the display is dark; \"handset power on\" lights it";
 }
 
-int Start(const Arguments& arguments, Console& console) {
+int Start(const Arguments& arguments, CConsole& console) {
     std::wstring line;
     for (const std::wstring& word : arguments) line += (line.empty() ? L"" : L" ") + word;
     const RadioStart radio = LaunchRadio(line);
@@ -46,7 +46,7 @@ int Start(const Arguments& arguments, Console& console) {
 }
 
 // The program asks nothing, but says in a box what it did; Return takes the box away.
-int Favourites(const Arguments& arguments, Console& console) {
+int Favourites(const Arguments& arguments, CConsole& console) {
     if (!arguments.empty()) return BadArguments(console, L"favourites", L"no arguments are wanted");
     if (GetFileAttributesW(handset::HostPath(L"\\KORA.vol").c_str()) != INVALID_FILE_ATTRIBUTES) return kDone;
     const RadioStart radio = LaunchRadio(L"Kora.vol");
@@ -82,7 +82,7 @@ bool EndRadio(DWORD processId) {
     return WaitForSingleObject(process.get(), kForcedTimeout_ms) == WAIT_OBJECT_0;
 }
 
-int Stop(const Arguments& arguments, Console& console) {
+int Stop(const Arguments& arguments, CConsole& console) {
     const bool force = arguments.size() == 1 && arguments[0] == L"--force";
     if (!arguments.empty() && !force)
         return BadArguments(console, L"stop", L"\"" + arguments[0] + L"\" is not understood");
@@ -101,7 +101,7 @@ int Stop(const Arguments& arguments, Console& console) {
     return kDone;
 }
 
-int Key(const Arguments& arguments, Console& console) {
+int Key(const Arguments& arguments, CConsole& console) {
     if (arguments.empty()) return BadArguments(console, L"key", L"the name of a key is wanted");
     for (const std::wstring& name : arguments) {
         if (!KeyNamed(name)) {
@@ -120,7 +120,7 @@ int Key(const Arguments& arguments, Console& console) {
     return kDone;
 }
 
-int SoftKey(const Arguments& arguments, Console& console) {
+int SoftKey(const Arguments& arguments, CConsole& console) {
     const std::wstring side = arguments.size() == 1 ? arguments[0] : L"";
     if (side != L"left" && side != L"right") {
         return BadArguments(console, L"softkey", L"\"left\" or \"right\" is wanted");
@@ -129,7 +129,7 @@ int SoftKey(const Arguments& arguments, Console& console) {
     return Failure(console, L"softkey", WhyNobody(L"the window in front has no soft keys"));
 }
 
-int Tap(const Arguments& arguments, Console& console) {
+int Tap(const Arguments& arguments, CConsole& console) {
     if (arguments.size() < 2 || arguments.size() > 3) {
         return BadArguments(console, L"tap", L"a place on the display is wanted");
     }
@@ -156,7 +156,7 @@ int Tap(const Arguments& arguments, Console& console) {
     return kDone;
 }
 
-int Tour(const Arguments& arguments, Console& console) {
+int Tour(const Arguments& arguments, CConsole& console) {
     if (arguments.size() != 1) return BadArguments(console, L"tour", L"a folder for the pictures is wanted");
     return RunTour(arguments[0], console);
 }

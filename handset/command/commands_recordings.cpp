@@ -18,9 +18,9 @@
 namespace panel {
 namespace {
 
-class HostFileBytes : public capture::IFileBytes {
+class CHostFileBytes : public capture::IFileBytes {
   public:
-    explicit HostFileBytes(const std::wstring& path)
+    explicit CHostFileBytes(const std::wstring& path)
         : file_(handset::Opened(CreateFileW(path.c_str(), GENERIC_READ,
                                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                             OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr))) {}
@@ -72,7 +72,7 @@ Row RowOf(const std::wstring& devicePath) {
     WIN32_FILE_ATTRIBUTE_DATA data = {};
     GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data);
     row.date = TimeText(data.ftLastWriteTime);
-    HostFileBytes bytes(path);
+    CHostFileBytes bytes(path);
     row.size = std::to_wstring(bytes.Size()) + L" bytes";
     const auto facts = capture::ReadFacts(bytes);
     row.length = facts ? LengthText(facts->length_s) : L"-";
@@ -133,7 +133,7 @@ std::wstring Padded(const std::wstring& text, std::size_t width, bool right) {
     return right ? blanks + text : text + blanks;
 }
 
-int List(const Arguments& arguments, Console& console) {
+int List(const Arguments& arguments, CConsole& console) {
     if (!arguments.empty()) return BadArguments(console, L"recordings", L"no arguments are wanted");
     std::vector<Row> rows;
     for (const std::wstring& file : Recordings()) rows.push_back(RowOf(file));

@@ -82,7 +82,7 @@ std::wstring Shown(const DeviceValue& value, bool withType) {
     return (withType ? L"bytes " : L"") + BytesOf(value);
 }
 
-int List(const std::wstring& key, Console& console) {
+int List(const std::wstring& key, CConsole& console) {
     if (!DeviceKeyExists(key)) return Failure(console, L"reg", L"there is no key " + key);
     for (const std::wstring& name : DeviceSubkeys(key)) console.Line(L"[" + name + L"]");
     for (const std::wstring& name : DeviceValueNames(key)) {
@@ -93,7 +93,7 @@ int List(const std::wstring& key, Console& console) {
     return kDone;
 }
 
-int Get(const Arguments& arguments, Console& console) {
+int Get(const Arguments& arguments, CConsole& console) {
     if (arguments.size() == 2) return List(arguments[1], console);
     const auto value = GetDeviceValue(arguments[1], arguments[2]);
     if (!value)
@@ -102,7 +102,7 @@ int Get(const Arguments& arguments, Console& console) {
     return kDone;
 }
 
-int Set(const Arguments& arguments, Console& console) {
+int Set(const Arguments& arguments, CConsole& console) {
     const ValueType* type = TypeNamed(arguments[3]);
     if (type == nullptr) {
         return BadArguments(console, L"reg",
@@ -117,7 +117,7 @@ int Set(const Arguments& arguments, Console& console) {
     return Written(console, L"reg", SetDeviceValue(arguments[1], arguments[2], *value));
 }
 
-int Delete(const Arguments& arguments, Console& console) {
+int Delete(const Arguments& arguments, CConsole& console) {
     const std::wstring& key = arguments[1];
     if (arguments.size() == 3) {
         if (DeleteDeviceValue(key, arguments[2])) return kDone;
@@ -133,11 +133,11 @@ int Delete(const Arguments& arguments, Console& console) {
 struct RegistryVerb {
     const wchar_t* name;
     std::size_t fewest, most;  // arguments with the verb
-    int (*run)(const Arguments& arguments, Console& console);
+    int (*run)(const Arguments& arguments, CConsole& console);
 };
 const RegistryVerb kVerbs[] = {{L"get", 2, 3, Get}, {L"set", 5, 5, Set}, {L"delete", 2, 3, Delete}};
 
-int Registry(const Arguments& arguments, Console& console) {
+int Registry(const Arguments& arguments, CConsole& console) {
     for (const RegistryVerb& row : kVerbs) {
         if (arguments.empty() || arguments[0] != row.name) continue;
         if (arguments.size() < row.fewest || arguments.size() > row.most) {

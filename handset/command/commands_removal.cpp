@@ -19,7 +19,7 @@ bool ClosePanel() {
     return WaitUntil([&] { return window() == nullptr; }, kPanelTimeout_ms);
 }
 
-int Uninstall(const Arguments& arguments, Console& console) {
+int Uninstall(const Arguments& arguments, CConsole& console) {
     const bool all = arguments.size() == 1 && arguments[0] == L"--all";
     if (!arguments.empty() && !all) {
         return BadArguments(console, L"uninstall", L"\"" + arguments[0] + L"\" is not understood");

@@ -35,7 +35,7 @@ std::wstring StartedText(const handset::AppBooking& booking) {
     return booking.started ? L"last started for " + DatedText(*booking.started) : L"not started yet";
 }
 
-int Schedule(const Arguments& arguments, Console& console) {
+int Schedule(const Arguments& arguments, CConsole& console) {
     if (!arguments.empty()) return BadArguments(console, L"schedule", L"no arguments are wanted");
     const handset::LocalSeconds now = LocalNow();
     BookingList list = ReadBookings();
@@ -58,7 +58,7 @@ int Schedule(const Arguments& arguments, Console& console) {
     return kDone;
 }
 
-int StopService(bool unlessBooked, Console& console) {
+int StopService(bool unlessBooked, CConsole& console) {
     if (unlessBooked && !ReadBookings().bookings.empty()) {
         console.Line(L"programs are booked; the service goes on");
         return kDone;
@@ -76,7 +76,7 @@ int StopService(bool unlessBooked, Console& console) {
     return Failure(console, L"service", L"the service did not end in 20 s");
 }
 
-int RunService(Console& console) {
+int RunService(CConsole& console) {
     const handset::OwnedHandle stop(
         CreateEventW(nullptr, TRUE, FALSE, handset::StateObjectName(kStopName).c_str()));
     if (GetLastError() == ERROR_ALREADY_EXISTS) {
@@ -84,11 +84,11 @@ int RunService(Console& console) {
         return kDone;
     }
     if (!stop) return Failure(console, L"service", L"the system refused");
-    BookingService(console).Run(stop.get());
+    CBookingService(console).Run(stop.get());
     return kDone;
 }
 
-int Service(const Arguments& arguments, Console& console) {
+int Service(const Arguments& arguments, CConsole& console) {
     if (arguments.empty()) return RunService(console);
     const bool unlessBooked = arguments.size() == 2 && arguments[1] == L"--unless-booked";
     if (arguments[0] == L"stop" && (arguments.size() == 1 || unlessBooked)) {

@@ -31,7 +31,7 @@ bool SettleDeviceRoot(const Arguments& arguments) {
     return !handset::DeviceRoot().empty() || handset::SetStateString(L"DeviceRoot", DefaultDeviceRoot());
 }
 
-int Install(const Arguments& words, Console& console) {
+int Install(const Arguments& words, CConsole& console) {
     const bool unlessRunning = !words.empty() && words[0] == L"--unless-running";
     const Arguments arguments(words.begin() + (unlessRunning ? 1 : 0), words.end());
     if (arguments.size() > 1) return BadArguments(console, L"install", L"one folder at most");
@@ -102,7 +102,7 @@ struct StatusRow {
     std::function<std::wstring()> text;
 };
 
-int Status(const Arguments& arguments, Console& console) {
+int Status(const Arguments& arguments, CConsole& console) {
     if (!arguments.empty()) return BadArguments(console, L"status", L"no arguments are wanted");
     // clang-format off
     const StatusRow kRows[] = {
@@ -138,7 +138,7 @@ int Status(const Arguments& arguments, Console& console) {
 
 constexpr std::size_t kToTheMinute = 16;  // characters of "2026-11-23 10:00"
 
-int Clock(const Arguments& arguments, Console& console) {
+int Clock(const Arguments& arguments, CConsole& console) {
     const std::wstring joined = arguments.size() == 2 ? arguments[0] + L" " + arguments[1] : L"";
     if (const auto time = handset::ReadLocalTime(joined.size() == kToTheMinute ? joined + L":00" : joined)) {
         return Written(console, L"clock", SetClockTime(*time));

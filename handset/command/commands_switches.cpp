@@ -10,17 +10,17 @@
 namespace panel {
 namespace {
 
-int Headset(const Arguments& arguments, Console& console) {
+int Headset(const Arguments& arguments, CConsole& console) {
     return Choose(console, L"headset", arguments,
                   {{L"on", [] { return PlugHeadset(true); }}, {L"off", [] { return PlugHeadset(false); }}});
 }
 
-int Card(const Arguments& arguments, Console& console) {
+int Card(const Arguments& arguments, CConsole& console) {
     return Choose(console, L"card", arguments,
                   {{L"in", [] { return InsertCard(true); }}, {L"out", [] { return InsertCard(false); }}});
 }
 
-int Power(const Arguments& arguments, Console& console) {
+int Power(const Arguments& arguments, CConsole& console) {
     std::vector<Choice> choices;
     for (const handset::PowerStateRow& row : handset::PowerStates()) {
         choices.push_back({row.name, [&row] { return SetPowerState(row.name); }});
@@ -64,7 +64,7 @@ std::optional<ScreenSize> ParseScreen(const std::wstring& text) {
     return ScreenSize{static_cast<int>(*width), static_cast<int>(*height)};
 }
 
-int Orientation(const Arguments& arguments, Console& console) {
+int Orientation(const Arguments& arguments, CConsole& console) {
     const auto screen = arguments.size() == 1 ? ParseScreen(arguments[0]) : std::nullopt;
     if (screen) return Turned(console, L"orientation", TurnScreen(*screen));
     return BadArguments(console, L"orientation",
@@ -80,7 +80,7 @@ std::optional<std::uint32_t> NumberAt(const Arguments& arguments, std::size_t in
     return static_cast<std::uint32_t>(*number);
 }
 
-int Bluetooth(const Arguments& arguments, Console& console) {
+int Bluetooth(const Arguments& arguments, CConsole& console) {
     const auto bits = NumberAt(arguments, 0, kAllBluetoothBits);
     if (arguments.size() == 1 && bits) return Turned(console, L"bluetooth", SetBluetoothBits(*bits));
     return BadArguments(console, L"bluetooth", L"bits from 0 to 0x1F are wanted, " + Given(arguments));
@@ -93,7 +93,7 @@ std::optional<std::uint32_t> LimitedStation(const Arguments& arguments) {
     return ParseStation(arguments[1]);
 }
 
-int Signal(const Arguments& arguments, Console& console) {
+int Signal(const Arguments& arguments, CConsole& console) {
     if (arguments.size() == 1 && arguments[0] == L"normal") {
         return Turned(console, L"signal", SetSignalLimit({}));
     }
@@ -106,7 +106,7 @@ int Signal(const Arguments& arguments, Console& console) {
                             Given(arguments));
 }
 
-int Fault(const Arguments& arguments, Console& console) {
+int Fault(const Arguments& arguments, CConsole& console) {
     if (arguments.empty()) {
         return BadArguments(console, L"fault", L"names or \"none\" are wanted, nothing was given");
     }

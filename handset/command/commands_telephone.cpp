@@ -5,7 +5,7 @@
 namespace panel {
 namespace {
 
-int Call(const Arguments& arguments, Console& console) {
+int Call(const Arguments& arguments, CConsole& console) {
     static const std::vector<Choice> kChoices = {
         {L"incoming", [] { return CallComesIn(std::nullopt); }, CallComesIn},
         {L"outgoing", [] { return CallGoesOut(std::nullopt); }, CallGoesOut},

@@ -14,7 +14,7 @@ void Write(DWORD handle, const std::wstring& text) {
     handset::WriteWhole(GetStdHandle(handle), bytes.data(), bytes.size());
 }
 
-class HandleConsole : public Console {
+class CHandleConsole : public CConsole {
   public:
     void Line(const std::wstring& text) override { Write(STD_OUTPUT_HANDLE, text); }
     void Error(const std::wstring& text) override { Write(STD_ERROR_HANDLE, text); }
@@ -22,12 +22,12 @@ class HandleConsole : public Console {
 
 }  // namespace
 
-Console& StandardConsole() {
-    static HandleConsole console;
+CConsole& StandardConsole() {
+    static CHandleConsole console;
     return console;
 }
 
-int Failure(Console& console, const wchar_t* verb, const std::wstring& fault) {
+int Failure(CConsole& console, const wchar_t* verb, const std::wstring& fault) {
     console.Error(L"handset " + std::wstring(verb) + L": " + fault);
     return kFailed;
 }

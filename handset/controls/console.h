@@ -5,9 +5,9 @@
 
 namespace panel {
 
-class Console {
+class CConsole {
   public:
-    virtual ~Console() = default;
+    virtual ~CConsole() = default;
     // One line without its line end. Any thread.
     virtual void Line(const std::wstring& text) = 0;
     virtual void Error(const std::wstring& text) = 0;
@@ -19,9 +19,9 @@ inline constexpr int kFailed = 1;
 inline constexpr int kBadUsage = 2;
 
 // Writes UTF-8 to the process's standard handles, one write a line.
-Console& StandardConsole();
+CConsole& StandardConsole();
 
 // Reports what could not be done. Result: kFailed.
-int Failure(Console& console, const wchar_t* verb, const std::wstring& fault);
+int Failure(CConsole& console, const wchar_t* verb, const std::wstring& fault);
 
 }  // namespace panel

@@ -54,7 +54,7 @@ bool WriteWholeFile(const std::wstring& path, const std::string& bytes) {
     // finds one of them whole.
     const std::wstring fresh = path + L"." + std::to_wstring(GetCurrentThreadId()) + L".new";
     if (Fill(fresh, bytes) && TakesPlaceOf(fresh, path)) return true;
-    const handset::KeptLastError kept;
+    const handset::CKeptLastError kept;
     DeleteFileW(fresh.c_str());
     return false;
 }

@@ -87,7 +87,7 @@ std::vector<DWORD> RadioProcesses() {
     return found;
 }
 
-RadioTurn::RadioTurn(unsigned patience_ms) {
+CRadioTurn::CRadioTurn(unsigned patience_ms) {
     const auto taken = [this] {
         lock_.emplace();
         if (*lock_ && !AnyRadioIsUnsettled()) return true;
@@ -112,14 +112,14 @@ RadioStart LaunchRadio(const std::wstring& commandLine, RadioConsole console, un
 RadioStart LaunchProgram(const std::wstring& devicePath, const std::wstring& commandLine,
                          RadioConsole console, unsigned patience_ms) {
     RadioStart start;
-    const handset::DevicePath place = handset::OnDevice(devicePath.c_str());
+    const handset::CDevicePath place = handset::OnDevice(devicePath.c_str());
     // What is not the device's is no program of it.
     if (!place || place.device().empty() || GetFileAttributesW(place.host()) == INVALID_FILE_ATTRIBUTES) {
         start.fault = L"there is no " + devicePath + L" on the device";
         return start;
     }
     const std::wstring program = place.host();
-    std::optional<RadioTurn> turn;
+    std::optional<CRadioTurn> turn;
     if (IsRadio(devicePath) && !turn.emplace(patience_ms)) {
         start.fault = L"another start of the radio is under way";
         return start;

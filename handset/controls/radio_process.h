@@ -22,14 +22,14 @@ std::vector<DWORD> RadioProcesses();
 // The right to start a radio. Each start looks for the window of the radio before it, so they are made one
 // after the other: nobody else has the right, and every radio that was started has its window or has ended.
 // One that came to nothing is waited for no longer than 30 s.
-class RadioTurn {
+class CRadioTurn {
   public:
-    explicit RadioTurn(unsigned patience_ms);
+    explicit CRadioTurn(unsigned patience_ms);
     // False when it could not be had in that time.
     explicit operator bool() const { return lock_.has_value(); }
 
   private:
-    std::optional<handset::StartLock> lock_;
+    std::optional<handset::CStartLock> lock_;
 };
 
 struct RadioStart {

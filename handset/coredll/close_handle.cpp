@@ -5,7 +5,7 @@
 #include "handset/coredll/power/message_queues.h"
 
 COREDLL_EXPORT BOOL WINAPI DeviceCloseHandle(HANDLE object) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     return CedbCloseHandle(object) || coredll::CloseQueueHandle(object) || CloseHandle(object);
 } catch (...) {
     return handset::EdgeAnswer(FALSE);

@@ -15,12 +15,12 @@ double Now_s() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-class OwnedSocket {
+class COwnedSocket {
   public:
-    ~OwnedSocket() { Reset(); }
-    OwnedSocket() = default;
-    OwnedSocket(const OwnedSocket&) = delete;
-    OwnedSocket& operator=(const OwnedSocket&) = delete;
+    ~COwnedSocket() { Reset(); }
+    COwnedSocket() = default;
+    COwnedSocket(const COwnedSocket&) = delete;
+    COwnedSocket& operator=(const COwnedSocket&) = delete;
     void Reset(SOCKET socket = INVALID_SOCKET) {
         if (socket_ != INVALID_SOCKET) closesocket(socket_);
         socket_ = socket;
@@ -50,8 +50,8 @@ struct CServer::Sockets {
 
     WSADATA data = {};
     bool started = false;
-    OwnedSocket listener;
-    OwnedSocket client;
+    COwnedSocket listener;
+    COwnedSocket client;
 };
 
 CServer::CServer(CAir* air, const StreamOptions& options)

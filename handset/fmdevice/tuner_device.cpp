@@ -42,7 +42,7 @@ void CrashWhenDue(const wchar_t* name) try {
 template <typename Operation>
 HRESULT Perform(const wchar_t* name, Operation operation) try {
     CrashWhenDue(name);
-    const PlatformCall call;
+    const CPlatformCall call;
     return operation();
 } catch (...) {
     return handset::EdgeResult();

@@ -4,9 +4,9 @@
 namespace lists {
 namespace {
 
-class CsvReader {
+class CCsvReader {
   public:
-    CsvReader(std::string_view bytes, char separator) : bytes_(bytes), separator_(separator) {}
+    CCsvReader(std::string_view bytes, char separator) : bytes_(bytes), separator_(separator) {}
 
     CsvTable Read() {
         while (at_ < bytes_.size() && table_.fault.empty()) ReadRow();
@@ -88,7 +88,7 @@ bool WantsQuotes(const std::string& field) {
 }  // namespace
 
 CsvTable ReadCsv(std::string_view bytes, char separator) {
-    return CsvReader(bytes, separator).Read();
+    return CCsvReader(bytes, separator).Read();
 }
 
 void AppendCsvRow(std::string& bytes, const std::vector<std::string>& fields) {

@@ -23,9 +23,9 @@ std::string FaultOf(const Channel& channel) {
     return fault.empty() ? FaultOf(channel.guide, kLongestText, "its guide") : fault;
 }
 
-class Planner {
+class CPlanner {
   public:
-    Planner(const std::vector<ChannelList>& stored, const NameKey& key) : key_(key) {
+    CPlanner(const std::vector<ChannelList>& stored, const NameKey& key) : key_(key) {
         for (const ChannelList& list : stored) {
             Entry& entry = Find(list);
             entry.isNew = !list.listed && entry.isNew;
@@ -110,7 +110,7 @@ class Planner {
 }  // namespace
 
 ImportPlan PlanImport(const std::vector<ChannelList>& stored, const ListFile& file, const NameKey& key) {
-    return Planner(stored, key).Plan(file);
+    return CPlanner(stored, key).Plan(file);
 }
 
 }  // namespace lists

@@ -18,7 +18,7 @@ constexpr int kVersion = 1;
 constexpr char kLine[] = "\x01line";
 
 // Counts the lines as the parser takes the bytes.
-class LineCountingInput {
+class CLineCountingInput {
   public:
     using iterator_category = std::input_iterator_tag;
     using value_type = char;
@@ -26,15 +26,15 @@ class LineCountingInput {
     using pointer = const char*;
     using reference = const char&;
 
-    LineCountingInput(const char* at, std::size_t* line) : at_(at), line_(line) {}
+    CLineCountingInput(const char* at, std::size_t* line) : at_(at), line_(line) {}
     reference operator*() const { return *at_; }
-    LineCountingInput& operator++() {
+    CLineCountingInput& operator++() {
         *line_ += *at_ == '\n' ? 1 : 0;
         ++at_;
         return *this;
     }
-    bool operator==(const LineCountingInput& other) const { return at_ == other.at_; }
-    bool operator!=(const LineCountingInput& other) const { return at_ != other.at_; }
+    bool operator==(const CLineCountingInput& other) const { return at_ == other.at_; }
+    bool operator!=(const CLineCountingInput& other) const { return at_ != other.at_; }
 
   private:
     const char* at_;
@@ -42,9 +42,9 @@ class LineCountingInput {
 };
 
 // What the parser tells on its way: where objects begin, and names that stand twice in one.
-class ObjectWatch {
+class CObjectWatch {
   public:
-    explicit ObjectWatch(const std::size_t* line) : line_(line) {}
+    explicit CObjectWatch(const std::size_t* line) : line_(line) {}
 
     bool operator()(int, Json::parse_event_t event, Json& parsed) {
         if (event == Json::parse_event_t::object_start) {
@@ -99,9 +99,9 @@ bool TakeText(const Json& object, const char* name, std::u16string* text) {
     return true;
 }
 
-class Reader {
+class CListReader {
   public:
-    explicit Reader(ListFile& file) : file_(file) {}
+    explicit CListReader(ListFile& file) : file_(file) {}
 
     void TakeDocument(const Json& document) {
         if (!document.is_object()) return Fail("the file is no JSON object");
@@ -165,13 +165,13 @@ class Reader {
 ListFile ReadJson(const std::string& bytes) {
     ListFile file;
     std::size_t line = 1;
-    ObjectWatch watch(&line);
+    CObjectWatch watch(&line);
     try {
         const Json document =
-            Json::parse(LineCountingInput(bytes.data(), &line),
-                        LineCountingInput(bytes.data() + bytes.size(), &line), std::ref(watch));
+            Json::parse(CLineCountingInput(bytes.data(), &line),
+                        CLineCountingInput(bytes.data() + bytes.size(), &line), std::ref(watch));
         file.fault = watch.Fault();
-        if (file.fault.empty()) Reader(file).TakeDocument(document);
+        if (file.fault.empty()) CListReader(file).TakeDocument(document);
     } catch (const Json::exception& error) {
         file.fault = PlainText(error);
     }

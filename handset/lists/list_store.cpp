@@ -30,7 +30,7 @@ cedb::DatabaseInfo ChannelDatabase() {
     return Layout(u"FileDB", {kListName, kChannelName, kFrequency, kGuide});
 }
 
-Status FindOrMake(cedb::Volume& volume, const cedb::DatabaseInfo& layout, cedb::DatabaseInfo* database) {
+Status FindOrMake(cedb::CVolume& volume, const cedb::DatabaseInfo& layout, cedb::DatabaseInfo* database) {
     Status status = volume.FindDatabase(layout.name, database);
     if (status != Status::NotFound) return status;
     cedb::Oid oid = 0;
@@ -44,11 +44,11 @@ struct StoredRecord {
 };
 
 // In the order in which they were made; none when there is no such database.
-Status ReadRecords(cedb::Volume& volume, const char16_t* name, std::vector<StoredRecord>* records) {
+Status ReadRecords(cedb::CVolume& volume, const char16_t* name, std::vector<StoredRecord>* records) {
     cedb::DatabaseInfo database;
     Status status = volume.FindDatabase(name, &database);
     if (status != Status::Ok) return status == Status::NotFound ? Status::Ok : status;
-    cedb::Cursor cursor(volume, database, std::nullopt, true);
+    cedb::CCursor cursor(volume, database, std::nullopt, true);
     for (;;) {
         StoredRecord stored{};
         status = cursor.Look(&stored.oid, &stored.record);
@@ -78,7 +78,7 @@ cedb::PropertyChange Number(cedb::PropertyId id, std::uint32_t number) {
     return change;
 }
 
-Status Clear(cedb::Volume& volume, const char16_t* name, const cedb::DatabaseInfo& database) {
+Status Clear(cedb::CVolume& volume, const char16_t* name, const cedb::DatabaseInfo& database) {
     std::vector<StoredRecord> records;
     Status status = ReadRecords(volume, name, &records);
     for (const StoredRecord& record : records) {
@@ -87,7 +87,7 @@ Status Clear(cedb::Volume& volume, const char16_t* name, const cedb::DatabaseInf
     return status;
 }
 
-Status Write(cedb::Volume& volume, const ImportPlan& plan, const cedb::DatabaseInfo& names,
+Status Write(cedb::CVolume& volume, const ImportPlan& plan, const cedb::DatabaseInfo& names,
              const cedb::DatabaseInfo& channels) {
     for (const PlannedList& planned : plan.lists) {
         const std::u16string& name = planned.list.name;
@@ -109,11 +109,11 @@ Status Write(cedb::Volume& volume, const ImportPlan& plan, const cedb::DatabaseI
 
 }  // namespace
 
-Status ReadLists(cedb::Volume& volume, std::vector<ChannelList>* lists, std::size_t* strays) {
+Status ReadLists(cedb::CVolume& volume, std::vector<ChannelList>* lists, std::size_t* strays) {
     lists->clear();
     *strays = 0;
-    cedb::Transaction all(volume.Connection());
-    Status status = all.Begin(cedb::Transaction::Kind::Read);
+    cedb::CTransaction all(volume.Connection());
+    Status status = all.Begin(cedb::CTransaction::Kind::Read);
     std::vector<StoredRecord> names, channels;
     if (status == Status::Ok) status = ReadRecords(volume, u"FileIndexDB", &names);
     if (status == Status::Ok) status = ReadRecords(volume, u"FileDB", &channels);
@@ -139,9 +139,9 @@ Status ReadLists(cedb::Volume& volume, std::vector<ChannelList>* lists, std::siz
     return Status::Ok;
 }
 
-Status Import(cedb::Volume& volume, const ListFile& file, ImportMode mode, ImportPlan* plan) {
-    cedb::Transaction all(volume.Connection());
-    Status status = all.Begin(cedb::Transaction::Kind::Write);
+Status Import(cedb::CVolume& volume, const ListFile& file, ImportMode mode, ImportPlan* plan) {
+    cedb::CTransaction all(volume.Connection());
+    Status status = all.Begin(cedb::CTransaction::Kind::Write);
     std::uint32_t lcid = 0;
     if (status == Status::Ok) status = volume.ReadLocale(&lcid);
     cedb::DatabaseInfo names, channels;

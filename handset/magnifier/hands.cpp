@@ -7,7 +7,7 @@
 
 namespace magnifier {
 
-void Hands::TakeKeyboard() const {
+void CHands::TakeKeyboard() const {
     const xcb_setup_t& user = user_.Setup();
     const xcb_setup_t& shown = shown_.Setup();
     const xcb_keycode_t first = std::max(user.min_keycode, shown.min_keycode);
@@ -21,27 +21,27 @@ void Hands::TakeKeyboard() const {
     xcb_flush(shown_.get());
 }
 
-void Hands::Fake(int type, int detail, int x, int y) const {
+void CHands::Fake(int type, int detail, int x, int y) const {
     xcb_test_fake_input(shown_.get(), static_cast<std::uint8_t>(type), static_cast<std::uint8_t>(detail),
                         XCB_CURRENT_TIME, shown_.Screen().root, static_cast<std::int16_t>(x),
                         static_cast<std::int16_t>(y), 0);
     xcb_flush(shown_.get());
 }
 
-void Hands::Move(int x, int y) const {
+void CHands::Move(int x, int y) const {
     Fake(XCB_MOTION_NOTIFY, 0, x, y);
 }
 
-void Hands::Press(xcb_button_t button, bool down) const {
+void CHands::Press(xcb_button_t button, bool down) const {
     Fake(down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, button, 0, 0);
 }
 
-void Hands::Key(xcb_keycode_t key, bool down) {
+void CHands::Key(xcb_keycode_t key, bool down) {
     held_.set(key, down);
     Fake(down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, key, 0, 0);
 }
 
-void Hands::LetGo() {
+void CHands::LetGo() {
     for (std::size_t key = 0; key < held_.size(); ++key) {
         if (held_.test(key)) Key(static_cast<xcb_keycode_t>(key), false);
     }

@@ -7,9 +7,9 @@
 
 namespace magnifier {
 
-class Hands {
+class CHands {
   public:
-    Hands(const XServer& user, const XServer& shown) : user_(user), shown_(shown) { TakeKeyboard(); }
+    CHands(const CXServer& user, const CXServer& shown) : user_(user), shown_(shown) { TakeKeyboard(); }
 
     // The keyboard there becomes the user's, so that each key stands for itself.
     void TakeKeyboard() const;
@@ -22,8 +22,8 @@ class Hands {
   private:
     void Fake(int type, int detail, int x, int y) const;
 
-    const XServer& user_;
-    const XServer& shown_;
+    const CXServer& user_;
+    const CXServer& shown_;
     std::bitset<256> held_;
 };
 

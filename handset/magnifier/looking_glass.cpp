@@ -25,25 +25,25 @@ const Event& As(const xcb_generic_event_t& event) {
 
 }  // namespace
 
-LookingGlass::LookingGlass(const XServer& user, const Framebuffer& picture, int times, Hands& hands)
+CLookingGlass::CLookingGlass(const CXServer& user, const Framebuffer& picture, int times, CHands& hands)
     : user_(user), picture_(picture), times_(times), hands_(hands) {
     seen_.resize(picture.stride * static_cast<std::size_t>(picture.height));
     enlarged_.resize(static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(times) * kBandRows *
                      static_cast<std::size_t>(times));
 }
 
-bool LookingGlass::Fits() const {
+bool CLookingGlass::Fits() const {
     return user_.Screen().root_depth == kDepth && user_.Setup().image_byte_order == XCB_IMAGE_ORDER_LSB_FIRST;
 }
 
-xcb_atom_t LookingGlass::Atom(const char* name) const {
+xcb_atom_t CLookingGlass::Atom(const char* name) const {
     const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
         user_.get(), xcb_intern_atom(user_.get(), 0, static_cast<std::uint16_t>(std::strlen(name)), name),
         nullptr));
     return atom ? atom->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-void LookingGlass::Open(const char* title) {
+void CLookingGlass::Open(const char* title) {
     xcb_connection_t* const x = user_.get();
     const auto width = static_cast<std::uint16_t>(picture_.width * times_);
     const auto height = static_cast<std::uint16_t>(picture_.height * times_);
@@ -66,7 +66,7 @@ void LookingGlass::Open(const char* title) {
     xcb_flush(x);
 }
 
-bool LookingGlass::Take(const xcb_generic_event_t& event) {
+bool CLookingGlass::Take(const xcb_generic_event_t& event) {
     switch (event.response_type & 0x7F) {
         case XCB_EXPOSE:
             ShowAgain();
@@ -99,14 +99,14 @@ bool LookingGlass::Take(const xcb_generic_event_t& event) {
     }
 }
 
-bool LookingGlass::Serve() {
+bool CLookingGlass::Serve() {
     while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(user_.get())}) {
         if (!Take(*event)) return false;
     }
     return true;
 }
 
-void LookingGlass::Refresh() {
+void CLookingGlass::Refresh() {
     for (int top = 0; top < picture_.height; top += kBandRows) {
         const int rows = std::min(kBandRows, picture_.height - top);
         const std::size_t at = picture_.stride * static_cast<std::size_t>(top);
@@ -119,7 +119,7 @@ void LookingGlass::Refresh() {
     xcb_flush(user_.get());
 }
 
-void LookingGlass::Show(int top, int rows) {
+void CLookingGlass::Show(int top, int rows) {
     // From the copy: the virtual display goes on drawing.
     const Framebuffer copy = {picture_.width, picture_.height, seen_.data(), picture_.stride};
     Enlarge(copy, top, rows, times_, enlarged_.data());

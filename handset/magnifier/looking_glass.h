@@ -10,9 +10,9 @@
 
 namespace magnifier {
 
-class LookingGlass {
+class CLookingGlass {
   public:
-    LookingGlass(const XServer& user, const Framebuffer& picture, int times, Hands& hands);
+    CLookingGlass(const CXServer& user, const Framebuffer& picture, int times, CHands& hands);
 
     // Whether the user's display has the pixels of the virtual one.
     [[nodiscard]] bool Fits() const;
@@ -28,10 +28,10 @@ class LookingGlass {
     bool Take(const xcb_generic_event_t& event);
     [[nodiscard]] xcb_atom_t Atom(const char* name) const;
 
-    const XServer& user_;
+    const CXServer& user_;
     const Framebuffer picture_;
     const int times_;
-    Hands& hands_;
+    CHands& hands_;
     xcb_window_t window_ = 0;
     xcb_gcontext_t gc_ = 0;
     xcb_atom_t close_ = 0;

@@ -26,20 +26,20 @@ int Fail(const char* what) {
     return 1;
 }
 
-class MappedFile {
+class CMappedFile {
   public:
-    explicit MappedFile(const char* path) : file_(open(path, O_RDONLY | O_CLOEXEC)) {
+    explicit CMappedFile(const char* path) : file_(open(path, O_RDONLY | O_CLOEXEC)) {
         struct stat about = {};
         if (file_ < 0 || fstat(file_, &about) != 0 || about.st_size <= 0) return;
         size_ = static_cast<std::size_t>(about.st_size);
         bytes_ = mmap(nullptr, size_, PROT_READ, MAP_SHARED, file_, 0);
     }
-    ~MappedFile() {
+    ~CMappedFile() {
         if (bytes_ != MAP_FAILED) munmap(bytes_, size_);
         if (file_ >= 0) close(file_);
     }
-    MappedFile(const MappedFile&) = delete;
-    MappedFile& operator=(const MappedFile&) = delete;
+    CMappedFile(const CMappedFile&) = delete;
+    CMappedFile& operator=(const CMappedFile&) = delete;
     // Null when there is none.
     [[nodiscard]] const std::uint8_t* Bytes() const {
         return bytes_ == MAP_FAILED ? nullptr : static_cast<const std::uint8_t*>(bytes_);
@@ -53,14 +53,14 @@ class MappedFile {
 };
 
 // As their connections say, of which the virtual display's is read for nothing else.
-bool BothStand(const magnifier::XServer& user, const magnifier::XServer& shown) {
+bool BothStand(const magnifier::CXServer& user, const magnifier::CXServer& shown) {
     while (const magnifier::Reply<xcb_generic_event_t> event{xcb_poll_for_event(shown.get())}) {
     }
     return user.Stands() && shown.Stands();
 }
 
 // Until the user does something, but no longer than a frame takes.
-void Await(const magnifier::XServer& user) {
+void Await(const magnifier::CXServer& user) {
     pollfd from = {xcb_get_file_descriptor(user.get()), POLLIN, 0};
     poll(&from, 1, kFrame_ms);
 }
@@ -72,14 +72,14 @@ int main(int count, char** words) {
     if (count != 4) return Fail("wants DISPLAY PICTURE TIMES");
     const int times = std::atoi(words[3]);
     if (times < kLeastTimes || times > kMostTimes) return Fail("enlarges 1 to 8 times");
-    const XServer user(nullptr), shown(words[1]);
+    const CXServer user(nullptr), shown(words[1]);
     if (!user.Stands()) return Fail("there is no display to show it on");
     if (!shown.Stands()) return Fail("there is no such virtual display");
-    const MappedFile file(words[2]);
+    const CMappedFile file(words[2]);
     const auto picture = ReadFramebuffer(file.Bytes(), file.Size());
     if (!picture) return Fail("the virtual display's picture cannot be read");
-    Hands hands(user, shown);
-    LookingGlass glass(user, *picture, times, hands);
+    CHands hands(user, shown);
+    CLookingGlass glass(user, *picture, times, hands);
     if (!glass.Fits()) return Fail("the display has not the 24 bits of colour that this takes");
     glass.Open("Kora handset");
     while (BothStand(user, shown) && glass.Serve()) {

@@ -15,13 +15,13 @@ struct Freeing {
 template <typename T>
 using Reply = std::unique_ptr<T, Freeing>;
 
-class XServer {
+class CXServer {
   public:
     // By name (":7"), or the environment's when it is null.
-    explicit XServer(const char* name) : connection_(xcb_connect(name, nullptr)) {}
-    ~XServer() { xcb_disconnect(connection_); }
-    XServer(const XServer&) = delete;
-    XServer& operator=(const XServer&) = delete;
+    explicit CXServer(const char* name) : connection_(xcb_connect(name, nullptr)) {}
+    ~CXServer() { xcb_disconnect(connection_); }
+    CXServer(const CXServer&) = delete;
+    CXServer& operator=(const CXServer&) = delete;
 
     // False when there was no such server, and as soon as it is gone.
     [[nodiscard]] bool Stands() const { return xcb_connection_has_error(connection_) == 0; }

@@ -29,7 +29,7 @@ std::uint32_t ChannelOf(std::size_t place) {
 
 }  // namespace
 
-void DrawBandShapes(Canvas& canvas, const Box& strip, const BandShown& shown) {
+void DrawBandShapes(CCanvas& canvas, const Box& strip, const BandShown& shown) {
     canvas.Fill(Shape(strip, 9), kGround);
     const Box bars = BandBars(strip);
     const double pitch = static_cast<double>(bars.w) / static_cast<double>(shown.levels.size());
@@ -76,10 +76,10 @@ std::string BandPng(const BandShown& shown) {
     const handset::OwnedBitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
     const handset::OwnedMemoryDC dc(CreateCompatibleDC(nullptr));
     if (!bitmap || !dc) return "";
-    const handset::SelectedObject selected(dc.get(), bitmap.get());
+    const handset::CSelectedObject selected(dc.get(), bitmap.get());
     auto* pixels = static_cast<std::uint32_t*>(bits);
     const Box strip = {kPictureMargin, kPictureMargin, width - 2 * kPictureMargin, kBandHeight};
-    Canvas canvas(pixels, width, height);
+    CCanvas canvas(pixels, width, height);
     canvas.Fill({0, 0, static_cast<double>(width), static_cast<double>(height), 0}, Rgb(0xEFEDE9),
                 Rgb(0xD9D5CE));
     DrawBandShapes(canvas, strip, shown);

@@ -11,7 +11,7 @@
 namespace panel {
 
 // First shapes, then texts, as with the rest of the panel.
-void DrawBandShapes(Canvas& canvas, const Box& strip, const BandShown& shown);
+void DrawBandShapes(CCanvas& canvas, const Box& strip, const BandShown& shown);
 void DrawBandTexts(HDC dc, const Box& strip, const BandShown& shown);
 
 // The strip alone as a PNG file's bytes; empty when the system has no bitmap for it.

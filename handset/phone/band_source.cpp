@@ -7,7 +7,7 @@
 
 namespace panel {
 
-void BandSource::ReadFile() {
+void CBandSource::ReadFile() {
     const std::wstring path = handset::HostPath(L"\\Windows\\band.ini");
     WIN32_FILE_ATTRIBUTE_DATA now{};
     if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &now)) {
@@ -26,7 +26,7 @@ void BandSource::ReadFile() {
     read_ = true;
 }
 
-BandShown BandSource::Look(bool radio) {
+BandShown CBandSource::Look(bool radio) {
     ReadFile();
     BandFacts facts;
     if (radio) facts.reception = handset::ReadReception();

@@ -7,7 +7,7 @@
 
 namespace panel {
 
-class BandSource {
+class CBandSource {
   public:
     // As it is now. `radio`: whether one runs; without it nothing is tuned.
     BandShown Look(bool radio);

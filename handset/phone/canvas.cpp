@@ -56,7 +56,7 @@ std::uint32_t Over(std::uint32_t below, Paint paint, double alpha) {
 }  // namespace
 
 template <typename Coverage>
-void Canvas::Cover(double x, double y, double w, double h, Paint top, Paint bottom, Coverage coverage) {
+void CCanvas::Cover(double x, double y, double w, double h, Paint top, Paint bottom, Coverage coverage) {
     const int left = std::max(0, static_cast<int>(std::floor(x)));
     const int upper = std::max(0, static_cast<int>(std::floor(y)));
     const int right = std::min(width_, static_cast<int>(std::ceil(x + w)));
@@ -71,19 +71,19 @@ void Canvas::Cover(double x, double y, double w, double h, Paint top, Paint bott
     }
 }
 
-void Canvas::Fill(const Rounded& shape, Paint top, Paint bottom) {
+void CCanvas::Fill(const Rounded& shape, Paint top, Paint bottom) {
     Cover(shape.x, shape.y, shape.w, shape.h, top, bottom,
           [&](double x, double y) { return Clamped(0.5 - Distance(shape, x, y)); });
 }
 
-void Canvas::Outline(const Rounded& shape, double thickness, Paint top, Paint bottom) {
+void CCanvas::Outline(const Rounded& shape, double thickness, Paint top, Paint bottom) {
     Cover(shape.x, shape.y, shape.w, shape.h, top, bottom, [&](double x, double y) {
         const double distance = Distance(shape, x, y);
         return Clamped(0.5 - distance) * Clamped(0.5 + distance + thickness);
     });
 }
 
-void Canvas::Shadow(const Rounded& shape, double spread, Paint paint) {
+void CCanvas::Shadow(const Rounded& shape, double spread, Paint paint) {
     Cover(shape.x - spread, shape.y - spread, shape.w + 2 * spread, shape.h + 2 * spread, paint, paint,
           [&](double x, double y) {
               const double depth = Clamped(1 - Distance(shape, x, y) / spread);
@@ -91,7 +91,7 @@ void Canvas::Shadow(const Rounded& shape, double spread, Paint paint) {
           });
 }
 
-void Canvas::Stroke(Spot from, Spot to, double thickness, Paint paint) {
+void CCanvas::Stroke(Spot from, Spot to, double thickness, Paint paint) {
     const double half = thickness / 2;
     const double left = std::min(from.x, to.x) - half - 1;
     const double top = std::min(from.y, to.y) - half - 1;
@@ -99,7 +99,7 @@ void Canvas::Stroke(Spot from, Spot to, double thickness, Paint paint) {
           paint, [&](double x, double y) { return Clamped(0.5 + half - SegmentDistance(from, to, x, y)); });
 }
 
-void Canvas::Triangle(Spot a, Spot b, Spot c, Paint paint) {
+void CCanvas::Triangle(Spot a, Spot b, Spot c, Paint paint) {
     if (SideDistance(a, b, c.x, c.y) < 0) std::swap(b, c);
     const double left = std::min({a.x, b.x, c.x}) - 1;
     const double top = std::min({a.y, b.y, c.y}) - 1;

@@ -27,9 +27,9 @@ struct Rounded {
 };
 
 // Pixels are 0x00RRGGBB, rows from the top; the canvas does not own them. What lies outside is not painted.
-class Canvas {
+class CCanvas {
   public:
-    Canvas(std::uint32_t* pixels, int width, int height) : pixels_(pixels), width_(width), height_(height) {}
+    CCanvas(std::uint32_t* pixels, int width, int height) : pixels_(pixels), width_(width), height_(height) {}
 
     // Shaded evenly from the top colour to the bottom one.
     void Fill(const Rounded& shape, Paint top, Paint bottom);

@@ -10,12 +10,12 @@ namespace panel {
 namespace {
 
 // The host gives its callback no argument of ours.
-std::atomic<KeyboardWatch*> g_watch = nullptr;
+std::atomic<CKeyboardWatch*> g_watch = nullptr;
 
 }  // namespace
 
-LRESULT CALLBACK KeyboardWatch::KeyProc(int code, WPARAM message, LPARAM lParam) try {
-    if (KeyboardWatch* const watch = code == HC_ACTION ? g_watch.load() : nullptr) {
+LRESULT CALLBACK CKeyboardWatch::KeyProc(int code, WPARAM message, LPARAM lParam) try {
+    if (CKeyboardWatch* const watch = code == HC_ACTION ? g_watch.load() : nullptr) {
         const auto& key = *reinterpret_cast<const KBDLLHOOKSTRUCT*>(lParam);
         if (watch->Take(key, message == WM_KEYDOWN || message == WM_SYSKEYDOWN)) return 1;
     }
@@ -24,7 +24,7 @@ LRESULT CALLBACK KeyboardWatch::KeyProc(int code, WPARAM message, LPARAM lParam)
     return handset::EdgeAnswer<LRESULT>();
 }
 
-bool KeyboardWatch::Take(const KBDLLHOOKSTRUCT& key, bool down) {
+bool CKeyboardWatch::Take(const KBDLLHOOKSTRUCT& key, bool down) {
     if (key.vkCode >= held_.size()) return false;
     held_.set(key.vkCode, down);
     const auto any = [this](std::initializer_list<int> keys) {
@@ -37,7 +37,7 @@ bool KeyboardWatch::Take(const KBDLLHOOKSTRUCT& key, bool down) {
                   of_);
 }
 
-void KeyboardWatch::Watch() {
+void CKeyboardWatch::Watch() {
     MSG message = {};
     // From here on the thread can be posted to.
     PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
@@ -48,13 +48,13 @@ void KeyboardWatch::Watch() {
     if (hook != nullptr) UnhookWindowsHookEx(hook);
 }
 
-KeyboardWatch::KeyboardWatch(Taken taken, void* of)
+CKeyboardWatch::CKeyboardWatch(Taken taken, void* of)
     : taken_(taken), of_(of), watches_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
     g_watch = this;
     thread_ = handset::WorkerThread([this] { Watch(); }, [this] { return !ends_; });
 }
 
-KeyboardWatch::~KeyboardWatch() {
+CKeyboardWatch::~CKeyboardWatch() {
     g_watch = nullptr;
     ends_ = true;
     // Its queue is there by then, or it sees by itself that it is over.

@@ -21,14 +21,14 @@ struct ComputerKey {
 
 // There is one to a process. The host asks a thread of its own for each key, for all windows wait for the
 // answer and the panel may be drawing; a system that lets nobody watch leaves the keys to the windows.
-class KeyboardWatch {
+class CKeyboardWatch {
   public:
     // `taken` answers at once whether a key is to be kept from the windows, on that thread.
     using Taken = bool (*)(const ComputerKey& key, void* of);
-    KeyboardWatch(Taken taken, void* of);
-    ~KeyboardWatch();
-    KeyboardWatch(const KeyboardWatch&) = delete;
-    KeyboardWatch& operator=(const KeyboardWatch&) = delete;
+    CKeyboardWatch(Taken taken, void* of);
+    ~CKeyboardWatch();
+    CKeyboardWatch(const CKeyboardWatch&) = delete;
+    CKeyboardWatch& operator=(const CKeyboardWatch&) = delete;
 
   private:
     static LRESULT CALLBACK KeyProc(int code, WPARAM message, LPARAM lParam);

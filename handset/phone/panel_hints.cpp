@@ -31,7 +31,7 @@ HWND MakeTips(HWND panel) {
 
 }  // namespace
 
-void PanelHints::Fit(HWND panel, const PanelView& view) {
+void CPanelHints::Fit(HWND panel, const PanelView& view) {
     if (tips_ == nullptr) tips_ = MakeTips(panel);
     if (tips_ == nullptr) return;
     for (; count_ > 0; --count_) {
@@ -44,7 +44,7 @@ void PanelHints::Fit(HWND panel, const PanelView& view) {
     Add(panel, view.phone.close, kCloseHint);
 }
 
-void PanelHints::Add(HWND panel, const Box& box, const wchar_t* text) {
+void CPanelHints::Add(HWND panel, const Box& box, const wchar_t* text) {
     TTTOOLINFOW tool = Tool(panel, ++count_);
     tool.rect = {box.x, box.y, box.Right(), box.Bottom()};
     tool.lpszText = const_cast<wchar_t*>(text);

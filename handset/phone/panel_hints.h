@@ -8,7 +8,7 @@
 namespace panel {
 
 // Belongs to the panel's window, and to its thread. A system without tooltips has none.
-class PanelHints {
+class CPanelHints {
   public:
     // The hints of everything that can be pressed, where it lies by now; those before are gone.
     void Fit(HWND panel, const PanelView& view);

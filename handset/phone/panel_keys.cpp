@@ -39,23 +39,23 @@ std::optional<PhoneKey> PhoneKeyFor(WORD virtualKey) {
 
 }  // namespace
 
-struct PanelWindow::FocusKey {
+struct CPanelWindow::FocusKey {
     WORD virtualKey;
-    void (PanelWindow::*act)(const ComputerKey& key);
+    void (CPanelWindow::*act)(const ComputerKey& key);
 };
 
-const PanelWindow::FocusKey* PanelWindow::FocusKeyFor(WORD virtualKey) {
+const CPanelWindow::FocusKey* CPanelWindow::FocusKeyFor(WORD virtualKey) {
     static constexpr FocusKey kKeys[] = {
-        {VK_TAB, &PanelWindow::WalkOn},          {VK_DOWN, &PanelWindow::MoveOrWalk},
-        {VK_UP, &PanelWindow::MoveOrWalk},       {VK_LEFT, &PanelWindow::MoveOrSlide},
-        {VK_RIGHT, &PanelWindow::MoveOrSlide},   {VK_SPACE, &PanelWindow::PressFocused},
-        {VK_RETURN, &PanelWindow::PressFocused}, {VK_ESCAPE, &PanelWindow::LeaveSwitches},
+        {VK_TAB, &CPanelWindow::WalkOn},          {VK_DOWN, &CPanelWindow::MoveOrWalk},
+        {VK_UP, &CPanelWindow::MoveOrWalk},       {VK_LEFT, &CPanelWindow::MoveOrSlide},
+        {VK_RIGHT, &CPanelWindow::MoveOrSlide},   {VK_SPACE, &CPanelWindow::PressFocused},
+        {VK_RETURN, &CPanelWindow::PressFocused}, {VK_ESCAPE, &CPanelWindow::LeaveSwitches},
     };
     return handset::RowWith(kKeys, &FocusKey::virtualKey, virtualKey);
 }
 
 // Keys of other programs' windows are theirs.
-bool PanelWindow::WantsKey(const ComputerKey& key) const {
+bool CPanelWindow::WantsKey(const ComputerKey& key) const {
     // What was pressed here is let go here.
     if (!key.down) return heldKeys_.test(key.virtualKey);
     if (key.other) return false;
@@ -66,7 +66,7 @@ bool PanelWindow::WantsKey(const ComputerKey& key) const {
     return onSwitches_ && FocusKeyFor(key.virtualKey) != nullptr;
 }
 
-bool PanelWindow::TakeKey(const ComputerKey& key) {
+bool CPanelWindow::TakeKey(const ComputerKey& key) {
     if (!WantsKey(key)) return false;
     const bool again = key.down && heldKeys_.test(key.virtualKey);
     heldKeys_.set(key.virtualKey, key.down);
@@ -79,7 +79,7 @@ bool PanelWindow::TakeKey(const ComputerKey& key) {
     return true;
 }
 
-LRESULT PanelWindow::OnComputerKey(WPARAM virtualKey, LPARAM with) {
+LRESULT CPanelWindow::OnComputerKey(WPARAM virtualKey, LPARAM with) {
     const ComputerKey key = {static_cast<WORD>(virtualKey), (with & kDown) != 0, (with & kShift) != 0,
                              (with & kControl) != 0, false};
     if (const auto phoneKey = PhoneKeyFor(key.virtualKey)) {
@@ -94,18 +94,18 @@ LRESULT PanelWindow::OnComputerKey(WPARAM virtualKey, LPARAM with) {
     return 0;
 }
 
-void PanelWindow::WalkOn(const ComputerKey& key) {
+void CPanelWindow::WalkOn(const ComputerKey& key) {
     const bool back = key.shift || key.virtualKey == VK_UP || key.virtualKey == VK_LEFT;
     view_.focus = (back ? PreviousPlace : NextPlace)(view_.column, *view_.focus);
     lastFocus_ = *view_.focus;
 }
 
-void PanelWindow::MoveOrWalk(const ComputerKey& key) {
+void CPanelWindow::MoveOrWalk(const ComputerKey& key) {
     if (!key.control) return WalkOn(key);
     MovePanel(0, key.virtualKey == VK_UP ? -kMove : kMove);
 }
 
-void PanelWindow::MoveOrSlide(const ComputerKey& key) {
+void CPanelWindow::MoveOrSlide(const ComputerKey& key) {
     const bool left = key.virtualKey == VK_LEFT;
     const SwitchRow* row = SwitchAtPlace(view_.column, *view_.focus);
     if (key.control) return MovePanel(left ? -kMove : kMove, 0);
@@ -116,7 +116,7 @@ void PanelWindow::MoveOrSlide(const ComputerKey& key) {
     Refresh();
 }
 
-void PanelWindow::PressFocused(const ComputerKey&) {
+void CPanelWindow::PressFocused(const ComputerKey&) {
     const SwitchRow* row = SwitchAtPlace(view_.column, *view_.focus);
     if (row == nullptr) return PutAway();
     // As things stand now, not as they stood when they were drawn.
@@ -125,11 +125,11 @@ void PanelWindow::PressFocused(const ComputerKey&) {
     Refresh();
 }
 
-void PanelWindow::LeaveSwitches(const ComputerKey&) {
+void CPanelWindow::LeaveSwitches(const ComputerKey&) {
     view_.focus.reset();
 }
 
-void PanelWindow::MovePanel(int dx, int dy) {
+void CPanelWindow::MovePanel(int dx, int dy) {
     RECT place = {};
     GetWindowRect(window_, &place);
     SetWindowPos(window_, nullptr, place.left + dx, place.top + dy, 0, 0,
@@ -140,7 +140,7 @@ void PanelWindow::MovePanel(int dx, int dy) {
 
 // The radio's window took the keys along when it went, and with it the way back to the switch that starts the
 // radio.
-void PanelWindow::HoldKeyboard(bool radioBefore) {
+void CPanelWindow::HoldKeyboard(bool radioBefore) {
     if (view_.focus && radioBefore && !view_.now.radio) SetForegroundWindow(window_);
 }
 

@@ -29,7 +29,7 @@ handset::OwnedFont MakeFont(const TextMark& mark) {
 void DrawTextMark(HDC dc, const TextMark& mark) {
     const UINT kAligns[] = {TA_CENTER, TA_LEFT, TA_RIGHT};
     const handset::OwnedFont font = MakeFont(mark);
-    const handset::SelectedObject selected(dc, font.get());
+    const handset::CSelectedObject selected(dc, font.get());
     SetTextAlign(dc, TA_BASELINE | kAligns[static_cast<int>(mark.anchor)]);
     SetTextCharacterExtra(dc, mark.spacing);
     SetBkMode(dc, TRANSPARENT);
@@ -42,13 +42,13 @@ void DrawTextMark(HDC dc, const TextMark& mark) {
 
 int TextWidth(HDC dc, const TextMark& mark) {
     const handset::OwnedFont font = MakeFont(mark);
-    const handset::SelectedObject selected(dc, font.get());
+    const handset::CSelectedObject selected(dc, font.get());
     SIZE size = {};
     GetTextExtentPoint32W(dc, mark.text, static_cast<int>(std::wcslen(mark.text)), &size);
     return size.cx;
 }
 
-bool PanelPicture::Fit(int width, int height) {
+bool CPanelPicture::Fit(int width, int height) {
     if (bitmap_ && width == width_ && height == height_) return true;
     const BITMAPINFO info = handset::DisplayFormat(width, height);
     dc_.reset();  // a bitmap that is still selected cannot be deleted
@@ -63,10 +63,10 @@ bool PanelPicture::Fit(int width, int height) {
     return true;
 }
 
-void PanelPicture::Make(const PanelView& view) {
+void CPanelPicture::Make(const PanelView& view) {
     if (!Fit(view.phone.width, view.phone.height)) return;
     GdiFlush();
-    Canvas canvas(pixels_, width_, height_);
+    CCanvas canvas(pixels_, width_, height_);
     canvas.Fill({0, 0, static_cast<double>(width_), static_cast<double>(height_), 0}, Rgb(0xEFEDE9),
                 Rgb(0xD9D5CE));
     canvas.Outline({0, 0, static_cast<double>(width_), static_cast<double>(height_), 0}, 1, Rgb(0xC2BDB4),
@@ -79,7 +79,7 @@ void PanelPicture::Make(const PanelView& view) {
     DrawBandTexts(dc_.get(), view.phone.band, view.band);
 }
 
-void PanelPicture::Show(HDC dc, const RECT& part) const {
+void CPanelPicture::Show(HDC dc, const RECT& part) const {
     if (!dc_) return;
     BitBlt(dc, part.left, part.top, part.right - part.left, part.bottom - part.top, dc_.get(), part.left,
            part.top, SRCCOPY);

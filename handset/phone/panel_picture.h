@@ -24,7 +24,7 @@ struct PanelView {
     std::optional<std::size_t> focus;  // a place of panel_focus.h, while the keys are for the switches
 };
 
-class PanelPicture {
+class CPanelPicture {
   public:
     // Paints the view; the bitmap has the client area's size.
     void Make(const PanelView& view);
@@ -47,9 +47,9 @@ inline Rounded Shape(const Box& box, double radius) {
 }
 
 // The parts, first shapes and then texts, because the system writes texts over finished pixels.
-void DrawPhoneShapes(Canvas& canvas, const PanelView& view);
+void DrawPhoneShapes(CCanvas& canvas, const PanelView& view);
 void DrawPhoneTexts(HDC dc, const PanelView& view);
-void DrawColumnShapes(Canvas& canvas, const PanelView& view);
+void DrawColumnShapes(CCanvas& canvas, const PanelView& view);
 void DrawColumnTexts(HDC dc, const PanelView& view);
 
 // A text around a middle (or from a left edge), optionally turned a quarter to the left.

@@ -21,7 +21,7 @@ bool Repeats(PhoneKey key) {
 
 }  // namespace
 
-LRESULT PanelWindow::OnPress(WPARAM, LPARAM lParam) {
+LRESULT CPanelWindow::OnPress(WPARAM, LPARAM lParam) {
     const int x = GET_X_LPARAM(lParam);
     const int y = GET_Y_LPARAM(lParam);
     SetCapture(window_);
@@ -47,7 +47,7 @@ LRESULT PanelWindow::OnPress(WPARAM, LPARAM lParam) {
     return 0;
 }
 
-LRESULT PanelWindow::OnStylusMove(WPARAM, LPARAM lParam) {
+LRESULT CPanelWindow::OnStylusMove(WPARAM, LPARAM lParam) {
     if (view_.pressedSwitch != nullptr && view_.pressedSwitch->kind == SwitchKind::kSlider) {
         DragSlider(GET_X_LPARAM(lParam));
     }
@@ -55,7 +55,7 @@ LRESULT PanelWindow::OnStylusMove(WPARAM, LPARAM lParam) {
     return 0;
 }
 
-LRESULT PanelWindow::OnLetGo(WPARAM, LPARAM lParam) {
+LRESULT CPanelWindow::OnLetGo(WPARAM, LPARAM lParam) {
     const SwitchRow* row = view_.pressedSwitch;
     const SwitchPlace* place = SwitchAt(view_.column, GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
     const bool close = closing_ && view_.phone.close.Contains(GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
@@ -74,7 +74,7 @@ LRESULT PanelWindow::OnLetGo(WPARAM, LPARAM lParam) {
     return 0;
 }
 
-LRESULT PanelWindow::OnCaptureLost(WPARAM, LPARAM) {
+LRESULT CPanelWindow::OnCaptureLost(WPARAM, LPARAM) {
     ReleaseKey();
     view_.pressedSwitch = nullptr;
     grip_.reset();
@@ -84,7 +84,7 @@ LRESULT PanelWindow::OnCaptureLost(WPARAM, LPARAM) {
     return 0;
 }
 
-void PanelWindow::ReleaseKey() {
+void CPanelWindow::ReleaseKey() {
     KillTimer(window_, kRepeatTimer);
     if (!view_.pressedKey) return;
     const PhoneKey key = *view_.pressedKey;
@@ -92,12 +92,12 @@ void PanelWindow::ReleaseKey() {
     PressPhoneKey(key, false);
 }
 
-void PanelWindow::PutAway() {
+void CPanelWindow::PutAway() {
     putAway_ = true;
     PostMessageW(window_, WM_CLOSE, 0, 0);
 }
 
-void PanelWindow::DragSlider(int x) {
+void CPanelWindow::DragSlider(int x) {
     for (const SwitchPlace& place : view_.column.switches) {
         if (place.row != view_.pressedSwitch) continue;
         const auto level = SliderLevelAt(place.box, x);
@@ -108,7 +108,7 @@ void PanelWindow::DragSlider(int x) {
 
 // Not by the system's own dragging, which would activate the window. The point is the message's: where the
 // pointer stands by now is another process's to say, and may not have arrived.
-void PanelWindow::DragPanel(int x, int y) {
+void CPanelWindow::DragPanel(int x, int y) {
     RECT place = {};
     GetWindowRect(window_, &place);
     SetWindowPos(window_, nullptr, place.left + x - grip_->x, place.top + y - grip_->y, 0, 0,
@@ -116,7 +116,7 @@ void PanelWindow::DragPanel(int x, int y) {
 }
 
 // For the next time that the phone is opened.
-void PanelWindow::KeepPlace() const {
+void CPanelWindow::KeepPlace() const {
     RECT place = {};
     GetWindowRect(window_, &place);
     handset::SetStateQword(kPlaceX, static_cast<std::uint64_t>(place.left));
@@ -124,7 +124,7 @@ void PanelWindow::KeepPlace() const {
 }
 
 // By the digits that a user would type; who takes no keys is not tuned.
-void PanelWindow::TuneAt(int x, int y) {
+void CPanelWindow::TuneAt(int x, int y) {
     const auto channel = BandChannelAt(view_.phone.band, view_.band, x, y);
     if (!channel) return;
     for (const PhoneKey key : DigitsOf(*channel)) {
@@ -133,7 +133,7 @@ void PanelWindow::TuneAt(int x, int y) {
     }
 }
 
-void PanelWindow::RepeatKey() {
+void CPanelWindow::RepeatKey() {
     if (!view_.pressedKey) return;
     PressPhoneKey(*view_.pressedKey, true);
     SetTimer(window_, kRepeatTimer, kRepeatPeriod_ms, nullptr);

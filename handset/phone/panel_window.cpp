@@ -72,12 +72,12 @@ void OfferService() {
 
 }  // namespace
 
-struct PanelWindow::MessageRow {
+struct CPanelWindow::MessageRow {
     UINT message;
-    LRESULT (PanelWindow::*handler)(WPARAM wParam, LPARAM lParam);
+    LRESULT (CPanelWindow::*handler)(WPARAM wParam, LPARAM lParam);
 };
 
-bool PanelWindow::Open(HINSTANCE instance) {
+bool CPanelWindow::Open(HINSTANCE instance) {
     displayOriginMessage_ = RegisterWindowMessageW(handset::kDisplayOriginMessage);
     stateChangedMessage_ = RegisterWindowMessageW(kStateChangedMessage);
     RegisterClasses(instance, WindowProc);
@@ -96,46 +96,46 @@ bool PanelWindow::Open(HINSTANCE instance) {
                                 WS_POPUP, 0, 0, 0, 0, window_, nullptr, instance, nullptr);
     ShowWindow(window_, SW_SHOWNOACTIVATE);
     keyboard_.emplace(
-        [](const ComputerKey& key, void* panel) { return static_cast<PanelWindow*>(panel)->TakeKey(key); },
+        [](const ComputerKey& key, void* panel) { return static_cast<CPanelWindow*>(panel)->TakeKey(key); },
         this);
     SetTimer(window_, kTickTimer, kTickPeriod_ms, nullptr);
     Refresh();
     return true;
 }
 
-bool PanelWindow::Run() {
+bool CPanelWindow::Run() {
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
     return putAway_;
 }
 
-LRESULT CALLBACK PanelWindow::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK CPanelWindow::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NCCREATE) {
-        auto* self = static_cast<PanelWindow*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
+        auto* self = static_cast<CPanelWindow*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
         self->window_ = window;
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
     }
-    auto* self = reinterpret_cast<PanelWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    auto* self = reinterpret_cast<CPanelWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     return self != nullptr ? self->Handle(message, wParam, lParam)
                            : DefWindowProcW(window, message, wParam, lParam);
 }
 
-LRESULT PanelWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CPanelWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     static constexpr MessageRow kRows[] = {
-        {WM_PAINT, &PanelWindow::OnPaint},
-        {WM_ERASEBKGND, &PanelWindow::OnEraseBackground},
-        {WM_MOUSEACTIVATE, &PanelWindow::OnMouseActivate},
-        {WM_LBUTTONDOWN, &PanelWindow::OnPress},
-        {WM_LBUTTONDBLCLK, &PanelWindow::OnPress},
-        {WM_MOUSEMOVE, &PanelWindow::OnStylusMove},
-        {WM_LBUTTONUP, &PanelWindow::OnLetGo},
-        {WM_CAPTURECHANGED, &PanelWindow::OnCaptureLost},
-        {WM_TIMER, &PanelWindow::OnTimer},
-        {WM_MOVE, &PanelWindow::OnMoved},
-        {WM_DISPLAYCHANGE, &PanelWindow::OnDesktopChanged},
-        {kKeyMessage, &PanelWindow::OnComputerKey},
-        {WM_CLOSE, &PanelWindow::OnClose},
-        {WM_DESTROY, &PanelWindow::OnDestroy},
+        {WM_PAINT, &CPanelWindow::OnPaint},
+        {WM_ERASEBKGND, &CPanelWindow::OnEraseBackground},
+        {WM_MOUSEACTIVATE, &CPanelWindow::OnMouseActivate},
+        {WM_LBUTTONDOWN, &CPanelWindow::OnPress},
+        {WM_LBUTTONDBLCLK, &CPanelWindow::OnPress},
+        {WM_MOUSEMOVE, &CPanelWindow::OnStylusMove},
+        {WM_LBUTTONUP, &CPanelWindow::OnLetGo},
+        {WM_CAPTURECHANGED, &CPanelWindow::OnCaptureLost},
+        {WM_TIMER, &CPanelWindow::OnTimer},
+        {WM_MOVE, &CPanelWindow::OnMoved},
+        {WM_DISPLAYCHANGE, &CPanelWindow::OnDesktopChanged},
+        {kKeyMessage, &CPanelWindow::OnComputerKey},
+        {WM_CLOSE, &CPanelWindow::OnClose},
+        {WM_DESTROY, &CPanelWindow::OnDestroy},
     };
     for (const MessageRow& row : kRows) {
         if (row.message == message) return (this->*row.handler)(wParam, lParam);
@@ -151,13 +151,13 @@ LRESULT PanelWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefWindowProcW(window_, message, wParam, lParam);
 }
 
-RECT PanelWindow::DisplayOnScreen() const {
+RECT CPanelWindow::DisplayOnScreen() const {
     POINT corner = {view_.phone.display.x, view_.phone.display.y};
     ClientToScreen(window_, &corner);
     return {corner.x, corner.y, corner.x + view_.phone.display.w, corner.y + view_.phone.display.h};
 }
 
-LRESULT PanelWindow::OnPaint(WPARAM, LPARAM) {
+LRESULT CPanelWindow::OnPaint(WPARAM, LPARAM) {
     PAINTSTRUCT paint;
     const HDC dc = BeginPaint(window_, &paint);
     if (stale_) picture_.Make(view_);
@@ -167,15 +167,15 @@ LRESULT PanelWindow::OnPaint(WPARAM, LPARAM) {
     return 0;
 }
 
-LRESULT PanelWindow::OnEraseBackground(WPARAM, LPARAM) {
+LRESULT CPanelWindow::OnEraseBackground(WPARAM, LPARAM) {
     return 1;
 }  // the picture covers everything
 
-LRESULT PanelWindow::OnMouseActivate(WPARAM, LPARAM) {
+LRESULT CPanelWindow::OnMouseActivate(WPARAM, LPARAM) {
     return MA_NOACTIVATE;
 }
 
-LRESULT PanelWindow::OnTimer(WPARAM timer, LPARAM) {
+LRESULT CPanelWindow::OnTimer(WPARAM timer, LPARAM) {
     if (timer == kTickTimer) {
         Refresh();
     } else {
@@ -184,13 +184,13 @@ LRESULT PanelWindow::OnTimer(WPARAM timer, LPARAM) {
     return 0;
 }
 
-LRESULT PanelWindow::OnMoved(WPARAM, LPARAM) {
+LRESULT CPanelWindow::OnMoved(WPARAM, LPARAM) {
     follow_.Follow(window_, DisplayOnScreen());
     ShowDarkness();
     return 0;
 }
 
-LRESULT PanelWindow::OnClose(WPARAM, LPARAM) {
+LRESULT CPanelWindow::OnClose(WPARAM, LPARAM) {
     // A handset that is put away is switched off.
     AskRadioToClose();
     keyboard_.reset();
@@ -198,12 +198,12 @@ LRESULT PanelWindow::OnClose(WPARAM, LPARAM) {
     return 0;
 }
 
-LRESULT PanelWindow::OnDestroy(WPARAM, LPARAM) {
+LRESULT CPanelWindow::OnDestroy(WPARAM, LPARAM) {
     PostQuitMessage(0);
     return 0;
 }
 
-void PanelWindow::Refresh() {
+void CPanelWindow::Refresh() {
     const Snapshot before = view_.now;
     const BandShown bandBefore = view_.band;
     view_.now = TakeSnapshot();
@@ -219,13 +219,13 @@ void PanelWindow::Refresh() {
     ShowDarkness();
 }
 
-void PanelWindow::Redraw() {
+void CPanelWindow::Redraw() {
     // Made when it is painted, once for all that has changed by then.
     stale_ = true;
     InvalidateRect(window_, nullptr, FALSE);
 }
 
-void PanelWindow::FitToScreen() {
+void CPanelWindow::FitToScreen() {
     view_.phone = LayOutPhone(view_.now.screenWidth, view_.now.screenHeight);
     view_.column = LayOutColumn(view_.phone.column);
     // Turned about its middle, as in a hand.
@@ -243,7 +243,7 @@ void PanelWindow::FitToScreen() {
     hints_.Fit(window_, view_);
 }
 
-void PanelWindow::KeepOnScreen() {
+void CPanelWindow::KeepOnScreen() {
     RECT place = {};
     GetWindowRect(window_, &place);
     // Where it is larger than the host's screen, its switches are what stays there: they stand at its right,
@@ -263,12 +263,12 @@ void PanelWindow::KeepOnScreen() {
     SetWindowPos(window_, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-LRESULT PanelWindow::OnDesktopChanged(WPARAM, LPARAM) {
+LRESULT CPanelWindow::OnDesktopChanged(WPARAM, LPARAM) {
     KeepOnScreen();
     return 0;
 }
 
-void PanelWindow::ShowDarkness() {
+void CPanelWindow::ShowDarkness() {
     if (darkness_ == nullptr) return;
     const bool dark = !view_.now.lit && view_.now.radio;
     const RECT d = DisplayOnScreen();
@@ -281,14 +281,14 @@ void PanelWindow::ShowDarkness() {
 }
 
 int RunPanel(bool withRadio) {
-    PanelWindow window;
+    CPanelWindow window;
     if (!window.Open(GetModuleHandleW(nullptr))) return 1;
     // Without a word when it does not start: the panel then shows that the radio is off. One that is coming,
     // such as a booked one, is not waited for: it is the radio on this phone.
     if (withRadio && !RadioProcess()) LaunchRadio(L"", RadioConsole::kOutput, 0);
     bool putAway = false;
     {
-        const BackgroundService service(StandardConsole());
+        const CBackgroundService service(StandardConsole());
         putAway = window.Run();
     }
     if (putAway) OfferService();

@@ -18,7 +18,7 @@ namespace panel {
 // State values: where the panel was put last, pixels of the host's screen.
 inline constexpr wchar_t kPlaceX[] = L"PanelX", kPlaceY[] = L"PanelY";
 
-class PanelWindow {
+class CPanelWindow {
   public:
     // Creates and shows the window without taking the focus from anybody; false when the system refuses.
     bool Open(HINSTANCE instance);
@@ -89,16 +89,16 @@ class PanelWindow {
     bool putAway_ = false;        // by the close button, not by a program
     std::size_t lastFocus_ = 0;   // where the keys were the last time
     bool stale_ = false;          // the picture is to be made anew before it is shown
-    PanelPicture picture_;
-    PanelHints hints_;
-    RadioFollow follow_;
-    BandSource band_;
+    CPanelPicture picture_;
+    CPanelHints hints_;
+    CRadioFollow follow_;
+    CBandSource band_;
     // Of the watching thread: what is held of the keys that were taken. And, for both, whether the keys are
     // for the switches, which a key has to know before the panel has come to the one before it.
     std::bitset<256> heldKeys_;
     std::atomic<bool> onSwitches_ = false;
     // Last: its thread ends before anything else goes.
-    std::optional<KeyboardWatch> keyboard_;
+    std::optional<CKeyboardWatch> keyboard_;
 };
 
 // Opens the panel and, when asked to, starts the radio on it; returns when the panel is closed: 0, or 1 when

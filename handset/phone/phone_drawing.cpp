@@ -18,7 +18,7 @@ Spot Middle(const Box& box) {
     return {box.x + box.w / 2.0, box.y + box.h / 2.0};
 }
 
-void DrawBody(Canvas& canvas, const PhoneLayout& phone) {
+void DrawBody(CCanvas& canvas, const PhoneLayout& phone) {
     Rounded shadow = Shape(phone.body, 34);
     shadow.y += 5;
     canvas.Shadow(shadow, 13, Rgb(0x3B352B, 0.34));
@@ -33,7 +33,7 @@ void DrawBody(Canvas& canvas, const PhoneLayout& phone) {
     canvas.Fill(Shape(phone.display, 0), Rgb(0x101215), Rgb(0x08090A));
 }
 
-void DrawKeyFace(Canvas& canvas, const Box& box, double radius, bool pressed) {
+void DrawKeyFace(CCanvas& canvas, const Box& box, double radius, bool pressed) {
     Rounded shape = Shape(box, radius);
     if (!pressed) {
         Rounded shadow = shape;
@@ -48,7 +48,7 @@ void DrawKeyFace(Canvas& canvas, const Box& box, double radius, bool pressed) {
 }
 
 // A receiver: a bow with two thick ends, its hollow side where `angle` points.
-void DrawReceiver(Canvas& canvas, Spot middle, double angle, Paint paint) {
+void DrawReceiver(CCanvas& canvas, Spot middle, double angle, Paint paint) {
     constexpr double kRadius = 9;
     constexpr double kHalfBow = 1.05;
     constexpr int kPieces = 10;
@@ -66,14 +66,14 @@ void DrawReceiver(Canvas& canvas, Spot middle, double angle, Paint paint) {
     }
 }
 
-void DrawArrow(Canvas& canvas, const Box& box, double dx, double dy, bool pressed) {
+void DrawArrow(CCanvas& canvas, const Box& box, double dx, double dy, bool pressed) {
     const Spot m = Middle(box);
     const Paint paint = pressed ? kAccent : kLabel;
     canvas.Triangle({m.x + 5 * dx, m.y + 5 * dy}, {m.x - 3 * dx + 5.5 * dy, m.y - 3 * dy + 5.5 * dx},
                     {m.x - 3 * dx - 5.5 * dy, m.y - 3 * dy - 5.5 * dx}, paint);
 }
 
-void DrawPad(Canvas& canvas, const PanelView& view) {
+void DrawPad(CCanvas& canvas, const PanelView& view) {
     const Box& pad = view.phone.pad;
     DrawKeyFace(canvas, pad, 26, false);
     struct Arrow {
@@ -97,7 +97,7 @@ void DrawPad(Canvas& canvas, const PanelView& view) {
                 pressed ? Rgb(0x33363C) : Rgb(0x474B53));
 }
 
-void DrawSign(Canvas& canvas, const PanelView& view, const KeyPlace& place) {
+void DrawSign(CCanvas& canvas, const PanelView& view, const KeyPlace& place) {
     const Spot m = Middle(place.box);
     const double turn = view.phone.landscape ? -kQuarter : 0;
     const bool soft = place.key == PhoneKey::kSoftLeft || place.key == PhoneKey::kSoftRight;
@@ -137,7 +137,7 @@ void DrawKeyTexts(HDC dc, const PanelView& view, const KeyPlace& place) {
 
 }  // namespace
 
-void DrawPhoneShapes(Canvas& canvas, const PanelView& view) {
+void DrawPhoneShapes(CCanvas& canvas, const PanelView& view) {
     DrawBody(canvas, view.phone);
     DrawPad(canvas, view);
     for (const KeyPlace& place : view.phone.keys) {

@@ -36,7 +36,7 @@ bool HostStacksWindows() {
 
 }  // namespace
 
-void RadioFollow::Follow(HWND panel, const RECT& display) {
+void CRadioFollow::Follow(HWND panel, const RECT& display) {
     const HWND main = RadioMainWindow();
     const bool changed = main != followed_ || display.left != origin_.x || display.top != origin_.y;
     followed_ = main;
@@ -59,7 +59,7 @@ void RadioFollow::Follow(HWND panel, const RECT& display) {
     }
 }
 
-void RadioFollow::OpenDisplay(HWND panel, bool open, const RECT& display) {
+void CRadioFollow::OpenDisplay(HWND panel, bool open, const RECT& display) {
     if (!HostStacksWindows()) return;
     RECT window = {};
     GetWindowRect(panel, &window);

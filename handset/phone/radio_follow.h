@@ -5,7 +5,7 @@
 
 namespace panel {
 
-class RadioFollow {
+class CRadioFollow {
   public:
     // Called on every tick, and when the panel has moved: `display` is the display on the host's screen.
     void Follow(HWND panel, const RECT& display);

@@ -17,12 +17,12 @@ constexpr int kPillHeight = 21;
 constexpr int kNoteGap = 8;
 constexpr double kFocusGap = 3, kFocusLine = 2;
 
-void DrawKnob(Canvas& canvas, double x, double y, double radius) {
+void DrawKnob(CCanvas& canvas, double x, double y, double radius) {
     canvas.Shadow({x - radius, y - radius + 1, 2 * radius, 2 * radius, radius}, 3, Rgb(0x000000, 0.28));
     canvas.Fill({x - radius, y - radius, 2 * radius, 2 * radius, radius}, Rgb(0xFFFFFF), Rgb(0xF0EEEA));
 }
 
-void DrawToggle(Canvas& canvas, const SwitchPlace& place, const PanelView& view) {
+void DrawToggle(CCanvas& canvas, const SwitchPlace& place, const PanelView& view) {
     const bool on = place.row->isOn(view.now);
     const Box& b = place.box;
     const Box pill = {b.Right() - kPillWidth, b.y + (b.h - kPillHeight) / 2, kPillWidth, kPillHeight};
@@ -35,7 +35,7 @@ void DrawToggle(Canvas& canvas, const SwitchPlace& place, const PanelView& view)
     canvas.Fill(Shape({b.x, b.Bottom() - 1, b.w, 1}, 0), Rgb(0xCAC5BC, 0.6));
 }
 
-void DrawButton(Canvas& canvas, const SwitchPlace& place, const PanelView& view) {
+void DrawButton(CCanvas& canvas, const SwitchPlace& place, const PanelView& view) {
     const bool on = place.row->isOn(view.now);
     const bool pressed = view.pressedSwitch == place.row;
     const Rounded shape = Shape(place.box, 8);
@@ -46,7 +46,7 @@ void DrawButton(Canvas& canvas, const SwitchPlace& place, const PanelView& view)
     canvas.Outline(shape, 1, on ? Rgb(0x6E9A12) : kLine, on ? Rgb(0x6E9A12) : kLine);
 }
 
-void DrawSlider(Canvas& canvas, const SwitchPlace& place, const PanelView& view) {
+void DrawSlider(CCanvas& canvas, const SwitchPlace& place, const PanelView& view) {
     const Box track = SliderTrack(place.box);
     const double position = track.x + track.w * static_cast<double>(view.now.signalLimit) / 100;
     canvas.Fill(Shape(track, 2), Rgb(0xC3BEB4), Rgb(0xCFCAC1));
@@ -80,13 +80,13 @@ void DrawLabel(HDC dc, const SwitchPlace& place, const PanelView& view) {
 
 }  // namespace
 
-void DrawColumnShapes(Canvas& canvas, const PanelView& view) {
+void DrawColumnShapes(CCanvas& canvas, const PanelView& view) {
     const Box& close = view.phone.close;
     const Spot m = {close.x + close.w / 2.0, close.y + close.h / 2.0};
     canvas.Fill(Shape(close, close.w / 2.0), Rgb(0x000000, 0.07));
     canvas.Stroke({m.x - 3.5, m.y - 3.5}, {m.x + 3.5, m.y + 3.5}, 1.8, kTitle);
     canvas.Stroke({m.x - 3.5, m.y + 3.5}, {m.x + 3.5, m.y - 3.5}, 1.8, kTitle);
-    using Draw = void (*)(Canvas&, const SwitchPlace&, const PanelView&);
+    using Draw = void (*)(CCanvas&, const SwitchPlace&, const PanelView&);
     const Draw kDraw[] = {DrawToggle, DrawButton, DrawButton, DrawSlider};
     for (const SwitchPlace& place : view.column.switches) {
         kDraw[static_cast<int>(place.row->kind)](canvas, place, view);

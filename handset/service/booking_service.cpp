@@ -37,32 +37,32 @@ bool IsSwitchedOn() {
 }  // namespace
 
 // With its display off.
-void BookingService::Wake() {
+void CBookingService::Wake() {
     if (_wcsicmp(PowerState().c_str(), L"suspend") != 0) return;
     SetPowerState(L"unattended");
     awakeUntil_ms_ = GetTickCount64() + kKeptAwake_ms;
 }
 
-void BookingService::KeepAwake() {
+void CBookingService::KeepAwake() {
     const ULONGLONG now = GetTickCount64();
     if (now >= awakeUntil_ms_ || now - lastReset_ms_ < kResetPeriod_ms) return;
     handset::ResetIdleTimer();
     lastReset_ms_ = now;
 }
 
-void BookingService::Say(const handset::AppBooking& booking, const std::wstring& outcome) {
+void CBookingService::Say(const handset::AppBooking& booking, const std::wstring& outcome) {
     console_.Line(handset::LocalTimeText(LocalNow()) + L"  " + booking.name + L"  " + booking.program + L" " +
                   booking.commandLine + L"  " + outcome);
 }
 
-bool BookingService::Serve(const handset::AppBooking& due) {
-    std::optional<RadioTurn> turn;
+bool CBookingService::Serve(const handset::AppBooking& due) {
+    std::optional<CRadioTurn> turn;
     if (IsRadio(due.program) && !turn.emplace(0)) return false;
     std::optional<handset::AppBooking> booking;
     {
         // Another service may have served it since, or the user deleted it; and the clock is not set
         // meanwhile.
-        const handset::BookingLock lock;
+        const handset::CBookingLock lock;
         if (!lock) return false;
         booking = ReadBooking(due.name);
         const auto time = booking ? handset::DueTime(*booking, LocalNow()) : std::nullopt;
@@ -75,7 +75,7 @@ bool BookingService::Serve(const handset::AppBooking& due) {
     return true;
 }
 
-bool BookingService::ServeDue() {
+bool CBookingService::ServeDue() {
     if (!IsSwitchedOn()) return true;
     const handset::LocalSeconds now = LocalNow();
     std::vector<std::pair<handset::LocalSeconds, const handset::AppBooking*>> due;
@@ -91,7 +91,7 @@ bool BookingService::ServeDue() {
     return all;
 }
 
-DWORD BookingService::RealTimeToNext_ms() const {
+DWORD CBookingService::RealTimeToNext_ms() const {
     const handset::LocalSeconds now = LocalNow();
     DWORD wait_ms = GetTickCount64() < awakeUntil_ms_ ? kResetPeriod_ms : kLongestWait_ms;
     for (const handset::AppBooking& booking : list_.bookings) {
@@ -101,13 +101,14 @@ DWORD BookingService::RealTimeToNext_ms() const {
     return wait_ms;
 }
 
-void BookingService::Run(HANDLE stop) {
+void CBookingService::Run(HANDLE stop) {
     // Named, so that others see that a service runs; it goes with the process.
     const handset::OwnedHandle sign(
         CreateEventW(nullptr, TRUE, FALSE, handset::StateObjectName(kRunsName).c_str()));
-    using handset::RegistryWatch;
-    RegistryWatch bookings(BookingsHostKey(), RegistryWatch::Depth::kTree, RegistryWatch::Missing::kMade);
-    RegistryWatch state(handset::StateKeyPath(), RegistryWatch::Depth::kKey, RegistryWatch::Missing::kMade);
+    using handset::CRegistryWatch;
+    CRegistryWatch bookings(BookingsHostKey(), CRegistryWatch::Depth::kTree, CRegistryWatch::Missing::kMade);
+    CRegistryWatch state(handset::StateKeyPath(), CRegistryWatch::Depth::kKey,
+                         CRegistryWatch::Missing::kMade);
     const HANDLE events[] = {stop, bookings.KeyEvent(), bookings.ParentEvent(), state.KeyEvent(),
                              state.ParentEvent()};
     DWORD wait_ms = 0;
@@ -122,7 +123,7 @@ void BookingService::Run(HANDLE stop) {
              WAIT_OBJECT_0);
 }
 
-BackgroundService::BackgroundService(Console& console)
+CBackgroundService::CBackgroundService(CConsole& console)
     : stop_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
       service_(console),
       thread_(handset::WorkerThread(
@@ -132,7 +133,7 @@ BackgroundService::BackgroundService(Console& console)
           },
           [this] { return WaitForSingleObject(stop_.get(), 0) == WAIT_TIMEOUT; })) {}
 
-BackgroundService::~BackgroundService() {
+CBackgroundService::~CBackgroundService() {
     SetEvent(stop_.get());
     thread_.join();
 }

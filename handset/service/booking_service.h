@@ -15,9 +15,9 @@ namespace panel {
 // by one of them, once. A time is marked as served before its program is started, so that a service that is
 // killed in between costs a start and never makes a second one. Radios that are due together are started one
 // after the other, so that each finds the one before it and takes its place: the last one stays.
-class BookingService {
+class CBookingService {
   public:
-    explicit BookingService(Console& console) : console_(console) {}
+    explicit CBookingService(CConsole& console) : console_(console) {}
 
     // Serves until `stop` is signalled.
     void Run(HANDLE stop);
@@ -33,22 +33,22 @@ class BookingService {
     void Say(const handset::AppBooking& booking, const std::wstring& outcome);
     [[nodiscard]] DWORD RealTimeToNext_ms() const;
 
-    Console& console_;
+    CConsole& console_;
     BookingList list_;
     ULONGLONG awakeUntil_ms_ = 0, lastReset_ms_ = 0;  // of the host's clock
 };
 
 // A service on a thread of its own, for as long as the object lives.
-class BackgroundService {
+class CBackgroundService {
   public:
-    explicit BackgroundService(Console& console);
-    ~BackgroundService();
-    BackgroundService(const BackgroundService&) = delete;
-    BackgroundService& operator=(const BackgroundService&) = delete;
+    explicit CBackgroundService(CConsole& console);
+    ~CBackgroundService();
+    CBackgroundService(const CBackgroundService&) = delete;
+    CBackgroundService& operator=(const CBackgroundService&) = delete;
 
   private:
     handset::OwnedHandle stop_;
-    BookingService service_;
+    CBookingService service_;
     std::thread thread_;
 };
 

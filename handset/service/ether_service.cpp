@@ -54,9 +54,9 @@ WorldTime Now() {
 }
 
 // Keeps the air as the band file and the state have it.
-class BandKeeper {
+class CBandKeeper {
   public:
-    BandKeeper(ether::CAir* air, Console& console) : air_(air), console_(console) { Look(true); }
+    CBandKeeper(ether::CAir* air, CConsole& console) : air_(air), console_(console) { Look(true); }
 
     void LookAgain() {
         const ULONGLONG now_ms = GetTickCount64();
@@ -96,7 +96,7 @@ class BandKeeper {
     }
 
     ether::CAir* air_;
-    Console& console_;
+    CConsole& console_;
     ULONGLONG next_ms_ = 0;
     Stamp seen_, read_;
 };
@@ -134,7 +134,7 @@ std::wstring EtherAntenna(std::uint16_t port) {
     return L"rtl_tcp:127.0.0.1:" + std::to_wstring(port);
 }
 
-std::wstring RunEther(std::uint16_t port, const ether::StreamOptions& options, Console& console) {
+std::wstring RunEther(std::uint16_t port, const ether::StreamOptions& options, CConsole& console) {
     const handset::OwnedHandle stop(
         CreateEventW(nullptr, TRUE, FALSE, handset::StateObjectName(kStopName).c_str()));
     if (GetLastError() == ERROR_ALREADY_EXISTS) return L"an ether of this handset runs already";
@@ -147,7 +147,7 @@ std::wstring RunEther(std::uint16_t port, const ether::StreamOptions& options, C
         return port == 0 ? L"no port could be had"
                          : L"port " + std::to_wstring(port) + L" is in use; another one is wanted, or none";
     }
-    BandKeeper band(&air, console);
+    CBandKeeper band(&air, console);
     handset::SetStateDword(kPortValue, *listens);
     console.Line(L"the ether is at " + EtherAntenna(*listens));
     // A client's round never takes as long as a look at the event.

@@ -14,7 +14,7 @@ namespace panel {
 // Serves until StopEther is called; the port (0: any that is free) becomes the state value EtherPort. An
 // antenna of the handset that is still this ether is the simulated band again afterwards. Result: an empty
 // text, or why not.
-std::wstring RunEther(std::uint16_t port, const ether::StreamOptions& options, Console& console);
+std::wstring RunEther(std::uint16_t port, const ether::StreamOptions& options, CConsole& console);
 
 // The port of the one that runs. What one that was killed has left in the state is put right.
 std::optional<std::uint16_t> EtherPort();

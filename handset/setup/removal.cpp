@@ -46,9 +46,9 @@ bool IsSound(const std::wstring& name) {
     return false;
 }
 
-class FileRemoval {
+class CFileRemoval {
   public:
-    FileRemoval(bool recordingsToo, RemovalReport& report) : all_(recordingsToo), report_(report) {}
+    CFileRemoval(bool recordingsToo, RemovalReport& report) : all_(recordingsToo), report_(report) {}
 
     // `users`: everything below is the user's. A folder stays when something in it does.
     void Remove(const std::wstring& folder, bool users) {
@@ -130,7 +130,7 @@ RemovalReport RemoveHandset(bool recordingsToo) {
     const std::wstring root = handset::DeviceRoot();
     report.rootLeft = !root.empty() && !IsOwn(root);
     if (!root.empty() && !report.rootLeft) {
-        FileRemoval(recordingsToo, report).Remove(root, false);
+        CFileRemoval(recordingsToo, report).Remove(root, false);
         // Around the usual one lies a folder of the handset's own as well.
         if (SamePath(root, DefaultDeviceRoot())) RemoveDirectoryW(root.substr(0, root.rfind(L'\\')).c_str());
     }

@@ -52,7 +52,7 @@ void CSoundLog::Follow(const std::wstring& devicePath, void (*report)(std::strin
     dataBytes_ = 0;
     path_ = devicePath;
     if (path_.empty()) return;
-    const handset::DevicePath place = handset::OnDevice(path_.c_str());
+    const handset::CDevicePath place = handset::OnDevice(path_.c_str());
     file_.reset(handset::Opened(CreateFileW(place ? place.host() : L"", GENERIC_READ | GENERIC_WRITE,
                                             FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
                                             FILE_ATTRIBUTE_NORMAL, nullptr)));

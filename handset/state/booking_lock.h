@@ -8,15 +8,15 @@
 namespace handset {
 
 // The bookings and the clock by which they are due.
-class BookingLock : public ProcessLock {
+class CBookingLock : public CProcessLock {
   public:
-    BookingLock() : ProcessLock(StateObjectName(L"Bookings")) {}
+    CBookingLock() : CProcessLock(StateObjectName(L"Bookings")) {}
 };
 
 // Taken before the bookings' lock, never inside it.
-class StartLock : public ProcessLock {
+class CStartLock : public CProcessLock {
   public:
-    StartLock() : ProcessLock(StateObjectName(L"RadioStart")) {}
+    CStartLock() : CProcessLock(StateObjectName(L"RadioStart")) {}
 };
 
 }  // namespace handset

@@ -45,9 +45,9 @@ bool HasOwnRate() {
 }
 
 // Tells the running programs of what was changed since its making. Not with the clock's lock held.
-class RateChange {
+class CClockRateChange {
   public:
-    ~RateChange() { TellOfClockRate(before_, SharedRate()); }
+    ~CClockRateChange() { TellOfClockRate(before_, SharedRate()); }
 
   private:
     const std::uint32_t before_ = SharedRate();
@@ -81,20 +81,20 @@ std::optional<ClockMoment> SharedMoment() {
 }
 
 bool SetShownTime(std::uint64_t shown) {
-    const BookingLock lock;
+    const CBookingLock lock;
     return lock && Write({RealTime(), shown, ClockRate()});
 }
 
 bool SetClockRate(std::uint32_t rate) {
-    const RateChange change;
-    const BookingLock lock;
+    const CClockRateChange change;
+    const CBookingLock lock;
     const std::uint32_t clamped = ClampClockRate(rate);
     return lock && GoOnAt(clamped) && SetStateDword(kRate, clamped);
 }
 
 bool ResetClock() {
-    const RateChange change;
-    const BookingLock lock;
+    const CClockRateChange change;
+    const CBookingLock lock;
     if (!lock) return false;
     DeleteStateValue(kMoment);
     return SetStateDword(kRate, kSlowestClock);
@@ -102,8 +102,8 @@ bool ResetClock() {
 
 bool FixClock() {
     if (IsFixed()) return true;
-    const RateChange change;
-    const BookingLock lock;
+    const CClockRateChange change;
+    const CBookingLock lock;
     return lock && (IsFixed() || GoOnAt(ClockRate()));
 }
 

@@ -109,15 +109,15 @@ bool StorageCardPresent() {
     return StateDword(L"StorageCard", 1) != 0;
 }
 
-DevicePath OnDevice(const wchar_t* path) {
-    DevicePath place(path, DeviceRoot(), StorageCardPresent);
+CDevicePath OnDevice(const wchar_t* path) {
+    CDevicePath place(path, DeviceRoot(), StorageCardPresent);
     if (!place) SetLastError(ERROR_PATH_NOT_FOUND);
     return place;
 }
 
 std::wstring HostPath(const wchar_t* devicePath) {
     if (devicePath == nullptr) return L"";
-    return DevicePath(devicePath, DeviceRoot(), [] { return true; }).host();
+    return CDevicePath(devicePath, DeviceRoot(), [] { return true; }).host();
 }
 
 std::wstring DevicePathOf(const std::wstring& hostPath) {

@@ -49,7 +49,7 @@ bool StorageCardPresent();
 
 // A path on the handset as it stands, as a program of the device gives it. When it cannot be reached, the
 // last error is ERROR_PATH_NOT_FOUND.
-DevicePath OnDevice(const wchar_t* path);
+CDevicePath OnDevice(const wchar_t* path);
 // Its place on the host. The storage card's files have a host folder even while the card is out.
 std::wstring HostPath(const wchar_t* devicePath);
 // The device path of a host path below the device's root; empty for any other.

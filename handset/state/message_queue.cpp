@@ -26,7 +26,7 @@ struct Place {
 
 }  // namespace
 
-struct QueueEnd::Header {
+struct CQueueEnd::Header {
     QueueOptions options;
     DWORD places;
     DWORD count;
@@ -49,16 +49,16 @@ struct QueueEnd::Header {
     }
 };
 
-QueueEnd::QueueEnd(const std::wstring& id, bool reads)
+CQueueEnd::CQueueEnd(const std::wstring& id, bool reads)
     : id_(id),
       reads_(reads),
       lock_(CreateMutexW(nullptr, FALSE, StateObjectName(id + L".lock").c_str())),
       readable_(CreateEventW(nullptr, TRUE, FALSE, StateObjectName(id + L".readable").c_str())),
       writable_(CreateEventW(nullptr, TRUE, FALSE, StateObjectName(id + L".writable").c_str())) {}
 
-DWORD QueueEnd::Open(const std::wstring& id, bool reads, const QueueOptions* options,
-                     std::unique_ptr<QueueEnd>* end, bool* existed) {
-    std::unique_ptr<QueueEnd> made(new QueueEnd(id, reads));
+DWORD CQueueEnd::Open(const std::wstring& id, bool reads, const QueueOptions* options,
+                      std::unique_ptr<CQueueEnd>* end, bool* existed) {
+    std::unique_ptr<CQueueEnd> made(new CQueueEnd(id, reads));
     if (!made->lock_ || !made->readable_ || !made->writable_) return ERROR_OUTOFMEMORY;
     const DWORD error = made->Join(options, existed);
     if (error != ERROR_SUCCESS) return error;
@@ -66,7 +66,7 @@ DWORD QueueEnd::Open(const std::wstring& id, bool reads, const QueueOptions* opt
     return ERROR_SUCCESS;
 }
 
-DWORD QueueEnd::Join(const QueueOptions* options, bool* existed) {
+DWORD CQueueEnd::Join(const QueueOptions* options, bool* existed) {
     std::size_t size = 0;
     DWORD places = 0;
     if (options != nullptr) {
@@ -77,9 +77,9 @@ DWORD QueueEnd::Join(const QueueOptions* options, bool* existed) {
         size = Header::Size(places, options->maxBytes);
         if (size > kLargestQueue) return ERROR_OUTOFMEMORY;
     }
-    const ProcessLock lock(lock_.get());
+    const CProcessLock lock(lock_.get());
     if (!lock) return ERROR_BUSY;
-    auto memory = std::make_unique<SharedMemory>(id_ + L".messages", size);
+    auto memory = std::make_unique<CSharedMemory>(id_ + L".messages", size);
     if (!*memory) return options == nullptr ? ERROR_FILE_NOT_FOUND : ERROR_OUTOFMEMORY;
     auto* header = static_cast<Header*>(memory->data());
     if (existed != nullptr) *existed = memory->existed();
@@ -99,13 +99,13 @@ DWORD QueueEnd::Join(const QueueOptions* options, bool* existed) {
     return ERROR_SUCCESS;
 }
 
-QueueEnd::~QueueEnd() {
+CQueueEnd::~CQueueEnd() {
     if (header_ == nullptr) return;
-    const ProcessLock lock(lock_.get());
+    const CProcessLock lock(lock_.get());
     header_->ends[place_] = {};  // nobody else writes there, with or without the lock
 }
 
-HANDLE QueueEnd::NewWaitable() const {
+HANDLE CQueueEnd::NewWaitable() const {
     const HANDLE process = GetCurrentProcess();
     HANDLE made = nullptr;
     DuplicateHandle(process, reads_ ? readable_.get() : writable_.get(), process, &made, 0, FALSE,
@@ -114,7 +114,7 @@ HANDLE QueueEnd::NewWaitable() const {
 }
 
 // With the lock held.
-void QueueEnd::Signal() {
+void CQueueEnd::Signal() {
     const auto show = [](const OwnedHandle& event, bool set) {
         set ? SetEvent(event.get()) : ResetEvent(event.get());
     };
@@ -122,14 +122,14 @@ void QueueEnd::Signal() {
     show(writable_, header_->count < header_->places);
 }
 
-bool QueueEnd::HasOther(bool reader) {
+bool CQueueEnd::HasOther(bool reader) {
     return std::any_of(std::begin(header_->ends), std::end(header_->ends), [reader](const EndMark& mark) {
         return (mark.reads != 0) == reader && Runs(mark.program);
     });
 }
 
-DWORD QueueEnd::TryRead(void* buffer, DWORD size, DWORD* read, DWORD* flags) {
-    const ProcessLock lock(lock_.get());
+DWORD CQueueEnd::TryRead(void* buffer, DWORD size, DWORD* read, DWORD* flags) {
+    const CProcessLock lock(lock_.get());
     if (!lock) return ERROR_BUSY;
     if (header_->count == 0) {
         const bool whole = (header_->options.flags & kQueueAllowsBroken) != 0 || HasOther(false);
@@ -148,8 +148,8 @@ DWORD QueueEnd::TryRead(void* buffer, DWORD size, DWORD* read, DWORD* flags) {
     return cut ? ERROR_INSUFFICIENT_BUFFER : ERROR_SUCCESS;
 }
 
-DWORD QueueEnd::TryWrite(const void* data, DWORD size, DWORD flags) {
-    const ProcessLock lock(lock_.get());
+DWORD CQueueEnd::TryWrite(const void* data, DWORD size, DWORD flags) {
+    const CProcessLock lock(lock_.get());
     if (!lock) return ERROR_BUSY;
     if (size > header_->options.maxBytes) return ERROR_INSUFFICIENT_BUFFER;
     if ((header_->options.flags & kQueueAllowsBroken) == 0 && !HasOther(true)) {
@@ -173,7 +173,7 @@ DWORD QueueEnd::TryWrite(const void* data, DWORD size, DWORD flags) {
 
 // Attempts until the result is another than ERROR_TIMEOUT or the time is over.
 template <typename Attempt>
-DWORD QueueEnd::Repeat(HANDLE ready, DWORD timeout_ms, Attempt attempt) {
+DWORD CQueueEnd::Repeat(HANDLE ready, DWORD timeout_ms, Attempt attempt) {
     const ULONGLONG began = GetTickCount64();
     for (;;) {
         const DWORD result = attempt();
@@ -188,16 +188,16 @@ DWORD QueueEnd::Repeat(HANDLE ready, DWORD timeout_ms, Attempt attempt) {
     }
 }
 
-DWORD QueueEnd::Read(void* buffer, DWORD size, DWORD* read, DWORD timeout_ms, DWORD* flags) {
+DWORD CQueueEnd::Read(void* buffer, DWORD size, DWORD* read, DWORD timeout_ms, DWORD* flags) {
     return Repeat(readable_.get(), timeout_ms, [&] { return TryRead(buffer, size, read, flags); });
 }
 
-DWORD QueueEnd::Write(const void* data, DWORD size, DWORD timeout_ms, DWORD flags) {
+DWORD CQueueEnd::Write(const void* data, DWORD size, DWORD timeout_ms, DWORD flags) {
     return Repeat(writable_.get(), timeout_ms, [&] { return TryWrite(data, size, flags); });
 }
 
-QueueCounts QueueEnd::Counts() {
-    const ProcessLock lock(lock_.get());  // without it the counts are those of a moment in between
+QueueCounts CQueueEnd::Counts() {
+    const CProcessLock lock(lock_.get());  // without it the counts are those of a moment in between
     QueueCounts counts{header_->options, header_->count, header_->most, 0, 0};
     for (const EndMark& mark : header_->ends) {
         if (Runs(mark.program)) ++(mark.reads != 0 ? counts.readers : counts.writers);

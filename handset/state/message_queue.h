@@ -34,16 +34,16 @@ struct QueueCounts {
 
 // One end of a queue, for reading or for writing. Results are Windows error codes, as msgqueue.h gives them.
 // Any thread.
-class QueueEnd {
+class CQueueEnd {
   public:
     // An end of the queue `id`. With options the queue is made when it is missing; null with
     // ERROR_OUTOFMEMORY when the queue is too large or has no room for another end, with ERROR_FILE_NOT_FOUND
     // when there is none and none is to be made. `*existed`, when asked for: it was there before.
     static DWORD Open(const std::wstring& id, bool reads, const QueueOptions* options,
-                      std::unique_ptr<QueueEnd>* end, bool* existed = nullptr);
-    ~QueueEnd();
-    QueueEnd(const QueueEnd&) = delete;
-    QueueEnd& operator=(const QueueEnd&) = delete;
+                      std::unique_ptr<CQueueEnd>* end, bool* existed = nullptr);
+    ~CQueueEnd();
+    CQueueEnd(const CQueueEnd&) = delete;
+    CQueueEnd& operator=(const CQueueEnd&) = delete;
 
     const std::wstring& id() const { return id_; }
     bool reads() const { return reads_; }
@@ -57,7 +57,7 @@ class QueueEnd {
 
   private:
     struct Header;
-    QueueEnd(const std::wstring& id, bool reads);
+    CQueueEnd(const std::wstring& id, bool reads);
     DWORD Join(const QueueOptions* options, bool* existed);
     DWORD TryRead(void* buffer, DWORD size, DWORD* read, DWORD* flags);
     DWORD TryWrite(const void* data, DWORD size, DWORD flags);
@@ -71,7 +71,7 @@ class QueueEnd {
     OwnedHandle lock_;
     OwnedHandle readable_;
     OwnedHandle writable_;
-    std::unique_ptr<SharedMemory> memory_;
+    std::unique_ptr<CSharedMemory> memory_;
     Header* header_ = nullptr;
     std::size_t place_ = 0;  // in the table of ends
 };

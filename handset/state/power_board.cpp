@@ -15,11 +15,11 @@ namespace {
 // One board for each state key that this program has worked with, kept open from then on.
 PowerBoard* OpenBoard() {
     static std::mutex& lock = *new std::mutex;  // guards `boards`
-    static auto& boards = *new std::map<std::wstring, std::unique_ptr<SharedMemory>>;
+    static auto& boards = *new std::map<std::wstring, std::unique_ptr<CSharedMemory>>;
     static auto& own = *new PowerBoard{};
     const std::lock_guard<std::mutex> guard(lock);
-    std::unique_ptr<SharedMemory>& memory = boards[StateKeyPath()];
-    if (!memory || !*memory) memory = std::make_unique<SharedMemory>(L"power", sizeof(PowerBoard));
+    std::unique_ptr<CSharedMemory>& memory = boards[StateKeyPath()];
+    if (!memory || !*memory) memory = std::make_unique<CSharedMemory>(L"power", sizeof(PowerBoard));
     return *memory ? static_cast<PowerBoard*>(memory->data()) : &own;
 }
 
@@ -29,11 +29,11 @@ std::wstring FollowerEventName(const ProgramMark& program) {
     return StateObjectName(L"power.changed." + std::to_wstring(program.id));
 }
 
-PowerBoardAccess::PowerBoardAccess() : lock_(StateObjectName(L"power.lock")), board_(OpenBoard()) {
+CPowerBoardAccess::CPowerBoardAccess() : lock_(StateObjectName(L"power.lock")), board_(OpenBoard()) {
     if (lock_) ClearAway();
 }
 
-void PowerBoardAccess::ClearAway() const {
+void CPowerBoardAccess::ClearAway() const {
     bool held = false, allKeys = false;
     for (PowerProgram& row : board_->programs) {
         if (row.program.id == 0 || Runs(row.program)) continue;
@@ -48,7 +48,7 @@ void PowerBoardAccess::ClearAway() const {
     if (allKeys) ShowAllKeys();
 }
 
-PowerProgram* PowerBoardAccess::Mine() const {
+PowerProgram* CPowerBoardAccess::Mine() const {
     PowerProgram* free = nullptr;
     for (PowerProgram& row : board_->programs) {
         if (row.program == ThisProgram()) return &row;
@@ -58,26 +58,26 @@ PowerProgram* PowerBoardAccess::Mine() const {
     return free;
 }
 
-std::uint32_t PowerBoardAccess::Holders() const {
+std::uint32_t CPowerBoardAccess::Holders() const {
     std::uint32_t holds = 0;
     for (const PowerProgram& row : board_->programs) holds += row.holds;
     return holds;
 }
 
-void PowerBoardAccess::ShowHolds() const {
+void CPowerBoardAccess::ShowHolds() const {
     SetStateDword(L"UnattendedRequests", Holders());
 }
 
-bool PowerBoardAccess::AllKeys() const {
+bool CPowerBoardAccess::AllKeys() const {
     return std::any_of(std::begin(board_->programs), std::end(board_->programs),
                        [](const PowerProgram& row) { return row.allKeys != 0; });
 }
 
-void PowerBoardAccess::ShowAllKeys() const {
+void CPowerBoardAccess::ShowAllKeys() const {
     SetStateDword(L"AllKeys", AllKeys() ? 1 : 0);
 }
 
-void PowerBoardAccess::WakeFollowers() const {
+void CPowerBoardAccess::WakeFollowers() const {
     for (const PowerProgram& row : board_->programs) {
         if (row.follows == 0) continue;
         const OwnedHandle event(

@@ -18,7 +18,7 @@ inline constexpr std::size_t kLongestQueueId = 320;
 struct PowerProgram {
     ProgramMark program;
     std::uint32_t holds;    // of unattended mode
-    std::uint32_t follows;  // 1 = has a PowerFollower
+    std::uint32_t follows;  // 1 = has a CPowerFollower
     std::uint32_t allKeys;  // 1 = wants every key
     std::uint32_t reserved;
 };
@@ -39,11 +39,11 @@ struct PowerBoard {
 
 // The board with its lock held, for the length of a scope. What ended programs have left behind is cleared
 // away first.
-class PowerBoardAccess {
+class CPowerBoardAccess {
   public:
-    PowerBoardAccess();
-    PowerBoardAccess(const PowerBoardAccess&) = delete;
-    PowerBoardAccess& operator=(const PowerBoardAccess&) = delete;
+    CPowerBoardAccess();
+    CPowerBoardAccess(const CPowerBoardAccess&) = delete;
+    CPowerBoardAccess& operator=(const CPowerBoardAccess&) = delete;
     // False when another program does not give the lock back: the board is then only looked at.
     explicit operator bool() const { return static_cast<bool>(lock_); }
     // Never null: without shared memory the board is this program's own.
@@ -59,7 +59,7 @@ class PowerBoardAccess {
 
   private:
     void ClearAway() const;
-    ProcessLock lock_;
+    CProcessLock lock_;
     PowerBoard* board_;
 };
 

@@ -30,17 +30,17 @@ std::vector<std::uint8_t> Broadcast(std::uint32_t kind, const PowerState& state)
 }
 
 // A queue that is full or gone misses the message; its program cannot hold the phone up.
-void Tell(const PowerBoardAccess& board, std::uint32_t kind, const PowerState& state) {
+void Tell(const CPowerBoardAccess& board, std::uint32_t kind, const PowerState& state) {
     const std::vector<std::uint8_t> message = Broadcast(kind, state);
     for (const PowerListener& row : board->listeners) {
         if (row.program.id == 0 || (row.kinds & kind) == 0) continue;
-        std::unique_ptr<QueueEnd> end;
-        if (QueueEnd::Open(row.queueId, false, nullptr, &end) != ERROR_SUCCESS) continue;
+        std::unique_ptr<CQueueEnd> end;
+        if (CQueueEnd::Open(row.queueId, false, nullptr, &end) != ERROR_SUCCESS) continue;
         (void)end->Write(message.data(), static_cast<DWORD>(message.size()), 0, 0);
     }
 }
 
-DWORD Enter(const PowerBoardAccess& board, const PowerState& state) {
+DWORD Enter(const CPowerBoardAccess& board, const PowerState& state) {
     const PowerState before = CurrentPowerState();
     if (before == state) return ERROR_SUCCESS;
     // The flags first: with the old name they do not count, with the new one they must be there.
@@ -59,7 +59,7 @@ PowerState StateOf(const PowerStateRow& row) {
 }
 
 // The state of a phone whose display has just been switched off; `otherwise` when nothing holds it awake.
-PowerState Dark(const PowerBoardAccess& board, std::uint32_t otherwise) {
+PowerState Dark(const CPowerBoardAccess& board, std::uint32_t otherwise) {
     if (board.Holders() == 0) return StateOf(*PowerStateWithFlags(otherwise));
     return {PowerStateWithFlags(kPowerUnattended)->name, kPowerIdle | kPowerUnattended};
 }
@@ -72,7 +72,7 @@ bool IsDarkAlone(const PowerState& state) {
 // A program holds the phone awake. The first one is told of the state that it finds as well: that of a phone
 // which was woken for it, or left behind by a program before it. It is the one now that has to reset the idle
 // timer.
-void StayAwake(const PowerBoardAccess& board, bool first) {
+void StayAwake(const CPowerBoardAccess& board, bool first) {
     const PowerState state = CurrentPowerState();
     if (IsDarkAlone(state)) {
         Enter(board, Dark(board, kPowerIdle));
@@ -94,7 +94,7 @@ struct Count {
     PowerState end;
 };
 
-Count CountIn(const PowerBoardAccess& board, const PowerState& state) {
+Count CountIn(const CPowerBoardAccess& board, const PowerState& state) {
     if ((state.flags & kPowerOn) != 0) {
         return {Timeout_s(kUserIdleValue, kUserIdleDefault_s), board->userActivity_ms,
                 Dark(board, kPowerIdle)};
@@ -115,7 +115,7 @@ Count CountIn(const PowerBoardAccess& board, const PowerState& state) {
 DWORD ChangePowerState(const std::wstring& name) {
     const PowerStateRow* row = PowerStateNamed(name);
     if (row == nullptr) return ERROR_INVALID_PARAMETER;
-    const PowerBoardAccess board;
+    const CPowerBoardAccess board;
     if (!board) return ERROR_BUSY;
     return Enter(board, StateOf(*row));
 }
@@ -123,27 +123,27 @@ DWORD ChangePowerState(const std::wstring& name) {
 DWORD ChangePowerState(std::uint32_t flags) {
     const PowerStateRow* row = PowerStateWithFlags(flags);
     if (row == nullptr) return ERROR_INVALID_PARAMETER;
-    const PowerBoardAccess board;
+    const CPowerBoardAccess board;
     if (!board) return ERROR_BUSY;
     return Enter(board, flags == kPowerIdle ? Dark(board, kPowerIdle) : StateOf(*row));
 }
 
 DWORD PressPowerKey() {
-    const PowerBoardAccess board;
+    const CPowerBoardAccess board;
     if (!board) return ERROR_BUSY;
     const bool lit = DisplayLit(CurrentPowerState());
     return Enter(board, lit ? Dark(board, kPowerSuspend) : StateOf(*PowerStateWithFlags(kPowerOn)));
 }
 
 void WakePhone() {
-    const PowerBoardAccess board;
+    const CPowerBoardAccess board;
     if (!board) return;
     if ((CurrentPowerState().flags & kPowerSuspend) == 0) return;
     Enter(board, StateOf(*PowerStateWithFlags(kPowerOn)));
 }
 
 std::optional<std::uint32_t> AddPowerListener(const std::wstring& queueId, std::uint32_t kinds) {
-    const PowerBoardAccess board;
+    const CPowerBoardAccess board;
     if (!board) return std::nullopt;
     if (queueId.size() >= kLongestQueueId) return std::nullopt;
     for (PowerListener& row : board->listeners) {
@@ -156,7 +156,7 @@ std::optional<std::uint32_t> AddPowerListener(const std::wstring& queueId, std::
 }
 
 bool RemovePowerListener(std::uint32_t number) {
-    const PowerBoardAccess board;
+    const CPowerBoardAccess board;
     if (!board) return false;
     for (PowerListener& row : board->listeners) {
         if (row.number != number || !(row.program == ThisProgram())) continue;
@@ -167,7 +167,7 @@ bool RemovePowerListener(std::uint32_t number) {
 }
 
 bool HoldUnattended(bool hold) {
-    const PowerBoardAccess board;
+    const CPowerBoardAccess board;
     if (!board) return false;
     PowerProgram* const mine = board.Mine();
     if (mine == nullptr) return false;
@@ -180,11 +180,11 @@ bool HoldUnattended(bool hold) {
 }
 
 std::uint32_t UnattendedHolders() {
-    return PowerBoardAccess().Holders();
+    return CPowerBoardAccess().Holders();
 }
 
 bool WantAllKeys(bool all) {
-    const PowerBoardAccess board;
+    const CPowerBoardAccess board;
     if (!board) return false;
     PowerProgram* const mine = board.Mine();
     if (mine == nullptr) return false;
@@ -194,24 +194,24 @@ bool WantAllKeys(bool all) {
 }
 
 bool AllKeysWanted() {
-    return PowerBoardAccess().AllKeys();
+    return CPowerBoardAccess().AllKeys();
 }
 
 void ResetIdleTimer() {
-    const PowerBoardAccess board;
+    const CPowerBoardAccess board;
     if (!board) return;
     board->systemActivity_ms = GetTickCount64();
     SetStateDword(L"IdleTimerResets", StateDword(L"IdleTimerResets", 0) + 1);
 }
 
 void NoteUserActivity() {
-    const PowerBoardAccess board;
+    const CPowerBoardAccess board;
     if (!board) return;
     board->userActivity_ms = GetTickCount64();
 }
 
 DWORD StepIdleTimer() {
-    const PowerBoardAccess board;
+    const CPowerBoardAccess board;
     if (!board) return kNextTry_ms;
     const std::uint32_t clockRate = RateNow();
     // Twice at most: the state that a count leads to may have a count of its own, which then has just begun.
@@ -229,7 +229,7 @@ DWORD StepIdleTimer() {
 }
 
 void TellOfClockRate(std::uint32_t before, std::uint32_t now) {
-    const PowerBoardAccess board;
+    const CPowerBoardAccess board;
     if (!board) return;
     // What was counted at the old rate stays counted.
     const std::uint64_t real_ms = GetTickCount64();
@@ -243,9 +243,9 @@ void TellOfClockRate(std::uint32_t before, std::uint32_t now) {
     board.WakeFollowers();
 }
 
-PowerFollower::PowerFollower()
+CPowerFollower::CPowerFollower()
     : changed_(CreateEventW(nullptr, FALSE, FALSE, FollowerEventName(ThisProgram()).c_str())) {
-    const PowerBoardAccess board;
+    const CPowerBoardAccess board;
     if (!board) return;
     // A board without activity has just come into being, and the phone has been used a moment ago.
     const std::uint64_t now = GetTickCount64();
@@ -253,8 +253,8 @@ PowerFollower::PowerFollower()
     if (PowerProgram* const mine = board.Mine()) mine->follows = 1;
 }
 
-PowerFollower::~PowerFollower() {
-    const PowerBoardAccess board;
+CPowerFollower::~CPowerFollower() {
+    const CPowerBoardAccess board;
     if (!board) return;
     if (PowerProgram* const mine = board.Mine()) mine->follows = 0;
 }

@@ -69,12 +69,12 @@ void TellOfClockRate(std::uint32_t before, std::uint32_t now);
 
 // A program that follows the power state and the clock's rate: its event (auto-reset) is signalled on each
 // change, and when a count may have become shorter. It also keeps what the power manager remembers.
-class PowerFollower {
+class CPowerFollower {
   public:
-    PowerFollower();
-    ~PowerFollower();
-    PowerFollower(const PowerFollower&) = delete;
-    PowerFollower& operator=(const PowerFollower&) = delete;
+    CPowerFollower();
+    ~CPowerFollower();
+    CPowerFollower(const CPowerFollower&) = delete;
+    CPowerFollower& operator=(const CPowerFollower&) = delete;
     HANDLE changed() const { return changed_.get(); }
 
   private:

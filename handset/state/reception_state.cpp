@@ -68,7 +68,7 @@ Values ValuesOf(const ReceptionState& state) {
 }
 
 // What this process has written, so that a second with nothing new costs one value.
-class Writer {
+class CReceptionWriter {
   public:
     bool Write(const ReceptionState& state) {
         const std::lock_guard<std::mutex> guard(lock_);
@@ -120,8 +120,8 @@ class Writer {
 };
 
 // Never destroyed: threads still write while the process ends.
-Writer& TheWriter() {
-    static Writer& writer = *new Writer;
+CReceptionWriter& TheWriter() {
+    static CReceptionWriter& writer = *new CReceptionWriter;
     return writer;
 }
 

@@ -32,7 +32,7 @@ bool Runs(const ProgramMark& program) {
            StartOf(process.get()) == program.started;
 }
 
-SharedMemory::SharedMemory(const std::wstring& what, std::size_t size) {
+CSharedMemory::CSharedMemory(const std::wstring& what, std::size_t size) {
     const std::wstring name = StateObjectName(what);
     if (size == 0) {
         section_.reset(OpenFileMappingW(FILE_MAP_ALL_ACCESS, FALSE, name.c_str()));

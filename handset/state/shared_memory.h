@@ -23,13 +23,13 @@ bool Runs(const ProgramMark& program);
 
 // A piece of memory by name (see StateObjectName); it lasts for as long as any program has it open, and is
 // all zero at first.
-class SharedMemory {
+class CSharedMemory {
   public:
     // `size` 0 opens what is there and fails when nothing is; else it is made when it is missing, and the
     // size counts only then.
-    SharedMemory(const std::wstring& what, std::size_t size);
-    SharedMemory(const SharedMemory&) = delete;
-    SharedMemory& operator=(const SharedMemory&) = delete;
+    CSharedMemory(const std::wstring& what, std::size_t size);
+    CSharedMemory(const CSharedMemory&) = delete;
+    CSharedMemory& operator=(const CSharedMemory&) = delete;
 
     explicit operator bool() const { return view_ != nullptr; }
     bool existed() const { return existed_; }

@@ -14,7 +14,7 @@ namespace {
 // More than a handset has; a program that asks for ever new names begins anew.
 constexpr std::size_t kMostKept = 500;
 
-class KeptValues {
+class CKeptValues {
   public:
     std::optional<RegistryValue> Get(const std::wstring& path, const wchar_t* name) {
         const std::wstring stateKey = StateKeyPath();
@@ -26,8 +26,8 @@ class KeptValues {
         const std::lock_guard<std::mutex> lock(lock_);
         if (!watch_ || watched_ != stateKey) {
             watched_.clear();
-            watch_ = std::make_unique<RegistryWatch>(stateKey, RegistryWatch::Depth::kTree,
-                                                     RegistryWatch::Missing::kLeft);
+            watch_ = std::make_unique<CRegistryWatch>(stateKey, CRegistryWatch::Depth::kTree,
+                                                      CRegistryWatch::Missing::kLeft);
             watched_ = stateKey;
         }
         // Watched first and read then: what changes in between is told by the next look.
@@ -41,7 +41,7 @@ class KeptValues {
   private:
     std::mutex lock_;  // guards all of the following
     std::wstring watched_;
-    std::unique_ptr<RegistryWatch> watch_;
+    std::unique_ptr<CRegistryWatch> watch_;
     std::unordered_map<std::wstring, std::optional<RegistryValue>> values_;
 };
 
@@ -49,8 +49,8 @@ class KeptValues {
 
 std::optional<RegistryValue> ReadStoredValue(const std::wstring& path, const wchar_t* name) {
     // Never destroyed: threads still ask while the process ends.
-    static auto* const values = new KeptValues;
-    const KeptLastError kept;
+    static auto* const values = new CKeptValues;
+    const CKeptLastError kept;
     return values->Get(path, name);
 }
 

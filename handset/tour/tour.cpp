@@ -37,22 +37,22 @@ constexpr ButtonPlace kSeekUp = {{138, 251}, {175, 170}};
 constexpr ButtonPlace kMute = {{24, 222}, {61, 142}};
 
 // The phone around the display for the length of the tour, unless it is open already.
-class TourPanel {
+class CTourPanel {
   public:
-    TourPanel() {
+    CTourPanel() {
         if (Window() != nullptr) return;
         process_ = StartOwnProgram(L"panel", 0, CurrentDesktop());
         if (!process_) return;
         opened_ =
             WaitUntil([] { return Window() != nullptr && IsWindowVisible(Window()); }, kWindowTimeout_ms);
     }
-    ~TourPanel() {
+    ~CTourPanel() {
         if (!opened_) return;
         PostMessageW(Window(), WM_CLOSE, 0, 0);
         WaitForSingleObject(process_.get(), kCloseTimeout_ms);
     }
-    TourPanel(const TourPanel&) = delete;
-    TourPanel& operator=(const TourPanel&) = delete;
+    CTourPanel(const CTourPanel&) = delete;
+    CTourPanel& operator=(const CTourPanel&) = delete;
 
   private:
     static HWND Window() { return handset::FindOwnWindow(handset::kPanelClass); }
@@ -62,8 +62,8 @@ class TourPanel {
 };
 
 struct Tour {
-    TourWatch watch;
-    Console& console;
+    CTourWatch watch;
+    CConsole& console;
     handset::OwnedHandle process;
 };
 
@@ -224,13 +224,13 @@ const Step kSteps[] = {
 
 }  // namespace
 
-int RunTour(const std::wstring& folder, Console& console) {
+int RunTour(const std::wstring& folder, CConsole& console) {
     if (RadioProcess())
         return Failure(console, L"tour", L"the radio is running; close it first (\"handset stop\")");
     if (!HeadsetPlugged())
         return Failure(console, L"tour", L"no headset is in; \"handset headset on\" plugs it in");
-    const TourPanel phone;
-    Tour tour{TourWatch(FullHostPath(folder), console), console, handset::OwnedHandle()};
+    const CTourPanel phone;
+    Tour tour{CTourWatch(FullHostPath(folder), console), console, handset::OwnedHandle()};
     for (const Step& step : kSteps) {
         console.Line(step.title);
         if (!step.run(tour)) {

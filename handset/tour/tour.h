@@ -8,6 +8,6 @@
 namespace panel {
 
 // Runs the tour; pictures are asked for in the host folder `folder`. Result: the exit code of the verb.
-int RunTour(const std::wstring& folder, Console& console);
+int RunTour(const std::wstring& folder, CConsole& console);
 
 }  // namespace panel

@@ -43,7 +43,7 @@ void Restore(const wchar_t* stateValue, const std::wstring& before) {
 
 }  // namespace
 
-TourWatch::TourWatch(std::wstring pictureFolder, Console& console)
+CTourWatch::CTourWatch(std::wstring pictureFolder, CConsole& console)
     : pictureFolder_(std::move(pictureFolder)),
       console_(console),
       tunerLogBefore_(handset::StateString(L"TunerLog", L"")),
@@ -56,30 +56,30 @@ TourWatch::TourWatch(std::wstring pictureFolder, Console& console)
     stations_ = ReadBandStations(ReadWholeFile(band).value_or(""));
 }
 
-TourWatch::~TourWatch() {
+CTourWatch::~CTourWatch() {
     Restore(L"TunerLog", tunerLogBefore_);
     Restore(L"SoundLog", soundLogBefore_);
 }
 
-std::size_t TourWatch::Calls(const char* operation) const {
+std::size_t CTourWatch::Calls(const char* operation) const {
     const std::string log = Log(L"TunerLog");
     return CountCalls(ReadTunerLog(log), operation);
 }
 
-std::optional<std::uint32_t> TourWatch::LastNumberOf(const char* operation) const {
+std::optional<std::uint32_t> CTourWatch::LastNumberOf(const char* operation) const {
     const std::string log = Log(L"TunerLog");
     return LastNumber(ReadTunerLog(log), operation);
 }
 
-bool TourWatch::WaitForCalls(const char* operation, std::size_t count) const {
+bool CTourWatch::WaitForCalls(const char* operation, std::size_t count) const {
     return WaitUntil([&] { return Calls(operation) >= count; }, kCallTimeout_ms);
 }
 
-bool TourWatch::WaitForNumber(const char* operation, std::uint32_t number) const {
+bool CTourWatch::WaitForNumber(const char* operation, std::uint32_t number) const {
     return WaitUntil([&] { return LastNumberOf(operation) == number; }, kCallTimeout_ms);
 }
 
-std::optional<sound::WavSound> TourWatch::SoundSoFar() const {
+std::optional<sound::WavSound> CTourWatch::SoundSoFar() const {
     const std::string log = Log(L"SoundLog");
     sound::WavSound heard;
     const bool read =
@@ -87,7 +87,7 @@ std::optional<sound::WavSound> TourWatch::SoundSoFar() const {
     return read ? std::optional(std::move(heard)) : std::nullopt;
 }
 
-std::optional<sound::Hearing> TourWatch::ListenNow() const {
+std::optional<sound::Hearing> CTourWatch::ListenNow() const {
     std::optional<sound::WavSound> heard;
     if (!WaitUntil([&] { return (heard = SoundSoFar()).has_value(); }, kSoundTimeout_ms)) return std::nullopt;
     const std::wstring file = LogPath(L"SoundLog");
@@ -99,7 +99,7 @@ std::optional<sound::Hearing> TourWatch::ListenNow() const {
     return heard ? std::optional(sound::Listen(*heard, kListen_s)) : std::nullopt;
 }
 
-std::wstring TourWatch::TunedTo() const {
+std::wstring CTourWatch::TunedTo() const {
     const auto channel = LastNumberOf("GetChannel");
     if (!channel) return L"no frequency yet";
     wchar_t text[64];
@@ -112,12 +112,12 @@ std::wstring TourWatch::TunedTo() const {
     return line;
 }
 
-void TourWatch::KeepSound() const {
+void CTourWatch::KeepSound() const {
     const std::wstring kept = pictureFolder_ + L"\\tour.wav";
     if (CopyFileW(LogPath(L"SoundLog").c_str(), kept.c_str(), FALSE)) console_.Line(L"sound: " + kept);
 }
 
-void TourWatch::Picture(const wchar_t* name) const {
+void CTourWatch::Picture(const wchar_t* name) const {
     const std::wstring file = pictureFolder_ + L"\\" + name + L".png";
     DeleteFileW(file.c_str());
     console_.Line(std::wstring(L"picture ") + name);

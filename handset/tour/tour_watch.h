@@ -11,13 +11,13 @@
 
 namespace panel {
 
-class TourWatch {
+class CTourWatch {
   public:
     // Points the state's TunerLog and SoundLog at files of its own, emptied; they go back on destruction.
-    TourWatch(std::wstring pictureFolder, Console& console);
-    ~TourWatch();
-    TourWatch(const TourWatch&) = delete;
-    TourWatch& operator=(const TourWatch&) = delete;
+    CTourWatch(std::wstring pictureFolder, CConsole& console);
+    ~CTourWatch();
+    CTourWatch(const CTourWatch&) = delete;
+    CTourWatch& operator=(const CTourWatch&) = delete;
 
     // How often a tuner operation has succeeded since the tour began.
     [[nodiscard]] std::size_t Calls(const char* operation) const;
@@ -39,7 +39,7 @@ class TourWatch {
     // Nothing before the first of it is written.
     [[nodiscard]] std::optional<sound::WavSound> SoundSoFar() const;
     std::wstring pictureFolder_;
-    Console& console_;
+    CConsole& console_;
     std::wstring tunerLogBefore_, soundLogBefore_;
     std::vector<BandStation> stations_;
 };

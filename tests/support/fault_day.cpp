@@ -183,7 +183,7 @@ void FaultDay::Look() {
     const HWND window = FindWindowW(L"Kora", nullptr);
     if (window == nullptr) {
         // As everybody who starts the radio: not beside one that is on its way.
-        const handset::StartLock turn;
+        const handset::CStartLock turn;
         if (!ProcessesOf(program).empty()) return;
         BeginLife();
         m_radio = std::make_unique<Radio>(m_handset);

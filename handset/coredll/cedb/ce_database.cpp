@@ -82,7 +82,8 @@ DWORD Open(PCEGUID volume, PCEOID oid, LPCWSTR name, const SORTORDERSPECEX* sort
     if (!ChooseSort(info, sort, &chosen)) return ERROR_INVALID_PARAMETER;
     const cedb::Oid found = info.oid;
     *handle = AddDatabase(std::make_shared<OpenDatabase>(OpenDatabase{
-        mounted, cedb::Cursor(mounted->volume, std::move(info), chosen, (flags & CEDB_AUTOINCREMENT) != 0)}));
+        mounted,
+        cedb::CCursor(mounted->volume, std::move(info), chosen, (flags & CEDB_AUTOINCREMENT) != 0)}));
     if (*handle == INVALID_HANDLE_VALUE) return ERROR_NOT_ENOUGH_MEMORY;
     *oid = found;
     return ERROR_SUCCESS;
@@ -91,7 +92,7 @@ DWORD Open(PCEGUID volume, PCEOID oid, LPCWSTR name, const SORTORDERSPECEX* sort
 }  // namespace
 
 COREDLL_EXPORT CEOID WINAPI CeCreateDatabaseEx2(PCEGUID volume, CEDBASEINFOEX* info) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     const auto mounted = FindVolume(volume);
     cedb::DatabaseInfo wanted;
     if (mounted == nullptr || info == nullptr || !ToInfo(*info, &wanted))
@@ -110,7 +111,7 @@ COREDLL_EXPORT CEOID WINAPI CeCreateDatabaseEx2(PCEGUID volume, CEDBASEINFOEX* i
 
 COREDLL_EXPORT HANDLE WINAPI CeOpenDatabaseEx2(PCEGUID volume, PCEOID oid, LPWSTR name, SORTORDERSPECEX* sort,
                                                DWORD flags, CENOTIFYREQUEST* request) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     HANDLE handle = INVALID_HANDLE_VALUE;
     // Device differs: nobody is told about changes that others make to the database.
     const DWORD error =

@@ -14,9 +14,9 @@ namespace {
 using namespace cedb;
 
 // The heap that the caller's block belongs to. LocalAlloc's is the process's own.
-class BlockHeap {
+class CBlockHeap {
   public:
-    explicit BlockHeap(HANDLE heap) : heap_(heap == GetProcessHeap() ? nullptr : heap) {}
+    explicit CBlockHeap(HANDLE heap) : heap_(heap == GetProcessHeap() ? nullptr : heap) {}
     std::size_t Size(const BYTE* block) const {
         return heap_ == nullptr ? LocalSize(const_cast<BYTE*>(block)) : HeapSize(heap_, 0, block);
     }
@@ -43,7 +43,7 @@ struct ReadRequest {
     const CEPROPID* ids;
     LPBYTE* buffer;
     LPDWORD size;
-    BlockHeap heap;
+    CBlockHeap heap;
 };
 
 bool IsValid(const ReadRequest& request) {
@@ -119,9 +119,9 @@ DWORD Read(HANDLE database, const ReadRequest& request, cedb::Oid* oid) {
 
 COREDLL_EXPORT CEOID WINAPI CeReadRecordPropsEx(HANDLE database, DWORD flags, LPWORD count, CEPROPID* ids,
                                                 LPBYTE* buffer, LPDWORD size, HANDLE heap) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     cedb::Oid oid = 0;
-    const DWORD error = Read(database, {flags, count, ids, buffer, size, BlockHeap(heap)}, &oid);
+    const DWORD error = Read(database, {flags, count, ids, buffer, size, CBlockHeap(heap)}, &oid);
     if (error == ERROR_SUCCESS) return oid;
     SetLastError(error);
     return 0;

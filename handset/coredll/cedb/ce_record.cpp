@@ -57,7 +57,7 @@ bool ToTarget(DWORD type, DWORD_PTR value, WORD values, cedb::SeekTarget* target
 }
 
 CEOID SeekIn(HANDLE database, DWORD type, DWORD_PTR value, WORD values, LPDWORD index) {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     const auto open = FindOpenDatabase(database);
     cedb::SeekTarget target;
     if (open == nullptr || !ToTarget(type, value, values, &target)) return Fail(ERROR_INVALID_PARAMETER);
@@ -99,14 +99,14 @@ COREDLL_EXPORT CEOID WINAPI CeSeekDatabase(HANDLE database, DWORD type, DWORD_PT
 
 COREDLL_EXPORT CEOID WINAPI CeWriteRecordProps(HANDLE database, CEOID record, WORD count,
                                                CEPROPVAL* values) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     const auto open = FindOpenDatabase(database);
     std::vector<cedb::PropertyChange> changes;
     if (open == nullptr) return Fail(ERROR_INVALID_HANDLE);
     if (!ToChanges(count, values, &changes)) return Fail(ERROR_INVALID_PARAMETER);
     if (!MayWrite(open->mounted->path)) return Fail(ERROR_DISK_FULL);
     const std::lock_guard<std::mutex> inUse(open->mounted->lock);
-    cedb::Volume& volume = open->mounted->volume;
+    cedb::CVolume& volume = open->mounted->volume;
     const cedb::DatabaseInfo& info = open->cursor.Database();
     cedb::Oid oid = record;
     const cedb::Status status =
@@ -117,7 +117,7 @@ COREDLL_EXPORT CEOID WINAPI CeWriteRecordProps(HANDLE database, CEOID record, WO
 }
 
 COREDLL_EXPORT BOOL WINAPI CeDeleteRecord(HANDLE database, CEOID record) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     const auto open = FindOpenDatabase(database);
     if (open == nullptr) return Fail(ERROR_INVALID_HANDLE) != 0;
     if (!MayWrite(open->mounted->path)) return Fail(ERROR_DISK_FULL) != 0;

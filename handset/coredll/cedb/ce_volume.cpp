@@ -24,7 +24,7 @@ DWORD Mount(LPCWSTR name, DWORD flags, CEGUID* guid) {
 }  // namespace
 
 COREDLL_EXPORT BOOL WINAPI CeMountDBVol(PCEGUID volume, LPWSTR name, DWORD flags) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     if (volume == nullptr) return Answer(ERROR_INVALID_PARAMETER);
     CREATE_INVALIDGUID(volume);
     return Answer(Mount(name, flags, volume));
@@ -33,7 +33,7 @@ COREDLL_EXPORT BOOL WINAPI CeMountDBVol(PCEGUID volume, LPWSTR name, DWORD flags
 }
 
 COREDLL_EXPORT BOOL WINAPI CeUnmountDBVol(PCEGUID volume) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     if (volume == nullptr) return Answer(ERROR_INVALID_PARAMETER);
     return Answer(UnmountVolume(*volume) ? ERROR_SUCCESS : ERROR_NOT_FOUND);
 } catch (...) {
@@ -41,7 +41,7 @@ COREDLL_EXPORT BOOL WINAPI CeUnmountDBVol(PCEGUID volume) try {
 }
 
 COREDLL_EXPORT BOOL WINAPI CeFlushDBVol(PCEGUID volume) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     // What a call wrote is on the disk already; without a volume all of them are meant.
     return Answer(volume == nullptr || FindVolume(volume) != nullptr ? ERROR_SUCCESS : ERROR_NOT_FOUND);
 } catch (...) {
@@ -49,7 +49,7 @@ COREDLL_EXPORT BOOL WINAPI CeFlushDBVol(PCEGUID volume) try {
 }
 
 COREDLL_EXPORT BOOL WINAPI CeChangeDatabaseLCID(PCEGUID volume, DWORD lcid) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     if (volume == nullptr) return Answer(ERROR_INVALID_PARAMETER);
     const auto mounted = FindVolume(volume);
     if (mounted == nullptr) return Answer(ERROR_NOT_FOUND);

@@ -17,7 +17,7 @@ struct Table {
     std::mutex lock;  // guards everything in here; taken before a volume's lock, never after it
     std::vector<std::shared_ptr<MountedVolume>> volumes;
     std::map<HANDLE, std::shared_ptr<OpenDatabase>> databases;
-    WindowsCollator collator;
+    CWindowsCollator collator;
 };
 
 // Never destroyed: a thread may still be in a call when the process ends.

@@ -13,7 +13,7 @@
 namespace cedb {
 
 struct MountedVolume {
-    MountedVolume(const Collator& collator, std::wstring hostPath)
+    MountedVolume(const CCollator& collator, std::wstring hostPath)
         : path(std::move(hostPath)), volume(collator) {}
 
     const std::wstring path;
@@ -21,12 +21,12 @@ struct MountedVolume {
     int mounts = 0;     // guarded by the table's lock
     int databases = 0;  // open ones; guarded by the table's lock
     std::mutex lock;    // guards the volume and the cursors of its databases
-    Volume volume;
+    CVolume volume;
 };
 
 struct OpenDatabase {
     std::shared_ptr<MountedVolume> mounted;
-    Cursor cursor;
+    CCursor cursor;
 };
 
 // Gives a Win32 error code and on success the volume's identifier.

@@ -39,11 +39,11 @@ DWORD LookAtFile(const std::wstring& path) {
 
 // A journal that a killed process left belongs to the file as it was; replayed into another one it would
 // destroy that. So the old volume is put in order before it is replaced.
-DWORD RetireJournal(const std::wstring& path, const Collator& collator) {
+DWORD RetireJournal(const std::wstring& path, const CCollator& collator) {
     const std::wstring journal = path + L"-journal";
     if (!Exists(journal)) return ERROR_SUCCESS;
     if (LookAtFile(path) == ERROR_SUCCESS) {
-        Volume old(collator);
+        CVolume old(collator);
         const Status status = old.Open(handset::Utf8(path));
         if (status == Status::Ok) old.Settle();
         const bool beyondRepair = status == Status::Corrupt || status == Status::NotAVolume;
@@ -54,13 +54,13 @@ DWORD RetireJournal(const std::wstring& path, const Collator& collator) {
 }
 
 // Makes the volume under another name first: a process that is killed meanwhile leaves the old file, or none.
-DWORD MakeFile(const std::wstring& path, bool replace, const Collator& collator) {
+DWORD MakeFile(const std::wstring& path, bool replace, const CCollator& collator) {
     if (!MayWrite(path)) return ERROR_DISK_FULL;
     wchar_t suffix[32];
     swprintf(suffix, std::size(suffix), L".new-%lx", GetCurrentProcessId());
     const std::wstring fresh = path + suffix;
     DeleteFileW(fresh.c_str());
-    const Status made = Volume::Create(handset::Utf8(fresh), GetSystemDefaultLCID(), collator);
+    const Status made = CVolume::Create(handset::Utf8(fresh), GetSystemDefaultLCID(), collator);
     DWORD error = ErrorOf(made, ERROR_PATH_NOT_FOUND);
     if (made == Status::AccessDenied) error = ERROR_PATH_NOT_FOUND;
     if (error == ERROR_SUCCESS) {
@@ -76,7 +76,7 @@ DWORD MakeFile(const std::wstring& path, bool replace, const Collator& collator)
     return error == ERROR_SHARING_VIOLATION ? ERROR_ACCESS_DENIED : error;
 }
 
-DWORD OpenAlways(const std::wstring& path, const Collator& collator) {
+DWORD OpenAlways(const std::wstring& path, const CCollator& collator) {
     const DWORD present = LookAtFile(path);
     if (present != ERROR_FILE_NOT_FOUND) return present;
     const DWORD made = MakeFile(path, false, collator);
@@ -88,13 +88,13 @@ DWORD OpenAlways(const std::wstring& path, const Collator& collator) {
 
 DWORD FindVolumeFile(const wchar_t* name, std::wstring* path) {
     if (name == nullptr || name[0] == L'\0' || wcslen(name) >= MAX_PATH) return ERROR_INVALID_PARAMETER;
-    const handset::DevicePath file = handset::OnDevice(name);
+    const handset::CDevicePath file = handset::OnDevice(name);
     if (!file) return ERROR_PATH_NOT_FOUND;
     *path = FullPath(file.host());
     return path->empty() ? ERROR_INVALID_PARAMETER : ERROR_SUCCESS;
 }
 
-DWORD PrepareVolumeFile(const std::wstring& path, DWORD flags, const Collator& collator) {
+DWORD PrepareVolumeFile(const std::wstring& path, DWORD flags, const CCollator& collator) {
     switch (flags) {
         case CREATE_NEW:
             return MakeFile(path, false, collator);

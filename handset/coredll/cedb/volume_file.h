@@ -15,7 +15,7 @@ DWORD FindVolumeFile(const wchar_t* name, std::wstring* path);
 
 // Prepares the file for being opened, as the flags of CeMountDBVol (without EDB_MOUNT_FLAG) say: makes it,
 // replaces it, or looks whether it is a volume. Gives a Win32 error code.
-DWORD PrepareVolumeFile(const std::wstring& path, DWORD flags, const Collator& collator);
+DWORD PrepareVolumeFile(const std::wstring& path, DWORD flags, const CCollator& collator);
 
 // False while the handset is told to fail writes or has no room left.
 bool MayWrite(const std::wstring& path);

@@ -32,8 +32,8 @@ std::string SortKeyOf(LCID lcid, DWORD flags, const wchar_t* text, int length) {
 
 }  // namespace
 
-std::string WindowsCollator::TextKey(std::uint32_t lcid, std::uint32_t flags,
-                                     const std::u16string& text) const {
+std::string CWindowsCollator::TextKey(std::uint32_t lcid, std::uint32_t flags,
+                                      const std::u16string& text) const {
     static_assert(sizeof(wchar_t) == sizeof(char16_t));
     DWORD nls = LCMAP_SORTKEY;
     for (const FlagRow& row : kFlags) {
@@ -46,7 +46,7 @@ std::string WindowsCollator::TextKey(std::uint32_t lcid, std::uint32_t flags,
     return key.empty() ? SortKeyOf(LOCALE_INVARIANT, nls, wide, length) : key;
 }
 
-bool WindowsCollator::Knows(std::uint32_t lcid) const {
+bool CWindowsCollator::Knows(std::uint32_t lcid) const {
     return IsValidLocale(lcid, LCID_INSTALLED) != FALSE;
 }
 

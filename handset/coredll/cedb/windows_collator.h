@@ -5,7 +5,7 @@
 
 namespace cedb {
 
-class WindowsCollator : public Collator {
+class CWindowsCollator : public CCollator {
   public:
     std::string TextKey(std::uint32_t lcid, std::uint32_t flags, const std::u16string& text) const override;
     bool Knows(std::uint32_t lcid) const override;

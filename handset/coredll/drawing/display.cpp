@@ -52,7 +52,7 @@ COREDLL_EXPORT void WINAPI HandsetWorkArea(RECT* rect) try {
 
 COREDLL_EXPORT BOOL WINAPI DeviceSystemParametersInfoW(UINT action, UINT parameter, void* data,
                                                        UINT update) try {
-    const coredll::CallGuard guard(coredll::CallKind::CallsBack);
+    const coredll::CCallGuard guard(coredll::CallKind::CallsBack);
     if (action != SPI_GETWORKAREA) return SystemParametersInfoW(action, parameter, data, update);
     if (data == nullptr) {
         SetLastError(ERROR_INVALID_PARAMETER);
@@ -65,7 +65,7 @@ COREDLL_EXPORT BOOL WINAPI DeviceSystemParametersInfoW(UINT action, UINT paramet
 }
 
 COREDLL_EXPORT int WINAPI DeviceGetSystemMetrics(int index) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     if (index == SM_CXSCREEN) return Width();
     if (index == SM_CYSCREEN) return Height();
     return GetSystemMetrics(index);

@@ -11,8 +11,8 @@
 
 namespace {
 
-using coredll::CallGuard;
 using coredll::CallKind;
+using coredll::CCallGuard;
 
 std::mutex g_lock;  // guards LiveObjects
 std::unordered_set<HANDLE>& LiveObjects() {
@@ -25,7 +25,7 @@ std::unordered_set<HANDLE>& LiveObjects() {
 // to the window. A look for messages takes everything to the screen.
 void ShowWhatAWorkerPainted(HWND window) {
     if (window == nullptr || GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId()) return;
-    const CallGuard guard(CallKind::CallsBack);
+    const CCallGuard guard(CallKind::CallsBack);
     MSG message;
     PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_NOYIELD);
 }
@@ -70,7 +70,7 @@ COREDLL_EXPORT void WINAPI HandsetGdiObjectMade(HANDLE object) try { coredll::Gd
 // A call that makes an object.
 #define MAKES(result, name, parameters, arguments)             \
     COREDLL_EXPORT result WINAPI Device##name parameters try { \
-        const CallGuard guard;                                 \
+        const CCallGuard guard;                                \
         return coredll::Made(name arguments);                  \
     } catch (...) {                                            \
         return handset::EdgeAnswer<result>();                  \
@@ -99,7 +99,7 @@ MAKES(HRGN, ExtCreateRegion, (const XFORM* transform, DWORD size, const RGNDATA*
 // For a window: the display's 32 bits a pixel, in memory of the bitmap's own. Wine asks its server for the
 // display's format again at every use of any other bitmap, which takes longer than the drawing.
 COREDLL_EXPORT HBITMAP WINAPI DeviceCreateCompatibleBitmap(HDC dc, int width, int height) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     if (GetObjectType(dc) != OBJ_DC || width <= 0 || height <= 0) {
         return coredll::Made(CreateCompatibleBitmap(dc, width, height));
     }
@@ -112,7 +112,7 @@ COREDLL_EXPORT HBITMAP WINAPI DeviceCreateCompatibleBitmap(HDC dc, int width, in
 
 COREDLL_EXPORT HANDLE WINAPI DeviceLoadImageW(HINSTANCE module, const wchar_t* name, UINT type, int width,
                                               int height, UINT flags) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     const HANDLE image = LoadImageW(module, name, type, width, height, flags);
     return type == IMAGE_BITMAP ? coredll::GdiMade(image) : image;
 } catch (...) {
@@ -120,14 +120,14 @@ COREDLL_EXPORT HANDLE WINAPI DeviceLoadImageW(HINSTANCE module, const wchar_t* n
 }
 
 COREDLL_EXPORT HDC WINAPI DeviceBeginPaint(HWND window, PAINTSTRUCT* paint) try {
-    const CallGuard guard(CallKind::CallsBack);
+    const CCallGuard guard(CallKind::CallsBack);
     return coredll::Made(BeginPaint(window, paint));
 } catch (...) {
     return handset::EdgeAnswer<HDC>();
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceEndPaint(HWND window, const PAINTSTRUCT* paint) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     if (paint != nullptr) coredll::GdiGone(paint->hdc);
     return EndPaint(window, paint);
 } catch (...) {
@@ -136,7 +136,7 @@ COREDLL_EXPORT BOOL WINAPI DeviceEndPaint(HWND window, const PAINTSTRUCT* paint)
 
 // Forgotten before it is deleted: another thread may be given the same handle at once.
 COREDLL_EXPORT BOOL WINAPI DeviceDeleteObject(HGDIOBJ object) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     coredll::GdiGone(object);
     return DeleteObject(object);
 } catch (...) {
@@ -144,7 +144,7 @@ COREDLL_EXPORT BOOL WINAPI DeviceDeleteObject(HGDIOBJ object) try {
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceDeleteDC(HDC dc) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     coredll::GdiGone(dc);
     return DeleteDC(dc);
 } catch (...) {
@@ -154,7 +154,7 @@ COREDLL_EXPORT BOOL WINAPI DeviceDeleteDC(HDC dc) try {
 COREDLL_EXPORT int WINAPI DeviceReleaseDC(HWND window, HDC dc) try {
     int released = 0;
     {
-        const CallGuard guard;
+        const CCallGuard guard;
         coredll::GdiGone(dc);
         released = ReleaseDC(window, dc);
     }

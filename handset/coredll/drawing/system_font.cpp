@@ -40,7 +40,7 @@ void GiveSystemFont(HWND control) {
 }  // namespace coredll
 
 COREDLL_EXPORT int WINAPI DeviceGetObjectW(HANDLE object, int size, void* data) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     if (!IsSystemFont(object) || data == nullptr || size < static_cast<int>(sizeof(LOGFONTW))) {
         return GetObjectW(object, size, data);
     }
@@ -54,7 +54,7 @@ COREDLL_EXPORT int WINAPI DeviceGetObjectW(HANDLE object, int size, void* data) 
 // Where neither height nor width is given, it is as high as the system's. A font of another width than its
 // own has no letters made for its size: smooth edges keep an R from looking like an 8.
 COREDLL_EXPORT HFONT WINAPI DeviceCreateFontIndirectW(const LOGFONTW* font) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     if (font == nullptr) return coredll::Made(CreateFontIndirectW(font));
     LOGFONTW sized = *font;
     if (sized.lfHeight == 0 && sized.lfWidth == 0) sized.lfHeight = -kFontHeight;

@@ -25,7 +25,7 @@ struct Pixels {
 };
 
 // A device context into which a bitmap can be selected that is in no other one.
-class SelectionProbe {
+class CSelectionProbe {
   public:
     bool IsSelected(HBITMAP bitmap) {
         AcquireSRWLockExclusive(&lock_);
@@ -147,7 +147,7 @@ bool CopyUnscaled(HDC destination, const Copy& copy, HBITMAP bitmap, COLORREF tr
 COREDLL_EXPORT BOOL WINAPI TransparentImage(HDC destination, LONG x, LONG y, LONG width, LONG height,
                                             HANDLE source, LONG sourceX, LONG sourceY, LONG sourceWidth,
                                             LONG sourceHeight, COLORREF transparent) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     const auto object = static_cast<HGDIOBJ>(source);
     const DWORD type = GetObjectType(object);
     if (type == OBJ_DC || type == OBJ_MEMDC) {
@@ -158,7 +158,7 @@ COREDLL_EXPORT BOOL WINAPI TransparentImage(HDC destination, LONG x, LONG y, LON
         SetLastError(ERROR_INVALID_HANDLE);
         return FALSE;
     }
-    static SelectionProbe probe;
+    static CSelectionProbe probe;
     if (probe.IsSelected(static_cast<HBITMAP>(object))) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
@@ -169,7 +169,7 @@ COREDLL_EXPORT BOOL WINAPI TransparentImage(HDC destination, LONG x, LONG y, LON
         return TRUE;
     }
     const handset::OwnedMemoryDC memory(CreateCompatibleDC(destination));
-    const handset::SelectedObject selected(memory.get(), object);
+    const handset::CSelectedObject selected(memory.get(), object);
     return TransparentBlt(destination, x, y, width, height, memory.get(), sourceX, sourceY, sourceWidth,
                           sourceHeight, transparent);
 } catch (...) {

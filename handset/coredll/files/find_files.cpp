@@ -9,8 +9,8 @@
 
 namespace {
 
-using coredll::CallGuard;
-using handset::DevicePath;
+using coredll::CCallGuard;
+using handset::CDevicePath;
 using handset::OnDevice;
 
 std::mutex g_lock;                // guards g_rootSearches
@@ -35,7 +35,7 @@ bool SkipHidden(HANDLE search, WIN32_FIND_DATAW* found, bool inRoot) {
 }
 
 HANDLE FindFirst(const wchar_t* pattern, WIN32_FIND_DATAW* found) {
-    const DevicePath path = OnDevice(pattern);
+    const CDevicePath path = OnDevice(pattern);
     if (!path) return INVALID_HANDLE_VALUE;
     const HANDLE search = FindFirstFileW(path.host(), found);
     if (search == INVALID_HANDLE_VALUE) return search;
@@ -55,7 +55,7 @@ HANDLE FindFirst(const wchar_t* pattern, WIN32_FIND_DATAW* found) {
 }  // namespace
 
 COREDLL_EXPORT HANDLE WINAPI DeviceFindFirstFileW(const wchar_t* pattern, WIN32_FIND_DATAW* found) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     return FindFirst(pattern, found);
 } catch (...) {
     return handset::EdgeAnswer<HANDLE>(INVALID_HANDLE_VALUE);
@@ -65,21 +65,21 @@ COREDLL_EXPORT HANDLE WINAPI DeviceFindFirstFileW(const wchar_t* pattern, WIN32_
 COREDLL_EXPORT HANDLE WINAPI DeviceFindFirstFileExW(const wchar_t* pattern, FINDEX_INFO_LEVELS /*level*/,
                                                     void* found, FINDEX_SEARCH_OPS /*search*/,
                                                     void* /*filter*/, DWORD /*flags*/) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     return FindFirst(pattern, static_cast<WIN32_FIND_DATAW*>(found));
 } catch (...) {
     return handset::EdgeAnswer<HANDLE>(INVALID_HANDLE_VALUE);
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceFindNextFileW(HANDLE search, WIN32_FIND_DATAW* found) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     return FindNextFileW(search, found) && SkipHidden(search, found, SearchesRoot(search));
 } catch (...) {
     return handset::EdgeAnswer(FALSE);
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceFindClose(HANDLE search) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     {
         const std::lock_guard<std::mutex> lock(g_lock);
         g_rootSearches.erase(search);

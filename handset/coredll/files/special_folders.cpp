@@ -40,7 +40,7 @@ bool MakeFolders(const std::wstring& path) {
     for (std::size_t end = path.find(L'\\', 1); end != std::wstring::npos; end = path.find(L'\\', end + 1)) {
         CreateDirectoryW(handset::OnDevice(path.substr(0, end).c_str()).host(), nullptr);
     }
-    const handset::DevicePath folder = handset::OnDevice(path.c_str());
+    const handset::CDevicePath folder = handset::OnDevice(path.c_str());
     return folder && (CreateDirectoryW(folder.host(), nullptr) || GetLastError() == ERROR_ALREADY_EXISTS);
 }
 
@@ -50,7 +50,7 @@ bool MakeFolders(const std::wstring& path) {
 // same.
 COREDLL_EXPORT BOOL WINAPI DeviceSHGetSpecialFolderPath(HWND /*owner*/, wchar_t* path, int folder,
                                                         BOOL create) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     const SpecialFolder* const found = handset::RowWith(kSpecialFolders, &SpecialFolder::id, folder);
     if (path == nullptr || found == nullptr) {
         SetLastError(ERROR_INVALID_PARAMETER);

@@ -9,8 +9,8 @@
 
 namespace {
 
-using coredll::CallGuard;
-using handset::DevicePath;
+using coredll::CCallGuard;
+using handset::CDevicePath;
 using handset::OnDevice;
 
 constexpr wchar_t kTemporaryFolder[] = L"\\Temp\\";
@@ -24,8 +24,8 @@ void Put(ULARGE_INTEGER* where, std::uint64_t value) {
 // No path: the object store. The state's free space, where there is one, takes the place of the host's.
 COREDLL_EXPORT BOOL WINAPI DeviceGetDiskFreeSpaceExW(const wchar_t* path, ULARGE_INTEGER* freeToCaller,
                                                      ULARGE_INTEGER* total, ULARGE_INTEGER* free) try {
-    const CallGuard guard;
-    const DevicePath folder = OnDevice(path != nullptr ? path : L"\\");
+    const CCallGuard guard;
+    const CDevicePath folder = OnDevice(path != nullptr ? path : L"\\");
     ULARGE_INTEGER hostFree{};
     ULARGE_INTEGER hostTotal{};
     if (!folder || !GetDiskFreeSpaceExW(folder.host(), nullptr, &hostTotal, &hostFree)) return FALSE;
@@ -44,8 +44,8 @@ COREDLL_EXPORT BOOL WINAPI DeviceGetDiskFreeSpaceExW(const wchar_t* path, ULARGE
 
 // The folder is there for whoever asks for it.
 COREDLL_EXPORT DWORD WINAPI DeviceGetTempPathW(DWORD length, wchar_t* path) try {
-    const CallGuard guard;
-    const DevicePath folder = OnDevice(kTemporaryFolder);
+    const CCallGuard guard;
+    const CDevicePath folder = OnDevice(kTemporaryFolder);
     if (folder) CreateDirectoryW(folder.host(), nullptr);
     const DWORD needed = static_cast<DWORD>(std::size(kTemporaryFolder));
     if (length < needed || path == nullptr) return needed;
@@ -57,8 +57,8 @@ COREDLL_EXPORT DWORD WINAPI DeviceGetTempPathW(DWORD length, wchar_t* path) try 
 
 COREDLL_EXPORT UINT WINAPI DeviceGetTempFileNameW(const wchar_t* folder, const wchar_t* prefix, UINT unique,
                                                   wchar_t* name) try {
-    const CallGuard guard;
-    const DevicePath path = OnDevice(folder);
+    const CCallGuard guard;
+    const CDevicePath path = OnDevice(folder);
     if (!path) return 0;
     wchar_t made[MAX_PATH];
     const UINT number = GetTempFileNameW(path.host(), prefix, unique, made);

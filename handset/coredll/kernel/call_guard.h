@@ -8,31 +8,31 @@
 
 namespace coredll {
 
-class CallGuard {
+class CCallGuard {
   public:
     // Inlined always: the stack address is that of the platform call itself.
-    __attribute__((always_inline)) explicit CallGuard(CallKind kind = CallKind::Plain)
+    __attribute__((always_inline)) explicit CCallGuard(CallKind kind = CallKind::Plain)
         : thread_(CurrentThreadRecord()) {
         if (thread_ != nullptr) thread_->Enter(kind, reinterpret_cast<std::uintptr_t>(__builtin_dwarf_cfa()));
     }
-    ~CallGuard() {
+    ~CCallGuard() {
         if (thread_ != nullptr) thread_->Leave();
     }
-    CallGuard(const CallGuard&) = delete;
-    CallGuard& operator=(const CallGuard&) = delete;
+    CCallGuard(const CCallGuard&) = delete;
+    CCallGuard& operator=(const CCallGuard&) = delete;
 
   private:
-    ThreadRecord* thread_;
+    CThreadRecord* thread_;
 };
 
 }  // namespace coredll
 
 // GUARDED(BOOL, CloseHandle, (HANDLE object), (object), Plain) defines DeviceCloseHandle. One whose failure
 // is not 0, null or nothing names it behind the kind.
-#define GUARDED(result, name, parameters, arguments, kind, ...)  \
-    COREDLL_EXPORT result WINAPI Device##name parameters try {   \
-        const coredll::CallGuard guard(coredll::CallKind::kind); \
-        return name arguments;                                   \
-    } catch (...) {                                              \
-        return handset::EdgeAnswer<result>(__VA_ARGS__);         \
+#define GUARDED(result, name, parameters, arguments, kind, ...)   \
+    COREDLL_EXPORT result WINAPI Device##name parameters try {    \
+        const coredll::CCallGuard guard(coredll::CallKind::kind); \
+        return name arguments;                                    \
+    } catch (...) {                                               \
+        return handset::EdgeAnswer<result>(__VA_ARGS__);          \
     }

@@ -39,9 +39,9 @@ Turn NewTurn() {
     return event ? std::make_shared<const handset::OwnedHandle>(std::move(event)) : nullptr;
 }
 
-class ProgramClock {
+class CProgramClock {
   public:
-    ProgramClock() : rate_(handset::RateAtStart()), turn_(NewTurn()) {}
+    CProgramClock() : rate_(handset::RateAtStart()), turn_(NewTurn()) {}
 
     DWORD Rate() {
         const std::lock_guard<handset::CLock> guard(lock_);
@@ -98,8 +98,8 @@ class ProgramClock {
 };
 
 // Never destroyed: threads still ask while the process ends.
-ProgramClock& TheClock() {
-    static auto* const clock = new ProgramClock;
+CProgramClock& TheClock() {
+    static auto* const clock = new CProgramClock;
     return *clock;
 }
 
@@ -122,13 +122,13 @@ void FollowClock() {
     for (const auto& [context, call] : listeners.calls) call(context);
 }
 
-Deadline::Deadline(DWORD handset_ms) : end_us_(TheClock().Now_us() + std::uint64_t{handset_ms} * 1000) {}
+CDeadline::CDeadline(DWORD handset_ms) : end_us_(TheClock().Now_us() + std::uint64_t{handset_ms} * 1000) {}
 
 void SleepOnClock(DWORD handset_ms) {
     TheClock().SleepUntil(TheClock().Now_us() + std::uint64_t{handset_ms} * 1000);
 }
 
-DWORD Deadline::Left_ms() {
+DWORD CDeadline::Left_ms() {
     const DWORD left_ms = TheClock().RealUntil_ms(end_us_, &turn_);
     return turn_ ? left_ms : std::min(left_ms, kLook_ms);
 }
@@ -166,7 +166,7 @@ COREDLL_EXPORT void WINAPI HandsetHearOfRates(void(CALLBACK* call)(void*), void*
 }
 
 COREDLL_EXPORT DWORD WINAPI DeviceGetTickCount(void) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     return coredll::g_startTick_ms + static_cast<DWORD>(HandsetMilliseconds());
 } catch (...) {
     return handset::EdgeAnswer<DWORD>();

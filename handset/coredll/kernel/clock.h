@@ -19,9 +19,9 @@ void SleepOnClock(DWORD handset_ms);
 
 // A time on the handset's clock, for a wait that keeps it through changes of the rate:
 //   for (;;) { wait for Left_ms() or until TurnEvent() is set; …again when the event was what ended it }
-class Deadline {
+class CDeadline {
   public:
-    explicit Deadline(DWORD handset_ms);
+    explicit CDeadline(DWORD handset_ms);
     // Real time until then, rounded up; 0 when it has come. From here on TurnEvent() tells of a new rate.
     [[nodiscard]] DWORD Left_ms();
     // Null when the host has no events left: then Left_ms() is asked for once in a while instead, and gives

@@ -3,7 +3,7 @@
 #include "handset/coredll/kernel/call_guard.h"
 
 COREDLL_EXPORT void WINAPI DeviceEnterCriticalSection(CRITICAL_SECTION* section) try {
-    coredll::ThreadRecord* const thread = coredll::CurrentThreadRecord();
+    coredll::CThreadRecord* const thread = coredll::CurrentThreadRecord();
     if (thread == nullptr) return EnterCriticalSection(section);
     for (;;) {
         thread->Enter(coredll::CallKind::Waits, reinterpret_cast<std::uintptr_t>(__builtin_dwarf_cfa()));

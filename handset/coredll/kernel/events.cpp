@@ -11,7 +11,7 @@ constexpr DWORD kEventSet = 3;
 }  // namespace
 
 COREDLL_EXPORT BOOL WINAPI EventModify(HANDLE event, DWORD function) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     if (function == kEventSet) return SetEvent(event);
     if (function == kEventReset) return ResetEvent(event);
     if (function == kEventPulse) return PulseEvent(event);

@@ -13,9 +13,9 @@
 
 namespace {
 
-using coredll::CallGuard;
 using coredll::CallKind;
-using handset::DevicePath;
+using coredll::CCallGuard;
+using handset::CDevicePath;
 using handset::OnDevice;
 
 constexpr DWORD kLongestPath = 32768;
@@ -27,13 +27,13 @@ bool IsBareName(const wchar_t* name) {
 
 HMODULE Load(const wchar_t* name, DWORD flags) {
     if (IsBareName(name)) return LoadLibraryExW(name, nullptr, flags);
-    const DevicePath path = OnDevice(name);
+    const CDevicePath path = OnDevice(name);
     return path ? LoadLibraryExW(path.host(), nullptr, flags) : nullptr;
 }
 
 // A sound is a resource, an alias of the system or a file; only a file is named by a path.
 std::wstring SoundFile(const wchar_t* sound, DWORD flags) {
-    const DevicePath path = OnDevice(sound);
+    const CDevicePath path = OnDevice(sound);
     const bool otherKind = (flags & (SND_MEMORY | SND_RESOURCE | SND_ALIAS)) != 0;
     return sound == nullptr || otherKind || IsBareName(sound) || !path ? L"" : path.host();
 }
@@ -41,21 +41,21 @@ std::wstring SoundFile(const wchar_t* sound, DWORD flags) {
 }  // namespace
 
 COREDLL_EXPORT HMODULE WINAPI DeviceLoadLibraryW(const wchar_t* name) try {
-    const CallGuard guard(CallKind::CallsBack);
+    const CCallGuard guard(CallKind::CallsBack);
     return Load(name, 0);
 } catch (...) {
     return handset::EdgeAnswer<HMODULE>();
 }
 
 COREDLL_EXPORT HMODULE WINAPI DeviceLoadLibraryExW(const wchar_t* name, HANDLE /*file*/, DWORD flags) try {
-    const CallGuard guard(CallKind::CallsBack);
+    const CCallGuard guard(CallKind::CallsBack);
     return Load(name, flags);
 } catch (...) {
     return handset::EdgeAnswer<HMODULE>();
 }
 
 COREDLL_EXPORT DWORD WINAPI DeviceGetModuleFileNameW(HMODULE module, wchar_t* name, DWORD length) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     std::wstring host(kLongestPath, L'\0');
     const DWORD size = GetModuleFileNameW(module, host.data(), kLongestPath);
     if (size == 0 || name == nullptr || length == 0) return 0;
@@ -73,7 +73,7 @@ COREDLL_EXPORT DWORD WINAPI DeviceGetModuleFileNameW(HMODULE module, wchar_t* na
 }
 
 COREDLL_EXPORT BOOL WINAPI DevicePlaySoundW(const wchar_t* sound, HMODULE module, DWORD flags) try {
-    const CallGuard guard(CallKind::Waits);
+    const CCallGuard guard(CallKind::Waits);
     const std::wstring file = SoundFile(sound, flags);
     return PlaySoundW(file.empty() ? sound : file.c_str(), module, flags);
 } catch (...) {
@@ -81,7 +81,7 @@ COREDLL_EXPORT BOOL WINAPI DevicePlaySoundW(const wchar_t* sound, HMODULE module
 }
 
 COREDLL_EXPORT BOOL WINAPI DevicesndPlaySoundW(const wchar_t* sound, UINT flags) try {
-    const CallGuard guard(CallKind::Waits);
+    const CCallGuard guard(CallKind::Waits);
     const std::wstring file = SoundFile(sound, flags);
     return sndPlaySoundW(file.empty() ? sound : file.c_str(), flags);
 } catch (...) {

@@ -6,7 +6,7 @@
 #include "handset/coredll/kernel/thread_record.h"
 
 COREDLL_EXPORT void WINAPI HandsetEnterCall(BOOL mayWait) try {
-    if (coredll::ThreadRecord* const thread = coredll::CurrentThreadRecord()) {
+    if (coredll::CThreadRecord* const thread = coredll::CurrentThreadRecord()) {
         thread->Enter(mayWait ? coredll::CallKind::Waits : coredll::CallKind::Plain,
                       reinterpret_cast<std::uintptr_t>(__builtin_dwarf_cfa()),
                       reinterpret_cast<std::uintptr_t>(__builtin_return_address(0)));
@@ -16,7 +16,7 @@ COREDLL_EXPORT void WINAPI HandsetEnterCall(BOOL mayWait) try {
 }
 
 COREDLL_EXPORT void WINAPI HandsetLeaveCall(void) try {
-    if (coredll::ThreadRecord* const thread = coredll::CurrentThreadRecord()) thread->Leave();
+    if (coredll::CThreadRecord* const thread = coredll::CurrentThreadRecord()) thread->Leave();
 } catch (...) {
     handset::EdgeAnswer<void>();
 }

@@ -12,7 +12,7 @@ extern "C" {
 // long (a wait, a message sent to another thread). The thread parks here, and again on leaving, while it is
 // suspended; a call inside another does not park, as the outer one may hold a lock. An exception that jumps
 // out of a call needs no leaving; for that both are called from the function that is the platform call, as
-// PlatformCall does. Every thread; keeps the last error.
+// CPlatformCall does. Every thread; keeps the last error.
 void WINAPI HandsetEnterCall(BOOL mayWait);
 void WINAPI HandsetLeaveCall(void);
 
@@ -48,10 +48,10 @@ void WINAPI HandsetGdiObjectMade(HANDLE object);
 }  // extern "C"
 
 // One platform call of a handset DLL, for the length of a scope.
-class PlatformCall {
+class CPlatformCall {
   public:
-    __attribute__((always_inline)) explicit PlatformCall(bool mayWait = false) { HandsetEnterCall(mayWait); }
-    ~PlatformCall() { HandsetLeaveCall(); }
-    PlatformCall(const PlatformCall&) = delete;
-    PlatformCall& operator=(const PlatformCall&) = delete;
+    __attribute__((always_inline)) explicit CPlatformCall(bool mayWait = false) { HandsetEnterCall(mayWait); }
+    ~CPlatformCall() { HandsetLeaveCall(); }
+    CPlatformCall(const CPlatformCall&) = delete;
+    CPlatformCall& operator=(const CPlatformCall&) = delete;
 };

@@ -16,9 +16,9 @@
 
 namespace {
 
-using coredll::CallGuard;
 using coredll::CallKind;
-using handset::DevicePath;
+using coredll::CCallGuard;
+using handset::CDevicePath;
 using handset::OnDevice;
 using handset::OwnedHandle;
 
@@ -33,7 +33,7 @@ bool IsFile(const wchar_t* hostPath) {
 std::wstring FindOnDevice(const std::wstring& name) {
     const bool bare = name.find_first_of(L"\\/:") == std::wstring::npos;
     for (const wchar_t* folder : {L"\\Windows\\", L"\\"}) {
-        const DevicePath path = OnDevice((bare ? folder + name : name).c_str());
+        const CDevicePath path = OnDevice((bare ? folder + name : name).c_str());
         if (!path) return L"";
         if (!name.empty() && IsFile(path.host())) return path.host();
         if (!bare) break;
@@ -79,7 +79,7 @@ COREDLL_EXPORT BOOL WINAPI DeviceCreateProcessW(const wchar_t* program, wchar_t*
                                                 SECURITY_ATTRIBUTES*, SECURITY_ATTRIBUTES*, BOOL, DWORD flags,
                                                 void*, wchar_t*, STARTUPINFOW*,
                                                 PROCESS_INFORMATION* process) try {
-    const CallGuard guard(CallKind::Waits);
+    const CCallGuard guard(CallKind::Waits);
     std::wstring arguments = commandLine != nullptr ? commandLine : L"";
     const std::wstring path = FindProgram(program != nullptr ? program : TakeFirstWord(&arguments));
     PROCESS_INFORMATION started{};
@@ -97,7 +97,7 @@ COREDLL_EXPORT BOOL WINAPI DeviceCreateProcessW(const wchar_t* program, wchar_t*
 
 // A program is started; a document is opened by the host's own program for it.
 COREDLL_EXPORT BOOL WINAPI DeviceShellExecuteEx(SHELLEXECUTEINFOW* info) try {
-    const CallGuard guard(CallKind::CallsBack);
+    const CCallGuard guard(CallKind::CallsBack);
     if (info == nullptr || info->lpFile == nullptr) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;

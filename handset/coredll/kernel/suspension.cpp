@@ -25,7 +25,7 @@ void Follow(bool sleeps) {
 }
 
 void FollowPower() {
-    const handset::PowerFollower follower;
+    const handset::CPowerFollower follower;
     for (;;) {
         FollowClock();
         const DWORD next_ms = handset::StepIdleTimer();

@@ -13,15 +13,15 @@ extern "C" __declspec(dllimport) BOOLEAN NTAPI RtlDllShutdownInProgress(void);
 namespace coredll {
 namespace {
 
-using handset::KeptLastError;
+using handset::CKeptLastError;
 
 constexpr int kMaximumSuspendCount = 127;
 constexpr std::size_t kUsualCallDepth = 32;
 
 std::mutex g_recordsLock;  // guards g_records
-std::unordered_map<DWORD, std::shared_ptr<ThreadRecord>>& Records() {
+std::unordered_map<DWORD, std::shared_ptr<CThreadRecord>>& Records() {
     // Never destroyed: threads still end while the process does.
-    static auto* const records = new std::unordered_map<DWORD, std::shared_ptr<ThreadRecord>>;
+    static auto* const records = new std::unordered_map<DWORD, std::shared_ptr<CThreadRecord>>;
     return *records;
 }
 
@@ -41,12 +41,12 @@ DWORD RecordSlot() {
     return slot;
 }
 
-class FreezeLock {
+class CFreezeLock {
   public:
-    explicit FreezeLock(SRWLOCK* lock) : lock_(lock) { AcquireSRWLockExclusive(lock_); }
-    ~FreezeLock() { ReleaseSRWLockExclusive(lock_); }
-    FreezeLock(const FreezeLock&) = delete;
-    FreezeLock& operator=(const FreezeLock&) = delete;
+    explicit CFreezeLock(SRWLOCK* lock) : lock_(lock) { AcquireSRWLockExclusive(lock_); }
+    ~CFreezeLock() { ReleaseSRWLockExclusive(lock_); }
+    CFreezeLock(const CFreezeLock&) = delete;
+    CFreezeLock& operator=(const CFreezeLock&) = delete;
 
   private:
     SRWLOCK* lock_;
@@ -58,7 +58,7 @@ Whereabouts WhereaboutsIn(CallKind kind) {
 
 }  // namespace
 
-ThreadRecord::ThreadRecord(int suspendCount)
+CThreadRecord::CThreadRecord(int suspendCount)
     : suspendCount_(suspendCount),
       parked_(CreateEventW(nullptr, FALSE, FALSE, nullptr)),
       wake_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
@@ -68,13 +68,13 @@ ThreadRecord::ThreadRecord(int suspendCount)
 // A call that an exception guard of the application jumped out of never leaves; it is known by its place on
 // the stack, which the caller of this one has by now given up. A call that another DLL marks within one of
 // its functions may be followed by calls from the same place on the stack, but not by itself.
-bool ThreadRecord::IsAbandoned(const Frame& frame, std::uintptr_t stack, std::uintptr_t site) {
+bool CThreadRecord::IsAbandoned(const Frame& frame, std::uintptr_t stack, std::uintptr_t site) {
     return frame.stack < stack || (frame.stack == stack && (frame.site == 0 || frame.site == site));
 }
 
 // A call inside another does not park, because the outer one may hold a lock; but the application's own code
 // that a call runs is as free to be suspended as any other.
-void ThreadRecord::Enter(CallKind kind, std::uintptr_t stack, std::uintptr_t site) noexcept {
+void CThreadRecord::Enter(CallKind kind, std::uintptr_t stack, std::uintptr_t site) noexcept {
     while (!frames_.empty() && IsAbandoned(frames_.back(), stack, site)) {
         frames_.pop_back();
         unnoted_ = 0;
@@ -85,7 +85,7 @@ void ThreadRecord::Enter(CallKind kind, std::uintptr_t stack, std::uintptr_t sit
     ParkIfSuspended(WhereaboutsIn(kind));
 }
 
-bool ThreadRecord::Note(const Frame& frame) noexcept {
+bool CThreadRecord::Note(const Frame& frame) noexcept {
     try {
         if (unnoted_ == 0) frames_.push_back(frame);
     } catch (const std::bad_alloc&) {
@@ -96,7 +96,7 @@ bool ThreadRecord::Note(const Frame& frame) noexcept {
     return unnoted_ == 0;
 }
 
-void ThreadRecord::Leave() noexcept {
+void CThreadRecord::Leave() noexcept {
     if (unnoted_ > 0) {
         --unnoted_;
         return;
@@ -111,7 +111,7 @@ void ThreadRecord::Leave() noexcept {
     where_.store(frames_.empty() ? Whereabouts::OwnCode : Whereabouts::InWait);
 }
 
-bool ThreadRecord::LeaveUnlessSuspended() noexcept {
+bool CThreadRecord::LeaveUnlessSuspended() noexcept {
     if (unnoted_ > 0) {
         --unnoted_;
     } else if (!frames_.empty() && frames_.back().outermost) {
@@ -127,12 +127,12 @@ bool ThreadRecord::LeaveUnlessSuspended() noexcept {
 
 // Each side first stores its own word and then reads the other's, in one order for all threads: either the
 // thread sees the count and parks, or the one that suspends sees where the thread is and waits for it.
-void ThreadRecord::ParkIfSuspended(Whereabouts next) {
+void CThreadRecord::ParkIfSuspended(Whereabouts next) {
     if (Suspended()) Park(next);
 }
 
-void ThreadRecord::Park(Whereabouts next) {
-    const KeptLastError kept;
+void CThreadRecord::Park(Whereabouts next) {
+    const CKeptLastError kept;
     do {
         where_.store(Whereabouts::Parked);
         SetEvent(parked_.get());
@@ -141,7 +141,7 @@ void ThreadRecord::Park(Whereabouts next) {
     } while (Suspended());
 }
 
-DWORD ThreadRecord::AddSuspension() {
+DWORD CThreadRecord::AddSuspension() {
     int count = suspendCount_.load();
     do {
         if (count >= kMaximumSuspendCount) {
@@ -152,8 +152,8 @@ DWORD ThreadRecord::AddSuspension() {
     return static_cast<DWORD>(count);
 }
 
-DWORD ThreadRecord::RemoveSuspension() {
-    const FreezeLock lock(&freezing_);
+DWORD CThreadRecord::RemoveSuspension() {
+    const CFreezeLock lock(&freezing_);
     int count = suspendCount_.load();
     do {
         if (count == 0) return 0;
@@ -168,8 +168,8 @@ DWORD ThreadRecord::RemoveSuspension() {
     return static_cast<DWORD>(count);
 }
 
-bool ThreadRecord::Freeze(HANDLE thread) {
-    const FreezeLock lock(&freezing_);
+bool CThreadRecord::Freeze(HANDLE thread) {
+    const CFreezeLock lock(&freezing_);
     if (frozen_ || !Suspended() || Where() != Whereabouts::OwnCode) return false;
     const HANDLE process = GetCurrentProcess();
     if (!DuplicateHandle(process, thread, process, handset::Put(frozen_), 0, FALSE, DUPLICATE_SAME_ACCESS))
@@ -178,9 +178,9 @@ bool ThreadRecord::Freeze(HANDLE thread) {
     return true;
 }
 
-ThreadRecord* CurrentThreadRecord() noexcept try {
-    const KeptLastError kept;
-    auto* record = static_cast<ThreadRecord*>(FlsGetValue(RecordSlot()));
+CThreadRecord* CurrentThreadRecord() noexcept try {
+    const CKeptLastError kept;
+    auto* record = static_cast<CThreadRecord*>(FlsGetValue(RecordSlot()));
     if (record == nullptr) {
         // The table of records keeps it alive until the thread ends.
         record = ThreadRecordOf(GetCurrentThreadId()).get();
@@ -192,11 +192,11 @@ ThreadRecord* CurrentThreadRecord() noexcept try {
     return nullptr;
 }
 
-std::shared_ptr<ThreadRecord> ThreadRecordOf(DWORD threadId) {
+std::shared_ptr<CThreadRecord> ThreadRecordOf(DWORD threadId) {
     const std::lock_guard<std::mutex> lock(g_recordsLock);
     const auto found = Records().find(threadId);
     if (found != Records().end()) return found->second;
-    return Records()[threadId] = std::make_shared<ThreadRecord>();
+    return Records()[threadId] = std::make_shared<CThreadRecord>();
 }
 
 // A program's own work at the end of a thread may make platform calls after the thread's record was given
@@ -210,8 +210,8 @@ static void ForgetEndedThreads() {
     }
 }
 
-void RegisterThread(DWORD threadId, std::shared_ptr<ThreadRecord> record) {
-    const KeptLastError kept;
+void RegisterThread(DWORD threadId, std::shared_ptr<CThreadRecord> record) {
+    const CKeptLastError kept;
     const std::lock_guard<std::mutex> lock(g_recordsLock);
     ForgetEndedThreads();
     Records()[threadId] = std::move(record);

@@ -29,11 +29,11 @@ enum class Whereabouts : int {
     Frozen,   // suspended in its own code, by the system
 };
 
-class ThreadRecord {
+class CThreadRecord {
   public:
-    explicit ThreadRecord(int suspendCount = 0);
-    ThreadRecord(const ThreadRecord&) = delete;
-    ThreadRecord& operator=(const ThreadRecord&) = delete;
+    explicit CThreadRecord(int suspendCount = 0);
+    CThreadRecord(const CThreadRecord&) = delete;
+    CThreadRecord& operator=(const CThreadRecord&) = delete;
 
     // --- By the thread itself.
     // A platform call begins and ends. `stack`: where the stack of its caller ends. `site`: from where
@@ -85,11 +85,11 @@ class ThreadRecord {
 
 // The record of the calling thread, made when it is missing; null when there is no memory for one. Keeps the
 // last error.
-ThreadRecord* CurrentThreadRecord() noexcept;
+CThreadRecord* CurrentThreadRecord() noexcept;
 // The record of a thread of this process; made when it is missing.
-std::shared_ptr<ThreadRecord> ThreadRecordOf(DWORD threadId);
+std::shared_ptr<CThreadRecord> ThreadRecordOf(DWORD threadId);
 // A new thread's record replaces what an ended thread of the same identifier has left behind.
-void RegisterThread(DWORD threadId, std::shared_ptr<ThreadRecord> record);
+void RegisterThread(DWORD threadId, std::shared_ptr<CThreadRecord> record);
 void ForgetThread(DWORD threadId);
 // Has every thread that the sleeping phone holds look again.
 void WakeHeldThreads();

@@ -11,9 +11,9 @@
 
 namespace {
 
-using coredll::CallGuard;
 using coredll::CallKind;
-using coredll::ThreadRecord;
+using coredll::CCallGuard;
+using coredll::CThreadRecord;
 using coredll::Whereabouts;
 
 // A thread that is computing is given this long to make a platform call; then the system suspends it, if it
@@ -33,25 +33,25 @@ struct Launch {
 DWORD WINAPI RunThread(void* data) try {
     const Launch launch = *static_cast<Launch*>(data);
     delete static_cast<Launch*>(data);
-    { const CallGuard parksWhenCreatedSuspended; }
+    { const CCallGuard parksWhenCreatedSuspended; }
     const DWORD code = launch.start(launch.parameter);
-    { const CallGuard parksBeforeTheEnd; }
+    { const CCallGuard parksBeforeTheEnd; }
     return code;
 } catch (...) {
     return handset::EdgeError();
 }
 
 // A thread that the host has made and that has not run yet; unless it is started, it never does.
-class UnstartedThread {
+class CUnstartedThread {
   public:
-    explicit UnstartedThread(HANDLE thread) : thread_(thread) {}
-    ~UnstartedThread() {
+    explicit CUnstartedThread(HANDLE thread) : thread_(thread) {}
+    ~CUnstartedThread() {
         if (thread_ == nullptr) return;
         TerminateThread(thread_, 0);
         CloseHandle(thread_);
     }
-    UnstartedThread(const UnstartedThread&) = delete;
-    UnstartedThread& operator=(const UnstartedThread&) = delete;
+    CUnstartedThread(const CUnstartedThread&) = delete;
+    CUnstartedThread& operator=(const CUnstartedThread&) = delete;
 
     explicit operator bool() const { return thread_ != nullptr; }
     // The handle is the caller's from then on.
@@ -79,8 +79,8 @@ bool InProgram(DWORD64 address) {
     return address - reinterpret_cast<DWORD64>(base) < nt->OptionalHeader.SizeOfImage;
 }
 
-bool FreezeInOwnCode(ThreadRecord& target, HANDLE thread) {
-    if (SuspendThread(thread) == ThreadRecord::kRefused) return false;
+bool FreezeInOwnCode(CThreadRecord& target, HANDLE thread) {
+    if (SuspendThread(thread) == CThreadRecord::kRefused) return false;
     CONTEXT context{};
     context.ContextFlags = CONTEXT_CONTROL;
     if (GetThreadContext(thread, &context) && InProgram(context.Rip) && target.Freeze(thread)) return true;
@@ -97,14 +97,14 @@ bool IsRefusedByFault() {
     return wanted > 0 && refused++ < wanted;
 }
 
-bool HasStopped(const ThreadRecord& target) {
+bool HasStopped(const CThreadRecord& target) {
     const Whereabouts where = target.Where();
     return where == Whereabouts::Parked || where == Whereabouts::InWait || where == Whereabouts::Frozen;
 }
 
 // Until the thread is parked, in a wait after which it parks, frozen, resumed by somebody else, or gone. The
 // caller goes on handling the messages that other threads send it: the thread may be sending one.
-void AwaitStop(ThreadRecord& target, HANDLE thread) {
+void AwaitStop(CThreadRecord& target, HANDLE thread) {
     const HANDLE events[] = {target.ParkedEvent(), thread};
     const ULONGLONG began = GetTickCount64();
     while (target.Suspended() && !HasStopped(target)) {
@@ -128,11 +128,11 @@ void AwaitStop(ThreadRecord& target, HANDLE thread) {
 COREDLL_EXPORT HANDLE WINAPI DeviceCreateThread(SECURITY_ATTRIBUTES* security, SIZE_T stackSize,
                                                 LPTHREAD_START_ROUTINE start, void* parameter, DWORD flags,
                                                 DWORD* threadId) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     auto launch = std::make_unique<Launch>(Launch{start, parameter});
-    auto record = std::make_shared<ThreadRecord>((flags & CREATE_SUSPENDED) != 0 ? 1 : 0);
+    auto record = std::make_shared<CThreadRecord>((flags & CREATE_SUSPENDED) != 0 ? 1 : 0);
     DWORD id = 0;
-    UnstartedThread thread(
+    CUnstartedThread thread(
         CreateThread(security, stackSize, RunThread, launch.get(), flags | CREATE_SUSPENDED, &id));
     if (!thread) return nullptr;
     coredll::RegisterThread(id, std::move(record));
@@ -146,36 +146,36 @@ COREDLL_EXPORT HANDLE WINAPI DeviceCreateThread(SECURITY_ATTRIBUTES* security, S
 // Device differs: a thread that waits for an object when it is suspended still takes the object.
 COREDLL_EXPORT DWORD WINAPI DeviceSuspendThread(HANDLE thread) try {
     // A thread that suspends itself parks when this guard ends.
-    const CallGuard guard(CallKind::CallsBack);
+    const CCallGuard guard(CallKind::CallsBack);
     const DWORD id = OwnLiveThread(thread);
     if (id == 0) return SuspendThread(thread);
     if (IsRefusedByFault()) {
         SetLastError(ERROR_SIGNAL_REFUSED);
-        return ThreadRecord::kRefused;
+        return CThreadRecord::kRefused;
     }
     const auto target = coredll::ThreadRecordOf(id);
     const DWORD previous = target->AddSuspension();
-    if (previous == ThreadRecord::kRefused || id == GetCurrentThreadId()) return previous;
+    if (previous == CThreadRecord::kRefused || id == GetCurrentThreadId()) return previous;
     AwaitStop(*target, thread);
     const bool ended = WaitForSingleObject(thread, 0) == WAIT_OBJECT_0;
     return ended ? SuspendThread(thread) : previous;
 } catch (...) {
-    return handset::EdgeAnswer(ThreadRecord::kRefused);
+    return handset::EdgeAnswer(CThreadRecord::kRefused);
 }
 
 COREDLL_EXPORT DWORD WINAPI DeviceResumeThread(HANDLE thread) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     const DWORD id = OwnLiveThread(thread);
     if (id == 0) return ResumeThread(thread);
     const DWORD previous = coredll::ThreadRecordOf(id)->RemoveSuspension();
     // A thread that nobody suspended here may have been made suspended by the host: the C++ runtime does so.
     return previous == 0 ? ResumeThread(thread) : previous;
 } catch (...) {
-    return handset::EdgeAnswer(ThreadRecord::kRefused);
+    return handset::EdgeAnswer(CThreadRecord::kRefused);
 }
 
 COREDLL_EXPORT void WINAPI DeviceExitThread(DWORD code) try {
-    { const CallGuard parksBeforeTheEnd; }
+    { const CCallGuard parksBeforeTheEnd; }
     ExitThread(code);
 } catch (...) {
     handset::EdgeAnswer<void>();
@@ -183,11 +183,11 @@ COREDLL_EXPORT void WINAPI DeviceExitThread(DWORD code) try {
 
 // The thread is stopped between two platform calls first, so that it takes no lock with it.
 COREDLL_EXPORT BOOL WINAPI DeviceTerminateThread(HANDLE thread, DWORD code) try {
-    const CallGuard guard(CallKind::CallsBack);
+    const CCallGuard guard(CallKind::CallsBack);
     const DWORD id = OwnLiveThread(thread);
     if (id == 0 || id == GetCurrentThreadId()) return TerminateThread(thread, code);
     const auto target = coredll::ThreadRecordOf(id);
-    const bool counted = target->AddSuspension() != ThreadRecord::kRefused;
+    const bool counted = target->AddSuspension() != CThreadRecord::kRefused;
     AwaitStop(*target, thread);
     const BOOL done = TerminateThread(thread, code);
     if (done) {

@@ -16,8 +16,8 @@ extern "C" DWORD WINAPI DeviceGetTickCount(void);
 
 namespace {
 
-using coredll::CallGuard;
 using coredll::CallKind;
+using coredll::CCallGuard;
 
 // Windows go without their timers being taken back; what is known of so many more is looked through.
 constexpr std::size_t kManyTimers = 64;
@@ -176,7 +176,7 @@ void OpenEye() {
 // Device differs: a period is never shorter than 10 ms of real time, the host's shortest.
 COREDLL_EXPORT UINT_PTR WINAPI DeviceSetTimer(HWND window, UINT_PTR id, UINT period_ms,
                                               TIMERPROC procedure) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     const DWORD rate = HandsetClockRate();
     const UINT_PTR made =
         SetTimer(window, id, RealPeriod(period_ms), procedure != nullptr ? OnTimer : nullptr);
@@ -198,7 +198,7 @@ COREDLL_EXPORT UINT_PTR WINAPI DeviceSetTimer(HWND window, UINT_PTR id, UINT per
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceKillTimer(HWND window, UINT_PTR id) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     Forget({window, id});
     return KillTimer(window, id);
 } catch (...) {

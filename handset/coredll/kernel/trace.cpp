@@ -21,8 +21,8 @@ constexpr std::size_t kLongestUtf8 = 3;  // bytes of one of them
 }  // namespace
 
 COREDLL_EXPORT void WINAPIV NKDbgPrintfW(const WCHAR* format, ...) try {
-    const coredll::CallGuard guard;
-    const handset::KeptLastError kept;
+    const coredll::CCallGuard guard;
+    const handset::CKeptLastError kept;
     // With a terminator that a longer line does not reach.
     WCHAR text[kMostCharacters + 1] = L"";
     va_list arguments;
@@ -39,8 +39,8 @@ COREDLL_EXPORT void WINAPIV NKDbgPrintfW(const WCHAR* format, ...) try {
 }
 
 COREDLL_EXPORT int WINAPIV ConsolePrintf(const char* format, ...) try {
-    const coredll::CallGuard guard;
-    const handset::KeptLastError kept;
+    const coredll::CCallGuard guard;
+    const handset::CKeptLastError kept;
     va_list arguments;
     va_start(arguments, format);
     va_list counted;

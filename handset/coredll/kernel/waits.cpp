@@ -7,9 +7,9 @@
 #include "handset/coredll/kernel/clock.h"
 #include "handset/coredll/kernel/platform_call.h"
 
-using coredll::CallGuard;
 using coredll::CallKind;
-using coredll::Deadline;
+using coredll::CCallGuard;
+using coredll::CDeadline;
 
 namespace {
 
@@ -20,9 +20,9 @@ bool IsTimeless(DWORD milliseconds) {
 
 // Objects of the caller's and, behind them, the event that tells of a new rate. Where the host takes no more
 // objects the clock is looked at from time to time instead.
-class Awaited {
+class CAwaitedObjects {
   public:
-    Awaited(DWORD count, const HANDLE* objects, DWORD milliseconds, DWORD most)
+    CAwaitedObjects(DWORD count, const HANDLE* objects, DWORD milliseconds, DWORD most)
         : count_(count), room_(count < most), deadline_(milliseconds) {
         for (DWORD i = 0; i < count; ++i) all_[i] = objects[i];
     }
@@ -33,7 +33,7 @@ class Awaited {
         for (;;) {
             const DWORD left_ms = deadline_.Left_ms();
             const HANDLE turn = room_ ? deadline_.TurnEvent() : nullptr;
-            const DWORD step_ms = turn != nullptr ? left_ms : std::min(left_ms, Deadline::kLook_ms);
+            const DWORD step_ms = turn != nullptr ? left_ms : std::min(left_ms, CDeadline::kLook_ms);
             if (turn != nullptr) all_[count_] = turn;
             const DWORD result = wait(count_ + (turn != nullptr ? 1 : 0), all_.data(), step_ms);
             if (turn != nullptr && result == WAIT_OBJECT_0 + count_) continue;
@@ -45,7 +45,7 @@ class Awaited {
   private:
     DWORD count_;
     bool room_;
-    Deadline deadline_;
+    CDeadline deadline_;
     std::array<HANDLE, MAXIMUM_WAIT_OBJECTS + 1> all_{};
 };
 
@@ -55,13 +55,13 @@ DWORD WaitForAny(DWORD count, const HANDLE* objects, DWORD milliseconds) {
     };
     if (IsTimeless(milliseconds) || count == 0 || count > MAXIMUM_WAIT_OBJECTS || objects == nullptr)
         return wait(count, objects, milliseconds);
-    return Awaited(count, objects, milliseconds, MAXIMUM_WAIT_OBJECTS).Until(wait);
+    return CAwaitedObjects(count, objects, milliseconds, MAXIMUM_WAIT_OBJECTS).Until(wait);
 }
 
 }  // namespace
 
 COREDLL_EXPORT void WINAPI DeviceSleep(DWORD milliseconds) try {
-    const CallGuard guard(CallKind::Waits);
+    const CCallGuard guard(CallKind::Waits);
     if (IsTimeless(milliseconds)) return Sleep(milliseconds);
     coredll::SleepOnClock(milliseconds);
 } catch (...) {
@@ -69,7 +69,7 @@ COREDLL_EXPORT void WINAPI DeviceSleep(DWORD milliseconds) try {
 }
 
 COREDLL_EXPORT DWORD WINAPI DeviceWaitForSingleObject(HANDLE object, DWORD milliseconds) try {
-    const CallGuard guard(CallKind::Waits);
+    const CCallGuard guard(CallKind::Waits);
     if (IsTimeless(milliseconds)) return WaitForSingleObject(object, milliseconds);
     return WaitForAny(1, &object, milliseconds);
 } catch (...) {
@@ -79,7 +79,7 @@ COREDLL_EXPORT DWORD WINAPI DeviceWaitForSingleObject(HANDLE object, DWORD milli
 // The device waits for any of the objects only.
 COREDLL_EXPORT DWORD WINAPI DeviceWaitForMultipleObjects(DWORD count, const HANDLE* objects, BOOL all,
                                                          DWORD milliseconds) try {
-    const CallGuard guard(CallKind::Waits);
+    const CCallGuard guard(CallKind::Waits);
     if (all) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return WAIT_FAILED;
@@ -92,7 +92,7 @@ COREDLL_EXPORT DWORD WINAPI DeviceWaitForMultipleObjects(DWORD count, const HAND
 COREDLL_EXPORT DWORD WINAPI DeviceMsgWaitForMultipleObjectsEx(DWORD count, const HANDLE* objects,
                                                               DWORD milliseconds, DWORD wakeMask,
                                                               DWORD flags) try {
-    const CallGuard guard(CallKind::CallsBack);
+    const CCallGuard guard(CallKind::CallsBack);
     const auto wait = [wakeMask, flags](DWORD number, const HANDLE* handles, DWORD real_ms) {
         return MsgWaitForMultipleObjectsEx(number, handles, real_ms, wakeMask, flags);
     };
@@ -100,7 +100,7 @@ COREDLL_EXPORT DWORD WINAPI DeviceMsgWaitForMultipleObjectsEx(DWORD count, const
     constexpr DWORD kMost = MAXIMUM_WAIT_OBJECTS - 1;
     if (IsTimeless(milliseconds) || count > kMost || (flags & MWMO_WAITALL) != 0)
         return wait(count, objects, HandsetRealTimeout(milliseconds));
-    return Awaited(count, objects, milliseconds, kMost).Until(wait);
+    return CAwaitedObjects(count, objects, milliseconds, kMost).Until(wait);
 } catch (...) {
     return handset::EdgeAnswer<DWORD>(WAIT_FAILED);
 }

@@ -34,7 +34,7 @@ BOOL SetHandsetNow(std::uint64_t time) {
 }  // namespace
 
 COREDLL_EXPORT void WINAPI DeviceGetSystemTime(SYSTEMTIME* time) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     const FILETIME now = FileTime(HandsetNow());
     FileTimeToSystemTime(&now, time);
 } catch (...) {
@@ -43,7 +43,7 @@ COREDLL_EXPORT void WINAPI DeviceGetSystemTime(SYSTEMTIME* time) try {
 }
 
 COREDLL_EXPORT void WINAPI DeviceGetLocalTime(SYSTEMTIME* time) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     const FILETIME local = FileTime(handset::LocalFromUniversal(HandsetNow()));
     FileTimeToSystemTime(&local, time);
 } catch (...) {
@@ -52,7 +52,7 @@ COREDLL_EXPORT void WINAPI DeviceGetLocalTime(SYSTEMTIME* time) try {
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceSetSystemTime(const SYSTEMTIME* time) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     FILETIME universal;
     return SystemTimeToFileTime(time, &universal) && SetHandsetNow(Ticks(universal));
 } catch (...) {
@@ -60,7 +60,7 @@ COREDLL_EXPORT BOOL WINAPI DeviceSetSystemTime(const SYSTEMTIME* time) try {
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceSetLocalTime(const SYSTEMTIME* time) try {
-    const coredll::CallGuard guard;
+    const coredll::CCallGuard guard;
     FILETIME local;
     return SystemTimeToFileTime(time, &local) && SetHandsetNow(handset::UniversalFromLocal(Ticks(local)));
 } catch (...) {

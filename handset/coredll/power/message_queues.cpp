@@ -16,17 +16,17 @@
 
 namespace {
 
-using coredll::CallGuard;
 using coredll::CallKind;
-using handset::QueueEnd;
+using coredll::CCallGuard;
+using handset::CQueueEnd;
 
 constexpr DWORD kKnownFlags = MSGQUEUE_NOPRECOMMIT | MSGQUEUE_ALLOW_BROKEN;
 constexpr std::size_t kLongestId = 300;  // characters
 
 // An end and the card on which other processes find the queue by the handle.
 struct OpenEnd {
-    std::unique_ptr<QueueEnd> end;
-    std::unique_ptr<handset::SharedMemory> card;
+    std::unique_ptr<CQueueEnd> end;
+    std::unique_ptr<handset::CSharedMemory> card;
 };
 using SharedEnd = std::shared_ptr<OpenEnd>;
 
@@ -57,11 +57,11 @@ std::wstring CardName(DWORD process, HANDLE queue) {
            std::to_wstring(reinterpret_cast<std::uintptr_t>(queue));
 }
 
-HANDLE Register(std::unique_ptr<QueueEnd> end) {
+HANDLE Register(std::unique_ptr<CQueueEnd> end) {
     const HANDLE handle = end->NewWaitable();
     if (handle == nullptr) return nullptr;
-    auto card = std::make_unique<handset::SharedMemory>(CardName(GetCurrentProcessId(), handle),
-                                                        (kLongestId + 1) * sizeof(wchar_t));
+    auto card = std::make_unique<handset::CSharedMemory>(CardName(GetCurrentProcessId(), handle),
+                                                         (kLongestId + 1) * sizeof(wchar_t));
     if (*card) end->id().copy(static_cast<wchar_t*>(card->data()), kLongestId);
     const std::lock_guard<std::mutex> guard(g_lock);
     Ends()[handle] = std::make_shared<OpenEnd>(OpenEnd{std::move(end), std::move(card)});
@@ -88,9 +88,9 @@ bool Understood(const MSGQUEUEOPTIONS* options) {
 template <typename Attempt>
 DWORD InTime(DWORD milliseconds, Attempt attempt) {
     if (milliseconds == 0 || milliseconds == INFINITE) return attempt(milliseconds);
-    coredll::Deadline deadline(milliseconds);
+    coredll::CDeadline deadline(milliseconds);
     for (;;) {
-        const DWORD error = attempt(std::min(deadline.Left_ms(), coredll::Deadline::kLook_ms));
+        const DWORD error = attempt(std::min(deadline.Left_ms(), coredll::CDeadline::kLook_ms));
         if (error != ERROR_TIMEOUT || deadline.Left_ms() == 0) return error;
     }
 }
@@ -105,7 +105,7 @@ std::wstring NewId(const wchar_t* name) {
 std::wstring QueueOfForeignHandle(HANDLE process, HANDLE queue) {
     const DWORD id = GetProcessId(process);
     if (id == 0) return L"";
-    const handset::SharedMemory card(CardName(id, queue), 0);
+    const handset::CSharedMemory card(CardName(id, queue), 0);
     return card ? static_cast<const wchar_t*>(card.data()) : L"";
 }
 
@@ -124,7 +124,7 @@ bool coredll::CloseQueueHandle(HANDLE queue) {
 }
 
 COREDLL_EXPORT HANDLE WINAPI CreateMsgQueue(const wchar_t* name, MSGQUEUEOPTIONS* options) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     if (handset::FaultInjected(L"msgqueue")) return Failed(ERROR_OUTOFMEMORY);
     if (!Understood(options) || options->cbMaxMessage == 0 || (options->dwFlags & ~kKnownFlags) != 0) {
         return Failed(ERROR_INVALID_PARAMETER);
@@ -134,9 +134,9 @@ COREDLL_EXPORT HANDLE WINAPI CreateMsgQueue(const wchar_t* name, MSGQUEUEOPTIONS
         return Failed(ERROR_FILENAME_EXCED_RANGE);
     }
     const handset::QueueOptions wanted{options->dwFlags, options->dwMaxMessages, options->cbMaxMessage};
-    std::unique_ptr<QueueEnd> end;
+    std::unique_ptr<CQueueEnd> end;
     bool existed = false;
-    const DWORD error = QueueEnd::Open(id, options->bReadAccess != FALSE, &wanted, &end, &existed);
+    const DWORD error = CQueueEnd::Open(id, options->bReadAccess != FALSE, &wanted, &end, &existed);
     if (error != ERROR_SUCCESS) return Failed(error);
     const HANDLE handle = Register(std::move(end));
     SetLastError(existed ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
@@ -146,12 +146,12 @@ COREDLL_EXPORT HANDLE WINAPI CreateMsgQueue(const wchar_t* name, MSGQUEUEOPTIONS
 }
 
 COREDLL_EXPORT HANDLE WINAPI OpenMsgQueue(HANDLE process, HANDLE queue, MSGQUEUEOPTIONS* options) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     if (!Understood(options)) return Failed(ERROR_INVALID_PARAMETER);
     const std::wstring id = QueueOfForeignHandle(process, queue);
     if (id.empty()) return Failed(ERROR_INVALID_HANDLE);
-    std::unique_ptr<QueueEnd> end;
-    const DWORD error = QueueEnd::Open(id, options->bReadAccess != FALSE, nullptr, &end);
+    std::unique_ptr<CQueueEnd> end;
+    const DWORD error = CQueueEnd::Open(id, options->bReadAccess != FALSE, nullptr, &end);
     if (error == ERROR_FILE_NOT_FOUND) return Failed(ERROR_INVALID_HANDLE);
     return error == ERROR_SUCCESS ? Register(std::move(end)) : Failed(error);
 } catch (...) {
@@ -160,7 +160,7 @@ COREDLL_EXPORT HANDLE WINAPI OpenMsgQueue(HANDLE process, HANDLE queue, MSGQUEUE
 
 COREDLL_EXPORT BOOL WINAPI ReadMsgQueue(HANDLE queue, void* buffer, DWORD size, DWORD* read,
                                         DWORD milliseconds, DWORD* flags) try {
-    const CallGuard guard(CallKind::Waits);
+    const CCallGuard guard(CallKind::Waits);
     if (read != nullptr) *read = 0;
     if (buffer == nullptr || size == 0 || read == nullptr) return Result(ERROR_INVALID_PARAMETER);
     const SharedEnd end = EndOf(queue);
@@ -173,7 +173,7 @@ COREDLL_EXPORT BOOL WINAPI ReadMsgQueue(HANDLE queue, void* buffer, DWORD size, 
 
 COREDLL_EXPORT BOOL WINAPI WriteMsgQueue(HANDLE queue, void* data, DWORD size, DWORD milliseconds,
                                          DWORD flags) try {
-    const CallGuard guard(CallKind::Waits);
+    const CCallGuard guard(CallKind::Waits);
     if (data == nullptr || size == 0 || (flags & ~DWORD{MSGQUEUE_MSGALERT}) != 0) {
         return Result(ERROR_INVALID_PARAMETER);
     }
@@ -186,7 +186,7 @@ COREDLL_EXPORT BOOL WINAPI WriteMsgQueue(HANDLE queue, void* data, DWORD size, D
 }
 
 COREDLL_EXPORT BOOL WINAPI GetMsgQueueInfo(HANDLE queue, MSGQUEUEINFO* info) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     if (info == nullptr || info->dwSize != sizeof *info) return Result(ERROR_INVALID_PARAMETER);
     const SharedEnd end = EndOf(queue);
     if (!end) return Result(ERROR_INVALID_HANDLE);
@@ -205,7 +205,7 @@ COREDLL_EXPORT BOOL WINAPI GetMsgQueueInfo(HANDLE queue, MSGQUEUEINFO* info) try
 }
 
 COREDLL_EXPORT BOOL WINAPI CloseMsgQueue(HANDLE queue) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     return coredll::CloseQueueHandle(queue) ? TRUE : Result(ERROR_INVALID_HANDLE);
 } catch (...) {
     return handset::EdgeAnswer(FALSE);

@@ -15,12 +15,12 @@
 
 namespace {
 
-using coredll::CallGuard;
-using handset::QueueEnd;
+using coredll::CCallGuard;
+using handset::CQueueEnd;
 
 // A request for notifications: while it stands the power manager has an end to write, without which the queue
 // would count as broken.
-using Requests = std::map<HANDLE, std::unique_ptr<QueueEnd>>;
+using Requests = std::map<HANDLE, std::unique_ptr<CQueueEnd>>;
 std::mutex g_lock;  // guards AllRequests()
 Requests& AllRequests() {
     // Never destroyed: threads still call while the process ends.
@@ -40,7 +40,7 @@ HANDLE Refused(DWORD error) {
 }  // namespace
 
 COREDLL_EXPORT DWORD WINAPI DeviceGetSystemPowerState(wchar_t* name, DWORD length, DWORD* flags) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     if (name == nullptr || length == 0 || flags == nullptr) return ERROR_INVALID_PARAMETER;
     const handset::PowerState state = handset::CurrentPowerState();
     if (state.name.size() >= length) return ERROR_INSUFFICIENT_BUFFER;
@@ -53,21 +53,21 @@ COREDLL_EXPORT DWORD WINAPI DeviceGetSystemPowerState(wchar_t* name, DWORD lengt
 
 COREDLL_EXPORT DWORD WINAPI DeviceSetSystemPowerState(const wchar_t* name, DWORD flags,
                                                       DWORD /*options*/) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     return name != nullptr ? handset::ChangePowerState(std::wstring(name)) : handset::ChangePowerState(flags);
 } catch (...) {
     return handset::EdgeError();
 }
 
 COREDLL_EXPORT HANDLE WINAPI RequestPowerNotifications(HANDLE queue, DWORD kinds) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     if (handset::FaultInjected(L"power-notify")) return Refused(ERROR_ACCESS_DENIED);
     if (kinds == 0) return Refused(ERROR_INVALID_PARAMETER);
     bool reads = false;
     const std::wstring id = coredll::QueueOfHandle(queue, &reads);
     if (id.empty() || !reads) return Refused(ERROR_INVALID_HANDLE);
-    std::unique_ptr<QueueEnd> end;
-    const DWORD error = QueueEnd::Open(id, false, nullptr, &end);
+    std::unique_ptr<CQueueEnd> end;
+    const DWORD error = CQueueEnd::Open(id, false, nullptr, &end);
     if (error != ERROR_SUCCESS) return Refused(error);
     const auto number = handset::AddPowerListener(id, kinds);
     if (!number) return Refused(ERROR_OUTOFMEMORY);
@@ -79,7 +79,7 @@ COREDLL_EXPORT HANDLE WINAPI RequestPowerNotifications(HANDLE queue, DWORD kinds
 }
 
 COREDLL_EXPORT DWORD WINAPI StopPowerNotifications(HANDLE notifications) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     const std::lock_guard<std::mutex> lock(g_lock);
     const auto found = AllRequests().find(notifications);
     if (found == AllRequests().end()) return ERROR_INVALID_PARAMETER;
@@ -92,7 +92,7 @@ COREDLL_EXPORT DWORD WINAPI StopPowerNotifications(HANDLE notifications) try {
 
 // The state value IdleTimerResets holds how often the count has started anew.
 COREDLL_EXPORT void WINAPI DeviceSystemIdleTimerReset(void) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     handset::ResetIdleTimer();
 } catch (...) {
     handset::EdgeAnswer<void>();
@@ -100,7 +100,7 @@ COREDLL_EXPORT void WINAPI DeviceSystemIdleTimerReset(void) try {
 
 // Device differs: of the notices to the power manager only unattended mode is known.
 COREDLL_EXPORT BOOL WINAPI DevicePowerPolicyNotify(DWORD message, DWORD data) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     if (message != PPN_UNATTENDEDMODE) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
@@ -111,7 +111,7 @@ COREDLL_EXPORT BOOL WINAPI DevicePowerPolicyNotify(DWORD message, DWORD data) tr
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceAllKeys(BOOL allKeys) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     return handset::WantAllKeys(allKeys != FALSE);
 } catch (...) {
     return handset::EdgeAnswer(FALSE);

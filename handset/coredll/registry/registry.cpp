@@ -11,7 +11,7 @@
 
 namespace {
 
-using coredll::CallGuard;
+using coredll::CCallGuard;
 
 // Where a key of the device lies on the host.
 struct HostKey {
@@ -47,9 +47,9 @@ LONG MakeRoot(HKEY root, HKEY* made) {
 }
 
 // A key that calls without a path can work on: an open one as it is, a root opened for the moment.
-class WorkingKey {
+class CWorkingKey {
   public:
-    explicit WorkingKey(HKEY key) : key_(key) {
+    explicit CWorkingKey(HKEY key) : key_(key) {
         if (!IsRoot(key)) return;
         status_ = MakeRoot(key, handset::Put(opened_));
         key_ = opened_.get();
@@ -69,7 +69,7 @@ class WorkingKey {
 // The device has no access rights: every key is opened for everything.
 COREDLL_EXPORT LONG WINAPI DeviceRegOpenKeyExW(HKEY key, const wchar_t* subkey, DWORD options, REGSAM access,
                                                HKEY* result) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     if (result == nullptr) return ERROR_INVALID_PARAMETER;
     if (IsRoot(key) && Locate(key, subkey).path == Locate(key, nullptr).path) return MakeRoot(key, result);
     const HostKey host = Locate(key, subkey);
@@ -83,7 +83,7 @@ COREDLL_EXPORT LONG WINAPI DeviceRegCreateKeyExW(HKEY key, const wchar_t* subkey
                                                  wchar_t* keyClass, DWORD /*options*/, REGSAM access,
                                                  SECURITY_ATTRIBUTES* /*security*/, HKEY* result,
                                                  DWORD* disposition) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     if (result == nullptr) return ERROR_INVALID_PARAMETER;
     const HostKey host = Locate(key, subkey);
     if (Refused(host, access)) return ERROR_ACCESS_DENIED;
@@ -95,7 +95,7 @@ COREDLL_EXPORT LONG WINAPI DeviceRegCreateKeyExW(HKEY key, const wchar_t* subkey
 
 // As on the device, the keys below go with it.
 COREDLL_EXPORT LONG WINAPI DeviceRegDeleteKeyW(HKEY key, const wchar_t* subkey) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     const HostKey host = Locate(key, subkey);
     if (subkey == nullptr || host.path.empty() || host.path == Locate(key, nullptr).path) {
         return ERROR_INVALID_PARAMETER;
@@ -106,7 +106,7 @@ COREDLL_EXPORT LONG WINAPI DeviceRegDeleteKeyW(HKEY key, const wchar_t* subkey) 
 }
 
 COREDLL_EXPORT LONG WINAPI DeviceRegCloseKey(HKEY key) try {
-    const CallGuard guard;
+    const CCallGuard guard;
     return IsRoot(key) ? ERROR_SUCCESS : RegCloseKey(key);
 } catch (...) {
     return static_cast<LONG>(handset::EdgeError());
@@ -115,8 +115,8 @@ COREDLL_EXPORT LONG WINAPI DeviceRegCloseKey(HKEY key) try {
 // ON_KEY(RegFlushKey, (HKEY key), ()): a call whose first argument is a key, root or open.
 #define ON_KEY(name, parameters, ...)                                   \
     COREDLL_EXPORT LONG WINAPI Device##name parameters try {            \
-        const CallGuard guard;                                          \
-        const WorkingKey working(key);                                  \
+        const CCallGuard guard;                                         \
+        const CWorkingKey working(key);                                 \
         if (working.status() != ERROR_SUCCESS) return working.status(); \
         return name(working.get() __VA_OPT__(, ) __VA_ARGS__);          \
     } catch (...) {                                                     \

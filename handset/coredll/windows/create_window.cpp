@@ -17,8 +17,8 @@
 
 namespace {
 
-using coredll::CallGuard;
 using coredll::CallKind;
+using coredll::CCallGuard;
 
 struct Place {
     int x;
@@ -59,7 +59,7 @@ COREDLL_EXPORT HWND WINAPI DeviceCreateWindowExW(DWORD extendedStyle, const wcha
                                                  const wchar_t* title, DWORD style, int x, int y, int width,
                                                  int height, HWND parent, HMENU menu, HINSTANCE module,
                                                  void* parameter) try {
-    const CallGuard guard(CallKind::CallsBack);
+    const CCallGuard guard(CallKind::CallsBack);
     coredll::WatchTapAndHold();
     coredll::WatchUncovering();
     coredll::KeepDisabledWindowsInactive();

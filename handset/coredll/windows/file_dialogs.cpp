@@ -14,9 +14,9 @@
 
 namespace {
 
-using coredll::CallGuard;
 using coredll::CallKind;
-using handset::DevicePath;
+using coredll::CCallGuard;
+using handset::CDevicePath;
 using handset::OnDevice;
 
 constexpr DWORD kLongestPath = 32768;
@@ -24,9 +24,9 @@ constexpr DWORD kLongestPath = 32768;
 // Device differs: the host's dialog also shows what lies outside the device; a choice there counts as none.
 BOOL Choose(OPENFILENAMEW* request, BOOL(WINAPI* dialog)(OPENFILENAMEW*)) {
     if (request == nullptr || request->lpstrFile == nullptr || request->nMaxFile == 0) return FALSE;
-    const DevicePath folder =
+    const CDevicePath folder =
         OnDevice(request->lpstrInitialDir != nullptr ? request->lpstrInitialDir : L"\\");
-    const DevicePath proposed = OnDevice(request->lpstrFile);
+    const CDevicePath proposed = OnDevice(request->lpstrFile);
     std::wstring choice = request->lpstrFile[0] != L'\0' && proposed ? proposed.host() : L"";
     choice.resize(kLongestPath);
 
@@ -53,14 +53,14 @@ BOOL Choose(OPENFILENAMEW* request, BOOL(WINAPI* dialog)(OPENFILENAMEW*)) {
 }  // namespace
 
 COREDLL_EXPORT BOOL WINAPI DeviceGetOpenFileNameW(OPENFILENAMEW* request) try {
-    const CallGuard guard(CallKind::CallsBack);
+    const CCallGuard guard(CallKind::CallsBack);
     return Choose(request, GetOpenFileNameW);
 } catch (...) {
     return handset::EdgeAnswer(FALSE);
 }
 
 COREDLL_EXPORT BOOL WINAPI DeviceGetSaveFileNameW(OPENFILENAMEW* request) try {
-    const CallGuard guard(CallKind::CallsBack);
+    const CCallGuard guard(CallKind::CallsBack);
     return Choose(request, GetSaveFileNameW);
 } catch (...) {
     return handset::EdgeAnswer(FALSE);

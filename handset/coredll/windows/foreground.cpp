@@ -48,7 +48,7 @@ bool HostAskedToHide() {
 }  // namespace
 
 COREDLL_EXPORT BOOL WINAPI DeviceSetForegroundWindow(HWND window) try {
-    const coredll::CallGuard guard(coredll::CallKind::CallsBack);
+    const coredll::CCallGuard guard(coredll::CallKind::CallsBack);
     const auto value = reinterpret_cast<std::uintptr_t>(window) & ~std::uintptr_t{1};
     const HWND asked = reinterpret_cast<HWND>(value);
     const HWND box = IsWindowEnabled(asked) ? nullptr : BoxOf(asked);
@@ -60,7 +60,7 @@ COREDLL_EXPORT BOOL WINAPI DeviceSetForegroundWindow(HWND window) try {
 // The windows of the device are those of its programs; whatever else stands on the host's desktop, another
 // handset among it, is not there.
 COREDLL_EXPORT HWND WINAPI DeviceFindWindowW(const wchar_t* windowClass, const wchar_t* title) try {
-    const coredll::CallGuard guard(coredll::CallKind::CallsBack);
+    const coredll::CCallGuard guard(coredll::CallKind::CallsBack);
     return handset::FindOwnWindow(windowClass, title);
 } catch (...) {
     return handset::EdgeAnswer<HWND>();
@@ -69,7 +69,7 @@ COREDLL_EXPORT HWND WINAPI DeviceFindWindowW(const wchar_t* windowClass, const w
 // A program that is started comes to the front, whatever is there: its first window is shown as such, however
 // the host was asked to show it (minimised, say, or behind the others).
 COREDLL_EXPORT BOOL WINAPI DeviceShowWindow(HWND window, int show) try {
-    const coredll::CallGuard guard(coredll::CallKind::CallsBack);
+    const coredll::CCallGuard guard(coredll::CallKind::CallsBack);
     static std::atomic<bool> started = false;
     const bool meantToHide = show == SW_HIDE && !HostAskedToHide();
     if (meantToHide || !StandsAlone(window) || started.exchange(true)) return ShowWindow(window, show);

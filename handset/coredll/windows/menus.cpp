@@ -95,15 +95,15 @@ LRESULT CALLBACK KeepInDisplayProc(int code, WPARAM wParam, LPARAM lParam) try {
     return handset::EdgeAnswer<LRESULT>();
 }
 
-class MenuPlacement {
+class CMenuPlacement {
   public:
-    MenuPlacement()
+    CMenuPlacement()
         : hook_(SetWindowsHookExW(WH_CALLWNDPROC, KeepInDisplayProc, nullptr, GetCurrentThreadId())) {}
-    ~MenuPlacement() {
+    ~CMenuPlacement() {
         if (hook_ != nullptr) UnhookWindowsHookEx(hook_);
     }
-    MenuPlacement(const MenuPlacement&) = delete;
-    MenuPlacement& operator=(const MenuPlacement&) = delete;
+    CMenuPlacement(const CMenuPlacement&) = delete;
+    CMenuPlacement& operator=(const CMenuPlacement&) = delete;
 
   private:
     HHOOK hook_;
@@ -113,8 +113,8 @@ class MenuPlacement {
 
 COREDLL_EXPORT BOOL WINAPI DeviceTrackPopupMenuEx(HMENU menu, UINT flags, int x, int y, HWND window,
                                                   TPMPARAMS* parameters) try {
-    const coredll::CallGuard guard(coredll::CallKind::CallsBack);
-    const MenuPlacement placement;
+    const coredll::CCallGuard guard(coredll::CallKind::CallsBack);
+    const CMenuPlacement placement;
     return TrackPopupMenuEx(menu, flags, x, y, window, parameters);
 } catch (...) {
     return handset::EdgeAnswer(FALSE);

@@ -13,8 +13,8 @@
 
 namespace {
 
-using coredll::CallGuard;
 using coredll::CallKind;
+using coredll::CCallGuard;
 
 constexpr wchar_t kDialogClass[] = L"#32770";
 constexpr int kMargin_px = 4;
@@ -57,7 +57,7 @@ SIZE SizeOf(HWND window) {
 int HeightOfText(HWND text, int width) {
     wchar_t words[2048];
     GetWindowTextW(text, words, std::size(words));
-    const handset::WindowDC dc(text);
+    const handset::CWindowDC dc(text);
     const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(text, WM_GETFONT, 0, 0));
     const HGDIOBJ previous = font != nullptr ? SelectObject(dc.get(), font) : nullptr;
     RECT rect{0, 0, width, 0};
@@ -142,8 +142,8 @@ LRESULT CALLBACK AfterMessage(int code, WPARAM fromThread, LPARAM data) try {
 
 COREDLL_EXPORT int WINAPI DeviceMessageBoxW(HWND owner, const wchar_t* text, const wchar_t* caption,
                                             UINT type) try {
-    const CallGuard guard(CallKind::CallsBack);
-    const coredll::ModalOwner kept(owner);
+    const CCallGuard guard(CallKind::CallsBack);
+    const coredll::CModalOwner kept(owner);
     coredll::WatchUncovering();
     t_hook = SetWindowsHookExW(WH_CALLWNDPROCRET, AfterMessage, nullptr, GetCurrentThreadId());
     const int answer = MessageBoxW(owner, text, caption, type);

@@ -7,8 +7,8 @@
 COREDLL_EXPORT INT_PTR WINAPI DeviceDialogBoxIndirectParamW(HINSTANCE module, const DLGTEMPLATE* layout,
                                                             HWND owner, DLGPROC procedure,
                                                             LPARAM parameter) try {
-    const coredll::CallGuard guard(coredll::CallKind::CallsBack);
-    const coredll::ModalOwner kept(owner);
+    const coredll::CCallGuard guard(coredll::CallKind::CallsBack);
+    const coredll::CModalOwner kept(owner);
     coredll::WatchUncovering();
     return DialogBoxIndirectParamW(module, layout, owner, procedure, parameter);
 } catch (...) {

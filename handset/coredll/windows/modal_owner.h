@@ -9,23 +9,23 @@ namespace coredll {
 
 // The device leaves an owner disabled that was disabled before its box came, and gives the activation to
 // another window when the box closes; the host may enable the owner, and activates it from the box's thread.
-class ModalOwner {
+class CModalOwner {
   public:
-    explicit ModalOwner(HWND owner)
+    explicit CModalOwner(HWND owner)
         : enabled_(owner != nullptr && IsWindowEnabled(owner) ? owner : nullptr),
           disabled_(enabled_ == nullptr ? owner : nullptr) {
         KeepDisabledWindowsInactive();
         if (disabled_ != nullptr) HoldDisabled(disabled_, true);
     }
-    ~ModalOwner() {
+    ~CModalOwner() {
         if (disabled_ != nullptr) {
             EnableWindow(disabled_, FALSE);
             HoldDisabled(disabled_, false);
         }
         if (enabled_ != nullptr && !IsWindowEnabled(enabled_)) Free();
     }
-    ModalOwner(const ModalOwner&) = delete;
-    ModalOwner& operator=(const ModalOwner&) = delete;
+    CModalOwner(const CModalOwner&) = delete;
+    CModalOwner& operator=(const CModalOwner&) = delete;
 
   private:
     // Of two boxes one above the other the lower may be answered first: the upper one then leaves the owner

@@ -50,9 +50,9 @@ std::wstring TitleInFront(HWND bar) {
     return title;
 }
 
-class TopBar {
+class CTopBar {
   public:
-    TopBar(HWND window, HWND below) : window_(window), below_(below) {}
+    CTopBar(HWND window, HWND below) : window_(window), below_(below) {}
 
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -67,7 +67,7 @@ class TopBar {
     TopBarState state_ = {};
 };
 
-void TopBar::Look() {
+void CTopBar::Look() {
     if (!IsWindow(below_)) {
         DestroyWindow(window_);
         return;
@@ -80,7 +80,7 @@ void TopBar::Look() {
     InvalidateRect(window_, nullptr, FALSE);
 }
 
-void TopBar::Fit() const {
+void CTopBar::Fit() const {
     RECT display = {};
     HandsetDisplayRect(&display);
     SetWindowPos(window_, nullptr, display.left, display.top, display.right - display.left,
@@ -88,7 +88,7 @@ void TopBar::Fit() const {
     InvalidateRect(window_, nullptr, FALSE);
 }
 
-void TopBar::Paint() const {
+void CTopBar::Paint() const {
     PAINTSTRUCT paint;
     RECT client = {};
     const HDC window = BeginPaint(window_, &paint);
@@ -103,7 +103,7 @@ void TopBar::Paint() const {
     EndPaint(window_, &paint);
 }
 
-LRESULT TopBar::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CTopBar::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_PAINT:
             Paint();
@@ -127,12 +127,12 @@ LRESULT TopBar::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT CALLBACK BarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) try {
     if (message == WM_CREATE) {
         const auto below = static_cast<HWND>(reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams);
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(new TopBar(window, below)));
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(new CTopBar(window, below)));
         SetTimer(window, kLookTimer, kLook_ms, nullptr);
         PostMessageW(window, WM_TIMER, kLookTimer, 0);
         return 0;
     }
-    auto* const bar = reinterpret_cast<TopBar*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    auto* const bar = reinterpret_cast<CTopBar*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (bar == nullptr) return DefWindowProcW(window, message, wParam, lParam);
     if (message != WM_NCDESTROY) return bar->Handle(message, wParam, lParam);
     SetWindowLongPtrW(window, GWLP_USERDATA, 0);

@@ -77,9 +77,9 @@ COLORREF Faint(COLORREF colour) {
 }
 
 // One bar, being painted: signs and texts are put to its right end, one beside the other.
-class Bar {
+class CBarDrawing {
   public:
-    Bar(HDC dc, const RECT& area)
+    CBarDrawing(HDC dc, const RECT& area)
         : dc_(dc),
           area_(area),
           scale_(std::max(1, static_cast<int>(area.bottom - area.top) / handset::kUsualBarRows)),
@@ -148,7 +148,7 @@ OwnedFont TextFont(int height) {
 }  // namespace
 
 void PaintTopBar(HDC dc, const RECT& area, const TopBarState& state) {
-    Bar bar(dc, area);
+    CBarDrawing bar(dc, area);
     const OwnedFont font = TextFont(bar.Px(kFontHeight));
     const int saved = SaveDC(dc);
     SelectObject(dc, font.get());

@@ -25,9 +25,9 @@ bool HasCovered(HWND window) {
 }
 
 // What is left of a window that goes, while the windows behind it are looked at from the front to the back.
-class BareArea {
+class CBareArea {
   public:
-    explicit BareArea(HWND gone) : gone_(gone) {
+    explicit CBareArea(HWND gone) : gone_(gone) {
         RECT place{};
         GetWindowRect(gone, &place);
         area_.reset(CreateRectRgnIndirect(&place));
@@ -59,7 +59,7 @@ class BareArea {
 };
 
 BOOL CALLBACK PaintBehind(HWND window, LPARAM area) try {
-    return reinterpret_cast<const BareArea*>(area)->Paint(window);
+    return reinterpret_cast<const CBareArea*>(area)->Paint(window);
 } catch (...) {
     return handset::EdgeAnswer(FALSE);
 }
@@ -67,7 +67,7 @@ BOOL CALLBACK PaintBehind(HWND window, LPARAM area) try {
 LRESULT CALLBACK BeforeItGoes(int code, WPARAM window, LPARAM data) try {
     const auto gone = reinterpret_cast<HWND>(window);
     if (code == HCBT_DESTROYWND && HasCovered(gone)) {
-        const BareArea area(gone);
+        const CBareArea area(gone);
         EnumWindows(PaintBehind, reinterpret_cast<LPARAM>(&area));
     }
     return CallNextHookEx(t_hook, code, window, data);

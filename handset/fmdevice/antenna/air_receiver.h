@@ -82,10 +82,10 @@ class CAirReceiver {
     StreamForm form_;
     CBandMemory* band_;
     SetCentre setCentre_;
-    sdr::SampleDecoder decoder_;
-    sdr::rds::Decoder rds_;
-    sdr::Receiver receiver_;
-    sdr::BandLook look_;
+    sdr::CSampleDecoder decoder_;
+    sdr::rds::CDecoder rds_;
+    sdr::CSampleReceiver receiver_;
+    sdr::CBandLook look_;
     CHiss hiss_{4711};
 
     Mode mode_ = Mode::kStation;

@@ -32,7 +32,7 @@ CFileSource::~CFileSource() {
     thread_.join();
 }
 
-std::string CFileSource::Open(sdr::IqFile* file) const {
+std::string CFileSource::Open(sdr::CIqFile* file) const {
     sdr::IqHints hints;
     if (!antenna_.form.empty()) hints.form = sdr::FormNamed(antenna_.form);
     hints.rate_Hz = antenna_.rate_Hz;
@@ -46,7 +46,7 @@ std::string CFileSource::Open(sdr::IqFile* file) const {
 
 void CFileSource::Run() {
     while (!stop_) {
-        sdr::IqFile file;
+        sdr::CIqFile file;
         const std::string fault = Open(&file);
         if (fault.empty()) {
             Play(&file);
@@ -58,7 +58,7 @@ void CFileSource::Run() {
     }
 }
 
-void CFileSource::Play(sdr::IqFile* file) {
+void CFileSource::Play(sdr::CIqFile* file) {
     StreamForm form;
     // As the file's reader gives them.
     form.form = sdr::SampleForm::kCf32;

@@ -23,8 +23,8 @@ class CFileSource : public ISampleSource {
 
   private:
     void Run();
-    std::string Open(sdr::IqFile* file) const;
-    void Play(sdr::IqFile* file);
+    std::string Open(sdr::CIqFile* file) const;
+    void Play(sdr::CIqFile* file);
 
     const handset::Antenna antenna_;
     CSampleStream* const stream_;

@@ -107,7 +107,7 @@ class CRealFrontEnd : public ITunerFrontEnd, public std::enable_shared_from_this
 
     handset::CLock soundLock_;  // guards the sound; inside lock_ or alone
     CClockedSound sound_;
-    sdr::ClockBridge bridge_;  // the radio's thread's own
+    sdr::CClockBridge bridge_;  // the radio's thread's own
 
     std::thread thread_;
 };

@@ -14,8 +14,8 @@
 namespace fm {
 namespace {
 
+using sdr::rtl_tcp::CHeaderReader;
 using sdr::rtl_tcp::Command;
-using sdr::rtl_tcp::HeaderReader;
 
 constexpr std::uint32_t kRate_Hz = 1'920'000;
 constexpr double kBytesPerSecond = 2.0 * kRate_Hz;
@@ -205,17 +205,17 @@ CRtlTcpSource::Arrival CRtlTcpSource::Await(SOCKET socket, DWORD timeout_ms, int
 
 std::string CRtlTcpSource::Greet(SOCKET socket, sdr::rtl_tcp::Header* header) {
     // Byte by byte up to the samples, so that none of these is taken.
-    HeaderReader reader;
+    CHeaderReader reader;
     std::vector<std::uint8_t> all(kPiece);
     bytes_.resize(1);
     std::string fault;
     const std::uint64_t began_ms = GetTickCount64();
-    while (!stop_ && fault.empty() && reader.Where() == HeaderReader::State::kMore) {
+    while (!stop_ && fault.empty() && reader.Where() == CHeaderReader::State::kMore) {
         int received = 0;
         const Arrival arrival = Await(socket, kLook_ms, &received);
         if (arrival == Arrival::kEnd) fault = "it closes the connection";
         if (arrival == Arrival::kBytes) reader.Feed(bytes_.data(), 1);
-        if (reader.Where() == HeaderReader::State::kWrong) fault = "it is no server of a stick";
+        if (reader.Where() == CHeaderReader::State::kWrong) fault = "it is no server of a stick";
         if (GetTickCount64() - began_ms > kGreeting_ms)
             fault = "it does not greet; it may serve somebody else";
     }

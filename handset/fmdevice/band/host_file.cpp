@@ -7,7 +7,7 @@
 namespace fm {
 
 std::wstring ReachableHostPath(const std::wstring& devicePath) {
-    const handset::DevicePath path = handset::OnDevice(devicePath.c_str());
+    const handset::CDevicePath path = handset::OnDevice(devicePath.c_str());
     return path ? path.host() : L"";
 }
 

@@ -19,7 +19,7 @@ std::vector<double> FirstTaps() {
 std::vector<double> SecondTaps(DeEmphasis deEmphasis) {
     const LowPass filter{kSoundRate_Hz, 14600.0, 17000.0, 90.0};
     std::vector<double> taps = DesignShaped(filter, TapsNeeded(filter), [deEmphasis](double frequency_Hz) {
-        return AudioFilter::DeEmphasisGain(deEmphasis, frequency_Hz);
+        return CAudioFilter::DeEmphasisGain(deEmphasis, frequency_Hz);
     });
     double sum = 0.0;
     for (const double tap : taps) sum += tap;
@@ -41,28 +41,28 @@ double TimeConstant_s(DeEmphasis deEmphasis) {
 
 }  // namespace
 
-double AudioFilter::DeEmphasisGain(DeEmphasis deEmphasis, double frequency_Hz) {
+double CAudioFilter::DeEmphasisGain(DeEmphasis deEmphasis, double frequency_Hz) {
     return 1.0 / std::hypot(1.0, 2.0 * kPi * frequency_Hz * TimeConstant_s(deEmphasis));
 }
 
-AudioFilter::AudioFilter(DeEmphasis deEmphasis)
+CAudioFilter::CAudioFilter(DeEmphasis deEmphasis)
     : firstTaps_(FirstTaps()),
       secondTaps_(SecondTaps(deEmphasis)),
       first_(firstTaps_, kSoundStep),
       second_(secondTaps_) {}
 
-void AudioFilter::Reset() {
+void CAudioFilter::Reset() {
     first_.Reset();
     second_.Reset();
 }
 
-void AudioFilter::Process(const float* pairs, std::size_t count, float* sound) {
+void CAudioFilter::Process(const float* pairs, std::size_t count, float* sound) {
     between_.resize(2 * first_.MostResults(count));
     const std::size_t ready = first_.Process(pairs, count, between_.data());
     second_.Process(between_.data(), ready, sound);
 }
 
-double AudioFilter::ResponseAt(double frequency_Hz) const {
+double CAudioFilter::ResponseAt(double frequency_Hz) const {
     return sdr::ResponseAt(firstTaps_, kMpxRate_Hz, frequency_Hz) *
            sdr::ResponseAt(secondTaps_, kSoundRate_Hz, frequency_Hz);
 }

@@ -20,9 +20,9 @@ enum class DeEmphasis : std::uint8_t {
 // Sum and difference side by side, as the pilot loop gives them. Even to 14.6 kHz but for the de-emphasis,
 // and 90 dB down from 17 kHz on: the pilot at 19 kHz, and the data's subcarrier, which the difference's mixer
 // moves to 17 to 21 kHz. One thread at a time.
-class AudioFilter {
+class CAudioFilter {
   public:
-    explicit AudioFilter(DeEmphasis deEmphasis);
+    explicit CAudioFilter(DeEmphasis deEmphasis);
 
     // `count` pairs, a multiple of kSoundStep; gives count / kSoundStep pairs.
     void Process(const float* pairs, std::size_t count, float* sound);
@@ -36,8 +36,8 @@ class AudioFilter {
   private:
     std::vector<double> firstTaps_;
     std::vector<double> secondTaps_;
-    PairFilter first_;
-    PairFilter second_;
+    CPairFilter first_;
+    CPairFilter second_;
     std::vector<float> between_;
 };
 

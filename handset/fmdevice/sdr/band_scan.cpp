@@ -28,25 +28,25 @@ std::size_t SizeFor(double rate_Hz) {
 
 }  // namespace
 
-BandLook::BandLook(double rate_Hz) : rate_Hz_(rate_Hz), fourier_(SizeFor(rate_Hz)) {
+CBandLook::CBandLook(double rate_Hz) : rate_Hz_(rate_Hz), fourier_(SizeFor(rate_Hz)) {
     Restart();
 }
 
-void BandLook::Restart() {
+void CBandLook::Restart() {
     pending_.clear();
     density_.assign(fourier_.Size(), 0.0);
     spectra_ = 0;
 }
 
-double BandLook::Seconds() const {
+double CBandLook::Seconds() const {
     return static_cast<double>(spectra_ * fourier_.Size()) / rate_Hz_;
 }
 
-double BandLook::UsableHalfWidth_Hz() const {
+double CBandLook::UsableHalfWidth_Hz() const {
     return kUsable * rate_Hz_;
 }
 
-void BandLook::Add(const Sample* samples, std::size_t count) {
+void CBandLook::Add(const Sample* samples, std::size_t count) {
     const std::size_t size = fourier_.Size();
     while (count > 0) {
         const std::size_t taken = std::min(count, size - pending_.size());
@@ -64,12 +64,12 @@ void BandLook::Add(const Sample* samples, std::size_t count) {
     }
 }
 
-double BandLook::DensityAt(std::ptrdiff_t bin) const {
+double CBandLook::DensityAt(std::ptrdiff_t bin) const {
     const auto size = static_cast<std::ptrdiff_t>(density_.size());
     return density_[static_cast<std::size_t>((bin % size + size) % size)];
 }
 
-double BandLook::NoiseFloor() const {
+double CBandLook::NoiseFloor() const {
     const auto last = static_cast<std::ptrdiff_t>(kUsable * static_cast<double>(density_.size()));
     std::vector<double> smoothed;
     for (std::ptrdiff_t bin = -last; bin + static_cast<std::ptrdiff_t>(kSmoothed) <= last;
@@ -84,8 +84,8 @@ double BandLook::NoiseFloor() const {
     return smoothed[place] / std::max(1.0 - fluctuation, 0.5);
 }
 
-std::vector<ChannelLook> BandLook::Channels(double centre_Hz,
-                                            const std::vector<double>& frequencies_Hz) const {
+std::vector<ChannelLook> CBandLook::Channels(double centre_Hz,
+                                             const std::vector<double>& frequencies_Hz) const {
     std::vector<ChannelLook> looks;
     if (spectra_ == 0) return looks;
     const double bin_Hz = rate_Hz_ / static_cast<double>(density_.size());
@@ -120,7 +120,7 @@ std::vector<ChannelLook> BandLook::Channels(double centre_Hz,
     return looks;
 }
 
-std::vector<double> BandLook::Centres(double from_Hz, double to_Hz, double rate_Hz) {
+std::vector<double> CBandLook::Centres(double from_Hz, double to_Hz, double rate_Hz) {
     const double width_Hz = 2.0 * kUsable * rate_Hz;
     const double looks = std::max(std::ceil((to_Hz - from_Hz) / width_Hz), 1.0);
     std::vector<double> centres;

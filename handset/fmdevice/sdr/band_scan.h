@@ -18,14 +18,14 @@ struct ChannelLook {
 };
 
 // Samples of one tuning; some 20 ms of them tell enough. One thread at a time.
-class BandLook {
+class CBandLook {
   public:
     // A station's offset is below this where it belongs.
     static constexpr double kMostOffset_Hz = 25000.0;
     // So much a carrier needs to be told from noise.
     static constexpr double kLeast_dBHz = 54.0;
 
-    explicit BandLook(double rate_Hz);
+    explicit CBandLook(double rate_Hz);
 
     // Blocks of any size.
     void Add(const Sample* samples, std::size_t count);
@@ -45,7 +45,7 @@ class BandLook {
     [[nodiscard]] double DensityAt(std::ptrdiff_t bin) const;
 
     double rate_Hz_;
-    Fourier fourier_;
+    CFourierTransform fourier_;
     std::vector<Sample> pending_;
     std::vector<double> density_;
     std::size_t spectra_ = 0;

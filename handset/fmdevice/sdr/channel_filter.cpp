@@ -21,27 +21,27 @@ std::vector<double> TapsOf(ChannelWidth width) {
 
 }  // namespace
 
-ChannelFilter::ChannelFilter()
+CChannelFilter::CChannelFilter()
     : taps_{TapsOf(ChannelWidth::kWide), TapsOf(ChannelWidth::kMedium), TapsOf(ChannelWidth::kNarrow)},
       filter_(taps_[0]) {}
 
-void ChannelFilter::SetWidth(ChannelWidth width) {
+void CChannelFilter::SetWidth(ChannelWidth width) {
     if (width == width_) return;
     width_ = width;
     filter_.SetTaps(taps_[static_cast<std::size_t>(width)]);
 }
 
-double ChannelFilter::ResponseAt(ChannelWidth width, double frequency_Hz) {
+double CChannelFilter::ResponseAt(ChannelWidth width, double frequency_Hz) {
     return sdr::ResponseAt(TapsOf(width), kMpxRate_Hz, frequency_Hz);
 }
 
-double ChannelFilter::NoiseBandwidth_Hz(ChannelWidth width) {
+double CChannelFilter::NoiseBandwidth_Hz(ChannelWidth width) {
     double power = 0.0;
     for (const double tap : TapsOf(width)) power += tap * tap;
     return power * kMpxRate_Hz;
 }
 
-double ChannelFilter::NarrowNoiseBandwidth_Hz() {
+double CChannelFilter::NarrowNoiseBandwidth_Hz() {
     static const double bandwidth_Hz = NoiseBandwidth_Hz(ChannelWidth::kNarrow);
     return bandwidth_Hz;
 }

@@ -20,9 +20,9 @@ constexpr std::size_t kChannelWidths = 3;
 
 // At the multiplex's rate; each width takes the same time, so changing it leaves no gap. One thread at a
 // time.
-class ChannelFilter {
+class CChannelFilter {
   public:
-    ChannelFilter();
+    CChannelFilter();
     void SetWidth(ChannelWidth width);
     [[nodiscard]] ChannelWidth Width() const { return width_; }
     // As many results as samples.
@@ -39,7 +39,7 @@ class ChannelFilter {
   private:
     ChannelWidth width_ = ChannelWidth::kWide;
     std::array<std::vector<double>, kChannelWidths> taps_;
-    PairFilter filter_;
+    CPairFilter filter_;
 };
 
 }  // namespace sdr

@@ -28,7 +28,7 @@ double HalfTransition_Hz(double lower_Hz) {
 
 }  // namespace
 
-Channelizer::Channelizer(double rate_Hz) : rate_Hz_(rate_Hz) {
+CChannelizer::CChannelizer(double rate_Hz) : rate_Hz_(rate_Hz) {
     const double lower_Hz = std::min(rate_Hz, kMpxRate_Hz);
     pass_Hz_ = lower_Hz / 2.0 - HalfTransition_Hz(lower_Hz);
     stop_Hz_ = lower_Hz / 2.0 + HalfTransition_Hz(lower_Hz);
@@ -44,14 +44,14 @@ Channelizer::Channelizer(double rate_Hz) : rate_Hz_(rate_Hz) {
     Reset();
 }
 
-double Channelizer::Prototype(double at_samples) const {
+double CChannelizer::Prototype(double at_samples) const {
     const double cutoff = (pass_Hz_ + stop_Hz_) / rate_Hz_;
     const double x = kPi * cutoff * at_samples;
     const double sinc = x == 0.0 ? 1.0 : std::sin(x) / x;
     return sinc * KaiserWindow(KaiserBeta(kRejection_dB), at_samples / (static_cast<double>(taps_) / 2.0));
 }
 
-void Channelizer::DesignBank() {
+void CChannelizer::DesignBank() {
     const std::size_t filters = exact_ ? up_ : up_ + 1;
     double power = 0.0;
     for (std::size_t p = 0; p < filters; ++p) {
@@ -70,18 +70,18 @@ void Channelizer::DesignBank() {
     noiseBandwidth_Hz_ = rate_Hz_ * power / static_cast<double>(up_);
 }
 
-double Channelizer::ResponseAt(double frequency_Hz) const {
+double CChannelizer::ResponseAt(double frequency_Hz) const {
     std::vector<double> taps;
     for (std::size_t i = 0; i < bank_[0].size(); i += 2) taps.push_back(bank_[0][i]);
     return sdr::ResponseAt(taps, rate_Hz_, frequency_Hz);
 }
 
-void Channelizer::Reset() {
+void CChannelizer::Reset() {
     pending_.assign(taps_ - 1, Sample());
     place_ = 0.0;
 }
 
-void Channelizer::Process(const Sample* samples, std::size_t count, std::vector<Sample>* results) {
+void CChannelizer::Process(const Sample* samples, std::size_t count, std::vector<Sample>* results) {
     pending_.insert(pending_.end(), samples, samples + count);
     if (exact_ && up_ == 1) {
         ByWholeStep(results);
@@ -90,7 +90,7 @@ void Channelizer::Process(const Sample* samples, std::size_t count, std::vector<
     }
 }
 
-void Channelizer::ByWholeStep(std::vector<Sample>* results) {
+void CChannelizer::ByWholeStep(std::vector<Sample>* results) {
     const auto step = static_cast<std::size_t>(down_);
     const auto first = static_cast<std::size_t>(place_);
     std::size_t ready = 0;
@@ -106,7 +106,7 @@ void Channelizer::ByWholeStep(std::vector<Sample>* results) {
     pending_.erase(pending_.begin(), pending_.begin() + static_cast<std::ptrdiff_t>(used));
 }
 
-void Channelizer::ByPhases(std::vector<Sample>* results) {
+void CChannelizer::ByPhases(std::vector<Sample>* results) {
     const Kernels& kernels = ActiveKernels();
     const auto parts = static_cast<double>(up_);
     auto sample = static_cast<std::size_t>(place_ / parts);

@@ -14,10 +14,10 @@ constexpr double kLeastRate_Hz = 200000.0;
 // A bank of filters, one for each place that a result may have between two samples: for 1.92 MHz a single
 // one, which keeps each fifth result; for rates without a small common measure as many as leave nothing to be
 // heard, each result drawn from the two next to its place. One thread at a time.
-class Channelizer {
+class CChannelizer {
   public:
     // rate_Hz: kLeastRate_Hz or more.
-    explicit Channelizer(double rate_Hz);
+    explicit CChannelizer(double rate_Hz);
 
     // What is even up to its edge: half as wide as the channel that comes through.
     [[nodiscard]] double PassHalfWidth_Hz() const { return pass_Hz_; }

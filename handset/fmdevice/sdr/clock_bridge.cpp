@@ -10,7 +10,7 @@
 namespace sdr {
 namespace {
 
-constexpr double kMost = ClockBridge::kMostCorrection_ppm * 1e-6;
+constexpr double kMost = CClockBridge::kMostCorrection_ppm * 1e-6;
 // The fill jumps by whatever a stick sends at once, some 70 ms, many times a second; this mean does not.
 constexpr double kMean_s = 5.0;
 // A loop of the second order with this natural frequency and no overshoot. While it finds a difference of 300
@@ -23,7 +23,7 @@ constexpr std::size_t kSlew = 480;
 
 }  // namespace
 
-struct ClockBridge::Resampler {
+struct CClockBridge::Resampler {
     explicit Resampler(double ratio) {
         const soxr_io_spec_t form = soxr_io_spec(SOXR_FLOAT32_I, SOXR_FLOAT32_I);
         const soxr_quality_spec_t quality = soxr_quality_spec(SOXR_HQ, SOXR_VR);
@@ -38,19 +38,19 @@ struct ClockBridge::Resampler {
     soxr_t handle = nullptr;
 };
 
-ClockBridge::ClockBridge(double hostRate_Hz, double targetFill_s)
+CClockBridge::CClockBridge(double hostRate_Hz, double targetFill_s)
     : ratio_(kSoundRate_Hz / hostRate_Hz),
       targetFill_s_(targetFill_s),
       resampler_(std::make_unique<Resampler>(ratio_)) {}
 
-ClockBridge::~ClockBridge() = default;
+CClockBridge::~CClockBridge() = default;
 
-void ClockBridge::Restart() {
+void CClockBridge::Restart() {
     resampler_ = std::make_unique<Resampler>(ratio_);
     meanError_s_ = mean_s_ = 0.0;
 }
 
-void ClockBridge::Follow(double seconds, double fill_s) {
+void CClockBridge::Follow(double seconds, double fill_s) {
     mean_s_ = std::min(mean_s_ + seconds, kMean_s);
     meanError_s_ += std::min(seconds / mean_s_, 1.0) * (fill_s - targetFill_s_ - meanError_s_);
     // Before the mean stands for something, nothing follows from it.
@@ -59,7 +59,8 @@ void ClockBridge::Follow(double seconds, double fill_s) {
     correction_ = std::clamp(drift_ + kProportional * meanError_s_, -kMost, kMost);
 }
 
-void ClockBridge::Process(const float* frames, std::size_t count, double fill_s, std::vector<float>* output) {
+void CClockBridge::Process(const float* frames, std::size_t count, double fill_s,
+                           std::vector<float>* output) {
     if (count == 0 || resampler_->handle == nullptr) return;
     Follow(static_cast<double>(count) / kSoundRate_Hz, fill_s);
     const double ratio = ratio_ * (1.0 + correction_);

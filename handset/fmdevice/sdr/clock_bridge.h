@@ -11,16 +11,16 @@ namespace sdr {
 // Between both stands a ring, whose fill tells which one is ahead. This resamples to the host's rate on the
 // way into the ring, by a ratio that follows the fill, up to kMostCorrection_ppm, so slowly that nobody hears
 // it, and undisturbed by the jerks in which a stick's samples come. One thread at a time.
-class ClockBridge {
+class CClockBridge {
   public:
     static constexpr double kMostCorrection_ppm = 300.0;
 
     // hostRate_Hz: 8000 to 192000. targetFill_s: what the ring is to hold on the mean; whoever reads it
     // begins when so much is there.
-    ClockBridge(double hostRate_Hz, double targetFill_s);
-    ~ClockBridge();
-    ClockBridge(const ClockBridge&) = delete;
-    ClockBridge& operator=(const ClockBridge&) = delete;
+    CClockBridge(double hostRate_Hz, double targetFill_s);
+    ~CClockBridge();
+    CClockBridge(const CClockBridge&) = delete;
+    CClockBridge& operator=(const CClockBridge&) = delete;
 
     // `frames` of left and right at kSoundRate_Hz; appends the same at the host's rate. `fill_s`: what the
     // ring holds before these go into it.

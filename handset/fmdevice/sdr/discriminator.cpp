@@ -19,12 +19,12 @@ constexpr std::size_t kBefore = 4;
 
 }  // namespace
 
-void Discriminator::Reset() {
+void CDiscriminator::Reset() {
     pairs_.assign({1.0f, 0.0f});
     angles_.assign(kBefore, 0.0f);
 }
 
-void Discriminator::Process(const float* pairs, std::size_t count, float* multiplex) {
+void CDiscriminator::Process(const float* pairs, std::size_t count, float* multiplex) {
     if (count == 0) return;
     const Kernels& kernels = ActiveKernels();
     pairs_.resize(2 + 2 * count);
@@ -37,7 +37,7 @@ void Discriminator::Process(const float* pairs, std::size_t count, float* multip
     std::copy(angles_.end() - kBefore, angles_.end(), angles_.begin());
 }
 
-double Discriminator::ResponseAt(double frequency_Hz) {
+double CDiscriminator::ResponseAt(double frequency_Hz) {
     const double x = kPi * frequency_Hz / kMpxRate_Hz;
     const double droop = x == 0.0 ? 1.0 : std::sin(x) / x;
     return droop * (kRepair[0] + 2.0 * kRepair[1] * std::cos(2.0 * x) + 2.0 * kRepair[2] * std::cos(4.0 * x));

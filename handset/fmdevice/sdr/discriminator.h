@@ -8,9 +8,9 @@ namespace sdr {
 
 // The angle between neighbouring samples is the mean frequency between them, which falls off with the
 // frequency of the sound as sin(x) / x; five taps put that right up to 60 kHz. One thread at a time.
-class Discriminator {
+class CDiscriminator {
   public:
-    Discriminator() { Reset(); }
+    CDiscriminator() { Reset(); }
     // As many values as samples, at the multiplex's rate: 1.0 is a deviation of 75 kHz.
     void Process(const float* pairs, std::size_t count, float* multiplex);
     void Reset();

@@ -7,7 +7,7 @@
 
 namespace sdr {
 
-struct Fourier::Plan {
+struct CFourierTransform::Plan {
     explicit Plan(std::size_t size) : config(kiss_fft_alloc(static_cast<int>(size), 0, nullptr, nullptr)) {}
     ~Plan() { kiss_fft_free(config); }
     Plan(const Plan&) = delete;
@@ -16,7 +16,7 @@ struct Fourier::Plan {
     kiss_fft_cfg config;
 };
 
-Fourier::Fourier(std::size_t size)
+CFourierTransform::CFourierTransform(std::size_t size)
     : plan_(std::make_unique<Plan>(size)), window_(size), input_(size), output_(size) {
     // The sum of the squares is 1, so white noise has its own density.
     double sum = 0.0;
@@ -29,19 +29,19 @@ Fourier::Fourier(std::size_t size)
     for (float& value : window_) value /= static_cast<float>(std::sqrt(sum));
 }
 
-Fourier::~Fourier() = default;
+CFourierTransform::~CFourierTransform() = default;
 
-void Fourier::AddDensity(const Sample* samples, std::vector<double>* density) {
+void CFourierTransform::AddDensity(const Sample* samples, std::vector<double>* density) {
     for (std::size_t i = 0; i < Size(); ++i) input_[i] = samples[i] * window_[i];
     Transform(density);
 }
 
-void Fourier::AddDensity(const float* samples, std::vector<double>* density) {
+void CFourierTransform::AddDensity(const float* samples, std::vector<double>* density) {
     for (std::size_t i = 0; i < Size(); ++i) input_[i] = samples[i] * window_[i];
     Transform(density);
 }
 
-void Fourier::Transform(std::vector<double>* density) {
+void CFourierTransform::Transform(std::vector<double>* density) {
     static_assert(sizeof(kiss_fft_cpx) == sizeof(Sample), "both are two floats");
     kiss_fft(plan_->config, reinterpret_cast<const kiss_fft_cpx*>(input_.data()),
              reinterpret_cast<kiss_fft_cpx*>(output_.data()));

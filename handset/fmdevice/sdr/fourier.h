@@ -10,13 +10,13 @@
 namespace sdr {
 
 // Under a Hann window. One thread at a time.
-class Fourier {
+class CFourierTransform {
   public:
     // A power of two.
-    explicit Fourier(std::size_t size);
-    ~Fourier();
-    Fourier(const Fourier&) = delete;
-    Fourier& operator=(const Fourier&) = delete;
+    explicit CFourierTransform(std::size_t size);
+    ~CFourierTransform();
+    CFourierTransform(const CFourierTransform&) = delete;
+    CFourierTransform& operator=(const CFourierTransform&) = delete;
 
     [[nodiscard]] std::size_t Size() const { return window_.size(); }
     // The power density of Size() samples, in samples' power times their period, added to `density`: bin k

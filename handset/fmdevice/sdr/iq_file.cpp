@@ -186,7 +186,7 @@ std::optional<double> CentreInName(const std::string& name) {
     return std::nullopt;
 }
 
-std::string IqFile::Open(const std::string& path, const IqHints& hints) {
+std::string CIqFile::Open(const std::string& path, const IqHints& hints) {
     description_ = {};
     left_ = 0;
     stream_.close();
@@ -236,13 +236,13 @@ std::string IqFile::Open(const std::string& path, const IqHints& hints) {
     return {};
 }
 
-void IqFile::Rewind() {
+void CIqFile::Rewind() {
     stream_.clear();
     stream_.seekg(static_cast<std::streamoff>(begin_));
     left_ = description_.samples;
 }
 
-std::size_t IqFile::Read(std::size_t most, std::vector<Sample>* samples) {
+std::size_t CIqFile::Read(std::size_t most, std::vector<Sample>* samples) {
     const std::size_t each = BytesOf(description_.form);
     const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(most, left_));
     if (count == 0) return 0;
@@ -250,7 +250,7 @@ std::size_t IqFile::Read(std::size_t most, std::vector<Sample>* samples) {
     stream_.read(reinterpret_cast<char*>(bytes_.data()), static_cast<std::streamsize>(bytes_.size()));
     const std::size_t read = static_cast<std::size_t>(stream_.gcount()) / each;
     left_ = read < count ? 0 : left_ - read;
-    SampleDecoder decoder(description_.form);
+    CSampleDecoder decoder(description_.form);
     decoder.Decode(bytes_.data(), read * each, samples);
     return read;
 }

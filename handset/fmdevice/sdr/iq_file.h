@@ -30,7 +30,7 @@ struct IqDescription {
 };
 
 // One thread at a time.
-class IqFile {
+class CIqFile {
   public:
     // `path` in UTF-8; of SigMF either of both files. Gives an empty text, or what is wrong, with the file's
     // name.

@@ -11,9 +11,9 @@
 namespace sdr {
 
 // Every `step`-th result, for input in blocks of any size. One thread at a time.
-class PairFilter {
+class CPairFilter {
   public:
-    explicit PairFilter(const std::vector<double>& taps, std::size_t step = 1)
+    explicit CPairFilter(const std::vector<double>& taps, std::size_t step = 1)
         : taps_(TapPairs(taps)), step_(step) {
         Reset();
     }

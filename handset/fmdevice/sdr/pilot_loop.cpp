@@ -28,7 +28,7 @@ constexpr double kMeanBlocks = 40.0;
 
 }  // namespace
 
-PilotLoop::PilotLoop() {
+CPilotLoop::CPilotLoop() {
     for (std::size_t i = 0; i < kBlockSamples; ++i) {
         const double sine = std::sin(kPi / 2.0 * (static_cast<double>(i) + 0.5) / kBlockSamples);
         window_[i] = static_cast<float>(sine * sine);
@@ -37,19 +37,19 @@ PilotLoop::PilotLoop() {
     Reset();
 }
 
-void PilotLoop::Reset() {
+void CPilotLoop::Reset() {
     locked_ = false;
     skip_ = kSettling;
     found_.clear();
     correction_turns_ = 0.0;
 }
 
-PilotLoop::Gains PilotLoop::GainsAfter(std::size_t blocks) {
+CPilotLoop::Gains CPilotLoop::GainsAfter(std::size_t blocks) {
     const auto n = static_cast<double>(blocks);
     return {2.0 * (2.0 * n - 1.0) / (n * (n + 1.0)), 6.0 / (n * (n + 1.0))};
 }
 
-double PilotLoop::NoiseBandwidth_Hz() {
+double CPilotLoop::NoiseBandwidth_Hz() {
     // Of a loop of the second order: natural frequency and damping out of the two gains.
     const Gains gains = GainsAfter(kRestingBlocks);
     const double natural = std::sqrt(gains.rate) * kBlocksPerSecond;
@@ -57,15 +57,15 @@ double PilotLoop::NoiseBandwidth_Hz() {
     return natural / 2.0 * (damping + 1.0 / (4.0 * damping));
 }
 
-double PilotLoop::Deviation_Hz() const {
+double CPilotLoop::Deviation_Hz() const {
     return 75000.0 * 2.0 * std::hypot(mean_.inPhase, mean_.inQuadrature) / kBlockSamples;
 }
 
-double PilotLoop::RateOffset_Hz() const {
+double CPilotLoop::RateOffset_Hz() const {
     return (rate_turns_ - kNominal_turns) * kMpxRate_Hz;
 }
 
-void PilotLoop::Process(const float* multiplex, MpxBlock* block, float* pairs) {
+void CPilotLoop::Process(const float* multiplex, MpxBlock* block, float* pairs) {
     const double step_turns = rate_turns_ + correction_turns_;
     const PilotSums sums =
         ActiveKernels().mixPilot(multiplex, kBlockSamples, phase_turns_, step_turns, window_.data(), pairs);
@@ -85,7 +85,7 @@ void PilotLoop::Process(const float* multiplex, MpxBlock* block, float* pairs) {
     }
 }
 
-void PilotLoop::Search(Place place) {
+void CPilotLoop::Search(Place place) {
     found_.push_back(place);
     if (found_.size() < kSearchBlocks) return;
     // The straight line through the phases, each weighed alike: its slope by the mean turn from each to the
@@ -140,7 +140,7 @@ void PilotLoop::Search(Place place) {
     skip_ = 1;
 }
 
-void PilotLoop::Follow(Place place) {
+void CPilotLoop::Follow(Place place) {
     const double share = 1.0 / kMeanBlocks;
     mean_.inPhase += share * (place.inPhase - mean_.inPhase);
     mean_.inQuadrature += share * (place.inQuadrature - mean_.inQuadrature);

@@ -18,9 +18,9 @@ constexpr double kBlocksPerSecond = kMpxRate_Hz / kBlockSamples;
 // give the pilot's place against that sine, free of the sound beside it. From nothing, a straight line
 // through a dozen of these gives phase and rate at once; then the loop's gains fall, as those of a line
 // through ever more of them would, down to its resting bandwidth. One thread at a time.
-class PilotLoop {
+class CPilotLoop {
   public:
-    PilotLoop();
+    CPilotLoop();
 
     // `multiplex`: kBlockSamples values. Fills the block, which refers to them, and beside each value the one
     // mixed with the subcarrier: 2 * kBlockSamples floats, the difference of left and right at the place of

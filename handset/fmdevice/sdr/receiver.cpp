@@ -33,7 +33,7 @@ ChannelWidth FirstWidth(ChannelChoice choice) {
 
 }  // namespace
 
-Receiver::Receiver(const ReceiverOptions& options)
+CSampleReceiver::CSampleReceiver(const ReceiverOptions& options)
     : options_(options),
       tuning_(options.rate_Hz),
       channelizer_(options.rate_Hz),
@@ -45,7 +45,7 @@ Receiver::Receiver(const ReceiverOptions& options)
     channelFilter_.SetWidth(FirstWidth(options.channel));
 }
 
-void Receiver::Tune(double offset_Hz) {
+void CSampleReceiver::Tune(double offset_Hz) {
     tuning_.SetOffset(offset_Hz);
     channel_.clear();
     meter_.Reset();
@@ -55,7 +55,7 @@ void Receiver::Tune(double offset_Hz) {
     if (listener_ != nullptr) listener_->OnTuned();
 }
 
-void Receiver::Process(const Sample* samples, std::size_t count, std::vector<float>* frames) {
+void CSampleReceiver::Process(const Sample* samples, std::size_t count, std::vector<float>* frames) {
     while (count > 0) {
         const std::size_t chunk = std::min(count, kChunk);
         tuned_.assign(samples, samples + chunk);
@@ -71,7 +71,7 @@ void Receiver::Process(const Sample* samples, std::size_t count, std::vector<flo
     }
 }
 
-void Receiver::ProcessBlock(const Sample* channel, std::vector<float>* frames) {
+void CSampleReceiver::ProcessBlock(const Sample* channel, std::vector<float>* frames) {
     channelFilter_.Process(Pairs(channel), kBlockSamples, Pairs(filtered_.data()));
     discriminator_.Process(Pairs(filtered_.data()), kBlockSamples, multiplex_.data());
     if (stream_s_ >= kFaded_s) {
@@ -91,7 +91,7 @@ void Receiver::ProcessBlock(const Sample* channel, std::vector<float>* frames) {
     ChooseWidth();
 }
 
-void Receiver::ChooseWidth() {
+void CSampleReceiver::ChooseWidth() {
     if (options_.channel != ChannelChoice::kAutomatic) return;
     const ChannelWidth width = channelFilter_.Width();
     const Measured neighbour = meter_.NeighbourShare();
@@ -106,7 +106,7 @@ void Receiver::ChooseWidth() {
     }
 }
 
-ReceiverSnapshot Receiver::Snapshot() {
+ReceiverSnapshot CSampleReceiver::Snapshot() {
     ReceiverSnapshot snapshot;
     snapshot.carrierToNoise_dBHz = meter_.CarrierToNoise_dBHz();
     snapshot.level = meter_.Level();

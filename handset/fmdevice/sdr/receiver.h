@@ -43,9 +43,9 @@ struct ReceiverSnapshot {
 
 // No thread, no lock and no clock of its own: whoever owns it calls it from one thread at a time, and hands a
 // snapshot on as he likes.
-class Receiver {
+class CSampleReceiver {
   public:
-    explicit Receiver(const ReceiverOptions& options);
+    explicit CSampleReceiver(const ReceiverOptions& options);
 
     // Tunes to a station that far from the samples' centre, within half the rate. Level and pilot start
     // anew; the filters' contents of the station before fade within a millisecond.
@@ -64,13 +64,13 @@ class Receiver {
     void ChooseWidth();
 
     ReceiverOptions options_;
-    Tuning tuning_;
-    Channelizer channelizer_;
-    ChannelFilter channelFilter_;
-    Discriminator discriminator_;
-    SignalMeter meter_;
-    PilotLoop pilot_;
-    StereoDecoder stereo_;
+    CTuning tuning_;
+    CChannelizer channelizer_;
+    CChannelFilter channelFilter_;
+    CDiscriminator discriminator_;
+    CSignalMeter meter_;
+    CPilotLoop pilot_;
+    CStereoDecoder stereo_;
     IMpxListener* listener_ = nullptr;
 
     std::vector<Sample> tuned_;

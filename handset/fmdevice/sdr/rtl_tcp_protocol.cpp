@@ -28,7 +28,7 @@ std::string_view NameOf(Tuner tuner) {
     return kTuners[index < kTuners.size() ? index : 0];
 }
 
-std::size_t HeaderReader::Feed(const std::uint8_t* bytes, std::size_t count) {
+std::size_t CHeaderReader::Feed(const std::uint8_t* bytes, std::size_t count) {
     std::size_t taken = 0;
     while (state_ == State::kMore && taken < count) {
         if (held_ < kMagic.size() && bytes[taken] != kMagic[held_]) {

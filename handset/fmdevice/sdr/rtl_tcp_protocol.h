@@ -24,7 +24,7 @@ struct Header {
 };
 
 // Takes the greeting out of the first bytes, however they are cut. One thread at a time.
-class HeaderReader {
+class CHeaderReader {
   public:
     enum class State { kMore, kDone, kWrong };
 

@@ -74,7 +74,7 @@ std::size_t BytesOf(SampleForm form) {
     return RowOf(form).bytes;
 }
 
-void SampleDecoder::Decode(const std::uint8_t* bytes, std::size_t count, std::vector<Sample>* samples) {
+void CSampleDecoder::Decode(const std::uint8_t* bytes, std::size_t count, std::vector<Sample>* samples) {
     const FormRow& row = RowOf(form_);
     if (held_ > 0) {
         const std::size_t taken = std::min(row.bytes - held_, count);

@@ -22,9 +22,9 @@ constexpr std::size_t kSampleForms = 4;
 [[nodiscard]] std::size_t BytesOf(SampleForm form);  // of one complex sample
 
 // A stream of bytes, cut anywhere. One thread at a time.
-class SampleDecoder {
+class CSampleDecoder {
   public:
-    explicit SampleDecoder(SampleForm form) : form_(form) {}
+    explicit CSampleDecoder(SampleForm form) : form_(form) {}
 
     // Appends the samples that these bytes complete; what is left of a sample waits for the next call. Floats
     // that are no numbers, or far beyond full scale, become 0.

@@ -25,9 +25,9 @@ constexpr std::array<TypeRow, 6> kTypes = {{
 }};
 
 // Goes through a text and remembers the values that are wanted, by their path.
-class JsonWalker {
+class CJsonWalker {
   public:
-    JsonWalker(const std::string& text, SigmfDescription* description)
+    CJsonWalker(const std::string& text, SigmfDescription* description)
         : text_(text), description_(*description) {}
 
     bool Walk() {
@@ -129,7 +129,7 @@ class JsonWalker {
 
 std::string ParseSigmf(const std::string& text, SigmfDescription* description) {
     *description = {};
-    if (!JsonWalker(text, description).Walk()) return "the metadata is not a JSON object";
+    if (!CJsonWalker(text, description).Walk()) return "the metadata is not a JSON object";
     if (description->datatype.empty()) return "the metadata has no core:datatype";
     for (const TypeRow& row : kTypes) {
         if (row.name == description->datatype) description->form = row.form;

@@ -54,12 +54,12 @@ double LevelOf(double carrierToNoise_dBHz) {
     return std::clamp(carrierToNoise_dBHz - 48.0, 0.0, 100.0);
 }
 
-SignalMeter::SignalMeter(double noiseBandwidth_Hz)
+CSignalMeter::CSignalMeter(double noiseBandwidth_Hz)
     : noiseBandwidth_Hz_(noiseBandwidth_Hz), spectrum_(kSpectrumSize), beside_(kBesideSize) {
     Reset();
 }
 
-void SignalMeter::Reset() {
+void CSignalMeter::Reset() {
     second_ = fourth_ = 0.0;
     samples_ = kurtosisWindows_ = 0;
     stretch_.clear();
@@ -72,18 +72,18 @@ void SignalMeter::Reset() {
     carrierToNoise_dBHz_ = offset_Hz_ = neighbourShare_ = {};
 }
 
-Measured SignalMeter::Aged(const Value& value) const {
+Measured CSignalMeter::Aged(const Value& value) const {
     return {value.value, value.present ? now_s_ - value.at_s : 0.0, value.present};
 }
 
-Measured SignalMeter::Level() const {
+Measured CSignalMeter::Level() const {
     Measured level = CarrierToNoise_dBHz();
     level.value = level.present ? LevelOf(level.value) : 0.0;
     return level;
 }
 
-void SignalMeter::AddChannel(const Sample* channel, const Sample* filtered, ChannelWidth width,
-                             std::size_t count) {
+void CSignalMeter::AddChannel(const Sample* channel, const Sample* filtered, ChannelWidth width,
+                              std::size_t count) {
     now_s_ += static_cast<double>(count) / kMpxRate_Hz;
     // A neighbour would make the envelope fluctuate: beside one, what the narrow filter leaves is looked at.
     const bool narrow = width == ChannelWidth::kNarrow;
@@ -93,7 +93,7 @@ void SignalMeter::AddChannel(const Sample* channel, const Sample* filtered, Chan
     }
     windowWidth_ = width;
     windowBandwidth_Hz_ =
-        narrow ? std::min(ChannelFilter::NarrowNoiseBandwidth_Hz(), noiseBandwidth_Hz_) : noiseBandwidth_Hz_;
+        narrow ? std::min(CChannelFilter::NarrowNoiseBandwidth_Hz(), noiseBandwidth_Hz_) : noiseBandwidth_Hz_;
     const Moments moments = ActiveKernels().moments(Pairs(narrow ? filtered : channel), count);
     second_ += moments.second;
     fourth_ += moments.fourth;
@@ -102,7 +102,7 @@ void SignalMeter::AddChannel(const Sample* channel, const Sample* filtered, Chan
     LookBeside(channel, count);
 }
 
-void SignalMeter::EndEnvelopeWindow() {
+void CSignalMeter::EndEnvelopeWindow() {
     const auto count = static_cast<double>(samples_);
     // 1 for a bare carrier, 2 for noise alone.
     const double kurtosis = second_ > 0.0 ? fourth_ * count / (second_ * second_) : 2.0;
@@ -113,7 +113,7 @@ void SignalMeter::EndEnvelopeWindow() {
     Combine();
 }
 
-void SignalMeter::AddMultiplex(const float* multiplex, std::size_t count) {
+void CSignalMeter::AddMultiplex(const float* multiplex, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) sum_ += multiplex[i];
     summed_ += count;
     if (summed_ >= kWindowSamples) {
@@ -134,7 +134,7 @@ void SignalMeter::AddMultiplex(const float* multiplex, std::size_t count) {
     if (++spectra_ >= kSpectraInWindow) EndMultiplexWindow();
 }
 
-void SignalMeter::EndMultiplexWindow() {
+void CSignalMeter::EndMultiplexWindow() {
     constexpr double kBin_Hz = kMpxRate_Hz / kSpectrumSize;
     ++noiseWindows_;
     for (std::size_t place = 0; place < kPlaces; ++place) {
@@ -143,7 +143,7 @@ void SignalMeter::EndMultiplexWindow() {
         double sum = 0.0;
         for (std::size_t k = first; k <= last; ++k) {
             const double frequency_Hz = static_cast<double>(k) * kBin_Hz;
-            const double gain = Discriminator::ResponseAt(frequency_Hz) * frequency_Hz / kDeviation_Hz;
+            const double gain = CDiscriminator::ResponseAt(frequency_Hz) * frequency_Hz / kDeviation_Hz;
             // Both sides of the real signal's spectrum.
             sum += 2.0 * density_[k] / kMpxRate_Hz / (gain * gain);
         }
@@ -155,7 +155,7 @@ void SignalMeter::EndMultiplexWindow() {
     Combine();
 }
 
-void SignalMeter::Combine() {
+void CSignalMeter::Combine() {
     if (noiseWindows_ == 0 || kurtosisWindows_ == 0) return;
     const double mean = (noise_[0] + noise_[1] + noise_[2]) / 3.0;
     const double least = *std::min_element(noise_.begin(), noise_.end());
@@ -169,7 +169,7 @@ void SignalMeter::Combine() {
     carrierToNoise_dBHz_ = {weight * byMultiplex_dBHz + (1.0 - weight) * byEnvelope_dBHz, now_s_, true};
 }
 
-void SignalMeter::LookBeside(const Sample* channel, std::size_t count) {
+void CSignalMeter::LookBeside(const Sample* channel, std::size_t count) {
     if (count < kBesideSize || ++besideBlocks_ % kBesideEvery != 0) return;
     beside_.AddDensity(channel, &besideDensity_);
     if (++besideSpectra_ < kBesideSpectra) return;

@@ -27,10 +27,10 @@ struct Measured {
 // above it from the multiplex between 70 and 104 kHz, where nobody sends sound: there FM's noise grows with
 // the square of the frequency. Where a subcarrier stands after all, the quietest of three places is believed.
 // One thread at a time.
-class SignalMeter {
+class CSignalMeter {
   public:
     // noiseBandwidth_Hz: of the channelizer.
-    explicit SignalMeter(double noiseBandwidth_Hz);
+    explicit CSignalMeter(double noiseBandwidth_Hz);
 
     // What the channelizer gives, and the same behind a filter of the given width: whichever is meant for the
     // envelope.
@@ -72,7 +72,7 @@ class SignalMeter {
     double kurtosis_ = 0.0;
     std::size_t kurtosisWindows_ = 0;
 
-    Fourier spectrum_;
+    CFourierTransform spectrum_;
     std::vector<float> stretch_;
     std::vector<double> density_;
     std::size_t spectra_ = 0;
@@ -84,7 +84,7 @@ class SignalMeter {
     double mean_ = 0.0;
     std::size_t meanWindows_ = 0;
 
-    Fourier beside_;
+    CFourierTransform beside_;
     std::vector<double> besideDensity_;
     std::size_t besideSpectra_ = 0;
     std::size_t besideBlocks_ = 0;

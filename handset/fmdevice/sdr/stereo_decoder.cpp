@@ -32,16 +32,16 @@ SoundQuality SoundQuality::At(double carrierToNoise_dBHz) {
             std::clamp((carrierToNoise_dBHz - 58.0) / 14.0, 0.0, 1.0)};
 }
 
-StereoDecoder::StereoDecoder(DeEmphasis deEmphasis) : filter_(deEmphasis) {}
+CStereoDecoder::CStereoDecoder(DeEmphasis deEmphasis) : filter_(deEmphasis) {}
 
-void StereoDecoder::Reset() {
+void CStereoDecoder::Reset() {
     filter_.Reset();
     stereo_ = 0.0;
     sumDc_ = differenceDc_ = sum_ = difference_ = 0.0f;
 }
 
-void StereoDecoder::Process(const float* pairs, std::size_t count, const SoundQuality& quality,
-                            std::vector<float>* frames) {
+void CStereoDecoder::Process(const float* pairs, std::size_t count, const SoundQuality& quality,
+                             std::vector<float>* frames) {
     const std::size_t ready = count / kSoundStep;
     sound_.resize(2 * ready);
     filter_.Process(pairs, count, sound_.data());

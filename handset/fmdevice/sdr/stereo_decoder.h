@@ -20,9 +20,9 @@ struct SoundQuality {
 };
 
 // One thread at a time.
-class StereoDecoder {
+class CStereoDecoder {
   public:
-    explicit StereoDecoder(DeEmphasis deEmphasis);
+    explicit CStereoDecoder(DeEmphasis deEmphasis);
 
     // Appends count / kSoundStep frames of left and right, 1.0 being a deviation of 75 kHz. `pairs` as the
     // pilot loop gives them, a block of kBlockSamples or a multiple of kSoundStep. Changes of quality are
@@ -33,10 +33,10 @@ class StereoDecoder {
     // How much of the difference goes into the sound at present, 0 to 1.
     [[nodiscard]] double Stereo() const { return stereo_; }
 
-    [[nodiscard]] const AudioFilter& Filter() const { return filter_; }
+    [[nodiscard]] const CAudioFilter& Filter() const { return filter_; }
 
   private:
-    AudioFilter filter_;
+    CAudioFilter filter_;
     std::vector<float> sound_;
     double stereo_ = 0.0;
     double treble_ = 1.0;

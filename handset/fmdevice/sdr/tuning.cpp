@@ -19,7 +19,7 @@ constexpr std::size_t kEvery = 7;  // samples that are looked at
 
 }  // namespace
 
-void Tuning::Measure(const Sample* samples, std::size_t count) {
+void CTuning::Measure(const Sample* samples, std::size_t count) {
     Sample sum;
     std::size_t seen = 0;
     for (std::size_t i = 0; i < count; i += kEvery) {
@@ -34,7 +34,7 @@ void Tuning::Measure(const Sample* samples, std::size_t count) {
     dc_ += static_cast<float>(block_s / measured_s_) * (sum / static_cast<float>(seen) - dc_);
 }
 
-void Tuning::Process(Sample* samples, std::size_t count) {
+void CTuning::Process(Sample* samples, std::size_t count) {
     if (std::fabs(offset_Hz_) < kNearCentre_Hz) {
         dc_ = {};
         measured_s_ = 0.0;

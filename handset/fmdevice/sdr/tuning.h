@@ -9,9 +9,9 @@
 namespace sdr {
 
 // One thread at a time.
-class Tuning {
+class CTuning {
   public:
-    explicit Tuning(double rate_Hz) : rate_Hz_(rate_Hz) {}
+    explicit CTuning(double rate_Hz) : rate_Hz_(rate_Hz) {}
 
     // Where the station lies, seen from the samples' centre: within half the rate. The oscillator's phase
     // goes on.

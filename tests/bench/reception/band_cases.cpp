@@ -78,7 +78,7 @@ Air AirAt(double centre_Hz, const std::vector<Station>& stations) {
 
 void Run(BandCase& band) {
     const std::vector<Station> stations = Stations(band);
-    const std::vector<double> centres_Hz = sdr::BandLook::Centres(kLowest_Hz, kHighest_Hz, kRate_Hz);
+    const std::vector<double> centres_Hz = sdr::CBandLook::Centres(kLowest_Hz, kHighest_Hz, kRate_Hz);
     std::vector<double> raster_Hz, found_Hz;
     for (double channel_Hz = kLowest_Hz; channel_Hz < kHighest_Hz + 1; channel_Hz += kRaster_Hz)
         raster_Hz.push_back(channel_Hz);
@@ -88,7 +88,7 @@ void Run(BandCase& band) {
         stream.Next(kBegin);
         const Samples& samples = stream.Next(kLookSamples);
         const double begin_s = Now_s();
-        sdr::BandLook look(kRate_Hz);
+        sdr::CBandLook look(kRate_Hz);
         look.Add(samples.data(), samples.size());
         for (const sdr::ChannelLook& channel : look.Channels(centre_Hz, raster_Hz)) {
             if (channel.carrier) found_Hz.push_back(channel.frequency_Hz);

@@ -29,8 +29,8 @@ class CListening {
 
     std::vector<GivenGroup> groups_;
     std::vector<float> sound_;
-    sdr::rds::Decoder rds_;
-    sdr::Receiver receiver_;
+    sdr::rds::CDecoder rds_;
+    sdr::CSampleReceiver receiver_;
 };
 
 }  // namespace bench

@@ -107,15 +107,15 @@ class CStages {
     }
 
     std::vector<Cost> costs_;
-    sdr::SampleDecoder decoder_{sdr::SampleForm::kCu8};
-    sdr::Tuning tuning_;
-    sdr::Channelizer channelizer_;
-    sdr::ChannelFilter filter_;
-    sdr::Discriminator discriminator_;
-    sdr::SignalMeter meter_;
-    sdr::PilotLoop pilot_;
-    sdr::StereoDecoder stereo_{sdr::DeEmphasis::k50us};
-    sdr::rds::Decoder rds_;
+    sdr::CSampleDecoder decoder_{sdr::SampleForm::kCu8};
+    sdr::CTuning tuning_;
+    sdr::CChannelizer channelizer_;
+    sdr::CChannelFilter filter_;
+    sdr::CDiscriminator discriminator_;
+    sdr::CSignalMeter meter_;
+    sdr::CPilotLoop pilot_;
+    sdr::CStereoDecoder stereo_{sdr::DeEmphasis::k50us};
+    sdr::rds::CDecoder rds_;
     std::vector<sdr::Sample> samples_, channel_, filtered_;
     std::vector<float> multiplex_, pairs_, sound_;
     std::vector<sdr::MpxBlock> pilots_;
@@ -134,9 +134,9 @@ std::vector<Cost> StageByStage(const std::vector<std::uint8_t>& bytes) {
 double Whole(const std::vector<std::uint8_t>& bytes, bool withData) {
     sdr::ReceiverOptions options;
     options.rate_Hz = kRate_Hz;
-    sdr::Receiver receiver(options);
-    sdr::SampleDecoder decoder(sdr::SampleForm::kCu8);
-    sdr::rds::Decoder data;
+    sdr::CSampleReceiver receiver(options);
+    sdr::CSampleDecoder decoder(sdr::SampleForm::kCu8);
+    sdr::rds::CDecoder data;
     receiver.Tune(300000);
     if (withData) receiver.SetListener(&data);
     std::vector<sdr::Sample> samples;

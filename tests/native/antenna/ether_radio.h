@@ -56,7 +56,7 @@ class EtherRadio {
     fm::CSampleClock clock_;
     fm::CBandMemory band_;
     fm::CAirReceiver receiver_;
-    sdr::ClockBridge bridge_;
+    sdr::CClockBridge bridge_;
     fm::CClockedSound sound_;
     std::size_t greeting_;
 };

@@ -10,9 +10,9 @@ namespace {
 
 constexpr wchar_t kRoot[] = L"C:\\Kora\\device";
 
-DevicePath On(const std::wstring& path, bool cardIn = true) {
-    return cardIn ? DevicePath(path.c_str(), kRoot, [] { return true; })
-                  : DevicePath(path.c_str(), kRoot, [] { return false; });
+CDevicePath On(const std::wstring& path, bool cardIn = true) {
+    return cardIn ? CDevicePath(path.c_str(), kRoot, [] { return true; })
+                  : CDevicePath(path.c_str(), kRoot, [] { return false; });
 }
 
 TEST(DevicePaths, LieBelowTheRoot) {
@@ -54,11 +54,11 @@ TEST(DevicePaths, WithADriveOrTwoBackslashesAreTheHostsOwn) {
         EXPECT_EQ(On(path, false).device(), L"");
         EXPECT_TRUE(On(path, false));
     }
-    EXPECT_EQ(DevicePath(nullptr, kRoot, [] { return true; }).host(), nullptr);
+    EXPECT_EQ(CDevicePath(nullptr, kRoot, [] { return true; }).host(), nullptr);
 }
 
 TEST(DevicePaths, WithoutAFileSystemLeadNowhere) {
-    const DevicePath path(L"\\Windows\\UI.exe", L"", [] { return true; });
+    const CDevicePath path(L"\\Windows\\UI.exe", L"", [] { return true; });
     EXPECT_FALSE(path);
     EXPECT_EQ(path.host(), std::wstring());
 }
@@ -72,7 +72,7 @@ TEST(DevicePaths, OfAnyMakeStayBelowTheRoot) {
         std::wstring text = L"\\a";
         for (unsigned pieces = random() % 12; pieces > 0; --pieces)
             text += kPieces[random() % std::size(kPieces)];
-        const DevicePath path = On(text, false);
+        const CDevicePath path = On(text, false);
         ASSERT_EQ(path.device().front(), L'\\');
         ASSERT_EQ(path.host(), kRoot + path.device());
         for (std::size_t begin = 1; begin < path.device().size();) {

@@ -74,32 +74,32 @@ std::vector<PropertyChange> Values(unsigned number) {
             Set(kValue, number)};
 }
 
-using Change = std::function<Status(Volume&)>;
+using Change = std::function<Status(CVolume&)>;
 
 std::vector<Change> Changes() {
     const auto insert = [](unsigned number) {
-        return [number](Volume& volume) {
+        return [number](CVolume& volume) {
             Oid oid = 0;
             return volume.InsertRecord(Database(), Values(number), &oid);
         };
     };
     return {insert(50),
-            [](Volume& volume) { return volume.UpdateRecord(Database(), 5, Values(60)); },
-            [](Volume& volume) { return volume.DeleteRecord(Database(), 7); },
+            [](CVolume& volume) { return volume.UpdateRecord(Database(), 5, Values(60)); },
+            [](CVolume& volume) { return volume.DeleteRecord(Database(), 7); },
             insert(70),
-            [](Volume& volume) { return volume.ChangeLocale(3); },
-            [](Volume& volume) {
+            [](CVolume& volume) { return volume.ChangeLocale(3); },
+            [](CVolume& volume) {
                 DatabaseInfo other = Database();
                 other.name = u"FileIndexDB";
                 Oid oid = 0;
                 return volume.CreateDatabase(other, &oid);
             },
-            [](Volume& volume) { return volume.DeleteDatabase(1); }};
+            [](CVolume& volume) { return volume.DeleteDatabase(1); }};
 }
 
 void Fill(const std::string& path) {
-    ASSERT_EQ(Volume::Create(path, 2, kCollator), Status::Ok);
-    Volume volume(kCollator);
+    ASSERT_EQ(CVolume::Create(path, 2, kCollator), Status::Ok);
+    CVolume volume(kCollator);
     ASSERT_EQ(volume.Open(path), Status::Ok);
     Oid oid = 0;
     ASSERT_EQ(volume.CreateDatabase(Database(), &oid), Status::Ok);
@@ -111,7 +111,7 @@ void Fill(const std::string& path) {
 
 // Everything in the volume, in each of the orders, as one text.
 std::string Dump(const std::string& path) {
-    Volume volume(kCollator);
+    CVolume volume(kCollator);
     Status status = volume.Open(path);
     if (status != Status::Ok) return "cannot be opened: " + std::to_string(static_cast<int>(status));
     std::uint32_t lcid = 0;
@@ -122,7 +122,7 @@ std::string Dump(const std::string& path) {
     for (const DatabaseInfo& info : databases) {
         out += "; database " + std::to_string(info.oid) + EncodeOrders(info.orders);
         for (std::size_t sort = 0; sort < info.orders.size(); ++sort) {
-            Cursor cursor(volume, info, sort, true);
+            CCursor cursor(volume, info, sort, true);
             Oid oid = 0;
             Record record;
             while ((status = cursor.Look(&oid, &record)) == Status::Ok) {
@@ -144,7 +144,7 @@ int RunChild(const std::string& path, long call, End end, std::size_t* completed
     if (child == 0) {
         EndAtCall(call, end);
         {
-            Volume volume(kCollator);
+            CVolume volume(kCollator);
             if (volume.Open(path) != Status::Ok) _exit(kFailed);
             for (const Change& change : Changes()) {
                 if (change(volume) != Status::Ok) _exit(kFailed);
@@ -171,7 +171,7 @@ TEST(Crash, AtWhateverCallTheProcessEndsTheVolumeHoldsEveryCompletedChange) {
     const std::string filled = file.Contents();
     std::vector<std::string> states{Dump(file.Path())};
     {
-        Volume volume(kCollator);
+        CVolume volume(kCollator);
         ASSERT_EQ(volume.Open(file.Path()), Status::Ok);
         for (const Change& change : Changes()) {
             ASSERT_EQ(change(volume), Status::Ok);

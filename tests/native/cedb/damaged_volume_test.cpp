@@ -15,8 +15,8 @@ constexpr std::size_t kPage_bytes = 4096;
 const PlainCollator kCollator;
 
 void Fill(const std::string& path, int records) {
-    ASSERT_EQ(Volume::Create(path, 2, kCollator), Status::Ok);
-    Volume volume(kCollator);
+    ASSERT_EQ(CVolume::Create(path, 2, kCollator), Status::Ok);
+    CVolume volume(kCollator);
     ASSERT_EQ(volume.Open(path), Status::Ok);
     DatabaseInfo info;
     info.name = u"FileDB";
@@ -33,12 +33,12 @@ void Fill(const std::string& path, int records) {
 // Opens the file as a mount does, reads all there is, and says how that ended.
 Status ReadAll(const VolumeFile& file) {
     if (!LooksLikeVolume(file.Contents().substr(0, kVolumeHeader_bytes))) return Status::NotAVolume;
-    Volume volume(kCollator);
+    CVolume volume(kCollator);
     Status status = volume.Open(file.Path());
     std::vector<DatabaseInfo> databases;
     if (status == Status::Ok) status = volume.ListDatabases(&databases);
     for (const DatabaseInfo& info : databases) {
-        Cursor cursor(volume, info, info.orders.empty() ? std::optional<std::size_t>() : 0, true);
+        CCursor cursor(volume, info, info.orders.empty() ? std::optional<std::size_t>() : 0, true);
         Oid oid = 0;
         Record record;
         // A damaged index may lead round in circles; a bound keeps the test from doing so.
@@ -101,7 +101,7 @@ TEST(DamagedVolume, NoiseAloneIsNotAVolume) {
 TEST(DamagedVolume, AnotherProgramsDatabaseIsNotAVolume) {
     VolumeFile file;
     {
-        SqliteConnection other;
+        CSqliteConnection other;
         ASSERT_EQ(other.Open(file.Path(), true), Status::Ok);
         ASSERT_EQ(other.Execute("CREATE TABLE volume(x); INSERT INTO volume VALUES (1)"), Status::Ok);
     }
@@ -114,7 +114,7 @@ TEST(DamagedVolume, OneWithAnotherTableInItIsRefused) {
     VolumeFile file;
     Fill(file.Path(), 3);
     {
-        SqliteConnection other;
+        CSqliteConnection other;
         ASSERT_EQ(other.Open(file.Path(), false), Status::Ok);
         ASSERT_EQ(other.Execute("CREATE TABLE more(x)"), Status::Ok);
     }

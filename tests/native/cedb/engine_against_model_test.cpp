@@ -34,7 +34,7 @@ std::uint64_t Seed() {
 class Fuzzer {
   public:
     explicit Fuzzer(std::uint64_t seed) : random_(seed) {
-        EXPECT_EQ(Volume::Create(file_.Path(), model_.lcid, collator_), Status::Ok);
+        EXPECT_EQ(CVolume::Create(file_.Path(), model_.lcid, collator_), Status::Ok);
         Reopen();
     }
 
@@ -61,7 +61,7 @@ class Fuzzer {
         ASSERT_EQ(volume_->ListDatabases(&databases), Status::Ok);
         ASSERT_EQ(databases.size(), model_.databases.size());
         for (const DatabaseInfo& info : databases) {
-            Cursor cursor(*volume_, info, std::nullopt, true);
+            CCursor cursor(*volume_, info, std::nullopt, true);
             const EngineModel::Database& expected = model_.databases.at(info.oid);
             EXPECT_EQ(info.name, expected.info.name);
             EXPECT_EQ(info.orders, expected.info.orders);
@@ -78,7 +78,7 @@ class Fuzzer {
 
   private:
     struct Pair {
-        Cursor real;
+        CCursor real;
         CursorModel model;
     };
 
@@ -89,14 +89,14 @@ class Fuzzer {
         cursors_.clear();
         neighbour_.reset();
         volume_.reset();
-        volume_ = std::make_unique<Volume>(collator_);
+        volume_ = std::make_unique<CVolume>(collator_);
         ASSERT_EQ(volume_->Open(file_.Path()), Status::Ok);
-        neighbour_ = std::make_unique<Volume>(collator_);
+        neighbour_ = std::make_unique<CVolume>(collator_);
         ASSERT_EQ(neighbour_->Open(file_.Path()), Status::Ok);
     }
 
     // Who makes a change: now and then another connection, as another process has it.
-    Volume& AnyWriter() { return Chance(15) ? *neighbour_ : *volume_; }
+    CVolume& AnyWriter() { return Chance(15) ? *neighbour_ : *volume_; }
 
     EngineModel::Database* AnyDatabase() {
         if (model_.databases.empty()) return nullptr;
@@ -182,7 +182,7 @@ class Fuzzer {
         const bool autoIncrement = Chance(60);
         if (cursors_.size() >= 6) cursors_.erase(cursors_.begin());
         cursors_.push_back(
-            std::make_unique<Pair>(Pair{Cursor(*volume_, database->info, sort, autoIncrement),
+            std::make_unique<Pair>(Pair{CCursor(*volume_, database->info, sort, autoIncrement),
                                         CursorModel(model_, database->info.oid, sort, autoIncrement)}));
         sorts_[cursors_.back().get()] = sort;
     }
@@ -258,7 +258,7 @@ class Fuzzer {
         const EngineModel::Database& database = model_.databases.at(pair->model.Database());
         const Oid oid = AnyOid(database);
         const Status status = model_.Delete(database.info.oid, oid);
-        Volume& writer = AnyWriter();
+        CVolume& writer = AnyWriter();
         ASSERT_EQ(writer.DeleteRecord(database.info, oid), status);
         if (status != Status::Ok || &writer != volume_.get()) return;
         pair->model.HasBeenDeleted(oid);
@@ -296,8 +296,8 @@ class Fuzzer {
     PlainCollator collator_;
     VolumeFile file_;
     EngineModel model_;
-    std::unique_ptr<Volume> volume_;
-    std::unique_ptr<Volume> neighbour_;
+    std::unique_ptr<CVolume> volume_;
+    std::unique_ptr<CVolume> neighbour_;
     std::vector<std::unique_ptr<Pair>> cursors_;
     std::map<const Pair*, std::optional<std::size_t>> sorts_;
 };

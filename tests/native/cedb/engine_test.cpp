@@ -25,7 +25,7 @@ DatabaseInfo ByName() {
 class EngineTest : public testing::Test {
   protected:
     void SetUp() override {
-        ASSERT_EQ(Volume::Create(file_.Path(), 2, collator_), Status::Ok);
+        ASSERT_EQ(CVolume::Create(file_.Path(), 2, collator_), Status::Ok);
         ASSERT_EQ(volume_.Open(file_.Path()), Status::Ok);
         Oid oid = 0;
         ASSERT_EQ(volume_.CreateDatabase(ByName(), &oid), Status::Ok);
@@ -36,7 +36,7 @@ class EngineTest : public testing::Test {
         EXPECT_EQ(volume_.InsertRecord(database_, {Set(kName, name)}, &oid), Status::Ok);
         return oid;
     }
-    static Oid Next(Cursor& cursor, Status expected = Status::Ok) {
+    static Oid Next(CCursor& cursor, Status expected = Status::Ok) {
         Oid oid = 0;
         Record record;
         EXPECT_EQ(cursor.Look(&oid, &record), expected);
@@ -46,7 +46,7 @@ class EngineTest : public testing::Test {
 
     PlainCollator collator_;
     VolumeFile file_;
-    Volume volume_{collator_};
+    CVolume volume_{collator_};
     DatabaseInfo database_;
 };
 
@@ -99,8 +99,8 @@ class TwoConnectionsTest : public EngineTest {
         return {static_cast<char16_t>(u'a' + number / 20), static_cast<char16_t>(u'a' + number % 20)};
     }
 
-    Volume reader_{collator_};
-    std::optional<Cursor> cursor_;
+    CVolume reader_{collator_};
+    std::optional<CCursor> cursor_;
 };
 
 }  // namespace
@@ -108,7 +108,7 @@ class TwoConnectionsTest : public EngineTest {
 TEST_F(EngineTest, ANumberIsNeverGivenOutTwiceEvenAfterTheLastRecordIsDeletedAndTheVolumeReopened) {
     const Oid first = Insert(u"a");
     ASSERT_EQ(volume_.DeleteRecord(database_, first), Status::Ok);
-    Volume again(collator_);
+    CVolume again(collator_);
     ASSERT_EQ(again.Open(file_.Path()), Status::Ok);
     Oid second = 0;
     ASSERT_EQ(again.InsertRecord(database_, {Set(kName, u"b")}, &second), Status::Ok);
@@ -126,9 +126,9 @@ TEST_F(EngineTest, DatabasesAndRecordsShareTheirNumbers) {
 }
 
 TEST_F(EngineTest, ASecondConnectionSeesEveryChangeAtOnce) {
-    Volume second(collator_);
+    CVolume second(collator_);
     ASSERT_EQ(second.Open(file_.Path()), Status::Ok);
-    Cursor cursor(second, database_, 0, true);
+    CCursor cursor(second, database_, 0, true);
     const Oid b = Insert(u"b");
     EXPECT_EQ(Next(cursor), b);
     const Oid c = Insert(u"c");
@@ -173,7 +173,7 @@ TEST_F(TwoConnectionsTest, AVolumeThatIsSortedAnewIsReadOnInItsNewOrder) {
 
 TEST_F(EngineTest, InsideATransactionACursorReadsWhatThatHasWrittenAndAfterwardsWhatIsLeftOfIt) {
     const Oid a = Insert(u"a");
-    Cursor cursor(volume_, database_, 0, false);
+    CCursor cursor(volume_, database_, 0, false);
     const auto name = [&] {
         Oid oid = 0;
         Record record;
@@ -182,8 +182,8 @@ TEST_F(EngineTest, InsideATransactionACursorReadsWhatThatHasWrittenAndAfterwards
     };
     EXPECT_EQ(name(), u"a");
     {
-        Transaction all(volume_.Connection());
-        ASSERT_EQ(all.Begin(Transaction::Kind::Write), Status::Ok);
+        CTransaction all(volume_.Connection());
+        ASSERT_EQ(all.Begin(CTransaction::Kind::Write), Status::Ok);
         ASSERT_EQ(volume_.UpdateRecord(database_, a, {Set(kName, u"b")}), Status::Ok);
         EXPECT_EQ(name(), u"b");
         Oid found = 0;
@@ -197,7 +197,7 @@ TEST_F(TwoConnectionsTest, ALookUpIsOneTransaction) {
     const Oid b = Insert(u"b");
     Insert(u"c");
     const TransactionCount transactions;
-    Volume counted(collator_);
+    CVolume counted(collator_);
     ASSERT_EQ(counted.Open(file_.Path()), Status::Ok);
     cursor_.emplace(counted, database_, 0, true);
     TransactionCount::Taken();
@@ -210,7 +210,7 @@ TEST_F(TwoConnectionsTest, ALookUpIsOneTransaction) {
 
 TEST_F(TwoConnectionsTest, ReadingAllRecordsTakesATransactionForMany) {
     const TransactionCount transactions;
-    Volume counted(collator_);
+    CVolume counted(collator_);
     ASSERT_EQ(counted.Open(file_.Path()), Status::Ok);
     int stored = 0;
     for (const int records : {100, 400}) {
@@ -234,12 +234,12 @@ TEST_F(EngineTest, ANewLanguageSortsTheRecordsAnewAndAnOpenCursorKeepsItsRecord)
     const Oid a = Insert(u"a");
     const Oid b = Insert(u"b");
     const Oid c = Insert(u"c");
-    Cursor cursor(volume_, database_, 0, true);
+    CCursor cursor(volume_, database_, 0, true);
     EXPECT_EQ(Next(cursor), a);
     EXPECT_EQ(Next(cursor), b);
     ASSERT_EQ(volume_.ChangeLocale(1), Status::Ok);
     EXPECT_EQ(Next(cursor), a);
-    Cursor fresh(volume_, database_, 0, true);
+    CCursor fresh(volume_, database_, 0, true);
     EXPECT_EQ(Next(fresh), c);
     EXPECT_EQ(volume_.ChangeLocale(5000), Status::InvalidArgument);
 }
@@ -253,9 +253,9 @@ TEST_F(EngineTest, AVolumeFromAHostThatSortsOtherwiseIsSortedAnewWhenItIsOpened)
             return "x" + PlainCollator::TextKey(lcid + 1, flags, text);
         }
     } shifted;
-    Volume other(shifted);
+    CVolume other(shifted);
     ASSERT_EQ(other.Open(file_.Path()), Status::Ok);
-    Cursor cursor(other, database_, 0, true);
+    CCursor cursor(other, database_, 0, true);
     SeekTarget target{Seek::FirstEqual, 0, {Set(kName, u"B").property}};
     Oid found = 0;
     EXPECT_EQ(cursor.SeekTo(target, &found, nullptr), Status::Ok);
@@ -268,7 +268,7 @@ TEST_F(EngineTest, AVolumeFromAHostThatSortsOtherwiseIsSortedAnewWhenItIsOpened)
 TEST_F(EngineTest, ReadingOnAfterARecordMovedBehindTheCursorDoesNotLeaveTheCursorsPlace) {
     const Oid a = Insert(u"a");
     const Oid b = Insert(u"b");
-    Cursor cursor(volume_, database_, 0, true);
+    CCursor cursor(volume_, database_, 0, true);
     EXPECT_EQ(Next(cursor), a);
     ASSERT_EQ(volume_.UpdateRecord(database_, a, {Set(kName, u"z")}), Status::Ok);
     EXPECT_EQ(Next(cursor), b);
@@ -278,10 +278,10 @@ TEST_F(EngineTest, ReadingOnAfterARecordMovedBehindTheCursorDoesNotLeaveTheCurso
 
 TEST_F(EngineTest, SeekingByValueNeedsASortOrderThatBeginsWithTheProperty) {
     Oid found = 0;
-    Cursor unsorted(volume_, database_, std::nullopt, true);
+    CCursor unsorted(volume_, database_, std::nullopt, true);
     const SeekTarget name{Seek::FirstEqual, 0, {Set(kName, u"a").property}};
     EXPECT_EQ(unsorted.SeekTo(name, &found, nullptr), Status::InvalidArgument);
-    Cursor sorted(volume_, database_, 0, true);
+    CCursor sorted(volume_, database_, 0, true);
     const SeekTarget value{Seek::FirstEqual, 0, {Set(kValue, 1).property}};
     EXPECT_EQ(sorted.SeekTo(value, &found, nullptr), Status::InvalidArgument);
     const SeekTarget none{Seek::FirstEqual, 0, {}};
@@ -296,7 +296,7 @@ TEST_F(EngineTest, ValuesThatAreTooLongAreRefusedAndNothingChanges) {
     const auto third = Set(Id(0x71, kTypeText), longest);
     EXPECT_EQ(volume_.UpdateRecord(database_, oid, {second, third}), Status::TooLong);
     EXPECT_EQ(volume_.UpdateRecord(database_, oid, {Set(Id(0x72, 77), 1)}), Status::InvalidArgument);
-    Cursor cursor(volume_, database_, 0, true);
+    CCursor cursor(volume_, database_, 0, true);
     Oid found = 0;
     Record record;
     ASSERT_EQ(cursor.Look(&found, &record), Status::Ok);
@@ -305,7 +305,7 @@ TEST_F(EngineTest, ValuesThatAreTooLongAreRefusedAndNothingChanges) {
 }
 
 TEST_F(EngineTest, WritingToADatabaseThatWasDeletedMeanwhileFails) {
-    Volume second(collator_);
+    CVolume second(collator_);
     ASSERT_EQ(second.Open(file_.Path()), Status::Ok);
     ASSERT_EQ(second.DeleteDatabase(database_.oid), Status::Ok);
     Oid oid = 0;

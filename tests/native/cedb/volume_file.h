@@ -8,7 +8,7 @@
 #include "handset/coredll/cedb/engine/volume.h"
 
 // Sorts by UTF-16 unit; with an odd locale identifier the other way round. Knows 1 to 1000.
-class PlainCollator : public cedb::Collator {
+class PlainCollator : public cedb::CCollator {
   public:
     std::string TextKey(std::uint32_t lcid, std::uint32_t flags, const std::u16string& text) const override;
     bool Knows(std::uint32_t lcid) const override { return lcid >= 1 && lcid <= 1000; }

@@ -186,9 +186,9 @@ TEST(Locks, OneThatIsMadeIsToldFromOneThatIsTaken) {
                       "const std::lock_guard<std::mutex> guard(lock_);\nhandset::CLock streamLock_;\n"
                       "SRWLOCK freezing_ = SRWLOCK_INIT;\nvoid f(SRWLOCK* lock);\n"),
         ElementsAre("lock_", "shared", "streamLock_", "freezing_"));
-    EXPECT_THAT(test::LocksIn("class StartLock : public ProcessLock {\nconst ProcessLock lock(other);\n"
-                              "const ProcessLock held = x;\nown_(CreateMutexW(nullptr, FALSE, name))\n"),
-                ElementsAre("StartLock", "CreateMutexW"));
+    EXPECT_THAT(test::LocksIn("class CStartLock : public CProcessLock {\nconst CProcessLock lock(other);\n"
+                              "const CProcessLock held = x;\nown_(CreateMutexW(nullptr, FALSE, name))\n"),
+                ElementsAre("CStartLock", "CreateMutexW"));
 }
 
 TEST(Locks, OneInsideALockBelowItIsFound) {

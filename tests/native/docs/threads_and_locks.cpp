@@ -28,8 +28,8 @@ std::vector<std::string> LocksIn(const std::string& source) {
         LinesWith(WithoutComments(source, true), {"mutex", "Mutex", "Lock", "LOCK", "SECTION", "Semaphore"});
     static const std::regex kLock(
         R"((const\s+)?\b(?:std::(?:recursive_|timed_|shared_)*mutex|SRWLOCK|CRITICAL_SECTION|)"
-        R"((?:handset::)?C(?:Recursive)?Lock|(?:handset::)?ProcessLock)\s*&?\s+(\w+)\s*[;={]|)"
-        R"(\bclass (\w+) : public (?:handset::)?ProcessLock\b|\b(CreateMutexW|CreateSemaphoreW)\s*\()");
+        R"((?:handset::)?C(?:Recursive|Process)?Lock)\s*&?\s+(\w+)\s*[;={]|)"
+        R"(\bclass (\w+) : public (?:handset::)?CProcessLock\b|\b(CreateMutexW|CreateSemaphoreW)\s*\()");
     std::vector<std::string> locks;
     for (std::sregex_iterator match(bare.begin(), bare.end(), kLock), end; match != end; ++match) {
         const std::string variable = (*match)[2];

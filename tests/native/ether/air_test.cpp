@@ -59,11 +59,11 @@ Heard Listen(CAir& air, const Window& window, double seconds, double station_Hz 
     air.SetWindow(window);
     sdr::ReceiverOptions options;
     options.rate_Hz = window.rate_Hz;
-    sdr::Receiver receiver(options);
-    sdr::rds::Decoder data;
+    sdr::CSampleReceiver receiver(options);
+    sdr::rds::CDecoder data;
     receiver.SetListener(&data);
     receiver.Tune(station_Hz - window.centre_Hz);
-    sdr::SampleDecoder decoder(sdr::SampleForm::kCu8);
+    sdr::CSampleDecoder decoder(sdr::SampleForm::kCu8);
     Heard heard;
     std::size_t ends = 0, all = 0;
     for (double left = seconds * window.rate_Hz; left > 0;) {

@@ -40,9 +40,9 @@ TEST(EtherCommands, AreReadHoweverTheirBytesAreCut) {
 
 TEST(EtherCommands, TheGreetingIsThatOfAnR820tWith29StepsOfGain) {
     const auto greeting = CStick::Greeting();
-    sdr::rtl_tcp::HeaderReader reader;
+    sdr::rtl_tcp::CHeaderReader reader;
     EXPECT_EQ(reader.Feed(greeting.data(), greeting.size()), sdr::rtl_tcp::kHeaderBytes);
-    EXPECT_EQ(reader.Where(), sdr::rtl_tcp::HeaderReader::State::kDone);
+    EXPECT_EQ(reader.Where(), sdr::rtl_tcp::CHeaderReader::State::kDone);
     EXPECT_EQ(reader.Result().tuner, sdr::rtl_tcp::Tuner::kR820t);
     EXPECT_EQ(reader.Result().gains, 29u);
 }

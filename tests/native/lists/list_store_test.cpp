@@ -18,7 +18,7 @@ namespace {
 class ListStore : public testing::Test {
   protected:
     void SetUp() override {
-        ASSERT_EQ(cedb::Volume::Create(file_.Path(), 2, collator_), Status::Ok);
+        ASSERT_EQ(cedb::CVolume::Create(file_.Path(), 2, collator_), Status::Ok);
         ASSERT_EQ(volume_.Open(file_.Path()), Status::Ok);
     }
     ImportPlan Import(std::vector<ChannelList> lists, ImportMode mode = ImportMode::kAdd) {
@@ -38,7 +38,7 @@ class ListStore : public testing::Test {
 
     PlainCollator collator_;
     VolumeFile file_;
-    cedb::Volume volume_{collator_};
+    cedb::CVolume volume_{collator_};
 };
 
 const ChannelList kOne{u"One", {{u"a", 9850, u"news", 0}}, 0, true};
@@ -67,7 +67,7 @@ TEST_F(ListStore, TheDatabasesAreThoseThatTheRadioMakes) {
                                                              {false, {{0x0066001F, 4}}},
                                                              {false, {{0x00670013, 4}}},
                                                              {false, {{0x0068001F, 4}}}}));
-    cedb::Cursor cursor(volume_, channels, std::nullopt, true);
+    cedb::CCursor cursor(volume_, channels, std::nullopt, true);
     cedb::Oid oid = 0;
     cedb::Record record;
     ASSERT_EQ(cursor.Look(&oid, &record), Status::Ok);
@@ -134,11 +134,11 @@ TEST_F(ListStore, AnImportForWhichTheRoomRunsOutHalfWayStoresNothing) {
 // Another program reads the volume at every moment; a write of its own would have to wait.
 TEST_F(ListStore, WhoReadsMeanwhileSeesAllOfAnImportOrNothingOfIt) {
     Import({kOne});
-    cedb::Volume other(collator_);
+    cedb::CVolume other(collator_);
     ASSERT_EQ(other.Open(file_.Path()), Status::Ok);
     {
-        cedb::Transaction all(volume_.Connection());
-        ASSERT_EQ(all.Begin(cedb::Transaction::Kind::Write), Status::Ok);
+        cedb::CTransaction all(volume_.Connection());
+        ASSERT_EQ(all.Begin(cedb::CTransaction::Kind::Write), Status::Ok);
         Import({kTwo});
         std::vector<ChannelList> seen;
         std::size_t strays = 0;

@@ -70,7 +70,7 @@ BruteForce TryAll(const SoftBlock& symbols, Offset offset, const BlockPrior& pri
 }
 
 TEST(RdsBlockDecision, FindsTheWordAndTheOddsThatTryingAllWordsFinds) {
-    BlockTrellis trellis;
+    CBlockTrellis trellis;
     std::mt19937 random(7);
     for (int i = 0; i < 40; ++i) {
         const auto offset = static_cast<Offset>(i % 5);
@@ -86,7 +86,7 @@ TEST(RdsBlockDecision, FindsTheWordAndTheOddsThatTryingAllWordsFinds) {
 }
 
 TEST(RdsBlockDecision, EveryWordOfEveryOffsetIsReadWithoutNoise) {
-    BlockTrellis trellis;
+    CBlockTrellis trellis;
     std::mt19937 random(8);
     for (std::size_t i = 0; i < 3000; ++i) {
         const auto offset = static_cast<Offset>(i % kOffsets);
@@ -99,7 +99,7 @@ TEST(RdsBlockDecision, EveryWordOfEveryOffsetIsReadWithoutNoise) {
 
 // As many as the odds say are wrong, and not more: a block at odds of 3.5 is wrong three times in a hundred.
 TEST(RdsBlockDecision, TheOddsAreWhatTheySay) {
-    BlockTrellis trellis;
+    CBlockTrellis trellis;
     std::mt19937 random(9);
     double expected = 0.0;
     int wrong = 0;
@@ -120,7 +120,7 @@ TEST(RdsBlockDecision, TheOddsAreWhatTheySay) {
 }
 
 TEST(RdsBlockDecision, AWordThatIsExpectedNeedsLessAndAnotherIsStillHeard) {
-    BlockTrellis trellis;
+    CBlockTrellis trellis;
     std::mt19937 random(10);
     const BlockPrior expecting{1e-4, std::uint16_t{0xD3C2}};
     int found = 0;
@@ -137,7 +137,7 @@ TEST(RdsBlockDecision, AWordThatIsExpectedNeedsLessAndAnotherIsStillHeard) {
 }
 
 TEST(RdsBlockDecision, RandomBitsAreNotTakenForABlockOnceTheAlignmentIsDoubted) {
-    BlockTrellis trellis;
+    CBlockTrellis trellis;
     std::mt19937 random(11);
     int taken = 0;
     for (int i = 0; i < 2000; ++i) {
@@ -149,7 +149,7 @@ TEST(RdsBlockDecision, RandomBitsAreNotTakenForABlockOnceTheAlignmentIsDoubted) 
 }
 
 TEST(RdsBlockDecision, AtSightGivesOnlyWhatTheTrellisGives) {
-    BlockTrellis trellis;
+    CBlockTrellis trellis;
     std::mt19937 random(12);
     int atSight = 0;
     for (int i = 0; i < 1500; ++i) {

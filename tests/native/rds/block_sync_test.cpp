@@ -54,8 +54,8 @@ class RdsBlockSync : public testing::Test {
     bool one_ = false;
     std::vector<Group> groups_;
     std::vector<Block> blocks_;
-    BlockSync sync_{[this](std::size_t, const Block& block) { blocks_.push_back(block); },
-                    [this](const Group& group) { groups_.push_back(group); }};
+    CBlockSync sync_{[this](std::size_t, const Block& block) { blocks_.push_back(block); },
+                     [this](const Group& group) { groups_.push_back(group); }};
 };
 
 TEST_F(RdsBlockSync, TwoBlocksAreEnoughAndTheOnesBeforeAreNotLost) {

@@ -49,7 +49,7 @@ class RdsGroups : public testing::Test {
     }
     const Station& Read() const { return reader_.Current(); }
 
-    GroupReader reader_;
+    CGroupReader reader_;
     double now_s_ = 0.0;
 };
 

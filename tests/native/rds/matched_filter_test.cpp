@@ -41,8 +41,8 @@ TEST(RdsShaping, ASymbolIsOddInTimeAndHasNoMean) {
 }
 
 // A baseband of given symbols, sampled as the mixer gives it.
-Baseband BasebandOf(const std::vector<int>& symbols, double delay_bits, double phase) {
-    Baseband baseband;
+CBaseband BasebandOf(const std::vector<int>& symbols, double delay_bits, double phase) {
+    CBaseband baseband;
     for (std::size_t i = 0; i < symbols.size() * 17; ++i) {
         const double time = static_cast<double>(i) * kBaseStep_bits;
         double value = 0.0;
@@ -59,8 +59,8 @@ Baseband BasebandOf(const std::vector<int>& symbols, double delay_bits, double p
 TEST(RdsMatchedFilter, GivesEachSymbolItsHeightWithoutTheNeighbours) {
     std::vector<int> symbols;
     for (int i = 0; i < 60; ++i) symbols.push_back((i * i / 3 + i / 5) % 2 == 0 ? 1 : -1);
-    const Baseband baseband = BasebandOf(symbols, 4.37, 0.6);
-    const MatchedFilter filter;
+    const CBaseband baseband = BasebandOf(symbols, 4.37, 0.6);
+    const CMatchedFilter filter;
     for (std::size_t n = 5; n < 45; ++n) {
         const SymbolSample z = filter.At(baseband, static_cast<double>(n) + 4.37);
         EXPECT_NEAR(z.re * std::cos(0.6) + z.im * std::sin(0.6), symbols[n], 0.03) << n;
@@ -83,18 +83,18 @@ double Correlation(double time_bits) {
 }
 
 TEST(RdsMatchedFilter, BesideTheMiddleASymbolFallsAsItsSpectrumSays) {
-    const Baseband baseband =
+    const CBaseband baseband =
         BasebandOf(std::vector<int>{1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}, 6.0, 0.0);
-    const MatchedFilter filter;
+    const CMatchedFilter filter;
     for (double t = -1.0; t <= 1.0; t += 0.125) {
         EXPECT_NEAR(filter.At(baseband, 6.0 + t).re, Correlation(t), 0.03) << t;
     }
 }
 
 TEST(RdsMatchedFilter, TheSlopeIsTheChangeOfTheValueAndTheBendThatOfTheSlope) {
-    const Baseband baseband =
+    const CBaseband baseband =
         BasebandOf(std::vector<int>{1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}, 6.0, 0.0);
-    const MatchedFilter filter;
+    const CMatchedFilter filter;
     for (const double t : {-0.25, -0.125, 0.0, 0.125, 0.25}) {
         const double change = (Correlation(t + 0.01) - Correlation(t - 0.01)) / 0.02;
         EXPECT_NEAR(filter.SlopeAt(baseband, 6.0 + t).re, change, 0.15) << t;
@@ -104,8 +104,8 @@ TEST(RdsMatchedFilter, TheSlopeIsTheChangeOfTheValueAndTheBendThatOfTheSlope) {
 
 // What the mixer gives of a tone, in amplitude, after its filter has filled.
 double MixerGain(double frequency_Hz) {
-    SubcarrierMixer mixer;
-    Baseband baseband;
+    CSubcarrierMixer mixer;
+    CBaseband baseband;
     std::vector<float> samples(384);
     double phase = 0.0;
     for (int i = 0; i < 100; ++i) {
@@ -141,8 +141,8 @@ TEST(RdsMixer, PassesTheSubcarriersBandAndStopsWhatWouldFallUponIt) {
 }
 
 TEST(RdsMixer, TheReferenceGoesOnWithoutAJumpWhenTheLoopLocksAnew) {
-    SubcarrierMixer mixer;
-    Baseband baseband;
+    CSubcarrierMixer mixer;
+    CBaseband baseband;
     const std::vector<float> samples(384, 0.0f);
     sdr::MpxBlock block;
     block.samples = samples.data();

@@ -16,7 +16,7 @@ using testing::UnorderedElementsAre;
 
 // Groups of 16 hexadecimal digits, received beyond doubt.
 Station Read(const std::vector<std::uint64_t>& groups) {
-    GroupReader reader;
+    CGroupReader reader;
     double now_s = 0.0;
     for (const std::uint64_t bits : groups) {
         Group group;

@@ -66,7 +66,7 @@ Outcome Receive(const Signal& signal, double seconds) {
         multiplex.Send(group);
     }
     std::vector<Group> got;
-    Decoder decoder([&got](const Group& group) { got.push_back(group); });
+    CDecoder decoder([&got](const Group& group) { got.push_back(group); });
     Outcome outcome;
     while (!multiplex.Done()) {
         decoder.Feed(multiplex.Next());
@@ -191,7 +191,7 @@ TEST(RdsReception, WhatIsShownWasSentHoweverWeakTheSignal) {
                                 letters(text, 4 * part + 2)});
             }
         }
-        Decoder decoder;
+        CDecoder decoder;
         while (!multiplex.Done()) {
             decoder.Feed(multiplex.Next());
             const Station& station = decoder.Current();
@@ -216,7 +216,7 @@ std::vector<double> SharesBySecond(const Signal& signal, int seconds) {
     synthetic::Multiplex multiplex(signal);
     std::mt19937 random(3);
     for (int i = 0; i < seconds * 12; ++i) multiplex.Send(RandomGroup(random));
-    Decoder decoder;
+    CDecoder decoder;
     std::vector<double> shares;
     std::uint64_t before = 0;
     for (int second = 0; second < seconds; ++second) {
@@ -252,7 +252,7 @@ TEST(RdsReception, AnotherStationBeginsFromNothing) {
     Signal signal = At(80.0);
     synthetic::Multiplex first(signal);
     for (int i = 0; i < 20; ++i) first.Send({kPi, 0, 0xE0CD, 0x4142});
-    Decoder decoder;
+    CDecoder decoder;
     while (!first.Done()) decoder.Feed(first.Next());
     EXPECT_EQ(decoder.Current().pi, kPi);
     decoder.Restart();

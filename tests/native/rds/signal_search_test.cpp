@@ -17,15 +17,15 @@ TEST(RdsSignalSearch, FindsTimingPhaseAndFrequencyOfASignal) {
     const struct {
         double delay_bits, phase_rad, offset_Hz;
     } kSignals[] = {{0.0, 0.0, 0.0}, {0.3, 1.0, 0.0}, {0.5, -1.2, 3.0}, {0.81, 0.4, -6.0}, {0.06, 2.5, 11.0}};
-    const MatchedFilter filter;
+    const CMatchedFilter filter;
     for (const auto& signal : kSignals) {
         SymbolStream stream;
         stream.delay_bits = signal.delay_bits;
         stream.phase_rad = signal.phase_rad;
         stream.offset_Hz = signal.offset_Hz;
-        Baseband baseband;
+        CBaseband baseband;
         stream.Append(baseband, 300.0);
-        SignalSearch search;
+        CSignalSearch search;
         const std::optional<FoundSignal> found = search.Look(baseband, filter);
         ASSERT_TRUE(found) << signal.offset_Hz;
         const double timing = found->timing_bits - signal.delay_bits;
@@ -42,23 +42,23 @@ TEST(RdsSignalSearch, FindsTimingPhaseAndFrequencyOfASignal) {
 TEST(RdsSignalSearch, WithoutNoiseTheSignificanceIsTheNumberOfSymbols) {
     // Squares of the height 1 that all stand in phase: (n 1)^2 over n 1.
     SymbolStream stream;
-    Baseband baseband;
+    CBaseband baseband;
     stream.Append(baseband, 250.0);
-    SignalSearch search;
-    const std::optional<FoundSignal> found = search.Look(baseband, MatchedFilter());
+    CSignalSearch search;
+    const std::optional<FoundSignal> found = search.Look(baseband, CMatchedFilter());
     ASSERT_TRUE(found);
     EXPECT_GE(found->symbols, 96.0);
     EXPECT_NEAR(found->significance / found->symbols, 1.0, 0.01);
 }
 
 TEST(RdsSignalSearch, NoiseAloneIsNoSignalAndAWeakOneIsFound) {
-    const MatchedFilter filter;
+    const CMatchedFilter filter;
     for (const bool sent : {false, true}) {
         SymbolStream stream;
         stream.height = sent ? 1.0 : 0.0;
         stream.noise = 2.0;
-        Baseband baseband;
-        SignalSearch search;
+        CBaseband baseband;
+        CSignalSearch search;
         int found = 0;
         for (int i = 0; i < 12; ++i) {
             stream.Append(baseband, 200.0);

@@ -17,7 +17,7 @@ struct SymbolStream {
     double noise = 0.0;  // standard deviation of either part of a sample
     std::vector<int> symbols;
 
-    void Append(sdr::rds::Baseband& baseband, double bits) {
+    void Append(sdr::rds::CBaseband& baseband, double bits) {
         constexpr double kStep_bits = 1187.5 / sdr::rds::kBasebandRate_Hz;
         constexpr double kReach_bits = 12.0;
         constexpr double kTwoPi = 6.283185307179586;

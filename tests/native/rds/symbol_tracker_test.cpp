@@ -16,7 +16,7 @@ using namespace sdr::rds;
 TEST(RdsLineFit, WhileItFillsItIsTheLineOfLeastSquares) {
     std::mt19937 random(5);
     std::normal_distribution<double> noise;
-    LineFit fit(1000.0, 100.0);
+    CLineFit fit(1000.0, 100.0);
     fit.Begin(17.0, -3.0, 0.0);
     double n = 0.0, sumX = 0.0, sumY = 0.0, sumXX = 0.0, sumXY = 0.0;
     for (int i = 0; i < 300; ++i) {
@@ -45,7 +45,7 @@ TEST(RdsLineFit, AtRestItsNoiseIsThatOfALoopOfTheSecondOrder) {
     const double expected = (2.0 * a * a + b * (2.0 - 3.0 * a)) / (a * (4.0 - 2.0 * a - b));
     std::mt19937 random(6);
     std::normal_distribution<double> noise;
-    LineFit fit(kMemory, 100.0);
+    CLineFit fit(kMemory, 100.0);
     double power = 0.0;
     constexpr int kSteps = 400000;
     for (int i = -2000; i < kSteps; ++i) {
@@ -57,7 +57,7 @@ TEST(RdsLineFit, AtRestItsNoiseIsThatOfALoopOfTheSecondOrder) {
 }
 
 TEST(RdsLineFit, ItsSlopeStaysWithinItsBounds) {
-    LineFit fit(100.0, 0.5);
+    CLineFit fit(100.0, 0.5);
     for (int i = 0; i < 200; ++i) {
         fit.Correct(1000.0);
         fit.Step();
@@ -68,20 +68,20 @@ TEST(RdsLineFit, ItsSlopeStaysWithinItsBounds) {
 
 // Follows a signal from its finding on; each symbol's odds.
 struct Tracking {
-    SymbolTracker tracker;
+    CSymbolTracker tracker;
     std::int64_t first = 0;  // symbol
     std::vector<float> odds;
 
     void Run(SymbolStream& stream, int pieces) {
-        const MatchedFilter filter;
-        Baseband baseband;
-        SignalSearch search;
+        const CMatchedFilter filter;
+        CBaseband baseband;
+        CSignalSearch search;
         stream.Append(baseband, 300.0);
         const std::optional<FoundSignal> found = search.Look(baseband, filter);
         ASSERT_TRUE(found);
         tracker.Begin(*found, baseband, filter);
         first = static_cast<std::int64_t>(
-            std::ceil(baseband.OldestClock() + MatchedFilter::kReach_bits - found->timing_bits));
+            std::ceil(baseband.OldestClock() + CMatchedFilter::kReach_bits - found->timing_bits));
         first += std::llround(found->timing_bits - stream.delay_bits);
         float symbol = 0.0f;
         for (int i = 0; i < pieces; ++i) {

@@ -9,7 +9,7 @@
 
 namespace {
 
-using sdr::rds::TextVoter;
+using sdr::rds::CTextVoter;
 
 std::uint16_t PairOf(const std::string& text, std::size_t pair) {
     const auto letter = [&text](std::size_t i) {
@@ -18,12 +18,12 @@ std::uint16_t PairOf(const std::string& text, std::size_t pair) {
     return static_cast<std::uint16_t>(letter(2 * pair) << 8 | letter(2 * pair + 1));
 }
 
-void SendRound(TextVoter& voter, const std::string& text, std::size_t pairs, bool certain) {
+void SendRound(CTextVoter& voter, const std::string& text, std::size_t pairs, bool certain) {
     for (std::size_t i = 0; i < pairs; ++i) voter.Take(i, PairOf(text, i), certain);
 }
 
 TEST(RdsTextVoter, OneRoundBeyondDoubtMakesATextWhole) {
-    TextVoter voter(4, TextVoter::Length::kFixed);
+    CTextVoter voter(4, CTextVoter::Length::kFixed);
     SendRound(voter, "KORA ONE", 3, true);
     EXPECT_FALSE(voter.Whole());
     voter.Take(3, PairOf("KORA ONE", 3), true);
@@ -31,7 +31,7 @@ TEST(RdsTextVoter, OneRoundBeyondDoubtMakesATextWhole) {
 }
 
 TEST(RdsTextVoter, WithDoubtEveryPairIsAwaitedTwice) {
-    TextVoter voter(4, TextVoter::Length::kFixed);
+    CTextVoter voter(4, CTextVoter::Length::kFixed);
     SendRound(voter, "KORA ONE", 4, false);
     EXPECT_FALSE(voter.Whole());
     EXPECT_EQ(voter.Letters(), "        ");
@@ -41,7 +41,7 @@ TEST(RdsTextVoter, WithDoubtEveryPairIsAwaitedTwice) {
 }
 
 TEST(RdsTextVoter, AWrongPairOnceIsNeverShown) {
-    TextVoter voter(4, TextVoter::Length::kFixed);
+    CTextVoter voter(4, CTextVoter::Length::kFixed);
     SendRound(voter, "KORA ONE", 4, true);
     voter.Take(1, PairOf("XXXXXXXX", 1), false);
     EXPECT_EQ(voter.Whole(), "KORA ONE");
@@ -52,7 +52,7 @@ TEST(RdsTextVoter, AWrongPairOnceIsNeverShown) {
 }
 
 TEST(RdsTextVoter, HalvesOfTwoTextsAreNotOneText) {
-    TextVoter voter(4, TextVoter::Length::kFixed);
+    CTextVoter voter(4, CTextVoter::Length::kFixed);
     voter.Take(0, PairOf("MORNINGS", 0), true);
     voter.Take(1, PairOf("MORNINGS", 1), true);
     voter.Lost();
@@ -66,14 +66,14 @@ TEST(RdsTextVoter, HalvesOfTwoTextsAreNotOneText) {
 }
 
 TEST(RdsTextVoter, AChangeAfterTheFirstPairsKeepsThemWhenNothingWasLost) {
-    TextVoter voter(4, TextVoter::Length::kFixed);
+    CTextVoter voter(4, CTextVoter::Length::kFixed);
     SendRound(voter, "KORA ONE", 4, true);
     SendRound(voter, "KORA TWO", 4, true);
     EXPECT_EQ(voter.Whole(), "KORA TWO");
 }
 
 TEST(RdsTextVoter, OutOfOrderATextIsWholeWhenEachPairHasComeAgain) {
-    TextVoter voter(4, TextVoter::Length::kFixed);
+    CTextVoter voter(4, CTextVoter::Length::kFixed);
     for (const std::size_t i : {2u, 0u, 3u, 1u}) voter.Take(i, PairOf("KORA ONE", i), true);
     EXPECT_FALSE(voter.Whole());
     for (const std::size_t i : {2u, 0u, 3u}) voter.Take(i, PairOf("KORA ONE", i), true);
@@ -83,13 +83,13 @@ TEST(RdsTextVoter, OutOfOrderATextIsWholeWhenEachPairHasComeAgain) {
 }
 
 TEST(RdsTextVoter, ATextEndsAtItsMarkAndNeedsNoMore) {
-    TextVoter voter(32, TextVoter::Length::kUpToEnd);
+    CTextVoter voter(32, CTextVoter::Length::kUpToEnd);
     SendRound(voter, "Hello there\r", 6, true);
     EXPECT_EQ(voter.Whole(), "Hello there");
 }
 
 TEST(RdsTextVoter, ATextOfFullLengthHasNoMark) {
-    TextVoter voter(32, TextVoter::Length::kUpToEnd);
+    CTextVoter voter(32, CTextVoter::Length::kUpToEnd);
     const std::string text = "0123456789012345678901234567890123456789012345678901234567890123";
     SendRound(voter, text, 31, true);
     EXPECT_FALSE(voter.Whole());
@@ -98,7 +98,7 @@ TEST(RdsTextVoter, ATextOfFullLengthHasNoMark) {
 }
 
 TEST(RdsTextVoter, ATextWithoutMarkEndsWhereItAlwaysBeginsAnew) {
-    TextVoter voter(32, TextVoter::Length::kUpToEnd);
+    CTextVoter voter(32, CTextVoter::Length::kUpToEnd);
     for (int round = 0; round < 3; ++round) {
         SendRound(voter, "Eight letters...", 8, true);
         EXPECT_FALSE(voter.Whole()) << round;
@@ -108,7 +108,7 @@ TEST(RdsTextVoter, ATextWithoutMarkEndsWhereItAlwaysBeginsAnew) {
 }
 
 TEST(RdsTextVoter, GroupsThatAreSentTwiceAreNoEnd) {
-    TextVoter voter(32, TextVoter::Length::kUpToEnd);
+    CTextVoter voter(32, CTextVoter::Length::kUpToEnd);
     const std::string text = "A text that is sent with every group twice.\r";
     for (int round = 0; round < 2; ++round) {
         for (std::size_t group = 0; group < text.size() / 4; ++group) {
@@ -129,7 +129,7 @@ TEST(RdsTextVoter, WhateverIsLostOrWrongOnlyTextsThatWereSentBecomeWhole) {
     const std::vector<std::string> sent = {"KORA ONE", "KORA TWO", "MORNINGS"};
     std::mt19937 random(5);
     std::size_t shown = 0;
-    TextVoter voter(4, TextVoter::Length::kFixed, 3);
+    CTextVoter voter(4, CTextVoter::Length::kFixed, 3);
     for (int turn = 0; turn < 20000; ++turn) {
         const std::string& text = sent[random() % sent.size()];
         // No station changes its name faster than that: eight seconds.

@@ -14,9 +14,9 @@ namespace {
 
 using sdr::rds::Block;
 using sdr::rds::BlockStatus;
-using sdr::rds::BlockSync;
+using sdr::rds::CBlockSync;
+using sdr::rds::CGroupReader;
 using sdr::rds::Group;
-using sdr::rds::GroupReader;
 using sdr::rds::Offset;
 using sdr::rds::Station;
 using Draw = std::mt19937;
@@ -45,7 +45,7 @@ Group Received(const std::array<std::uint16_t, 4>& words, BlockStatus status) {
     return group;
 }
 
-void Take(GroupReader& reader, const Group& group, double now_s) {
+void Take(CGroupReader& reader, const Group& group, double now_s) {
     for (std::size_t place = 0; place < 4; ++place) reader.TakeBlock(place, group.blocks[place], now_s);
     reader.TakeGroup(group, now_s);
 }
@@ -78,7 +78,7 @@ void ExpectBounded(const Station& station) {
 
 TEST(ReceptionFuzz, GroupsOfEveryTypeAndContentNeitherFaultNorGrow) {
     Draw draw(21);
-    GroupReader reader;
+    CGroupReader reader;
     reader.Restart();
     const long inputs = Inputs(60000);
     for (long i = 0; i < inputs; ++i) {
@@ -149,7 +149,7 @@ TEST(ReceptionFuzz, AWrongGroupAmongTheSentOnesMakesNoTextThatWasNotSent) {
     constexpr long kTuned = 3000;  // groups before another start
     for (long begin = 0; begin < inputs; begin += kTuned) {
         transmitter::CGroupScheduler scheduler(texts);
-        GroupReader reader;
+        CGroupReader reader;
         reader.Restart();
         for (long i = 0; i < kTuned; ++i) {
             Group group = Received(scheduler.Next().words, BlockStatus::kReceived);
@@ -205,11 +205,11 @@ struct Taken {
 TEST(ReceptionFuzz, RandomBitsGiveNoGroupThatIsCertain) {
     Draw draw(23);
     Taken taken;
-    BlockSync sync([](std::size_t, const Block&) {},
-                   [&](const Group& group) {
-                       ++taken.groups;
-                       for (const Block& block : group.blocks) taken.certainWrong += block.Certain() ? 1 : 0;
-                   });
+    CBlockSync sync([](std::size_t, const Block&) {},
+                    [&](const Group& group) {
+                        ++taken.groups;
+                        for (const Block& block : group.blocks) taken.certainWrong += block.Certain() ? 1 : 0;
+                    });
     sync.Restart();
     const long inputs = Inputs(200000);
     std::normal_distribution<float> noise(0, 2);
@@ -225,18 +225,18 @@ TEST(ReceptionFuzz, SlippedBitsCostGroupsAndHardlyEverMakeOneThatWasNotSent) {
     Draw draw(24);
     std::vector<std::array<std::uint16_t, 4>> sent;
     Taken taken;
-    BlockSync sync([](std::size_t, const Block&) {},
-                   [&](const Group& group) {
-                       ++taken.groups;
-                       if (!group.Whole()) return;
-                       std::array<std::uint16_t, 4> words{};
-                       for (std::size_t i = 0; i < 4; ++i) words[i] = group.blocks[i].information;
-                       const std::size_t recent = std::min<std::size_t>(sent.size(), 20);
-                       const bool known = std::find(sent.end() - static_cast<std::ptrdiff_t>(recent),
-                                                    sent.end(), words) != sent.end();
-                       taken.whole += known ? 1 : 0;
-                       taken.certainWrong += known ? 0 : 1;
-                   });
+    CBlockSync sync([](std::size_t, const Block&) {},
+                    [&](const Group& group) {
+                        ++taken.groups;
+                        if (!group.Whole()) return;
+                        std::array<std::uint16_t, 4> words{};
+                        for (std::size_t i = 0; i < 4; ++i) words[i] = group.blocks[i].information;
+                        const std::size_t recent = std::min<std::size_t>(sent.size(), 20);
+                        const bool known = std::find(sent.end() - static_cast<std::ptrdiff_t>(recent),
+                                                     sent.end(), words) != sent.end();
+                        taken.whole += known ? 1 : 0;
+                        taken.certainWrong += known ? 0 : 1;
+                    });
     sync.Restart();
     CSymbols symbols(9);
     const long groups = Inputs(200000) / 104;
@@ -264,11 +264,11 @@ TEST(ReceptionFuzz, SlippedBitsMakeNoTextThatWasNotSent) {
     constexpr long kTuned = 1000;  // groups before another start
     for (long begin = 0; begin < groups; begin += kTuned) {
         transmitter::CGroupScheduler scheduler(texts);
-        GroupReader reader;
+        CGroupReader reader;
         reader.Restart();
         double now_s = 0;
-        BlockSync sync([&](std::size_t place, const Block& block) { reader.TakeBlock(place, block, now_s); },
-                       [&](const Group& group) { reader.TakeGroup(group, now_s); });
+        CBlockSync sync([&](std::size_t place, const Block& block) { reader.TakeBlock(place, block, now_s); },
+                        [&](const Group& group) { reader.TakeGroup(group, now_s); });
         sync.Restart();
         for (long i = 0; i < kTuned; ++i) {
             now_s += kGroup_s;
@@ -290,7 +290,7 @@ TEST(ReceptionFuzz, SlippedBitsMakeNoTextThatWasNotSent) {
 TEST(ReceptionFuzz, SymbolsThatAreNoNumbersAreSurvived) {
     Draw draw(25);
     long groups = 0;
-    BlockSync sync([](std::size_t, const Block&) {}, [&](const Group&) { ++groups; });
+    CBlockSync sync([](std::size_t, const Block&) {}, [&](const Group&) { ++groups; });
     sync.Restart();
     constexpr float kOdd[] = {0.0f, -0.0f, 1e30f, -1e30f, 1e-30f};
     const long inputs = Inputs(100000);

@@ -102,7 +102,7 @@ class DamagedFiles : public testing::Test {
 
     // True when it could be read.
     static bool Check(const std::string& path, std::uint64_t bytesOfSamples) {
-        sdr::IqFile file;
+        sdr::CIqFile file;
         const std::string fault = file.Open(path);
         if (!fault.empty()) {
             const std::string name = std::filesystem::path(path).stem().string();

@@ -38,7 +38,7 @@ class CData final : public sdr::IMpxListener {
 
   private:
     bool finite_ = true;
-    sdr::rds::Decoder rds_;
+    sdr::rds::CDecoder rds_;
 };
 
 // A stretch of a station, of noise, of nothing, of what no converter gives.
@@ -99,7 +99,7 @@ void Fuzz(double rate_Hz, long inputs) {
     Draw draw(31);
     sdr::ReceiverOptions options;
     options.rate_Hz = rate_Hz;
-    sdr::Receiver receiver(options);
+    sdr::CSampleReceiver receiver(options);
     CData data;
     receiver.SetListener(&data);
     receiver.Tune(0);

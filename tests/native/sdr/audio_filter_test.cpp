@@ -10,7 +10,7 @@
 
 namespace {
 
-using sdr::AudioFilter;
+using sdr::CAudioFilter;
 using sdr::DeEmphasis;
 using sdr_test::Decibels;
 
@@ -21,7 +21,7 @@ TEST(AudioFilter, FollowsTheDeEmphasisToATenthOfADecibelUpTo14kHz) {
     };
     for (const Case& each :
          {Case{DeEmphasis::k50us, 50e-6}, Case{DeEmphasis::k75us, 75e-6}, Case{DeEmphasis::kNone, 0.0}}) {
-        const AudioFilter filter(each.deEmphasis);
+        const CAudioFilter filter(each.deEmphasis);
         for (double f = 0.0; f <= 14000.0; f += 50.0) {
             const double curve_dB =
                 -10.0 * std::log10(1.0 + std::pow(6.283185307179586 * f * each.time_s, 2.0));
@@ -32,7 +32,7 @@ TEST(AudioFilter, FollowsTheDeEmphasisToATenthOfADecibelUpTo14kHz) {
 
 TEST(AudioFilter, StopsPilotSubcarrierAndAllAboveBy80Decibels) {
     for (const DeEmphasis deEmphasis : {DeEmphasis::k50us, DeEmphasis::k75us, DeEmphasis::kNone}) {
-        const AudioFilter filter(deEmphasis);
+        const CAudioFilter filter(deEmphasis);
         for (double f = 17000.0; f <= 192000.0; f += 100.0) {
             ASSERT_LE(Decibels(filter.ResponseAt(f) + 1e-12), -80.0) << f;
         }
@@ -40,7 +40,7 @@ TEST(AudioFilter, StopsPilotSubcarrierAndAllAboveBy80Decibels) {
 }
 
 TEST(AudioFilter, GivesOnePairForEightAndWhatItsResponseSays) {
-    AudioFilter filter(DeEmphasis::k75us);
+    CAudioFilter filter(DeEmphasis::k75us);
     std::vector<float> sound;
     std::vector<float> pairs(2 * 384);
     for (std::size_t block = 0; block < 400; ++block) {
@@ -70,7 +70,7 @@ TEST(SoundQuality, FallsFromStereoToMonoAndThenLosesItsTreble) {
 
 // A tone of 10 kHz in the sum, with all of the treble and with none.
 double TrebleHeard(double treble) {
-    sdr::StereoDecoder decoder(DeEmphasis::kNone);
+    sdr::CStereoDecoder decoder(DeEmphasis::kNone);
     std::vector<float> frames;
     std::vector<float> pairs(2 * 384);
     for (std::size_t block = 0; block < 400; ++block) {

@@ -9,7 +9,7 @@
 
 namespace {
 
-using sdr::BandLook;
+using sdr::CBandLook;
 using sdr::ChannelLook;
 using sdr::Sample;
 using sdr_test::FmSignal;
@@ -48,7 +48,7 @@ std::vector<double> Raster(double from_Hz, double to_Hz, double step_Hz) {
 }
 
 TEST(BandScan, FindsEachStationInItsPlaceAndNoOther) {
-    BandLook look(1920000.0);
+    CBandLook look(1920000.0);
     const std::vector<Sample> band = Band();
     look.Add(band.data(), 1234);
     look.Add(band.data() + 1234, band.size() - 1234);
@@ -63,7 +63,7 @@ TEST(BandScan, FindsEachStationInItsPlaceAndNoOther) {
 }
 
 TEST(BandScan, LevelsAndOffsetsAreThoseOfTheStations) {
-    BandLook look(1920000.0);
+    CBandLook look(1920000.0);
     const std::vector<Sample> band = Band();
     look.Add(band.data(), band.size());
     for (const Station& station : kStations) {
@@ -75,7 +75,7 @@ TEST(BandScan, LevelsAndOffsetsAreThoseOfTheStations) {
 }
 
 TEST(BandScan, NoiseAloneHasNoStations) {
-    BandLook look(1920000.0);
+    CBandLook look(1920000.0);
     EXPECT_TRUE(look.Channels(kCentre_Hz, {kCentre_Hz}).empty());
     std::vector<Sample> samples(40000);
     sdr_test::AddNoise(1.0, 5, &samples);
@@ -89,9 +89,9 @@ TEST(BandScan, NoiseAloneHasNoStations) {
 }
 
 TEST(BandScan, AWholeBandTakesThirteenLooksAndNothingIsLeftOut) {
-    const std::vector<double> centres = BandLook::Centres(87.5e6, 108e6, 1920000.0);
+    const std::vector<double> centres = CBandLook::Centres(87.5e6, 108e6, 1920000.0);
     EXPECT_LE(centres.size(), 13u);
-    const double half_Hz = BandLook(1920000.0).UsableHalfWidth_Hz();
+    const double half_Hz = CBandLook(1920000.0).UsableHalfWidth_Hz();
     for (const double frequency_Hz : Raster(87.5e6, 108e6, 50e3)) {
         bool seen = false;
         for (const double centre_Hz : centres) seen = seen || std::fabs(frequency_Hz - centre_Hz) <= half_Hz;
@@ -100,7 +100,7 @@ TEST(BandScan, AWholeBandTakesThirteenLooksAndNothingIsLeftOut) {
 }
 
 TEST(BandScan, ChannelsBeyondTheUsableWidthAreLeftOut) {
-    BandLook look(1920000.0);
+    CBandLook look(1920000.0);
     std::vector<Sample> samples(40000);
     look.Add(samples.data(), samples.size());
     EXPECT_TRUE(look.Channels(kCentre_Hz, {kCentre_Hz + 900e3}).empty());

@@ -13,7 +13,7 @@
 
 namespace {
 
-using sdr::Channelizer;
+using sdr::CChannelizer;
 using sdr::Sample;
 using sdr_test::Decibels;
 
@@ -25,7 +25,7 @@ struct Through {
 };
 
 Through SendTone(double rate_Hz, double tone_Hz) {
-    Channelizer channelizer(rate_Hz);
+    CChannelizer channelizer(rate_Hz);
     std::vector<Sample> samples;
     for (std::size_t i = 0; i < static_cast<std::size_t>(rate_Hz / 20.0); ++i) {
         const double phase = kTwoPi * tone_Hz / rate_Hz * static_cast<double>(i);
@@ -52,7 +52,7 @@ constexpr double kRates_Hz[] = {200000.0,  225001.0,  240000.0,  250000.0,  3000
 
 TEST(Channelizer, LetsItsChannelThroughWholeAtEveryRate) {
     for (const double rate_Hz : kRates_Hz) {
-        const double pass_Hz = Channelizer(rate_Hz).PassHalfWidth_Hz();
+        const double pass_Hz = CChannelizer(rate_Hz).PassHalfWidth_Hz();
         EXPECT_GE(pass_Hz, std::min(rate_Hz, sdr::kMpxRate_Hz) * 0.43) << rate_Hz;
         for (const double share : {-1.0, -0.5, 0.0, 0.3, 0.98}) {
             const Through through = SendTone(rate_Hz, share * pass_Hz);
@@ -64,7 +64,7 @@ TEST(Channelizer, LetsItsChannelThroughWholeAtEveryRate) {
 
 TEST(Channelizer, StopsWhatWouldFoldIntoTheChannel) {
     for (const double rate_Hz : {960000.0, 1024000.0, 1920000.0, 2400000.0}) {
-        const double pass_Hz = Channelizer(rate_Hz).PassHalfWidth_Hz();
+        const double pass_Hz = CChannelizer(rate_Hz).PassHalfWidth_Hz();
         for (const double tone_Hz : {sdr::kMpxRate_Hz - pass_Hz, 300000.0, -400000.0, 470000.0}) {
             const Through through = SendTone(rate_Hz, tone_Hz);
             EXPECT_LE(Decibels(std::hypot(through.amplitude, through.rest)), -78.0)
@@ -75,7 +75,7 @@ TEST(Channelizer, StopsWhatWouldFoldIntoTheChannel) {
 
 TEST(Channelizer, ItsNoiseBandwidthIsWhatWhiteNoiseKeeps) {
     for (const double rate_Hz : {240000.0, 1024000.0, 1920000.0}) {
-        Channelizer channelizer(rate_Hz);
+        CChannelizer channelizer(rate_Hz);
         std::vector<Sample> samples(static_cast<std::size_t>(rate_Hz / 2.0));
         sdr_test::AddNoise(1.0, 3, &samples);
         std::vector<Sample> results;
@@ -88,12 +88,12 @@ TEST(Channelizer, ItsNoiseBandwidthIsWhatWhiteNoiseKeeps) {
 }
 
 TEST(ChannelFilter, EachWidthPassesAndStopsWhatItSays) {
-    using sdr::ChannelFilter;
+    using sdr::CChannelFilter;
     using sdr::ChannelWidth;
     for (double f = 0.0; f <= 190000.0; f += 1000.0) {
-        EXPECT_NEAR(ChannelFilter::ResponseAt(ChannelWidth::kWide, f), 1.0, 1e-9);
-        const double medium_dB = Decibels(ChannelFilter::ResponseAt(ChannelWidth::kMedium, f));
-        const double narrow_dB = Decibels(ChannelFilter::ResponseAt(ChannelWidth::kNarrow, f));
+        EXPECT_NEAR(CChannelFilter::ResponseAt(ChannelWidth::kWide, f), 1.0, 1e-9);
+        const double medium_dB = Decibels(CChannelFilter::ResponseAt(ChannelWidth::kMedium, f));
+        const double narrow_dB = Decibels(CChannelFilter::ResponseAt(ChannelWidth::kNarrow, f));
         if (f <= 95000.0) EXPECT_NEAR(medium_dB, 0.0, 0.05) << f;
         if (f >= 130000.0) EXPECT_LE(medium_dB, -55.0) << f;
         if (f <= 70000.0) EXPECT_NEAR(narrow_dB, 0.0, 0.05) << f;
@@ -102,7 +102,7 @@ TEST(ChannelFilter, EachWidthPassesAndStopsWhatItSays) {
 }
 
 TEST(Tuning, MovesAStationToTheMiddleAndTakesDirectCurrentAway) {
-    sdr::Tuning tuning(1000000.0);
+    sdr::CTuning tuning(1000000.0);
     tuning.SetOffset(123000.0);
     std::vector<Sample> samples;
     for (int i = 0; i < 2000000; ++i) {
@@ -120,7 +120,7 @@ TEST(Tuning, MovesAStationToTheMiddleAndTakesDirectCurrentAway) {
 }
 
 TEST(Tuning, ARestingCarrierInTheMiddleIsNoDirectCurrent) {
-    sdr::Tuning tuning(1000000.0);
+    sdr::CTuning tuning(1000000.0);
     std::vector<Sample> samples(1000000, Sample(0.5f, 0.25f));
     tuning.Process(samples.data(), samples.size());
     EXPECT_NEAR(std::abs(samples.back() - Sample(0.5f, 0.25f)), 0.0, 1e-6);

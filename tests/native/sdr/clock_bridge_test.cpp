@@ -9,7 +9,7 @@
 
 namespace {
 
-using sdr::ClockBridge;
+using sdr::CClockBridge;
 
 std::vector<float> Tone(double tone_Hz, std::size_t from, std::size_t count) {
     std::vector<float> frames;
@@ -24,7 +24,7 @@ std::vector<float> Tone(double tone_Hz, std::size_t from, std::size_t count) {
 TEST(ClockBridge, AToneKeepsItsPitchItsStrengthAndItsPurity) {
     for (const double host_Hz : {44100.0, 48000.0, 96000.0}) {
         for (const double tone_Hz : {100.0, 1000.0, 10000.0, 14000.0}) {
-            ClockBridge bridge(host_Hz, 0.1);
+            CClockBridge bridge(host_Hz, 0.1);
             std::vector<float> output;
             for (std::size_t at = 0; at < 100000; at += 480) {
                 const std::vector<float> frames = Tone(tone_Hz, at, 480);
@@ -47,7 +47,7 @@ struct Ride {
 
 // Some minutes of a ring that is read by the host's clock; samples come in jerks of 68 ms.
 Ride RideWith(double ppm) {
-    ClockBridge bridge(44100.0, 0.2);
+    CClockBridge bridge(44100.0, 0.2);
     constexpr std::size_t kJerk = 3264;
     const std::vector<float> frames(2 * kJerk, 0.1f);
     double fill_s = 0.2;
@@ -77,19 +77,19 @@ TEST(ClockBridge, HoldsTheRingBetweenClocksThatDisagree) {
 }
 
 TEST(ClockBridge, NeverBendsThePitchByMoreThanItSays) {
-    ClockBridge bridge(48000.0, 0.2);
+    CClockBridge bridge(48000.0, 0.2);
     const std::vector<float> frames(960, 0.1f);
     std::vector<float> output;
     for (int i = 0; i < 6000; ++i) bridge.Process(frames.data(), 480, 5.0, &output);
-    EXPECT_NEAR(bridge.Correction_ppm(), ClockBridge::kMostCorrection_ppm, 1e-6);
+    EXPECT_NEAR(bridge.Correction_ppm(), CClockBridge::kMostCorrection_ppm, 1e-6);
     EXPECT_NEAR(static_cast<double>(output.size()) / 2.0, 6000.0 * 480.0 / (1.0 + 300e-6),
                 6000.0 * 480.0 * 100e-6);
     bridge.Restart();
-    EXPECT_NEAR(bridge.Correction_ppm(), ClockBridge::kMostCorrection_ppm, 1e-6);
+    EXPECT_NEAR(bridge.Correction_ppm(), CClockBridge::kMostCorrection_ppm, 1e-6);
 }
 
 TEST(ClockBridge, WhatItHoldsBackIsSilencedAndLeavesItsLength) {
-    ClockBridge bridge(44100.0, 0.1), undisturbed(44100.0, 0.1);
+    CClockBridge bridge(44100.0, 0.1), undisturbed(44100.0, 0.1);
     const std::vector<float> tone = Tone(1000.0, 0, 4800), nothing(9600, 0.0f);
     std::vector<float> output, asLong;
     bridge.Process(tone.data(), 4800, 0.1, &output);

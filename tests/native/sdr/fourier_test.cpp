@@ -22,7 +22,7 @@ TEST(Fourier, AToneStandsInItsBinAndAQuarterOfItInEachNeighbour) {
             tone[i] = sdr::Sample(std::polar(std::sqrt(kPower), angle));
         }
         std::vector<double> density;
-        sdr::Fourier fourier(kSize);
+        sdr::CFourierTransform fourier(kSize);
         fourier.AddDensity(tone.data(), &density);
         ASSERT_EQ(density.size(), kSize);
         const double top = kSize * kPower / 1.5;
@@ -37,7 +37,7 @@ TEST(Fourier, AToneStandsInItsBinAndAQuarterOfItInEachNeighbour) {
 TEST(Fourier, WhiteNoiseHasItsOwnPowerInEveryBinAndLooksAddUp) {
     std::mt19937 random(3);
     std::normal_distribution<float> normal(0.0f, 0.5f);
-    sdr::Fourier fourier(kSize);
+    sdr::CFourierTransform fourier(kSize);
     std::vector<double> density;
     constexpr int kLooks = 200;
     std::vector<float> noise(kSize);

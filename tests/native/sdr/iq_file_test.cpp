@@ -11,7 +11,7 @@
 
 namespace {
 
-using sdr::IqFile;
+using sdr::CIqFile;
 using sdr::IqHints;
 using sdr::Sample;
 using sdr::SampleForm;
@@ -38,7 +38,7 @@ class IqFileTest : public testing::Test {
     }
     // The file's path first, then what is wrong with it.
     void ExpectError(const std::string& path, const IqHints& hints, const std::string& fault) {
-        IqFile file;
+        CIqFile file;
         EXPECT_THAT(file.Open(path, hints), AllOf(StartsWith(path + ": "), HasSubstr(fault)));
         std::vector<Sample> samples;
         EXPECT_EQ(file.Read(10, &samples), 0u);
@@ -76,7 +76,7 @@ TEST_F(IqFileTest, ARawFileTellsItsFormByItsExtensionAndIsReadInPieces) {
     bytes[0] = '\xFF';
     bytes[1] = '\0';
     const std::string path = Write("band_98.5MHz.CU8", bytes);
-    IqFile file;
+    CIqFile file;
     ASSERT_EQ(file.Open(path, Rate(kRate_Hz)), "");
     EXPECT_EQ(file.Description().form, SampleForm::kCu8);
     EXPECT_EQ(file.Description().samples, kSamples);
@@ -96,7 +96,7 @@ TEST_F(IqFileTest, AFormAndACentreThatAreGivenGoBeforeTheName) {
     IqHints hints = Rate(1e6);
     hints.form = SampleForm::kCs16;
     hints.centre_Hz = 1e8;
-    IqFile file;
+    CIqFile file;
     ASSERT_EQ(file.Open(Write("x_98500kHz.cu8", std::string(4 * 100000, '\1')), hints), "");
     EXPECT_EQ(file.Description().form, SampleForm::kCs16);
     EXPECT_EQ(file.Description().centre_Hz, 1e8);
@@ -104,14 +104,14 @@ TEST_F(IqFileTest, AFormAndACentreThatAreGivenGoBeforeTheName) {
 }
 
 TEST_F(IqFileTest, NamesWithLettersFromAnywhereAreFound) {
-    IqFile file;
+    CIqFile file;
     EXPECT_EQ(file.Open(Write("Äther ✓.cs8", std::string(2 * kSamples, '\1')), Rate(kRate_Hz)), "");
 }
 
 TEST_F(IqFileTest, AWavFileTellsRateFormAndCentre) {
     const std::string data(4 * kSamples, '\0');
     const std::string auxi = "auxi" + Little(36, 4) + std::string(32, '\0') + Little(97400000, 4);
-    IqFile file;
+    CIqFile file;
     ASSERT_EQ(file.Open(Write("a.wav", Wav(1, 2, 16, 240000, auxi, data))), "");
     EXPECT_EQ(file.Description().form, SampleForm::kCs16);
     EXPECT_EQ(file.Description().rate_Hz, 240000.0);
@@ -128,7 +128,7 @@ TEST_F(IqFileTest, AWavFileTellsRateFormAndCentre) {
 TEST_F(IqFileTest, AWavFileThatWasCutOffHasWhatIsThere) {
     std::string bytes = Wav(1, 2, 16, 240000, "", std::string(4 * kSamples, '\0'));
     bytes.replace(40, 4, Little(0xFFFFFFFF, 4));
-    IqFile file;
+    CIqFile file;
     ASSERT_EQ(file.Open(Write("cut.wav", bytes)), "");
     EXPECT_EQ(file.Description().samples, kSamples);
 }
@@ -136,7 +136,7 @@ TEST_F(IqFileTest, AWavFileThatWasCutOffHasWhatIsThere) {
 TEST_F(IqFileTest, WhatFollowsTheSamplesInAWavFileIsNotTakenForSome) {
     const std::string path = Write("more.wav", Wav(1, 2, 16, 240000, "", std::string(4 * kSamples, '\0')) +
                                                    "LIST" + Little(4, 4) + "more");
-    IqFile file;
+    CIqFile file;
     ASSERT_EQ(file.Open(path), "");
     std::vector<Sample> samples;
     while (file.Read(1000, &samples) > 0) {
@@ -157,7 +157,7 @@ std::string BigWav(std::uint64_t dataBytes, const std::string& data, const std::
 
 TEST_F(IqFileTest, ABigWavFileHasItsLengthInAChunkOfItsOwn) {
     const std::string data(4 * kSamples, '\0');
-    IqFile file;
+    CIqFile file;
     ASSERT_EQ(file.Open(Write("big.wav", BigWav(4 * kSamples, data, "LIST" + Little(4, 4) + "more"))), "");
     EXPECT_EQ(file.Description().samples, kSamples);
     EXPECT_EQ(file.Description().rate_Hz, 240000.0);
@@ -169,7 +169,7 @@ TEST_F(IqFileTest, ABigWavFileHasItsLengthInAChunkOfItsOwn) {
 
 TEST_F(IqFileTest, ABigWavFileThatWasCutOffOrNeverFinishedHasWhatIsThere) {
     const std::string data(4 * kSamples, '\0');
-    IqFile file;
+    CIqFile file;
     // More than 4 GiB were announced.
     ASSERT_EQ(file.Open(Write("cut.wav", BigWav(0x300000000, data, ""))), "");
     EXPECT_EQ(file.Description().samples, kSamples);
@@ -190,7 +190,7 @@ TEST_F(IqFileTest, SigmfIsFoundByEitherOfItsFiles) {
         "captures": [{"core:sample_start": 0, "core:frequency": 100300000}, {"core:frequency": 5}],
         "annotations": [null, true, [1, -2.5]]})");
     for (const char* name : {"s.sigmf-data", "s.sigmf-meta"}) {
-        IqFile file;
+        CIqFile file;
         ASSERT_EQ(file.Open(Path(name)), "");
         EXPECT_EQ(file.Description().form, SampleForm::kCf32);
         EXPECT_EQ(file.Description().rate_Hz, 240000.0);

@@ -8,9 +8,9 @@
 
 namespace {
 
+using sdr::CPilotLoop;
 using sdr::kBlockSamples;
 using sdr::MpxBlock;
-using sdr::PilotLoop;
 
 constexpr double kTwoPi = 6.283185307179586;
 
@@ -59,7 +59,7 @@ class PilotLoopTest : public testing::Test {
     }
 
     Multiplex multiplex_;
-    PilotLoop loop_;
+    CPilotLoop loop_;
     float pairs_[2 * kBlockSamples] = {};
 };
 
@@ -103,8 +103,8 @@ TEST_F(PilotLoopTest, ItsPhaseNoiseIsThatOfItsBandwidth) {
     // White noise of one-sided density N beside a sine of power P turns its phase by N B / P.
     const double density = 2.0 * 0.3 * 0.3 / sdr::kMpxRate_Hz;
     const double bandwidth_Hz = power * 0.1 * 0.1 / 2.0 / density;
-    EXPECT_NEAR(bandwidth_Hz / PilotLoop::NoiseBandwidth_Hz(), 1.0, 0.2);
-    EXPECT_LT(PilotLoop::NoiseBandwidth_Hz(), 10.0);
+    EXPECT_NEAR(bandwidth_Hz / CPilotLoop::NoiseBandwidth_Hz(), 1.0, 0.2);
+    EXPECT_LT(CPilotLoop::NoiseBandwidth_Hz(), 10.0);
 }
 
 TEST_F(PilotLoopTest, TheDifferenceIsMixedWithTheSecondHarmonic) {

@@ -12,7 +12,7 @@
 
 namespace {
 
-using sdr::Receiver;
+using sdr::CSampleReceiver;
 using sdr::ReceiverOptions;
 using sdr::Sample;
 using sdr_test::Decibels;
@@ -31,7 +31,7 @@ struct Heard {
 
 Heard Listen(const FmSignal& signal, ReceiverOptions options = {}) {
     options.rate_Hz = signal.rate_Hz;
-    Receiver receiver(options);
+    CSampleReceiver receiver(options);
     receiver.Tune(signal.offset_Hz);
     const std::vector<Sample> samples = MakeFm(signal);
     std::vector<float> frames;
@@ -55,7 +55,7 @@ TEST(Receiver, AToneOnTheLeftIsHeardThereAloneAndClean) {
         EXPECT_GE(heard.left.Sinad_dB(), 90.0);
         EXPECT_GE(heard.Separation_dB(), tone_Hz > 10000.0 ? 60.0 : 70.0);
         const double expected =
-            FmSignal::kProgramme * sdr::AudioFilter::DeEmphasisGain(sdr::DeEmphasis::k50us, tone_Hz);
+            FmSignal::kProgramme * sdr::CAudioFilter::DeEmphasisGain(sdr::DeEmphasis::k50us, tone_Hz);
         EXPECT_NEAR(Decibels(heard.left.amplitude / expected), 0.0, 0.1);
     }
 }
@@ -90,7 +90,7 @@ TEST(Receiver, ThirtyHertzComesThroughWhole) {
 // FM's noise in stereo: the sum of the densities of the sum, f^2, and of the difference, twice (38 kHz)^2 +
 // f^2, under the de-emphasis up to where the sound ends.
 double StereoLimit_dB(double carrierToNoise_dBHz, double amplitude) {
-    const sdr::AudioFilter filter(sdr::DeEmphasis::k50us);
+    const sdr::CAudioFilter filter(sdr::DeEmphasis::k50us);
     double noise = 0.0;
     constexpr double kStep_Hz = 10.0;
     for (double f = kStep_Hz / 2.0; f < 17000.0; f += kStep_Hz) {
@@ -106,7 +106,7 @@ double StereoLimit_dB(double carrierToNoise_dBHz, double amplitude) {
 
 TEST(Receiver, StereoIsAsQuietAsFmCanBe) {
     const double amplitude =
-        FmSignal::kProgramme * sdr::AudioFilter::DeEmphasisGain(sdr::DeEmphasis::k50us, 1000.0);
+        FmSignal::kProgramme * sdr::CAudioFilter::DeEmphasisGain(sdr::DeEmphasis::k50us, 1000.0);
     for (const double carrierToNoise_dBHz : {90.0, 71.0, 66.0}) {
         SCOPED_TRACE(carrierToNoise_dBHz);
         FmSignal signal;
@@ -120,7 +120,7 @@ TEST(Receiver, StereoIsAsQuietAsFmCanBe) {
 
 TEST(Receiver, AtTheThresholdStereoIsWithinHalfADecibelOfTheLimit) {
     const double amplitude =
-        FmSignal::kProgramme * sdr::AudioFilter::DeEmphasisGain(sdr::DeEmphasis::k50us, 1000.0);
+        FmSignal::kProgramme * sdr::CAudioFilter::DeEmphasisGain(sdr::DeEmphasis::k50us, 1000.0);
     FmSignal signal;
     signal.rate_Hz = 960000.0;
     signal.seconds = 2.5;
@@ -158,7 +158,7 @@ TEST(Receiver, AStationBesideTheCentreIsHeardAsWellAndItsOffsetIsSeen) {
     EXPECT_GE(heard.left.Sinad_dB(), 90.0);
     EXPECT_NEAR(heard.snapshot.carrierOffset_Hz.value, 0.0, 20.0);
 
-    Receiver beside(ReceiverOptions{});
+    CSampleReceiver beside(ReceiverOptions{});
     beside.Tune(signal.offset_Hz - 8000.0);
     const std::vector<Sample> samples = MakeFm(signal);
     std::vector<float> frames;
@@ -175,12 +175,12 @@ TEST(Receiver, HowTheSamplesAreCutMakesNoDifference) {
     std::vector<float> whole;
     ReceiverOptions options;
     options.rate_Hz = signal.rate_Hz;
-    Receiver atOnce(options);
+    CSampleReceiver atOnce(options);
     atOnce.Tune(signal.offset_Hz);
     atOnce.Process(samples.data(), samples.size(), &whole);
 
     std::vector<float> pieces;
-    Receiver inPieces(options);
+    CSampleReceiver inPieces(options);
     inPieces.Tune(signal.offset_Hz);
     std::mt19937 random(5);
     for (std::size_t at = 0; at < samples.size();) {
@@ -201,7 +201,7 @@ TEST(Receiver, SamplesThatAreNoNumbersPassByAndTheSoundComesBack) {
     for (std::size_t i = 100000; i < 110000; i += 3) samples[i] = {nan, infinite};
     for (std::size_t i = 120000; i < 130000; i += 5) samples[i] = {1e30f, -1e38f};
     for (std::size_t i = 140000; i < 150000; ++i) samples[i] = {};
-    Receiver receiver(ReceiverOptions{});
+    CSampleReceiver receiver(ReceiverOptions{});
     receiver.Tune(300000.0);
     receiver.Process(samples.data(), samples.size() / 2, &*std::make_unique<std::vector<float>>());
     receiver.Tune(0.0);
@@ -216,7 +216,7 @@ TEST(Receiver, ARetuneFindsThePilotWithinFortyMilliseconds) {
     signal.seconds = 0.5;
     signal.carrierToNoise_dBHz = 75.0;
     const std::vector<Sample> samples = MakeFm(signal);
-    Receiver receiver(ReceiverOptions{});
+    CSampleReceiver receiver(ReceiverOptions{});
     std::vector<float> frames;
     receiver.Tune(0.0);
     receiver.Process(samples.data(), samples.size(), &frames);
@@ -233,7 +233,7 @@ TEST(Receiver, ARetuneFindsThePilotWithinFortyMilliseconds) {
 TEST(Receiver, AWeakStationAfterAStrongOneHasItsOwnLevelWithinSixtyMilliseconds) {
     FmSignal strong;
     strong.seconds = 0.3;
-    Receiver receiver(ReceiverOptions{});
+    CSampleReceiver receiver(ReceiverOptions{});
     std::vector<float> frames;
     receiver.Tune(0.0);
     std::vector<Sample> samples = MakeFm(strong);
@@ -258,14 +258,14 @@ TEST(Receiver, BesideAStrongNeighbourTheNarrowFilterIsTaken) {
     neighbour.amplitude = 1.5;
     const std::vector<Sample> other = MakeFm(neighbour);
     for (std::size_t i = 0; i < samples.size(); ++i) samples[i] += other[i];
-    Receiver receiver(ReceiverOptions{});
+    CSampleReceiver receiver(ReceiverOptions{});
     receiver.Tune(0.0);
     std::vector<float> frames;
     receiver.Process(samples.data(), samples.size(), &frames);
     EXPECT_EQ(receiver.Snapshot().width, sdr::ChannelWidth::kNarrow);
     ReceiverOptions wide;
     wide.channel = sdr::ChannelChoice::kWide;
-    Receiver open(wide);
+    CSampleReceiver open(wide);
     std::vector<float> spoilt;
     open.Process(samples.data(), samples.size(), &spoilt);
     const double narrow_dB = FitTone(frames, 2, 0, kSettled, sdr::kSoundRate_Hz, signal.tone_Hz).Sinad_dB();

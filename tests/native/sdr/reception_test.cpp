@@ -14,7 +14,7 @@
 
 namespace {
 
-using sdr::Receiver;
+using sdr::CSampleReceiver;
 using sdr::ReceiverOptions;
 
 struct Station {
@@ -46,8 +46,8 @@ TEST(Reception, AStationsSoundNameAndLevelComeThroughAndThenThoseOfTheNext) {
     transmitter::CTransmitter air(stream, {OnTheAir(stations[0]), OnTheAir(stations[1])});
     ReceiverOptions options;
     options.rate_Hz = stream.rate_Hz;
-    Receiver receiver(options);
-    sdr::rds::Decoder data;
+    CSampleReceiver receiver(options);
+    sdr::rds::CDecoder data;
     receiver.SetListener(&data);
     std::vector<sdr::Sample> samples(static_cast<std::size_t>(stream.rate_Hz));
     for (const Station& station : stations) {

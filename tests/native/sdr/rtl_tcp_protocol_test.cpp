@@ -13,35 +13,35 @@ using testing::ElementsAre;
 const std::vector<std::uint8_t> kGreeting = {'R', 'T', 'L', '0', 0, 0, 0, 5, 0, 0, 0, 29, 127, 128};
 
 TEST(RtlTcp, TheGreetingTellsTunerAndGainsAndEndsAfterTwelveBytes) {
-    HeaderReader reader;
+    CHeaderReader reader;
     EXPECT_EQ(reader.Feed(kGreeting.data(), kGreeting.size()), kHeaderBytes);
-    EXPECT_EQ(reader.Where(), HeaderReader::State::kDone);
+    EXPECT_EQ(reader.Where(), CHeaderReader::State::kDone);
     EXPECT_EQ(reader.Result().tuner, Tuner::kR820t);
     EXPECT_EQ(reader.Result().gains, 29u);
     EXPECT_EQ(NameOf(reader.Result().tuner), "R820T");
 }
 
 TEST(RtlTcp, TheGreetingMayComeInPieces) {
-    HeaderReader reader;
+    CHeaderReader reader;
     for (std::size_t i = 0; i < kHeaderBytes; ++i) {
-        EXPECT_EQ(reader.Where(), HeaderReader::State::kMore);
+        EXPECT_EQ(reader.Where(), CHeaderReader::State::kMore);
         EXPECT_EQ(reader.Feed(kGreeting.data() + i, 1), 1u);
     }
-    EXPECT_EQ(reader.Where(), HeaderReader::State::kDone);
+    EXPECT_EQ(reader.Where(), CHeaderReader::State::kDone);
     EXPECT_EQ(reader.Feed(kGreeting.data() + 12, 2), 0u);
 }
 
 TEST(RtlTcp, AnotherGreetingIsWrongAtItsFirstWrongByte) {
-    HeaderReader reader;
+    CHeaderReader reader;
     const std::uint8_t other[] = {'R', 'T', 'L', '1'};
     EXPECT_EQ(reader.Feed(other, 4), 3u);
-    EXPECT_EQ(reader.Where(), HeaderReader::State::kWrong);
+    EXPECT_EQ(reader.Where(), CHeaderReader::State::kWrong);
 }
 
 TEST(RtlTcp, ATunerThatNobodyKnowsIsUnknown) {
     std::vector<std::uint8_t> bytes = kGreeting;
     bytes[4] = 0x80;
-    HeaderReader reader;
+    CHeaderReader reader;
     reader.Feed(bytes.data(), bytes.size());
     EXPECT_EQ(reader.Result().tuner, Tuner::kUnknown);
     EXPECT_EQ(NameOf(static_cast<Tuner>(99)), "unknown");
@@ -79,14 +79,14 @@ TEST(RtlTcp, OnlyTheRatesOfTheChipArePossible) {
 TEST(RtlTcp, AMillionRandomGreetingsEndWrongOrDone) {
     std::mt19937 random(1);
     for (int i = 0; i < 1000000; ++i) {
-        HeaderReader reader;
+        CHeaderReader reader;
         std::array<std::uint8_t, 16> bytes{'R', 'T', 'L', '0'};
         for (std::size_t k = random() % 5; k < bytes.size(); ++k)
             bytes[k] = static_cast<std::uint8_t>(random());
         const std::size_t first = random() % (bytes.size() + 1);
         const std::size_t taken = reader.Feed(bytes.data(), first);
         reader.Feed(bytes.data() + taken, bytes.size() - taken);
-        ASSERT_NE(reader.Where(), HeaderReader::State::kMore);
+        ASSERT_NE(reader.Where(), CHeaderReader::State::kMore);
     }
 }
 

@@ -7,13 +7,13 @@
 
 namespace {
 
+using sdr::CSampleDecoder;
 using sdr::Sample;
-using sdr::SampleDecoder;
 using sdr::SampleForm;
 
 std::vector<Sample> Decode(SampleForm form, const std::vector<std::uint8_t>& bytes) {
     std::vector<Sample> samples;
-    SampleDecoder decoder(form);
+    CSampleDecoder decoder(form);
     decoder.Decode(bytes.data(), bytes.size(), &samples);
     return samples;
 }
@@ -47,7 +47,7 @@ TEST(SampleForm, BytesMayBeCutAnywhere) {
         ASSERT_EQ(whole.size(), bytes.size() / BytesOf(form));
         for (std::size_t piece = 1; piece < 20; ++piece) {
             std::vector<Sample> samples;
-            SampleDecoder decoder(form);
+            CSampleDecoder decoder(form);
             for (std::size_t at = 0; at < bytes.size(); at += piece) {
                 decoder.Decode(bytes.data() + at, std::min(piece, bytes.size() - at), &samples);
             }
@@ -57,7 +57,7 @@ TEST(SampleForm, BytesMayBeCutAnywhere) {
 }
 
 TEST(SampleForm, ABegunSampleIsForgottenAtAReset) {
-    SampleDecoder decoder(SampleForm::kCs16);
+    CSampleDecoder decoder(SampleForm::kCs16);
     std::vector<Sample> samples;
     const std::uint8_t bytes[] = {9, 9, 9, 0x00, 0x40, 0x00, 0xC0};
     decoder.Decode(bytes, 3, &samples);

@@ -10,7 +10,7 @@
 
 namespace {
 
-using sdr::Receiver;
+using sdr::CSampleReceiver;
 using sdr::ReceiverSnapshot;
 using sdr::Sample;
 using sdr_test::FmSignal;
@@ -18,7 +18,7 @@ using sdr_test::FmSignal;
 ReceiverSnapshot Measure(const FmSignal& signal) {
     sdr::ReceiverOptions options;
     options.rate_Hz = signal.rate_Hz;
-    Receiver receiver(options);
+    CSampleReceiver receiver(options);
     receiver.Tune(signal.offset_Hz);
     const std::vector<Sample> samples = MakeFm(signal);
     std::vector<float> frames;
@@ -60,7 +60,7 @@ TEST(SignalMeter, IsRightToOneDecibelHoweverTheStationIsModulated) {
 TEST(SignalMeter, NoiseAloneHasNoLevel) {
     std::vector<Sample> samples(1920000);
     sdr_test::AddNoise(0.1, 9, &samples);
-    Receiver receiver(sdr::ReceiverOptions{});
+    CSampleReceiver receiver(sdr::ReceiverOptions{});
     std::vector<float> frames;
     receiver.Process(samples.data(), samples.size(), &frames);
     EXPECT_LE(receiver.Snapshot().level.value, 2.0);
@@ -72,7 +72,7 @@ TEST(SignalMeter, ALevelIsThereWithinThirtyMillisecondsOfTuningAndItsAgeIsKnown)
     signal.seconds = 0.5;
     signal.carrierToNoise_dBHz = 75.0;
     const std::vector<Sample> samples = MakeFm(signal);
-    Receiver receiver(sdr::ReceiverOptions{});
+    CSampleReceiver receiver(sdr::ReceiverOptions{});
     std::vector<float> frames;
     EXPECT_FALSE(receiver.Snapshot().level.present);
     receiver.Process(samples.data(), samples.size(), &frames);
@@ -86,7 +86,7 @@ TEST(SignalMeter, ALevelIsThereWithinThirtyMillisecondsOfTuningAndItsAgeIsKnown)
 
 TEST(SignalMeter, ASubcarrierBesideTheSoundIsNoNoise) {
     // 30 dB below the programme, where the middle one of the three places is.
-    sdr::SignalMeter meter(384000.0);
+    sdr::CSignalMeter meter(384000.0);
     std::vector<Sample> carrier(384, Sample(1.0f, 0.0f));
     std::vector<float> multiplex(384);
     std::vector<Sample> noise(384 * 1000);

@@ -85,7 +85,7 @@ TEST(Owners, ASelectedObjectGivesWayToTheOneBefore) {
     const OwnedBrush brush(CreateSolidBrush(RGB(1, 2, 3)));
     const HGDIOBJ before = GetCurrentObject(dc.get(), OBJ_BRUSH);
     {
-        const SelectedObject selected(dc.get(), brush.get());
+        const CSelectedObject selected(dc.get(), brush.get());
         EXPECT_EQ(GetCurrentObject(dc.get(), OBJ_BRUSH), brush.get());
     }
     EXPECT_EQ(GetCurrentObject(dc.get(), OBJ_BRUSH), before);

@@ -5,9 +5,9 @@
 
 namespace {
 
-using handset::RegistryWatch;
-using Depth = RegistryWatch::Depth;
-using Missing = RegistryWatch::Missing;
+using handset::CRegistryWatch;
+using Depth = CRegistryWatch::Depth;
+using Missing = CRegistryWatch::Missing;
 
 constexpr wchar_t kTop[] = L"Software\\KoraWatchTest";
 constexpr wchar_t kKey[] = L"Software\\KoraWatchTest\\Parent\\Key";
@@ -24,13 +24,13 @@ bool Exists(const wchar_t* path) {
 }
 
 // What one that waits for the events would do.
-bool IsTold(const RegistryWatch& watch) {
+bool IsTold(const CRegistryWatch& watch) {
     const HANDLE events[] = {watch.KeyEvent(), watch.ParentEvent()};
     return WaitForMultipleObjects(2, events, FALSE, kSoon_ms) != WAIT_TIMEOUT;
 }
 
 // Takes what is left to be told; the host may tell of one change by both events.
-void Settle(RegistryWatch* watch) {
+void Settle(CRegistryWatch* watch) {
     for (int i = 0; i < 100 && !watch->Unchanged(); ++i) {
     }
 }
@@ -45,7 +45,7 @@ class Watching : public ::testing::Test {
 
 TEST_F(Watching, AChangeIsSeenByTheNextLookAndTellsWhoWaits) {
     Write(kKey, 1);
-    RegistryWatch watch(kKey, Depth::kTree, Missing::kLeft);
+    CRegistryWatch watch(kKey, Depth::kTree, Missing::kLeft);
     EXPECT_FALSE(watch.Unchanged());
     Settle(&watch);
     EXPECT_TRUE(watch.Unchanged());
@@ -59,7 +59,7 @@ TEST_F(Watching, AChangeIsSeenByTheNextLookAndTellsWhoWaits) {
 
 TEST_F(Watching, OfAKeyAloneSaysNothingOfTheValuesBelow) {
     Write(kBelow, 1);
-    RegistryWatch watch(kKey, Depth::kKey, Missing::kLeft);
+    CRegistryWatch watch(kKey, Depth::kKey, Missing::kLeft);
     Settle(&watch);
     Write(kBelow, 2);
     EXPECT_TRUE(watch.Unchanged());
@@ -69,7 +69,7 @@ TEST_F(Watching, OfAKeyAloneSaysNothingOfTheValuesBelow) {
 
 TEST_F(Watching, AKeyThatIsMissingIsLeftSoAndSeenWhenItComes) {
     Write(L"Software\\KoraWatchTest\\Parent", 1);
-    RegistryWatch watch(kKey, Depth::kTree, Missing::kLeft);
+    CRegistryWatch watch(kKey, Depth::kTree, Missing::kLeft);
     Settle(&watch);
     EXPECT_TRUE(watch.Unchanged());
     EXPECT_FALSE(Exists(kKey));
@@ -81,7 +81,7 @@ TEST_F(Watching, AKeyThatIsMissingIsLeftSoAndSeenWhenItComes) {
 }
 
 TEST_F(Watching, AKeyThatIsMissingIsMadeForWhoWaits) {
-    RegistryWatch watch(kKey, Depth::kTree, Missing::kMade);
+    CRegistryWatch watch(kKey, Depth::kTree, Missing::kMade);
     EXPECT_FALSE(watch.Unchanged());
     EXPECT_TRUE(watch.Watches());
     EXPECT_TRUE(Exists(kKey));
@@ -91,7 +91,7 @@ TEST_F(Watching, AKeyThatIsMissingIsMadeForWhoWaits) {
 }
 
 TEST_F(Watching, AKeyThatGoesWithAllAboveItIsMadeAndWatchedAgain) {
-    RegistryWatch watch(kKey, Depth::kTree, Missing::kMade);
+    CRegistryWatch watch(kKey, Depth::kTree, Missing::kMade);
     Settle(&watch);
     RegDeleteTreeW(HKEY_CURRENT_USER, kTop);
     EXPECT_FALSE(watch.Unchanged());

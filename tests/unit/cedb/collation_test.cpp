@@ -42,7 +42,7 @@ TEST(Collator, SortKeysOrderAsCompareStringDoes) {
     const auto units = [](const std::wstring& text) {
         return std::u16string(reinterpret_cast<const char16_t*>(text.c_str()), text.size());
     };
-    const cedb::WindowsCollator collator;
+    const cedb::CWindowsCollator collator;
     int equal = 0;
     for (int round = 0; round < 30000; ++round) {
         const auto& flags = kFlags[random() % std::size(kFlags)];

@@ -4,10 +4,10 @@
 
 namespace coredll {
 
-ThreadRecord* CurrentThreadRecord() noexcept {
+CThreadRecord* CurrentThreadRecord() noexcept {
     return nullptr;
 }
-void ThreadRecord::Enter(CallKind, std::uintptr_t, std::uintptr_t) noexcept {}
-void ThreadRecord::Leave() noexcept {}
+void CThreadRecord::Enter(CallKind, std::uintptr_t, std::uintptr_t) noexcept {}
+void CThreadRecord::Leave() noexcept {}
 
 }  // namespace coredll

@@ -18,7 +18,7 @@ struct Device {
     std::atomic<int> done{0};
 
     void Call() {
-        const PlatformCall call;
+        const CPlatformCall call;
         ++begun;
         enter(&lock);
         // Something of the platform's inside the call: it must not stop there, the lock is held.

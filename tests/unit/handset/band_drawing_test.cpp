@@ -18,7 +18,7 @@ int LastColumn(const wchar_t* words) {
     void* bits = nullptr;
     const handset::OwnedBitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
     const handset::OwnedMemoryDC dc(CreateCompatibleDC(nullptr));
-    const handset::SelectedObject selected(dc.get(), bitmap.get());
+    const handset::CSelectedObject selected(dc.get(), bitmap.get());
     BandShown shown;
     shown.words = words;
     DrawBandTexts(dc.get(), kStrip, shown);

@@ -42,9 +42,9 @@ void BookedHandset::LookOnce() {
     console_.lines.clear();
     const handset::OwnedHandle stop(CreateEventW(nullptr, TRUE, TRUE, nullptr));
     for (std::size_t said = ~std::size_t{0}; said != console_.lines.size();) {
-        EXPECT_TRUE(RadioTurn(kDeadline_ms));
+        EXPECT_TRUE(CRadioTurn(kDeadline_ms));
         said = console_.lines.size();
-        BookingService(console_).Run(stop.get());
+        CBookingService(console_).Run(stop.get());
     }
 }
 

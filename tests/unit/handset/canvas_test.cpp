@@ -16,7 +16,7 @@ class CanvasTest : public testing::Test {
     }
 
     std::vector<std::uint32_t> pixels_ = std::vector<std::uint32_t>(kWidth * kHeight, 0x00FFFFFF);
-    Canvas canvas_{pixels_.data(), kWidth, kHeight};
+    CCanvas canvas_{pixels_.data(), kWidth, kHeight};
 };
 
 TEST_F(CanvasTest, ARectangleCoversItsPixelsAndNoOthers) {

@@ -13,7 +13,7 @@
 namespace panel {
 
 // Keeps what a verb says.
-class RecordingConsole : public Console {
+class RecordingConsole : public CConsole {
   public:
     void Line(const std::wstring& text) override { lines.push_back(text); }
     void Error(const std::wstring& text) override { errors.push_back(text); }

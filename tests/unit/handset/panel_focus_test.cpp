@@ -25,13 +25,13 @@ struct Picture {
 
 Picture Draw(const PanelView& view) {
     const int width = view.phone.width, height = view.phone.height;
-    PanelPicture picture;
+    CPanelPicture picture;
     picture.Make(view);
     const BITMAPINFO info = handset::DisplayFormat(width, height);
     void* bits = nullptr;
     const handset::OwnedBitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
     const handset::OwnedMemoryDC dc(CreateCompatibleDC(nullptr));
-    const handset::SelectedObject selected(dc.get(), bitmap.get());
+    const handset::CSelectedObject selected(dc.get(), bitmap.get());
     picture.Show(dc.get(), {0, 0, width, height});
     GdiFlush();
     const auto* first = static_cast<const std::uint32_t*>(bits);

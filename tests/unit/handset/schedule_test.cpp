@@ -75,7 +75,7 @@ TEST_F(ScheduleVerb, WantsNoArguments) {
 }
 
 TEST_F(ScheduleVerb, SeesARunningService) {
-    const BackgroundService service(console_);
+    const CBackgroundService service(console_);
     ASSERT_TRUE(WaitUntil([] { return ServiceRuns(); }, kDeadline_ms));
     EXPECT_EQ(Run({L"schedule"}), kDone);
     EXPECT_EQ(console_.Said().find(kNoService), std::wstring::npos);

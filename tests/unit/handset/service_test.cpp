@@ -23,7 +23,7 @@ std::uint64_t Shown() {
 TEST_F(Service, StartsAProgramWithItsCommandLineWhenItsTimeComes) {
     Book(L"RunAppAtTime-0000000001", L"-Rec -Channel 9850 -Duration 60", ten_);
     SetClock(ten_ - 2);
-    const BackgroundService service(console_);
+    const CBackgroundService service(console_);
     EXPECT_EQ(StartsOf("-Rec -Channel 9850 -Duration 60"), 0);
     ASSERT_TRUE(WaitForStart("-Rec -Channel 9850 -Duration 60"));
     EXPECT_GE(LocalNow(), ten_);
@@ -36,14 +36,14 @@ TEST_F(Service, KeepsTimeAtAHighClockRate) {
     Book(L"RunAppAtTime-0000000001", L"today", ten_);
     Book(L"RunAppAtTime-0000000002", L"later", ten_ + 20 * kMinute_s);
     SetClock(ten_ - 10 * kMinute_s);
-    const BackgroundService service(console_);
+    const CBackgroundService service(console_);
     ASSERT_TRUE(WaitForStart("later"));
     EXPECT_EQ(StartsOf("today"), 1);
     EXPECT_EQ(Notes().find("command line [exit 0 today]\n"), 0u) << Notes();
 }
 
 TEST_F(Service, SeesABookingThatIsMadeWhileItWaits) {
-    const BackgroundService service(console_);
+    const CBackgroundService service(console_);
     ASSERT_TRUE(WaitUntil([] { return ServiceRuns(); }, kDeadline_ms));
     Book(L"RunAppAtTime-0000000001", L"new", LocalNow() + 2);
     EXPECT_TRUE(WaitForStart("new"));
@@ -51,7 +51,7 @@ TEST_F(Service, SeesABookingThatIsMadeWhileItWaits) {
 
 TEST_F(Service, SeesAClockThatIsSetWhileItWaits) {
     Book(L"RunAppAtTime-0000000001", L"jump", ten_ + kDay_s);
-    const BackgroundService service(console_);
+    const CBackgroundService service(console_);
     ASSERT_TRUE(WaitUntil([] { return ServiceRuns(); }, kDeadline_ms));
     SetClock(ten_ + kDay_s - 1);
     EXPECT_TRUE(WaitForStart("jump"));
@@ -66,7 +66,7 @@ TEST_F(Service, ManyServicesStartEachOfManyBookingsOnce) {
     const HandsetProcess process(L"service");
     RecordingConsole second, third;
     {
-        const BackgroundService one(console_), two(second), three(third);
+        const CBackgroundService one(console_), two(second), three(third);
         ASSERT_TRUE(WaitUntil(
             [this] {
                 for (int i = 0; i < kBookings; ++i) {
@@ -234,7 +234,7 @@ TEST_F(Service, AProgramOnACardThatIsOutIsNotStarted) {
 }
 
 TEST_F(Service, HearsOfBookingsAfterTheirKeyWasDeletedAndCameAgain) {
-    const BackgroundService service(console_);
+    const CBackgroundService service(console_);
     Book(L"RunAppAtTime-0000000001", L"before", LocalNow() + 1);
     ASSERT_TRUE(WaitForStart("before"));
     for (const char* word : {"first", "second"}) {
@@ -263,7 +263,7 @@ TEST_F(Service, RadiosThatAreDueTogetherAreStartedOneAfterTheOther) {
     const HandsetProcess process(L"service");
     SetClock(ten_);
     {
-        const BackgroundService one(console_), two(console_);
+        const CBackgroundService one(console_), two(console_);
         ASSERT_TRUE(WaitForNote("window [slow 3]\n")) << Notes();
     }
     // Each began when the one before had its window, and in the order in which they were booked.
@@ -280,14 +280,14 @@ TEST_F(Service, ABookingThatIsDueWhenThePhoneIsOpenedWaitsForThePhonesOwnRadio) 
     SetClock(ten_);
     const RadioStart own = LaunchRadio(L"slow own");
     ASSERT_TRUE(own.process) << Utf8(own.fault);
-    const BackgroundService service(console_);
+    const CBackgroundService service(console_);
     ASSERT_TRUE(WaitForStart("booked"));
     EXPECT_EQ(Beginnings(), "command line [slow own]\nwindow [slow own]\ncommand line [exit 0 booked]\n");
 }
 
 TEST_F(Service, ABookingThatIsTakenBackIsNotStarted) {
     Book(L"RunAppAtTime-0000000001", L"gone", ten_);
-    const BackgroundService service(console_);
+    const CBackgroundService service(console_);
     ASSERT_TRUE(WaitUntil([] { return ServiceRuns(); }, kDeadline_ms));
     ASSERT_TRUE(DeleteDeviceKey(L"HKLM\\System\\Notifications\\RunAppAtTime-0000000001"));
     Book(L"RunAppAtTime-0000000002", L"there", ten_);
@@ -302,7 +302,7 @@ TEST_F(Service, MidnightIsATimeAsAnyOther) {
     Book(L"RunAppAtTime-0000000002", L"before", midnight - kMinute_s);
     ASSERT_TRUE(handset::SetClockRate(60));
     SetClock(midnight - 2 * kMinute_s);
-    const BackgroundService service(console_);
+    const CBackgroundService service(console_);
     EXPECT_TRUE(WaitForStart("midnight"));
     EXPECT_EQ(StartsOf("before"), 1);
 }
@@ -314,7 +314,7 @@ TEST_F(Service, TheLastSundayOfMarchStartsWhatIsBookedForTheHourThatIsNotThere) 
     handset::SetStateString(L"TimeZone", kCentralEurope);
     Book(L"RunAppAtTime-0000000001", L"gap", *handset::ReadLocalTime(L"2027-03-28 02:30:00"));
     SetClock(*handset::ReadLocalTime(L"2027-03-28 01:59:57"));
-    const BackgroundService service(console_);
+    const CBackgroundService service(console_);
     ASSERT_TRUE(WaitForStart("gap"));
     EXPECT_EQ(handset::LocalTimeText(LocalNow()).substr(0, 14), L"2027-03-28 03:");
     EXPECT_EQ(StartsOf("gap"), 1);
@@ -327,7 +327,7 @@ TEST_F(Service, TheLastSundayOfOctoberStartsWhatIsBookedForTheHourThatComesTwice
     Book(L"RunAppAtTime-0000000002", L"after", *handset::ReadLocalTime(L"2026-10-25 03:10:00"));
     SetClock(*handset::ReadLocalTime(L"2026-10-25 01:50:00"));
     const std::uint64_t begun = Shown();
-    const BackgroundService service(console_);
+    const CBackgroundService service(console_);
     ASSERT_TRUE(WaitForStart("after"));
     EXPECT_EQ(StartsOf("twice"), 1);
     // From 01:50 to 03:10 it was 140 minutes, not 80.

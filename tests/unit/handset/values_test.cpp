@@ -128,7 +128,7 @@ TEST_F(EveryValue, OfABookingLeavesTheServiceAtWork) {
             Book(kName, L"spoilt", ten_);
             Put({key, value}, kinds[i]);
             SetClock(now);
-            BookingService service(console_);
+            CBookingService service(console_);
             const handset::OwnedHandle stop(CreateEventW(nullptr, TRUE, TRUE, nullptr));
             service.Run(stop.get());
             ASSERT_EQ(Run({L"schedule"}), kDone);

@@ -11,7 +11,7 @@
 
 namespace {
 
-using handset::ProcessLock;
+using handset::CProcessLock;
 
 constexpr DWORD kShort_ms = 50;
 
@@ -29,18 +29,18 @@ class Locks : public test::PhoneTest {
 TEST_F(Locks, ALockIsHeldByOneAtATimeAndTheOtherIsTold) {
     const std::wstring name = handset::StateObjectName(L"lock of a test");
     {
-        const ProcessLock lock(name);
+        const CProcessLock lock(name);
         ASSERT_TRUE(lock);
-        EXPECT_FALSE(Elsewhere([&] { return static_cast<bool>(ProcessLock(name, kShort_ms)); }));
+        EXPECT_FALSE(Elsewhere([&] { return static_cast<bool>(CProcessLock(name, kShort_ms)); }));
     }
-    EXPECT_TRUE(Elsewhere([&] { return static_cast<bool>(ProcessLock(name, kShort_ms)); }));
+    EXPECT_TRUE(Elsewhere([&] { return static_cast<bool>(CProcessLock(name, kShort_ms)); }));
 }
 
 TEST_F(Locks, WhatCannotBeALockIsNotHeld) {
-    EXPECT_FALSE(ProcessLock(static_cast<HANDLE>(nullptr)));
+    EXPECT_FALSE(CProcessLock(static_cast<HANDLE>(nullptr)));
     const std::wstring name = handset::StateObjectName(L"no lock");
     const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, name.c_str());
-    EXPECT_FALSE(ProcessLock(name, kShort_ms));
+    EXPECT_FALSE(CProcessLock(name, kShort_ms));
     CloseHandle(event);
 }
 
@@ -48,22 +48,22 @@ TEST_F(Locks, ALockWhoseHolderEndedInsideIsTaken) {
     const std::wstring name = handset::StateObjectName(L"abandoned lock");
     const HANDLE mutex = CreateMutexW(nullptr, FALSE, name.c_str());
     EXPECT_EQ(Elsewhere([&] { return WaitForSingleObject(mutex, 0); }), WAIT_OBJECT_0);
-    EXPECT_TRUE(ProcessLock(name, kShort_ms));
+    EXPECT_TRUE(CProcessLock(name, kShort_ms));
     CloseHandle(mutex);
 }
 
 TEST_F(Locks, ThePowerManagerAnswersWhileAnotherProgramKeepsItsLock) {
-    const ProcessLock lock(handset::StateObjectName(L"power.lock"));
+    const CProcessLock lock(handset::StateObjectName(L"power.lock"));
     ASSERT_TRUE(lock);
     EXPECT_EQ(Elsewhere([] { return handset::PressPowerKey(); }), static_cast<DWORD>(ERROR_BUSY));
 }
 
 TEST_F(Locks, AQueueAnswersWhileAnotherProgramKeepsItsLock) {
     const handset::QueueOptions options = {1, 4, 16};
-    std::unique_ptr<handset::QueueEnd> reader;
-    ASSERT_EQ(handset::QueueEnd::Open(L"queue.kept", true, &options, &reader),
+    std::unique_ptr<handset::CQueueEnd> reader;
+    ASSERT_EQ(handset::CQueueEnd::Open(L"queue.kept", true, &options, &reader),
               static_cast<DWORD>(ERROR_SUCCESS));
-    const ProcessLock lock(handset::StateObjectName(L"queue.kept.lock"));
+    const CProcessLock lock(handset::StateObjectName(L"queue.kept.lock"));
     ASSERT_TRUE(lock);
     EXPECT_EQ(Elsewhere([&] {
                   char buffer[16];

@@ -8,7 +8,7 @@ class QueueOfTwoPrograms : public test::PhoneTest {
   protected:
     QueueOfTwoPrograms() {
         const handset::QueueOptions options = {1, 4, 16};
-        EXPECT_EQ(handset::QueueEnd::Open(L"queue.named.calls", true, &options, &reader_),
+        EXPECT_EQ(handset::CQueueEnd::Open(L"queue.named.calls", true, &options, &reader_),
                   static_cast<DWORD>(ERROR_SUCCESS));
     }
     DWORD Read(std::string* text, DWORD timeout_ms) {
@@ -19,7 +19,7 @@ class QueueOfTwoPrograms : public test::PhoneTest {
         return error;
     }
 
-    std::unique_ptr<handset::QueueEnd> reader_;
+    std::unique_ptr<handset::CQueueEnd> reader_;
 };
 
 TEST_F(QueueOfTwoPrograms, AMessageOfOneIsReadByTheOther) {
@@ -35,7 +35,7 @@ TEST_F(QueueOfTwoPrograms, AReaderThatWaitsIsToldThatTheOnlyWriterWasKilled) {
     std::string text;
     ASSERT_EQ(Read(&text, test::kDeadline_ms), static_cast<DWORD>(ERROR_SUCCESS));
     struct Waiting {
-        handset::QueueEnd* reader;
+        handset::CQueueEnd* reader;
         DWORD error;
     } waiting{reader_.get(), ERROR_SUCCESS};
     const handset::OwnedHandle thread(CreateThread(

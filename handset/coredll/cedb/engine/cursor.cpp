@@ -36,7 +36,7 @@ bool BeginsWith(const std::string& key, const std::string& prefix) {
 
 }  // namespace
 
-Status Cursor::KeyOf(Oid oid, std::string* key) {
+Status CCursor::KeyOf(Oid oid, std::string* key) {
     Record record;
     const Status status = volume_.ReadRecord(database_.oid, oid, &record);
     key->clear();
@@ -49,7 +49,7 @@ Status Cursor::KeyOf(Oid oid, std::string* key) {
 
 // Brings the key up to date: the record may have been changed, or the volume may sort in another language.
 // A record that is gone leaves its last key as the place.
-Status Cursor::Refresh() {
+Status CCursor::Refresh() {
     const std::uint32_t before = lcid_;
     Status status = volume_.ReadLocale(&lcid_);
     const bool known = position_.place != Place::End && position_.oid != 0;
@@ -61,7 +61,7 @@ Status Cursor::Refresh() {
     return status == Status::NotFound ? Status::Ok : status;
 }
 
-void Cursor::Bind(Query* query, const Position& from, std::int64_t skip, std::int64_t most) const {
+void CCursor::Bind(CQuery* query, const Position& from, std::int64_t skip, std::int64_t most) const {
     query->Bind(database_.oid)
         .Bind(static_cast<std::int64_t>(sort_.value_or(0)))
         .Blob(from.key)
@@ -70,30 +70,30 @@ void Cursor::Bind(Query* query, const Position& from, std::int64_t skip, std::in
         .Bind(most);
 }
 
-Status Cursor::Step(const char* const statements[2], const Position& from, std::int64_t skip,
-                    Position* found) {
-    Query query = volume_.Connection().Prepare(statements[sort_ ? 1 : 0]);
+Status CCursor::Step(const char* const statements[2], const Position& from, std::int64_t skip,
+                     Position* found) {
+    CQuery query = volume_.Connection().Prepare(statements[sort_ ? 1 : 0]);
     Bind(&query, from, skip, 1);
     const Status status = query.Row();
     if (status == Status::Ok) *found = {Place::On, query.Bytes(0), query.Number(1)};
     return status;
 }
 
-Status Cursor::Forward(const Position& from, std::int64_t skip, Position* found) {
+Status CCursor::Forward(const Position& from, std::int64_t skip, Position* found) {
     return Step(kForward, from, skip, found);
 }
 
-Status Cursor::Backward(const Position& from, std::int64_t skip, Position* found) {
+Status CCursor::Backward(const Position& from, std::int64_t skip, Position* found) {
     return Step(kBackward, from, skip, found);
 }
 
-Status Cursor::FindNumber(std::int64_t number, Position* found) {
+Status CCursor::FindNumber(std::int64_t number, Position* found) {
     if (number <= 0 || number >= kBehindEveryOid) return Status::NotFound;
     *found = {Place::On, std::string(), number};
     return KeyOf(static_cast<Oid>(number), &found->key);
 }
 
-Status Cursor::FindFromHere(std::int64_t number, Position* found) {
+Status CCursor::FindFromHere(std::int64_t number, Position* found) {
     const bool on = position_.place == Place::On;
     if (position_.place == Place::End) {
         if (number >= 0) return Status::NotFound;
@@ -109,14 +109,14 @@ Status Cursor::FindFromHere(std::int64_t number, Position* found) {
     return Backward(from, -number - 1, found);
 }
 
-Status Cursor::FindNextEqual(const std::string& prefix, Position* found) {
+Status CCursor::FindNextEqual(const std::string& prefix, Position* found) {
     if (position_.place == Place::End) return Status::NotFound;
     const Status status = Forward(position_, position_.place == Place::On ? 0 : 1, found);
     if (status != Status::Ok) return status;
     return BeginsWith(found->key, prefix) ? Status::Ok : Status::NotFound;
 }
 
-Status Cursor::FindByValue(const SeekTarget& target, Position* found) {
+Status CCursor::FindByValue(const SeekTarget& target, Position* found) {
     if (!sort_) return Status::InvalidArgument;
     const auto prefix = KeyPrefix(*Order(), target.values, lcid_, volume_.Sorting());
     if (!prefix) return Status::InvalidArgument;
@@ -131,7 +131,7 @@ Status Cursor::FindByValue(const SeekTarget& target, Position* found) {
     return BeginsWith(found->key, *prefix) ? Status::Ok : Status::NotFound;
 }
 
-Status Cursor::Find(const SeekTarget& target, Position* found) {
+Status CCursor::Find(const SeekTarget& target, Position* found) {
     switch (target.kind) {
         case Seek::Number:
             return FindNumber(target.number, found);
@@ -154,8 +154,8 @@ Status Cursor::Find(const SeekTarget& target, Position* found) {
     return Status::InvalidArgument;
 }
 
-Status Cursor::CountBefore(const Position& position, std::uint32_t* count) {
-    Query query = volume_.Connection().Prepare(kCountBefore[sort_ ? 1 : 0]);
+Status CCursor::CountBefore(const Position& position, std::uint32_t* count) {
+    CQuery query = volume_.Connection().Prepare(kCountBefore[sort_ ? 1 : 0]);
     query.Bind(database_.oid)
         .Bind(static_cast<std::int64_t>(sort_.value_or(0)))
         .Blob(position.key)
@@ -165,12 +165,12 @@ Status Cursor::CountBefore(const Position& position, std::uint32_t* count) {
     return status;
 }
 
-Status Cursor::SeekTo(const SeekTarget& target, Oid* oid, std::uint32_t* index) {
+Status CCursor::SeekTo(const SeekTarget& target, Oid* oid, std::uint32_t* index) {
     *oid = 0;
     ForgetAhead();
     const bool alone = !volume_.Connection().InTransaction();
-    Transaction transaction(volume_.Connection());
-    Status status = transaction.Begin(Transaction::Kind::Read);
+    CTransaction transaction(volume_.Connection());
+    Status status = transaction.Begin(CTransaction::Kind::Read);
     if (status == Status::Ok) status = Refresh();
     if (status != Status::Ok) return status;
     Position found;
@@ -186,19 +186,19 @@ Status Cursor::SeekTo(const SeekTarget& target, Oid* oid, std::uint32_t* index) 
     return Status::Ok;
 }
 
-void Cursor::ForgetAhead() {
+void CCursor::ForgetAhead() {
     ahead_.clear();
     batch_ = 1;
 }
 
 // What a transaction around has written is not in the file yet, so the file does not tell of it.
-bool Cursor::AheadIsTrue() {
+bool CCursor::AheadIsTrue() {
     FileStamp now;
     return !ahead_.empty() && !volume_.Connection().InTransaction() &&
            volume_.Connection().ReadStamp(&now) == Status::Ok && now == stamp_;
 }
 
-Status Cursor::Append(const Position& position) {
+Status CCursor::Append(const Position& position) {
     Entry entry{position, std::string()};
     const Status status = volume_.ReadEncoded(database_.oid, static_cast<Oid>(position.oid), &entry.bytes);
     if (status == Status::Ok) ahead_.push_back(std::move(entry));
@@ -206,7 +206,7 @@ Status Cursor::Append(const Position& position) {
 }
 
 // The record that is next to be read; the cursor then stands on it.
-Status Cursor::ReadNext() {
+Status CCursor::ReadNext() {
     Status status = Status::Ok;
     if (position_.place == Place::Behind) {
         Position found;
@@ -223,9 +223,9 @@ Status Cursor::ReadNext() {
 }
 
 // What is wrong with one of them is told when its turn has come.
-void Cursor::AppendMore() {
+void CCursor::AppendMore() {
     std::size_t bytes = ahead_.front().bytes.size();
-    Query query = volume_.Connection().Prepare(kForward[sort_ ? 1 : 0]);
+    CQuery query = volume_.Connection().Prepare(kForward[sort_ ? 1 : 0]);
     Bind(&query, position_, 0, static_cast<std::int64_t>(batch_ - 1));
     while (bytes < kMostAhead_bytes && query.Row() == Status::Ok) {
         if (Append({Place::On, query.Bytes(0), query.Number(1)}) != Status::Ok) return;
@@ -234,11 +234,11 @@ void Cursor::AppendMore() {
 }
 
 // Twice as many each time, as long as nobody changes the volume meanwhile.
-Status Cursor::ReadAhead() {
+Status CCursor::ReadAhead() {
     if (!ahead_.empty()) ForgetAhead();
     const bool alone = !volume_.Connection().InTransaction();
-    Transaction transaction(volume_.Connection());
-    Status status = transaction.Begin(Transaction::Kind::Read);
+    CTransaction transaction(volume_.Connection());
+    Status status = transaction.Begin(CTransaction::Kind::Read);
     if (status == Status::Ok) status = Refresh();
     if (status == Status::Ok) status = volume_.Connection().ReadStamp(&stamp_);
     if (status == Status::Ok) status = ReadNext();
@@ -248,7 +248,7 @@ Status Cursor::ReadAhead() {
     return Status::Ok;
 }
 
-Status Cursor::Look(Oid* oid, Record* record) {
+Status CCursor::Look(Oid* oid, Record* record) {
     *oid = 0;
     if (position_.place == Place::End) return Status::EndOfData;
     if (!AheadIsTrue()) {
@@ -262,13 +262,13 @@ Status Cursor::Look(Oid* oid, Record* record) {
     return status;
 }
 
-void Cursor::HasBeenRead() {
+void CCursor::HasBeenRead() {
     if (!autoIncrement_ || position_.place != Place::On) return;
     position_.place = Place::Behind;
     if (!ahead_.empty()) ahead_.pop_front();
 }
 
-void Cursor::HasBeenDeleted(Oid oid) {
+void CCursor::HasBeenDeleted(Oid oid) {
     if (!autoIncrement_ || position_.place != Place::On || position_.oid != oid) return;
     position_.place = Place::Behind;
     ForgetAhead();

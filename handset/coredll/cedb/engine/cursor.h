@@ -38,10 +38,10 @@ struct SeekTarget {
     std::vector<Property> values;  // the others: values of the first columns of the sort order
 };
 
-class Cursor {
+class CCursor {
   public:
     // `sort`: an index into the database's orders, or nothing. The volume must outlive the cursor.
-    Cursor(Volume& volume, DatabaseInfo database, std::optional<std::size_t> sort, bool autoIncrement)
+    CCursor(CVolume& volume, DatabaseInfo database, std::optional<std::size_t> sort, bool autoIncrement)
         : volume_(volume), database_(std::move(database)), sort_(sort), autoIncrement_(autoIncrement) {}
 
     const DatabaseInfo& Database() const { return database_; }
@@ -73,7 +73,7 @@ class Cursor {
     const SortOrder* Order() const { return sort_ ? &database_.orders[*sort_] : nullptr; }
     [[nodiscard]] Status KeyOf(Oid oid, std::string* key);
     [[nodiscard]] Status Refresh();
-    void Bind(Query* query, const Position& from, std::int64_t skip, std::int64_t most) const;
+    void Bind(CQuery* query, const Position& from, std::int64_t skip, std::int64_t most) const;
     [[nodiscard]] Status Step(const char* const statements[2], const Position& from, std::int64_t skip,
                               Position* found);
     [[nodiscard]] Status Forward(const Position& from, std::int64_t skip, Position* found);
@@ -91,7 +91,7 @@ class Cursor {
     [[nodiscard]] Status Append(const Position& position);
     void AppendMore();
 
-    Volume& volume_;
+    CVolume& volume_;
     DatabaseInfo database_;
     std::optional<std::size_t> sort_;
     bool autoIncrement_;

@@ -51,9 +51,9 @@ std::size_t EncodedSize(const Property& property) {
 }
 
 // Reads the encoded form front to back; every step says whether there was enough of it.
-class Reader {
+class CPropertyReader {
   public:
-    explicit Reader(const std::string& data) : data_(data) {}
+    explicit CPropertyReader(const std::string& data) : data_(data) {}
     bool AtEnd() const { return at_ == data_.size(); }
     bool Number(std::size_t size, std::uint64_t* number) {
         if (data_.size() - at_ < size) return false;
@@ -75,7 +75,7 @@ class Reader {
     std::size_t at_ = 0;
 };
 
-bool ReadVariable(Reader& reader, Property* property) {
+bool ReadVariable(CPropertyReader& reader, Property* property) {
     std::uint64_t size = 0;
     if (!reader.Number(4, &size) || size > kMaximumProperty_bytes) return false;
     std::string bytes;
@@ -95,7 +95,7 @@ bool ReadVariable(Reader& reader, Property* property) {
     return true;
 }
 
-bool ReadProperty(Reader& reader, Property* property) {
+bool ReadProperty(CPropertyReader& reader, Property* property) {
     std::uint64_t id = 0;
     if (!reader.Number(4, &id)) return false;
     property->id = static_cast<PropertyId>(id);
@@ -170,7 +170,7 @@ std::string EncodeRecord(const Record& record) {
 
 Status DecodeRecord(const std::string& data, Record* record) {
     record->clear();
-    Reader reader(data);
+    CPropertyReader reader(data);
     while (!reader.AtEnd()) {
         Property property;
         if (!ReadProperty(reader, &property)) return Status::Corrupt;

@@ -39,7 +39,7 @@ std::string Terminated(const std::string& bytes) {
 }
 
 std::string ValueKey(const SortColumn& column, const Property& value, std::uint32_t lcid,
-                     const Collator& collator) {
+                     const CCollator& collator) {
     const std::uint16_t type = TypeOf(value.id);
     if (type == kTypeText) return Terminated(collator.TextKey(lcid, column.flags & kTextFlags, value.text));
     if (type == kTypeDouble) return BigEndian(OrderedDouble(value.number));
@@ -48,7 +48,7 @@ std::string ValueKey(const SortColumn& column, const Property& value, std::uint3
 }
 
 std::string ColumnKey(const SortColumn& column, const Property& value, std::uint32_t lcid,
-                      const Collator& collator) {
+                      const CCollator& collator) {
     std::string key = ValueKey(column, value, lcid, collator);
     if ((column.flags & kSortDescending) != 0) {
         for (char& byte : key) byte = static_cast<char>(~byte);
@@ -81,7 +81,7 @@ bool IsValid(const SortOrder& order) {
 }
 
 std::optional<std::string> SortKey(const SortOrder& order, const Record& record, std::uint32_t lcid,
-                                   const Collator& collator) {
+                                   const CCollator& collator) {
     std::string key;
     for (const SortColumn& column : order.columns) {
         if (const Property* value = FindProperty(record, column.id)) {
@@ -95,7 +95,7 @@ std::optional<std::string> SortKey(const SortOrder& order, const Record& record,
 }
 
 std::optional<std::string> KeyPrefix(const SortOrder& order, const std::vector<Property>& values,
-                                     std::uint32_t lcid, const Collator& collator) {
+                                     std::uint32_t lcid, const CCollator& collator) {
     if (values.empty() || values.size() > order.columns.size()) return std::nullopt;
     std::string key;
     for (std::size_t i = 0; i < values.size(); ++i) {

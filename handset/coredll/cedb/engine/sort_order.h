@@ -43,9 +43,9 @@ struct SortOrder {
 };
 
 // Turns text into bytes whose order is the language's order of the texts. Any thread.
-class Collator {
+class CCollator {
   public:
-    virtual ~Collator() = default;
+    virtual ~CCollator() = default;
     // `flags`: the kSort… flags that concern text. Texts that the language takes for equal give equal bytes.
     virtual std::string TextKey(std::uint32_t lcid, std::uint32_t flags,
                                 const std::u16string& text) const = 0;
@@ -57,12 +57,12 @@ bool IsValid(const SortOrder& order);
 
 // The record's key, or nothing when a column that must not be empty has no value.
 std::optional<std::string> SortKey(const SortOrder& order, const Record& record, std::uint32_t lcid,
-                                   const Collator& collator);
+                                   const CCollator& collator);
 
 // The beginning that the keys of all records have in common whose first columns equal `values`; nothing when
 // the values do not fit the columns.
 std::optional<std::string> KeyPrefix(const SortOrder& order, const std::vector<Property>& values,
-                                     std::uint32_t lcid, const Collator& collator);
+                                     std::uint32_t lcid, const CCollator& collator);
 
 // The first byte string behind all that begin with `prefix` (which is never empty).
 std::string BehindPrefix(std::string prefix);

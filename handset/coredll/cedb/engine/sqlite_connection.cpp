@@ -58,49 +58,49 @@ Status StatusOf(int code) {
 
 }  // namespace
 
-Query::~Query() {
+CQuery::~CQuery() {
     if (statement_ == nullptr) return;
     sqlite3_reset(statement_);
     sqlite3_clear_bindings(statement_);
 }
 
-Query& Query::Bind(std::int64_t number) {
+CQuery& CQuery::Bind(std::int64_t number) {
     if (error_ == SQLITE_OK && statement_ != nullptr)
         error_ = sqlite3_bind_int64(statement_, next_++, number);
     return *this;
 }
 
-Query& Query::Blob(const std::string& bytes) {
+CQuery& CQuery::Blob(const std::string& bytes) {
     if (error_ == SQLITE_OK && statement_ != nullptr) {
         error_ = sqlite3_bind_blob64(statement_, next_++, bytes.data(), bytes.size(), SQLITE_STATIC);
     }
     return *this;
 }
 
-Status Query::Row() {
+Status CQuery::Row() {
     if (error_ != SQLITE_OK) return StatusOf(error_);
     if (statement_ == nullptr) return StatusOf(sqlite3_errcode(database_));
     const int code = sqlite3_step(statement_);
     return code == SQLITE_DONE ? Status::NotFound : StatusOf(code);
 }
 
-Status Query::Run() {
+Status CQuery::Run() {
     const Status status = Row();
     return status == Status::NotFound ? Status::Ok : status;
 }
 
-std::string Query::Bytes(int column) const {
+std::string CQuery::Bytes(int column) const {
     const void* bytes = sqlite3_column_blob(statement_, column);
     const int size = sqlite3_column_bytes(statement_, column);
     return bytes == nullptr ? std::string()
                             : std::string(static_cast<const char*>(bytes), static_cast<std::size_t>(size));
 }
 
-SqliteConnection::~SqliteConnection() {
+CSqliteConnection::~CSqliteConnection() {
     for (const auto& [sql, statement] : statements_) sqlite3_finalize(statement);
 }
 
-Status SqliteConnection::Open(const std::string& path, bool create) {
+Status CSqliteConnection::Open(const std::string& path, bool create) {
     sqlite3* database = nullptr;
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0);
     const int code = sqlite3_open_v2(path.c_str(), &database, flags, nullptr);
@@ -116,15 +116,15 @@ Status SqliteConnection::Open(const std::string& path, bool create) {
         "PRAGMA cell_size_check=ON");
 }
 
-Status SqliteConnection::Execute(const char* sql) {
+Status CSqliteConnection::Execute(const char* sql) {
     return StatusOf(sqlite3_exec(database_.get(), sql, nullptr, nullptr, nullptr));
 }
 
-Status SqliteConnection::File(sqlite3_file** file) {
+Status CSqliteConnection::File(sqlite3_file** file) {
     return StatusOf(sqlite3_file_control(database_.get(), "main", SQLITE_FCNTL_FILE_POINTER, file));
 }
 
-Status SqliteConnection::FileSize(std::int64_t* size) {
+Status CSqliteConnection::FileSize(std::int64_t* size) {
     sqlite3_file* file = nullptr;
     Status status = File(&file);
     if (status != Status::Ok) return status;
@@ -134,7 +134,7 @@ Status SqliteConnection::FileSize(std::int64_t* size) {
     return status;
 }
 
-Status SqliteConnection::ReadStamp(FileStamp* stamp) {
+Status CSqliteConnection::ReadStamp(FileStamp* stamp) {
     sqlite3_file* file = nullptr;
     const Status status = File(&file);
     if (status != Status::Ok) return status;
@@ -142,19 +142,19 @@ Status SqliteConnection::ReadStamp(FileStamp* stamp) {
         file->pMethods->xRead(file, stamp->data(), static_cast<int>(stamp->size()), kStampOffset));
 }
 
-Query SqliteConnection::Prepare(const char* sql) {
+CQuery CSqliteConnection::Prepare(const char* sql) {
     sqlite3_stmt*& statement = statements_[sql];
     if (statement == nullptr) {
         sqlite3_prepare_v3(database_.get(), sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
     }
-    return Query(database_.get(), statement);
+    return CQuery(database_.get(), statement);
 }
 
-bool SqliteConnection::InTransaction() const {
+bool CSqliteConnection::InTransaction() const {
     return sqlite3_get_autocommit(database_.get()) == 0;
 }
 
-Transaction::~Transaction() {
+CTransaction::~CTransaction() {
     if (!open_) return;
     // The transaction only read, or it is to be undone; either way there is nobody to tell about a failure.
     if (!inner_) {
@@ -165,7 +165,7 @@ Transaction::~Transaction() {
     (void)connection_.Prepare("RELEASE part").Run();
 }
 
-Status Transaction::Begin(Kind kind) {
+Status CTransaction::Begin(Kind kind) {
     inner_ = connection_.InTransaction();
     const char* const outer = kind == Kind::Read ? "BEGIN" : "BEGIN IMMEDIATE";
     const Status status =
@@ -174,7 +174,7 @@ Status Transaction::Begin(Kind kind) {
     return status;
 }
 
-Status Transaction::Commit() {
+Status CTransaction::Commit() {
     const Status status = connection_.Prepare(inner_ ? "RELEASE part" : "COMMIT").Run();
     // A commit that failed for want of a lock or of room leaves the transaction open, to be undone.
     if (status == Status::Ok) open_ = false;

@@ -15,15 +15,15 @@
 namespace cedb {
 
 // A statement in use: bound, stepped, and reset when it goes out of scope, so that no lock outlives it.
-class Query {
+class CQuery {
   public:
-    Query(sqlite3* database, sqlite3_stmt* statement) : database_(database), statement_(statement) {}
-    ~Query();
-    Query(const Query&) = delete;
-    Query& operator=(const Query&) = delete;
+    CQuery(sqlite3* database, sqlite3_stmt* statement) : database_(database), statement_(statement) {}
+    ~CQuery();
+    CQuery(const CQuery&) = delete;
+    CQuery& operator=(const CQuery&) = delete;
 
-    Query& Bind(std::int64_t number);
-    Query& Blob(const std::string& bytes);  // `bytes` must live as long as the query
+    CQuery& Bind(std::int64_t number);
+    CQuery& Blob(const std::string& bytes);  // `bytes` must live as long as the query
 
     // Steps once: Ok = a row, NotFound = no (further) row.
     [[nodiscard]] Status Row();
@@ -44,12 +44,12 @@ class Query {
 using FileStamp = std::array<std::uint8_t, 16>;
 
 // Used by one thread at a time.
-class SqliteConnection {
+class CSqliteConnection {
   public:
-    SqliteConnection() = default;
-    ~SqliteConnection();
-    SqliteConnection(const SqliteConnection&) = delete;
-    SqliteConnection& operator=(const SqliteConnection&) = delete;
+    CSqliteConnection() = default;
+    ~CSqliteConnection();
+    CSqliteConnection(const CSqliteConnection&) = delete;
+    CSqliteConnection& operator=(const CSqliteConnection&) = delete;
 
     // `path` in UTF-8. With `create` the file must not exist yet.
     [[nodiscard]] Status Open(const std::string& path, bool create);
@@ -61,7 +61,7 @@ class SqliteConnection {
     // holds what it held then: a commit changes it before it counts.
     [[nodiscard]] Status ReadStamp(FileStamp* stamp);
     // `sql` is a literal: the prepared statement is kept under its address.
-    Query Prepare(const char* sql);
+    CQuery Prepare(const char* sql);
     bool InTransaction() const;
 
   private:
@@ -77,20 +77,20 @@ class SqliteConnection {
 
 // Undone unless committed. One inside another is a part of it: it can be undone by itself, and is on the disk
 // only with the whole.
-class Transaction {
+class CTransaction {
   public:
     enum class Kind { Read, Write };
-    explicit Transaction(SqliteConnection& connection) : connection_(connection) {}
-    ~Transaction();
-    Transaction(const Transaction&) = delete;
-    Transaction& operator=(const Transaction&) = delete;
+    explicit CTransaction(CSqliteConnection& connection) : connection_(connection) {}
+    ~CTransaction();
+    CTransaction(const CTransaction&) = delete;
+    CTransaction& operator=(const CTransaction&) = delete;
 
     [[nodiscard]] Status Begin(Kind kind);
     // What was written is on the disk when this returns Ok, or in the transaction around it.
     [[nodiscard]] Status Commit();
 
   private:
-    SqliteConnection& connection_;
+    CSqliteConnection& connection_;
     bool open_ = false;
     bool inner_ = false;
 };

@@ -21,7 +21,7 @@ std::uint32_t BigEndian32(const std::string& bytes, std::size_t at) {
 
 // What the keys of a few telling texts look like. Another host, or a later version of this one, may sort
 // otherwise; its keys would not match those in the file.
-std::string Fingerprint(const Collator& collator, std::uint32_t lcid) {
+std::string Fingerprint(const CCollator& collator, std::uint32_t lcid) {
     constexpr const char16_t* kProbes[] = {u"a", u"B-b", u"\u00E9\u00DF", u"\u0416\u4E2D", u"\u30A2\uFF71_1"};
     std::string fingerprint;
     for (const char16_t* probe : kProbes) {
@@ -42,14 +42,14 @@ bool LooksLikeVolume(const std::string& header) {
            BigEndian32(header, kUserVersionOffset) == kFormatVersion;
 }
 
-Status Volume::Create(const std::string& path, std::uint32_t lcid, const Collator& collator) {
-    SqliteConnection connection;
+Status CVolume::Create(const std::string& path, std::uint32_t lcid, const CCollator& collator) {
+    CSqliteConnection connection;
     Status status = connection.Open(path, true);
     // What is left half made is thrown away, so nothing needs to be undone from a file.
     if (status == Status::Ok) status = connection.Execute("PRAGMA journal_mode=MEMORY");
     if (status != Status::Ok) return status;
-    Transaction transaction(connection);
-    status = transaction.Begin(Transaction::Kind::Write);
+    CTransaction transaction(connection);
+    status = transaction.Begin(CTransaction::Kind::Write);
     const std::string identity = "PRAGMA application_id=" + std::to_string(kApplicationId) +
                                  "; PRAGMA user_version=" + std::to_string(kFormatVersion) + ";";
     if (status == Status::Ok) status = connection.Execute(identity.c_str());
@@ -66,7 +66,7 @@ Status Volume::Create(const std::string& path, std::uint32_t lcid, const Collato
     return status;
 }
 
-Status Volume::Open(const std::string& path) {
+Status CVolume::Open(const std::string& path) {
     Status status = connection_.Open(path, false);
     if (status == Status::Ok) status = CheckContents();
     if (status == Status::Ok) status = ReadIdentity();
@@ -74,34 +74,34 @@ Status Volume::Open(const std::string& path) {
 }
 
 // A journal that is no longer used is deleted when its mode changes (SQLite's documentation of journal_mode).
-void Volume::Settle() {
+void CVolume::Settle() {
     // It stays when another process has the volume open; it is empty then and in nobody's way.
     (void)connection_.Execute("PRAGMA busy_timeout=0; PRAGMA journal_mode=DELETE");
 }
 
 // The first read also undoes what a process left unfinished when it was killed; only then do the file's size
 // and tables say anything.
-Status Volume::CheckContents() {
-    Transaction transaction(connection_);
-    Status status = transaction.Begin(Transaction::Kind::Read);
+Status CVolume::CheckContents() {
+    CTransaction transaction(connection_);
+    Status status = transaction.Begin(CTransaction::Kind::Read);
     if (status == Status::Ok) status = CheckSchema();
     return status == Status::Ok ? CheckSize() : status;
 }
 
 // SQLite reads a page that is cut off as if it ended in zeros, and that may look like a page with less in it.
-Status Volume::CheckSize() {
+Status CVolume::CheckSize() {
     std::int64_t size = 0;
     Status status = connection_.FileSize(&size);
     if (status != Status::Ok) return status;
-    Query query =
+    CQuery query =
         connection_.Prepare("SELECT page_count * page_size FROM pragma_page_count, pragma_page_size");
     status = query.Row();
     if (status != Status::Ok) return status;
     return size < query.Number(0) ? Status::Corrupt : Status::Ok;
 }
 
-Status Volume::CheckSchema() {
-    Query query =
+Status CVolume::CheckSchema() {
+    CQuery query =
         connection_.Prepare("SELECT name, sql FROM sqlite_schema WHERE sql IS NOT NULL ORDER BY rowid");
     Status status = Status::Ok;
     for (const SchemaRow& row : kSchema) {
@@ -114,10 +114,10 @@ Status Volume::CheckSchema() {
     return status == Status::NotFound ? Status::Ok : status;
 }
 
-Status Volume::ReadIdentity() {
+Status CVolume::ReadIdentity() {
     std::uint32_t lcid = 0;
     {
-        Query query = connection_.Prepare("SELECT lcid, collation, guid FROM volume WHERE id=1");
+        CQuery query = connection_.Prepare("SELECT lcid, collation, guid FROM volume WHERE id=1");
         const Status status = query.Row();
         if (status != Status::Ok) return status == Status::NotFound ? Status::Corrupt : status;
         lcid = static_cast<std::uint32_t>(query.Number(0));
@@ -126,37 +126,37 @@ Status Volume::ReadIdentity() {
         std::copy(guid.begin(), guid.end(), id_.begin());
         if (query.Bytes(1) == Fingerprint(collator_, lcid)) return Status::Ok;
     }
-    Transaction transaction(connection_);
-    Status status = transaction.Begin(Transaction::Kind::Write);
+    CTransaction transaction(connection_);
+    Status status = transaction.Begin(CTransaction::Kind::Write);
     if (status == Status::Ok) status = SortAnew(lcid);
     return status == Status::Ok ? transaction.Commit() : status;
 }
 
-Status Volume::ReadLocale(std::uint32_t* lcid) {
-    Query query = connection_.Prepare("SELECT lcid FROM volume WHERE id=1");
+Status CVolume::ReadLocale(std::uint32_t* lcid) {
+    CQuery query = connection_.Prepare("SELECT lcid FROM volume WHERE id=1");
     const Status status = query.Row();
     if (status != Status::Ok) return status == Status::NotFound ? Status::Corrupt : status;
     *lcid = static_cast<std::uint32_t>(query.Number(0));
     return Status::Ok;
 }
 
-Status Volume::Locale(std::uint32_t* lcid) {
+Status CVolume::Locale(std::uint32_t* lcid) {
     return ReadLocale(lcid);
 }
 
-Status Volume::ChangeLocale(std::uint32_t lcid) {
+Status CVolume::ChangeLocale(std::uint32_t lcid) {
     if (!collator_.Knows(lcid)) return Status::InvalidArgument;
     std::uint32_t present = 0;
     Status status = ReadLocale(&present);
     // The usual case, before every list of the application: nothing to do, and nothing is written.
     if (status != Status::Ok || present == lcid) return status;
-    Transaction transaction(connection_);
-    status = transaction.Begin(Transaction::Kind::Write);
+    CTransaction transaction(connection_);
+    status = transaction.Begin(CTransaction::Kind::Write);
     if (status == Status::Ok) status = SortAnew(lcid);
     return status == Status::Ok ? transaction.Commit() : status;
 }
 
-Status Volume::SortAnew(std::uint32_t lcid) {
+Status CVolume::SortAnew(std::uint32_t lcid) {
     Status status = connection_.Prepare("DELETE FROM keys").Run();
     std::vector<DatabaseInfo> databases;
     if (status == Status::Ok) status = ReadDatabases(&databases);
@@ -171,8 +171,8 @@ Status Volume::SortAnew(std::uint32_t lcid) {
         .Run();
 }
 
-Status Volume::SortDatabaseAnew(const DatabaseInfo& database, std::uint32_t lcid) {
-    Query query = connection_.Prepare("SELECT oid, properties FROM records WHERE db=?");
+Status CVolume::SortDatabaseAnew(const DatabaseInfo& database, std::uint32_t lcid) {
+    CQuery query = connection_.Prepare("SELECT oid, properties FROM records WHERE db=?");
     query.Bind(database.oid);
     Status status = Status::Ok;
     while ((status = query.Row()) == Status::Ok) {

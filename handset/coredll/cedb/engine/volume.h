@@ -32,14 +32,15 @@ using VolumeId = std::array<std::uint8_t, 16>;
 // Whether a file that begins with these bytes is a volume as far as they can tell; says nothing of the rest.
 [[nodiscard]] bool LooksLikeVolume(const std::string& header);
 
-class Volume {
+class CVolume {
   public:
     // `collator` must outlive the volume.
-    explicit Volume(const Collator& collator) : collator_(collator) {}
+    explicit CVolume(const CCollator& collator) : collator_(collator) {}
 
     // Makes the file, which must not exist, and closes it again. A process that is killed meanwhile leaves a
     // file that is no volume: make it under another name and rename it. `path` in UTF-8.
-    [[nodiscard]] static Status Create(const std::string& path, std::uint32_t lcid, const Collator& collator);
+    [[nodiscard]] static Status Create(const std::string& path, std::uint32_t lcid,
+                                       const CCollator& collator);
     // The file must be one that LooksLikeVolume.
     [[nodiscard]] Status Open(const std::string& path);
     // Takes away the journal file, unless another process is using it.
@@ -67,8 +68,8 @@ class Volume {
     [[nodiscard]] Status DeleteRecord(const DatabaseInfo& database, Oid oid);
 
     // For cursors.
-    SqliteConnection& Connection() { return connection_; }
-    const Collator& Sorting() const { return collator_; }
+    CSqliteConnection& Connection() { return connection_; }
+    const CCollator& Sorting() const { return collator_; }
     // Inside a transaction.
     [[nodiscard]] Status ReadLocale(std::uint32_t* lcid);
     [[nodiscard]] Status ReadRecord(Oid database, Oid oid, Record* record);
@@ -89,8 +90,8 @@ class Volume {
     [[nodiscard]] Status SortDatabaseAnew(const DatabaseInfo& database, std::uint32_t lcid);
     [[nodiscard]] Status ReadDatabases(std::vector<DatabaseInfo>* databases);
 
-    const Collator& collator_;
-    SqliteConnection connection_;
+    const CCollator& collator_;
+    CSqliteConnection connection_;
     VolumeId id_{};
 };
 

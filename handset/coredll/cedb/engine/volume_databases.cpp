@@ -32,7 +32,7 @@ std::string FoldedBytes(const std::u16string& name) {
     return NameBytes(folded);
 }
 
-Status InfoFrom(const Query& query, DatabaseInfo* info) {
+Status InfoFrom(const CQuery& query, DatabaseInfo* info) {
     info->oid = static_cast<Oid>(query.Number(0));
     info->name = NameFrom(query.Bytes(1));
     info->type = static_cast<std::uint32_t>(query.Number(2));
@@ -49,8 +49,8 @@ bool IsValid(const DatabaseInfo& info) {
 
 }  // namespace
 
-Status Volume::TakeOid(Oid* oid) {
-    Query query = connection_.Prepare("UPDATE volume SET next_oid=next_oid+1 WHERE id=1 RETURNING next_oid");
+Status CVolume::TakeOid(Oid* oid) {
+    CQuery query = connection_.Prepare("UPDATE volume SET next_oid=next_oid+1 WHERE id=1 RETURNING next_oid");
     Status status = query.Row();
     if (status != Status::Ok) return status == Status::NotFound ? Status::Corrupt : status;
     const std::int64_t next = query.Number(0);
@@ -61,10 +61,10 @@ Status Volume::TakeOid(Oid* oid) {
     return status == Status::NotFound ? Status::Ok : status;
 }
 
-Status Volume::CreateDatabase(const DatabaseInfo& info, Oid* oid) {
+Status CVolume::CreateDatabase(const DatabaseInfo& info, Oid* oid) {
     if (!IsValid(info)) return Status::InvalidArgument;
-    Transaction transaction(connection_);
-    Status status = transaction.Begin(Transaction::Kind::Write);
+    CTransaction transaction(connection_);
+    Status status = transaction.Begin(CTransaction::Kind::Write);
     if (status != Status::Ok) return status;
     DatabaseInfo existing;
     status = FindDatabase(info.name, &existing);
@@ -86,22 +86,22 @@ Status Volume::CreateDatabase(const DatabaseInfo& info, Oid* oid) {
     return status == Status::Ok ? transaction.Commit() : status;
 }
 
-Status Volume::FindDatabase(const std::u16string& name, DatabaseInfo* info) {
+Status CVolume::FindDatabase(const std::u16string& name, DatabaseInfo* info) {
     const std::string folded = FoldedBytes(name);
-    Query query = connection_.Prepare("SELECT oid, name, type, flags, orders FROM databases WHERE folded=?");
+    CQuery query = connection_.Prepare("SELECT oid, name, type, flags, orders FROM databases WHERE folded=?");
     const Status status = query.Blob(folded).Row();
     return status == Status::Ok ? InfoFrom(query, info) : status;
 }
 
-Status Volume::FindDatabase(Oid oid, DatabaseInfo* info) {
-    Query query = connection_.Prepare("SELECT oid, name, type, flags, orders FROM databases WHERE oid=?");
+Status CVolume::FindDatabase(Oid oid, DatabaseInfo* info) {
+    CQuery query = connection_.Prepare("SELECT oid, name, type, flags, orders FROM databases WHERE oid=?");
     const Status status = query.Bind(oid).Row();
     return status == Status::Ok ? InfoFrom(query, info) : status;
 }
 
-Status Volume::ReadDatabases(std::vector<DatabaseInfo>* databases) {
+Status CVolume::ReadDatabases(std::vector<DatabaseInfo>* databases) {
     databases->clear();
-    Query query = connection_.Prepare("SELECT oid, name, type, flags, orders FROM databases ORDER BY oid");
+    CQuery query = connection_.Prepare("SELECT oid, name, type, flags, orders FROM databases ORDER BY oid");
     Status status = Status::Ok;
     while ((status = query.Row()) == Status::Ok) {
         databases->emplace_back();
@@ -111,15 +111,15 @@ Status Volume::ReadDatabases(std::vector<DatabaseInfo>* databases) {
     return status == Status::NotFound ? Status::Ok : status;
 }
 
-Status Volume::ListDatabases(std::vector<DatabaseInfo>* databases) {
-    Transaction transaction(connection_);
-    const Status status = transaction.Begin(Transaction::Kind::Read);
+Status CVolume::ListDatabases(std::vector<DatabaseInfo>* databases) {
+    CTransaction transaction(connection_);
+    const Status status = transaction.Begin(CTransaction::Kind::Read);
     return status == Status::Ok ? ReadDatabases(databases) : status;
 }
 
-Status Volume::DeleteDatabase(Oid oid) {
-    Transaction transaction(connection_);
-    Status status = transaction.Begin(Transaction::Kind::Write);
+Status CVolume::DeleteDatabase(Oid oid) {
+    CTransaction transaction(connection_);
+    Status status = transaction.Begin(CTransaction::Kind::Write);
     DatabaseInfo info;
     if (status == Status::Ok) status = FindDatabase(oid, &info);
     for (const char* sql : {"DELETE FROM keys WHERE db=?", "DELETE FROM records WHERE db=?",
@@ -129,8 +129,8 @@ Status Volume::DeleteDatabase(Oid oid) {
     return status == Status::Ok ? transaction.Commit() : status;
 }
 
-Status Volume::CountRecords(Oid database, std::uint32_t* count) {
-    Query query = connection_.Prepare("SELECT count(*) FROM records WHERE db=?");
+Status CVolume::CountRecords(Oid database, std::uint32_t* count) {
+    CQuery query = connection_.Prepare("SELECT count(*) FROM records WHERE db=?");
     const Status status = query.Bind(database).Row();
     *count = status == Status::Ok ? static_cast<std::uint32_t>(query.Number(0)) : 0;
     return status;

@@ -5,20 +5,20 @@
 
 namespace cedb {
 
-Status Volume::ReadEncoded(Oid database, Oid oid, std::string* bytes) {
-    Query query = connection_.Prepare("SELECT properties FROM records WHERE db=? AND oid=?");
+Status CVolume::ReadEncoded(Oid database, Oid oid, std::string* bytes) {
+    CQuery query = connection_.Prepare("SELECT properties FROM records WHERE db=? AND oid=?");
     const Status status = query.Bind(database).Bind(oid).Row();
     if (status == Status::Ok) *bytes = query.Bytes(0);
     return status;
 }
 
-Status Volume::ReadRecord(Oid database, Oid oid, Record* record) {
+Status CVolume::ReadRecord(Oid database, Oid oid, Record* record) {
     std::string bytes;
     const Status status = ReadEncoded(database, oid, &bytes);
     return status == Status::Ok ? DecodeRecord(bytes, record) : status;
 }
 
-Status Volume::WriteKeys(const DatabaseInfo& database, Oid oid, const Record& record, std::uint32_t lcid) {
+Status CVolume::WriteKeys(const DatabaseInfo& database, Oid oid, const Record& record, std::uint32_t lcid) {
     for (std::size_t sort = 0; sort < database.orders.size(); ++sort) {
         const SortOrder& order = database.orders[sort];
         const std::optional<std::string> key = SortKey(order, record, lcid, collator_);
@@ -43,7 +43,7 @@ Status Volume::WriteKeys(const DatabaseInfo& database, Oid oid, const Record& re
     return Status::Ok;
 }
 
-Status Volume::RemoveKeys(const DatabaseInfo& database, Oid oid, const Record& record, std::uint32_t lcid) {
+Status CVolume::RemoveKeys(const DatabaseInfo& database, Oid oid, const Record& record, std::uint32_t lcid) {
     for (std::size_t sort = 0; sort < database.orders.size(); ++sort) {
         const std::optional<std::string> key = SortKey(database.orders[sort], record, lcid, collator_);
         if (!key) return Status::Corrupt;
@@ -59,13 +59,13 @@ Status Volume::RemoveKeys(const DatabaseInfo& database, Oid oid, const Record& r
     return Status::Ok;
 }
 
-Status Volume::InsertRecord(const DatabaseInfo& database, const std::vector<PropertyChange>& changes,
-                            Oid* oid) {
+Status CVolume::InsertRecord(const DatabaseInfo& database, const std::vector<PropertyChange>& changes,
+                             Oid* oid) {
     Record record;
     Status status = ApplyChanges(record, changes);
     if (status != Status::Ok) return status;
-    Transaction transaction(connection_);
-    status = transaction.Begin(Transaction::Kind::Write);
+    CTransaction transaction(connection_);
+    status = transaction.Begin(CTransaction::Kind::Write);
     std::uint32_t lcid = 0;
     if (status == Status::Ok) status = ReadLocale(&lcid);
     // The database may have been deleted by another process since it was opened.
@@ -83,10 +83,10 @@ Status Volume::InsertRecord(const DatabaseInfo& database, const std::vector<Prop
     return status == Status::Ok ? transaction.Commit() : status;
 }
 
-Status Volume::UpdateRecord(const DatabaseInfo& database, Oid oid,
-                            const std::vector<PropertyChange>& changes) {
-    Transaction transaction(connection_);
-    Status status = transaction.Begin(Transaction::Kind::Write);
+Status CVolume::UpdateRecord(const DatabaseInfo& database, Oid oid,
+                             const std::vector<PropertyChange>& changes) {
+    CTransaction transaction(connection_);
+    Status status = transaction.Begin(CTransaction::Kind::Write);
     std::uint32_t lcid = 0;
     if (status == Status::Ok) status = ReadLocale(&lcid);
     Record before;
@@ -106,9 +106,9 @@ Status Volume::UpdateRecord(const DatabaseInfo& database, Oid oid,
     return status == Status::Ok ? transaction.Commit() : status;
 }
 
-Status Volume::DeleteRecord(const DatabaseInfo& database, Oid oid) {
-    Transaction transaction(connection_);
-    Status status = transaction.Begin(Transaction::Kind::Write);
+Status CVolume::DeleteRecord(const DatabaseInfo& database, Oid oid) {
+    CTransaction transaction(connection_);
+    Status status = transaction.Begin(CTransaction::Kind::Write);
     std::uint32_t lcid = 0;
     if (status == Status::Ok) status = ReadLocale(&lcid);
     Record record;

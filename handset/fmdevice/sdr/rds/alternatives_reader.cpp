@@ -43,7 +43,7 @@ std::optional<std::uint32_t> LongMediumOfCode_kHz(std::uint8_t code) {
     return code <= kLastLongWave ? 144u + 9u * code : 531u + 9u * (code - 16u);
 }
 
-bool PairsSeen::Note(std::uint16_t pair, bool certain) {
+bool CPairsSeen::Note(std::uint16_t pair, bool certain) {
     const auto end = pairs_.begin() + static_cast<std::ptrdiff_t>(count_);
     const bool before = std::find(pairs_.begin(), end, pair) != end;
     if (!before) {
@@ -55,21 +55,21 @@ bool PairsSeen::Note(std::uint16_t pair, bool certain) {
 }
 
 // In method B the tuned frequency stands in every pair (3.2.1.6.4).
-bool AlternativesReader::Collection::IsMethodB() const {
+bool CAlternativesReader::Collection::IsMethodB() const {
     return !pairs.empty() && std::all_of(pairs.begin(), pairs.end(), [this](std::uint16_t codes) {
         return First(codes) == first || Second(codes) == first;
     });
 }
 
 // The count is of frequencies: fillers and the mark of the long and medium waves are none.
-std::size_t AlternativesReader::Collection::Codes() const {
+std::size_t CAlternativesReader::Collection::Codes() const {
     const auto isOne = [](std::uint8_t code) { return code >= 1 && code <= kLastFrequency ? 1u : 0u; };
     std::size_t codes = isOne(first);
     for (const std::uint16_t pair : pairs) codes += isOne(First(pair)) + isOne(Second(pair));
     return codes;
 }
 
-void AlternativesReader::Restart() {
+void CAlternativesReader::Restart() {
     seen_.Restart();
     collections_.clear();
     list_ = Alternatives{};
@@ -77,7 +77,7 @@ void AlternativesReader::Restart() {
 
 // The count and the first frequency begin a list (3.2.1.6.3); another list of the same beginning goes on with
 // it.
-void AlternativesReader::Open(std::uint8_t count, std::uint8_t first) {
+void CAlternativesReader::Open(std::uint8_t count, std::uint8_t first) {
     const auto announced = static_cast<std::uint8_t>(count - kNone);
     const auto known = std::find_if(collections_.begin(), collections_.end(), [&](const Collection& c) {
         return c.first == first && c.announced == announced;
@@ -91,7 +91,7 @@ void AlternativesReader::Open(std::uint8_t count, std::uint8_t first) {
     }
 }
 
-bool AlternativesReader::Take(std::uint16_t codes, bool certain) {
+bool CAlternativesReader::Take(std::uint16_t codes, bool certain) {
     if (!seen_.Note(codes, certain)) return false;
     const std::uint8_t first = First(codes);
     if (first == kNone || first == kFiller) return false;
@@ -109,7 +109,7 @@ bool AlternativesReader::Take(std::uint16_t codes, bool certain) {
 
 // What all lists say together: by method B a pair in ascending order has the same programme, one in
 // descending order a regional variant (3.2.1.6.4).
-bool AlternativesReader::Publish() {
+bool CAlternativesReader::Publish() {
     const Alternatives before = list_;
     list_ = Alternatives{};
     list_.whole = true;

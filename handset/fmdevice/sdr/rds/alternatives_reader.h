@@ -17,7 +17,7 @@ namespace sdr::rds {
 [[nodiscard]] std::optional<std::uint32_t> LongMediumOfCode_kHz(std::uint8_t code);
 
 // Pairs that were received before: a pair counts when it is beyond doubt or comes a second time.
-class PairsSeen {
+class CPairsSeen {
   public:
     void Restart() { count_ = next_ = 0; }
     [[nodiscard]] bool Note(std::uint16_t pair, bool certain);
@@ -28,7 +28,7 @@ class PairsSeen {
     std::size_t next_ = 0;
 };
 
-class AlternativesReader {
+class CAlternativesReader {
   public:
     void Restart();
     // A pair of codes as it was received. True when the list has changed.
@@ -48,7 +48,7 @@ class AlternativesReader {
     void Open(std::uint8_t count, std::uint8_t first);
     bool Publish();
 
-    PairsSeen seen_;
+    CPairsSeen seen_;
     // Of method B there is one for each frequency of the network; the oldest gives way.
     std::vector<Collection> collections_;
     std::size_t open_ = 0;

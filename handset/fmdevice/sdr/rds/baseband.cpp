@@ -22,7 +22,7 @@ double Wrapped(double turns) {
 
 }  // namespace
 
-void Baseband::Append(float re, float im, double clock_bits) {
+void CBaseband::Append(float re, float im, double clock_bits) {
     const std::size_t place = count_ % kSize;
     samples_->re[place] = samples_->re[place + kSize] = re;
     samples_->im[place] = samples_->im[place + kSize] = im;
@@ -30,7 +30,7 @@ void Baseband::Append(float re, float im, double clock_bits) {
     ++count_;
 }
 
-std::uint64_t Baseband::IndexAt(double clock_bits) const {
+std::uint64_t CBaseband::IndexAt(double clock_bits) const {
     constexpr double kSamplesPerBit = kBasebandRate_Hz / 1187.5;
     const std::uint64_t oldest = Oldest();
     const double back = std::max((NewestClock() - clock_bits) * kSamplesPerBit, 0.0);
@@ -41,7 +41,7 @@ std::uint64_t Baseband::IndexAt(double clock_bits) const {
     return index;
 }
 
-SubcarrierMixer::SubcarrierMixer() {
+CSubcarrierMixer::CSubcarrierMixer() {
     double sum = 0.0;
     std::array<double, kTaps> taps{};
     constexpr double kMiddle = (static_cast<double>(kTaps) - 1.0) / 2.0;
@@ -59,7 +59,7 @@ SubcarrierMixer::SubcarrierMixer() {
     }
 }
 
-void SubcarrierMixer::Restart() {
+void CSubcarrierMixer::Restart() {
     line_.fill(0.0f);
     filled_ = kTaps;
     untilNext_ = kDecimation;
@@ -68,7 +68,7 @@ void SubcarrierMixer::Restart() {
 
 // Where the loop has just locked, its phase has nothing to do with what was before: the jump goes into the
 // seam, for a constant phase is all that it changes.
-void SubcarrierMixer::Follow(const MpxBlock& block) {
+void CSubcarrierMixer::Follow(const MpxBlock& block) {
     const double ahead = Wrapped(block.pilotPhase_turns - cycles_ - seam_turns_);
     if (block.pilotLocked && wasLocked_) {
         cycles_ += ahead;
@@ -78,7 +78,7 @@ void SubcarrierMixer::Follow(const MpxBlock& block) {
     wasLocked_ = block.pilotLocked;
 }
 
-void SubcarrierMixer::Give(const Turning& turning, Baseband& baseband) const {
+void CSubcarrierMixer::Give(const Turning& turning, CBaseband& baseband) const {
     const float* samples = &line_[filled_ - kTaps];
     const float re = DotProduct<kTaps>(samples, cosTaps_.data());
     const float im = DotProduct<kTaps>(samples, sinTaps_.data());
@@ -87,7 +87,7 @@ void SubcarrierMixer::Give(const Turning& turning, Baseband& baseband) const {
     baseband.Append(re * c + im * s, im * c - re * s, turning.cycles / kPilotCyclesPerBit);
 }
 
-void SubcarrierMixer::Take(const MpxBlock& block, Baseband& baseband) {
+void CSubcarrierMixer::Take(const MpxBlock& block, CBaseband& baseband) {
     Follow(block);
     const double middle = (static_cast<double>(kTaps) + 1.0) / 2.0 * block.pilotStep_turns;
     const double first = static_cast<double>(untilNext_) * block.pilotStep_turns;

@@ -18,11 +18,11 @@ constexpr double kSubcarrier_Hz = 57000.0;
 constexpr double kPilotCyclesPerBit = 16.0;
 
 // The last 0.85 s, each sample with the time at which it stands, in bits of the reference clock.
-class Baseband {
+class CBaseband {
   public:
     static constexpr std::size_t kSize = 16384;
 
-    Baseband() : samples_(std::make_unique<Samples>()) {}
+    CBaseband() : samples_(std::make_unique<Samples>()) {}
     void Clear() { count_ = 0; }
     void Append(float re, float im, double clock_bits);
 
@@ -52,11 +52,11 @@ class Baseband {
 
 // Mixes the multiplex with three times the pilot and keeps each twentieth sample of what is within 2.4 kHz.
 // The filter itself stands at 57 kHz, so only what it gives is turned by the pilot's phase.
-class SubcarrierMixer {
+class CSubcarrierMixer {
   public:
-    SubcarrierMixer();
+    CSubcarrierMixer();
     void Restart();
-    void Take(const MpxBlock& block, Baseband& baseband);
+    void Take(const MpxBlock& block, CBaseband& baseband);
 
   private:
     static constexpr std::size_t kTaps = 144;
@@ -68,7 +68,7 @@ class SubcarrierMixer {
         double cycles = 0.0;  // of the pilot
         double re = 1.0, im = 0.0;
     };
-    void Give(const Turning& turning, Baseband& baseband) const;
+    void Give(const Turning& turning, CBaseband& baseband) const;
 
     std::array<float, kTaps> cosTaps_{}, sinTaps_{};
     std::array<float, kLine> line_{};

@@ -76,7 +76,7 @@ std::optional<BlockDecision> DecideAtSight(const SoftBlock& symbols, Offset offs
     return BlockDecision{InformationOf(bits), kCertainAtSight, evidence};
 }
 
-BlockTrellis::BlockTrellis() {
+CBlockTrellis::CBlockTrellis() {
     for (std::size_t state = 0; state < kSyndromes; ++state) {
         for (std::size_t bit = 0; bit < kFirstBits; ++bit) {
             if (state >> bit & 1u) syndromes_[state] ^= ColumnOf(bit);
@@ -88,7 +88,7 @@ BlockTrellis::BlockTrellis() {
 }
 
 // Each of the first bits doubles the states that are reached.
-void BlockTrellis::Begin(const Weights& weights) {
+void CBlockTrellis::Begin(const Weights& weights) {
     States& best = best_[0];
     best[0] = weights[0][0];
     best[1] = weights[0][1];
@@ -109,7 +109,7 @@ void BlockTrellis::Begin(const Weights& weights) {
 
 // A way comes from the same syndrome with the same symbol, or from the one that this bit changes with the
 // other.
-void BlockTrellis::Meet(std::size_t step, const std::array<double, 2>& weight) {
+void CBlockTrellis::Meet(std::size_t step, const std::array<double, 2>& weight) {
     const std::size_t change = std::size_t{columns_[step]} << 1;
     const States& best = best_[step];
     const States& all = all_[step % 2];
@@ -125,7 +125,7 @@ void BlockTrellis::Meet(std::size_t step, const std::array<double, 2>& weight) {
 }
 
 // From the last bit back: what ten bits weigh after a symbol.
-void BlockTrellis::End(const Weights& weights) {
+void CBlockTrellis::End(const Weights& weights) {
     ends_[0] = ends_[1] = 1.0;
     for (std::size_t bit = 0; bit < kCheckBits; ++bit) {
         const std::array<double, 2>& weight = weights[kBlockBits - bit];
@@ -141,7 +141,7 @@ void BlockTrellis::End(const Weights& weights) {
     }
 }
 
-BlockDecision BlockTrellis::Decide(const SoftBlock& symbols, Offset offset, const BlockPrior& prior) {
+BlockDecision CBlockTrellis::Decide(const SoftBlock& symbols, Offset offset, const BlockPrior& prior) {
     Weights weights;
     double random = 1.0;  // all symbols there are, together
     for (std::size_t i = 0; i < kBlockSymbols; ++i) {

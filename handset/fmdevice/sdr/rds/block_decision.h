@@ -40,9 +40,9 @@ struct BlockPrior {
 // The bits of the symbols' signs, the first one highest.
 [[nodiscard]] std::uint32_t HardBits(const SoftBlock& symbols);
 
-class BlockTrellis {
+class CBlockTrellis {
   public:
-    BlockTrellis();
+    CBlockTrellis();
     [[nodiscard]] BlockDecision Decide(const SoftBlock& symbols, Offset offset, const BlockPrior& prior = {});
 
   private:

@@ -34,10 +34,10 @@ Offset OffsetAt(std::size_t place) {
 
 }  // namespace
 
-BlockSync::BlockSync(BlockHandler onBlock, GroupHandler onGroup)
+CBlockSync::CBlockSync(BlockHandler onBlock, GroupHandler onGroup)
     : onBlock_(std::move(onBlock)), onGroup_(std::move(onGroup)) {}
 
-void BlockSync::Restart() {
+void CBlockSync::Restart() {
     count_ = 0;
     bits_ = 0;
     hits_.fill({});
@@ -49,7 +49,7 @@ void BlockSync::Restart() {
     piSeen_ = 0;
 }
 
-SoftBlock BlockSync::BlockBefore(std::uint64_t end) const {
+SoftBlock CBlockSync::BlockBefore(std::uint64_t end) const {
     SoftBlock block;
     for (std::size_t i = 0; i < kBlockSymbols; ++i) {
         block[i] = symbols_[(end - kBlockSymbols + i) % kHistory];
@@ -58,12 +58,12 @@ SoftBlock BlockSync::BlockBefore(std::uint64_t end) const {
 }
 
 // The place of the block that ends there, when groups end at the alignment.
-std::size_t BlockSync::PlaceAt(std::uint64_t end, std::size_t alignment) const {
+std::size_t CBlockSync::PlaceAt(std::uint64_t end, std::size_t alignment) const {
     const std::size_t past = (end % kGroupBits + kGroupBits - alignment) % kGroupBits;
     return past == 0 ? kGroupBlocks - 1 : past / kBlockBits - 1;
 }
 
-void BlockSync::Push(float symbol) {
+void CBlockSync::Push(float symbol) {
     const bool one = symbol > 0.0f;
     const bool before = symbols_[(count_ + kHistory - 1) % kHistory] > 0.0f;
     symbols_[count_ % kHistory] = symbol;
@@ -76,7 +76,7 @@ void BlockSync::Push(float symbol) {
     if (alignment_ && (count_ % kGroupBits + kGroupBits - *alignment_) % kBlockBits == 0) TakeBlock(count_);
 }
 
-void BlockSync::CountHits() {
+void CBlockSync::CountHits() {
     const std::optional<Offset> offset = OffsetOf(Syndrome(bits_));
     if (!offset || *offset == Offset::kE) return;
     const std::size_t toEnd = (kGroupBlocks - 1 - PlaceOf(*offset)) * kBlockBits;
@@ -88,7 +88,7 @@ void BlockSync::CountHits() {
     if (hits.score >= kEnoughHits && alignment != alignment_) Consider(alignment);
 }
 
-BlockDecision BlockSync::DecideBlock(const SoftBlock& symbols, Offset offset) {
+BlockDecision CBlockSync::DecideBlock(const SoftBlock& symbols, Offset offset) {
     const std::optional<BlockDecision> atSight = DecideAtSight(symbols, offset);
     BlockPrior prior;
     prior.astray = 1.0 / (1.0 + std::exp(confidence_));
@@ -103,7 +103,7 @@ BlockDecision BlockSync::DecideBlock(const SoftBlock& symbols, Offset offset) {
     return trellis_.Decide(symbols, offset, prior);
 }
 
-double BlockSync::EvidenceFor(std::size_t alignment, std::size_t blocks) {
+double CBlockSync::EvidenceFor(std::size_t alignment, std::size_t blocks) {
     const std::uint64_t past = (count_ % kGroupBits + kGroupBits - alignment) % kBlockBits;
     double evidence = 0.0;
     std::uint64_t end = count_ - past;
@@ -116,7 +116,7 @@ double BlockSync::EvidenceFor(std::size_t alignment, std::size_t blocks) {
     return evidence;
 }
 
-void BlockSync::Consider(std::size_t alignment) {
+void CBlockSync::Consider(std::size_t alignment) {
     if (alignment_ && confidence_ > 0.5 * kMostConfidence) return;
     const double evidence = EvidenceFor(alignment, kJudged);
     if (evidence < kBelieved) return;
@@ -125,7 +125,7 @@ void BlockSync::Consider(std::size_t alignment) {
 }
 
 // The blocks that are still in memory are decided after all.
-void BlockSync::StepInto(std::size_t alignment, double evidence) {
+void CBlockSync::StepInto(std::size_t alignment, double evidence) {
     if (groupBegun_) GiveGroup();
     alignment_ = alignment;
     confidence_ = std::min(evidence - std::log(static_cast<double>(kGroupBits)), kMostConfidence);
@@ -141,7 +141,7 @@ void BlockSync::StepInto(std::size_t alignment, double evidence) {
 }
 
 // Block 3 has two offset words; without block 2 both are tried.
-BlockDecision BlockSync::DecidePlace(const SoftBlock& symbols, std::size_t place, Offset* offset) {
+BlockDecision CBlockSync::DecidePlace(const SoftBlock& symbols, std::size_t place, Offset* offset) {
     *offset = OffsetAt(place);
     const BlockDecision plain = DecideBlock(symbols, *offset);
     if (place != PlaceOf(Offset::kC)) return plain;
@@ -156,7 +156,7 @@ BlockDecision BlockSync::DecidePlace(const SoftBlock& symbols, std::size_t place
     return better;
 }
 
-void BlockSync::TakeBlock(std::uint64_t end) {
+void CBlockSync::TakeBlock(std::uint64_t end) {
     const SoftBlock symbols = BlockBefore(end);
     const std::size_t place = PlaceAt(end, *alignment_);
     const Block& second = group_.blocks[PlaceOf(Offset::kB)];
@@ -190,7 +190,7 @@ void BlockSync::TakeBlock(std::uint64_t end) {
     }
 }
 
-void BlockSync::Note(std::size_t place, const Block& block) {
+void CBlockSync::Note(std::size_t place, const Block& block) {
     receivedShare_ += ((block.Received() ? 1.0f : 0.0f) - receivedShare_) * kShareMemory;
     if (place == 0 && groupBegun_) GiveGroup();
     if (!groupBegun_) {
@@ -205,7 +205,7 @@ void BlockSync::Note(std::size_t place, const Block& block) {
     if (place == kGroupBlocks - 1) GiveGroup();
 }
 
-void BlockSync::LearnPi(const Block& block) {
+void CBlockSync::LearnPi(const Block& block) {
     if (!block.Received()) return;
     if (piSeen_ > 0 && block.information == pi_) {
         piSeen_ = std::min(piSeen_ + 1, kPiMost);
@@ -217,7 +217,7 @@ void BlockSync::LearnPi(const Block& block) {
     }
 }
 
-void BlockSync::GiveGroup() {
+void CBlockSync::GiveGroup() {
     groupBegun_ = false;
     if (onGroup_) onGroup_(group_);
 }

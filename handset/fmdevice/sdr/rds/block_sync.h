@@ -17,10 +17,10 @@
 
 namespace sdr::rds {
 
-class BlockSync {
+class CBlockSync {
   public:
     // The first handler gets each block as soon as it is decided, the second each group.
-    BlockSync(BlockHandler onBlock, GroupHandler onGroup);
+    CBlockSync(BlockHandler onBlock, GroupHandler onGroup);
     // Another station: nothing is known.
     void Restart();
     // The next symbol: ln of the odds that it is a one.
@@ -56,7 +56,7 @@ class BlockSync {
 
     BlockHandler onBlock_;
     GroupHandler onGroup_;
-    BlockTrellis trellis_;
+    CBlockTrellis trellis_;
     std::array<float, kHistory> symbols_{};
     std::uint64_t count_ = 0;
     std::uint32_t bits_ = 0;

@@ -63,7 +63,7 @@ std::optional<ClockTime> ClockTimeOf(std::uint16_t b, std::uint16_t c, std::uint
     return time;
 }
 
-bool ClockReader::Take(std::uint16_t b, std::uint16_t c, std::uint16_t d, bool certain, double now_s) {
+bool CClockReader::Take(std::uint16_t b, std::uint16_t c, std::uint16_t d, bool certain, double now_s) {
     std::optional<ClockTime> time = ClockTimeOf(b, c, d);
     if (!time) return false;
     time->at_s = now_s;

@@ -13,9 +13,9 @@ void DateOfDayNumber(std::uint32_t day, ClockTime* time);
 // The time that the 5 low bits of block 2 and blocks 3 and 4 give; nothing when it is none.
 [[nodiscard]] std::optional<ClockTime> ClockTimeOf(std::uint16_t b, std::uint16_t c, std::uint16_t d);
 
-class ClockReader {
+class CClockReader {
   public:
-    void Restart() { *this = ClockReader(); }
+    void Restart() { *this = CClockReader(); }
     // A group as it was received, with the time of its end, at which the minute begins. True when it is
     // believed.
     bool Take(std::uint16_t b, std::uint16_t c, std::uint16_t d, bool certain, double now_s);

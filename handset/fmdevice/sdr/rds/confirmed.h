@@ -6,10 +6,10 @@
 namespace sdr::rds {
 
 template <typename T>
-class Confirmed {
+class CConfirmedValue {
   public:
     // `needed`: how many sights in a row are enough when none is beyond doubt.
-    explicit Confirmed(int needed = 2) : needed_(needed) {}
+    explicit CConfirmedValue(int needed = 2) : needed_(needed) {}
     void Restart() {
         value_.reset();
         candidate_.reset();

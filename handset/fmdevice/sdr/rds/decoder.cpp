@@ -4,7 +4,7 @@
 
 namespace sdr::rds {
 
-Decoder::Decoder(GroupHandler onGroup)
+CDecoder::CDecoder(GroupHandler onGroup)
     : onGroup_(std::move(onGroup)),
       chain_([this](std::size_t place, const Block& block) { reader_.TakeBlock(place, block, Now_s()); },
              [this](const Group& group) {
@@ -12,18 +12,18 @@ Decoder::Decoder(GroupHandler onGroup)
                  if (onGroup_) onGroup_(group);
              }) {}
 
-void Decoder::Restart() {
+void CDecoder::Restart() {
     reader_.Restart();
     chain_.Restart();
     samples_ = 0;
 }
 
-void Decoder::Feed(const MpxBlock& block) {
+void CDecoder::Feed(const MpxBlock& block) {
     samples_ += block.count;
     chain_.Feed(block);
 }
 
-const Station& Decoder::Current() {
+const Station& CDecoder::Current() {
     current_ = reader_.Current();
     current_.now_s = Now_s();
     current_.signal = chain_.Quality();

@@ -17,12 +17,12 @@
 
 namespace sdr::rds {
 
-class Decoder final : public IMpxListener {
+class CDecoder final : public IMpxListener {
   public:
     // The handler gets each group as it came, with the status of its blocks.
-    explicit Decoder(GroupHandler onGroup = {});
-    Decoder(const Decoder&) = delete;
-    Decoder& operator=(const Decoder&) = delete;
+    explicit CDecoder(GroupHandler onGroup = {});
+    CDecoder(const CDecoder&) = delete;
+    CDecoder& operator=(const CDecoder&) = delete;
 
     // Another station: nothing is known.
     void Restart();
@@ -35,8 +35,8 @@ class Decoder final : public IMpxListener {
     double Now_s() const { return static_cast<double>(samples_) / kMpxRate_Hz; }
 
     GroupHandler onGroup_;
-    GroupReader reader_;
-    ReceiverChain chain_;
+    CGroupReader reader_;
+    CReceiverChain chain_;
     Station current_;
     std::uint64_t samples_ = 0;
 };

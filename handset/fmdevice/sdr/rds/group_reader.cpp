@@ -28,38 +28,38 @@ bool Flag(std::uint16_t bits, unsigned place) {
 }  // namespace
 
 // clang-format off
-const std::array<GroupReader::Reader, kGroupKinds> GroupReader::kReaders = {
+const std::array<CGroupReader::Reader, kGroupKinds> CGroupReader::kReaders = {
     // version A                       version B
-    &GroupReader::ReadTuning,          &GroupReader::ReadTuningB,      // 0: basic tuning and switching
-    &GroupReader::ReadLabels,          &GroupReader::ReadNothing,      // 1: programme item, slow labelling
-    &GroupReader::ReadRadioText,       &GroupReader::ReadRadioTextB,   // 2: radio text
-    &GroupReader::ReadApplication,     &GroupReader::ReadNothing,      // 3: identification of applications
-    &GroupReader::ReadClock,           &GroupReader::ReadNothing,      // 4: clock time
-    &GroupReader::ReadNothing,         &GroupReader::ReadNothing,      // 5: transparent data channels
-    &GroupReader::ReadNothing,         &GroupReader::ReadNothing,      // 6: the broadcasters' own
-    &GroupReader::ReadNothing,         &GroupReader::ReadNothing,      // 7: paging
-    &GroupReader::ReadNothing,         &GroupReader::ReadNothing,      // 8: traffic messages
-    &GroupReader::ReadNothing,         &GroupReader::ReadNothing,      // 9: emergency warning
-    &GroupReader::ReadTypeName,        &GroupReader::ReadNothing,      // 10: programme type name
-    &GroupReader::ReadNothing,         &GroupReader::ReadNothing,      // 11: applications
-    &GroupReader::ReadNothing,         &GroupReader::ReadNothing,      // 12: applications
-    &GroupReader::ReadNothing,         &GroupReader::ReadNothing,      // 13: enhanced paging
-    &GroupReader::ReadOthers,          &GroupReader::ReadOthersB,      // 14: other networks
-    &GroupReader::ReadLongName,        &GroupReader::ReadFastTuning,   // 15: long name; fast tuning
+    &CGroupReader::ReadTuning,          &CGroupReader::ReadTuningB,      // 0: basic tuning and switching
+    &CGroupReader::ReadLabels,          &CGroupReader::ReadNothing,      // 1: programme item, slow labelling
+    &CGroupReader::ReadRadioText,       &CGroupReader::ReadRadioTextB,   // 2: radio text
+    &CGroupReader::ReadApplication,     &CGroupReader::ReadNothing,      // 3: identification of applications
+    &CGroupReader::ReadClock,           &CGroupReader::ReadNothing,      // 4: clock time
+    &CGroupReader::ReadNothing,         &CGroupReader::ReadNothing,      // 5: transparent data channels
+    &CGroupReader::ReadNothing,         &CGroupReader::ReadNothing,      // 6: the broadcasters' own
+    &CGroupReader::ReadNothing,         &CGroupReader::ReadNothing,      // 7: paging
+    &CGroupReader::ReadNothing,         &CGroupReader::ReadNothing,      // 8: traffic messages
+    &CGroupReader::ReadNothing,         &CGroupReader::ReadNothing,      // 9: emergency warning
+    &CGroupReader::ReadTypeName,        &CGroupReader::ReadNothing,      // 10: programme type name
+    &CGroupReader::ReadNothing,         &CGroupReader::ReadNothing,      // 11: applications
+    &CGroupReader::ReadNothing,         &CGroupReader::ReadNothing,      // 12: applications
+    &CGroupReader::ReadNothing,         &CGroupReader::ReadNothing,      // 13: enhanced paging
+    &CGroupReader::ReadOthers,          &CGroupReader::ReadOthersB,      // 14: other networks
+    &CGroupReader::ReadLongName,        &CGroupReader::ReadFastTuning,   // 15: long name; fast tuning
 };
 // clang-format on
 
-void GroupReader::Restart() {
-    *this = GroupReader();
+void CGroupReader::Restart() {
+    *this = CGroupReader();
 }
 
 // The PI code tells the station (3.2.1.1). A first code may be wrong; a change of a code that is known is
 // doubted more: the station stays itself through a burst of noise or a moment of a neighbour.
-void GroupReader::TakePi(std::uint16_t pi, bool certain) {
+void CGroupReader::TakePi(std::uint16_t pi, bool certain) {
     const bool another = pi_.Value().has_value();
     if (!pi_.Offer(pi, certain && !another)) return;
     if (another) {
-        const Confirmed<std::uint16_t> kept = pi_;
+        const CConfirmedValue<std::uint16_t> kept = pi_;
         const Station old = station_;
         const double now_s = now_s_;
         Restart();
@@ -74,7 +74,7 @@ void GroupReader::TakePi(std::uint16_t pi, bool certain) {
     station_.pi = pi;
 }
 
-void GroupReader::TakeBlock(std::size_t place, const Block& block, double now_s) {
+void CGroupReader::TakeBlock(std::size_t place, const Block& block, double now_s) {
     now_s_ = station_.now_s = now_s;
     ++station_.blocks;
     if (block.Received()) ++station_.blocksReceived;
@@ -85,7 +85,7 @@ void GroupReader::TakeBlock(std::size_t place, const Block& block, double now_s)
     if (place == kThird && block.offset == Offset::kCPrime) TakePi(block.information, block.Certain());
 }
 
-void GroupReader::TakeGroup(const Group& group, double now_s) {
+void CGroupReader::TakeGroup(const Group& group, double now_s) {
     now_s_ = station_.now_s = now_s;
     const Block& first = group.blocks[0];
     const Block& second = group.blocks[kSecond];
@@ -101,13 +101,13 @@ void GroupReader::TakeGroup(const Group& group, double now_s) {
 }
 
 // A group that is lost may have carried a part of any text.
-void GroupReader::LoseTexts() {
-    for (TextVoter* voter : {&name_, &text_, &typeName_, &longName_}) voter->Lost();
+void CGroupReader::LoseTexts() {
+    for (CTextVoter* voter : {&name_, &text_, &typeName_, &longName_}) voter->Lost();
     others_.Lost();
 }
 
 // TP and PTY stand in every block 2 (3.1.3).
-void GroupReader::ReadBasics(const Block& second) {
+void CGroupReader::ReadBasics(const Block& second) {
     trafficProgramme_.Offer(Flag(second.information, 10), second.Certain());
     type_.Offer(second.information >> 5 & 0x1F, second.Certain());
     station_.trafficProgramme = trafficProgramme_.Value();
@@ -115,7 +115,7 @@ void GroupReader::ReadBasics(const Block& second) {
 }
 
 // TA, M/S and one bit of the decoder identification (3.1.5.1, 3.2.1.3 to 3.2.1.5).
-void GroupReader::ReadSwitches(std::uint16_t bits, bool certain) {
+void CGroupReader::ReadSwitches(std::uint16_t bits, bool certain) {
     trafficAnnouncement_.Offer(Flag(bits, 4), certain);
     music_.Offer(Flag(bits, 3), certain);
     identification_[bits & 3u].Offer(Flag(bits, 2), certain);
@@ -129,7 +129,7 @@ void GroupReader::ReadSwitches(std::uint16_t bits, bool certain) {
 }
 
 // A text in the form in which it is shown; nothing when it is no text of that form.
-std::optional<std::string> GroupReader::Shown(const std::string& codes, Form form) {
+std::optional<std::string> CGroupReader::Shown(const std::string& codes, Form form) {
     if (form == Form::kUtf8) {
         if (!handset::IsUtf8(codes)) return std::nullopt;
         std::string text = codes;
@@ -140,7 +140,7 @@ std::optional<std::string> GroupReader::Shown(const std::string& codes, Form for
     return form == Form::kText ? WithoutTrailingBlanks(LettersOf(codes)) : LettersOf(codes);
 }
 
-void GroupReader::Show(const TextVoter& voter, bool whole, Text& text, Form form) const {
+void CGroupReader::Show(const CTextVoter& voter, bool whole, Text& text, Form form) const {
     text.letters = Shown(voter.Letters(), form).value_or("");
     if (!whole || !voter.Whole()) return;
     std::optional<std::string> now = Shown(*voter.Whole(), form);
@@ -151,8 +151,8 @@ void GroupReader::Show(const TextVoter& voter, bool whole, Text& text, Form form
     text.changed_s = now_s_;
 }
 
-void GroupReader::TakePairs(TextVoter& voter, const Group& group, std::size_t firstPair,
-                            std::size_t firstBlock, Text& text, Form form) {
+void CGroupReader::TakePairs(CTextVoter& voter, const Group& group, std::size_t firstPair,
+                             std::size_t firstBlock, Text& text, Form form) {
     bool whole = false;
     for (std::size_t i = firstBlock; i <= kFourth; ++i) {
         const Block& block = group.blocks[i];
@@ -168,7 +168,7 @@ void GroupReader::TakePairs(TextVoter& voter, const Group& group, std::size_t fi
 
 // Type 0: two letters of the name, a bit of the identification, and in version A a pair of alternative
 // frequencies (3.1.5.1).
-void GroupReader::ReadTuning(const Group& group) {
+void CGroupReader::ReadTuning(const Group& group) {
     const Block& third = group.blocks[kThird];
     ReadTuningB(group);
     if (!third.Received()) return;
@@ -176,14 +176,14 @@ void GroupReader::ReadTuning(const Group& group) {
     station_.alternatives = alternatives_.List();
 }
 
-void GroupReader::ReadTuningB(const Group& group) {
+void CGroupReader::ReadTuningB(const Group& group) {
     const Block& second = group.blocks[kSecond];
     ReadSwitches(second.information, second.Certain());
     TakePairs(name_, group, second.information & 3u, kFourth, station_.serviceName, Form::kName);
 }
 
 // Variant 0 of the slow labelling codes is the extended country code, 3 the language (3.1.5.2, figure 14).
-void GroupReader::ReadLabels(const Group& group) {
+void CGroupReader::ReadLabels(const Group& group) {
     const Block& third = group.blocks[kThird];
     if (!third.Received()) return;
     const bool certain = third.Certain() && group.blocks[kSecond].Certain();
@@ -194,7 +194,7 @@ void GroupReader::ReadLabels(const Group& group) {
 }
 
 // A change of the flag is a new text: what is shown of the old one is cleared (3.1.5.3).
-void GroupReader::TakeRadioTextFlag(bool flag, bool certain) {
+void CGroupReader::TakeRadioTextFlag(bool flag, bool certain) {
     const bool another = textFlag_.Value().has_value();
     if (!textFlag_.Offer(flag, certain)) return;
     station_.radioTextFlag = flag;
@@ -206,7 +206,7 @@ void GroupReader::TakeRadioTextFlag(bool flag, bool certain) {
 }
 
 // Four letters a group in version A, two in version B; the text has 64 or 32 (3.1.5.3).
-void GroupReader::ReadRadioText(const Group& group) {
+void CGroupReader::ReadRadioText(const Group& group) {
     const Block& second = group.blocks[kSecond];
     const bool flag = Flag(second.information, 4);
     TakeRadioTextFlag(flag, second.Certain());
@@ -218,7 +218,7 @@ void GroupReader::ReadRadioText(const Group& group) {
     if (text_.Whole()) station_.tags = plus_.TagsOf(*text_.Whole());
 }
 
-void GroupReader::ReadRadioTextB(const Group& group) {
+void CGroupReader::ReadRadioTextB(const Group& group) {
     const Block& second = group.blocks[kSecond];
     const bool flag = Flag(second.information, 4);
     TakeRadioTextFlag(flag, second.Certain());
@@ -228,7 +228,7 @@ void GroupReader::ReadRadioTextB(const Group& group) {
 }
 
 // Which application another type of group carries (3.1.5.4).
-void GroupReader::ReadApplication(const Group& group) {
+void CGroupReader::ReadApplication(const Group& group) {
     const Block& fourth = group.blocks[kFourth];
     if (!fourth.Received()) return;
     const std::size_t kind = group.blocks[kSecond].information & 0x1Fu;
@@ -238,14 +238,14 @@ void GroupReader::ReadApplication(const Group& group) {
 }
 
 // RT+, in the type of group that 3A announced for it (annex P).
-void GroupReader::ReadPlus(const Group& group) {
+void CGroupReader::ReadPlus(const Group& group) {
     if (!plus_.Take(group)) return;
     station_.itemRunning = plus_.Running();
     if (text_.Whole()) station_.tags = plus_.TagsOf(*text_.Whole());
 }
 
 // Group 4A (3.1.5.6).
-void GroupReader::ReadClock(const Group& group) {
+void CGroupReader::ReadClock(const Group& group) {
     const Block& second = group.blocks[kSecond];
     const Block& third = group.blocks[kThird];
     const Block& fourth = group.blocks[kFourth];
@@ -257,7 +257,7 @@ void GroupReader::ReadClock(const Group& group) {
 }
 
 // A change of the flag is a new name here, too (3.1.5.14).
-void GroupReader::ReadTypeName(const Group& group) {
+void CGroupReader::ReadTypeName(const Group& group) {
     const Block& second = group.blocks[kSecond];
     const bool flag = Flag(second.information, 4);
     const bool another = typeNameFlag_.Value().has_value();
@@ -271,24 +271,24 @@ void GroupReader::ReadTypeName(const Group& group) {
 }
 
 // Type 14 (3.1.5.19).
-void GroupReader::ReadOthers(const Group& group) {
+void CGroupReader::ReadOthers(const Group& group) {
     others_.TakeA(group);
     station_.others = others_.List();
 }
 
-void GroupReader::ReadOthersB(const Group& group) {
+void CGroupReader::ReadOthersB(const Group& group) {
     others_.TakeB(group);
     station_.others = others_.List();
 }
 
 // 32 bytes of UTF-8, four a group (IEC 62106-2, group type 15A).
-void GroupReader::ReadLongName(const Group& group) {
+void CGroupReader::ReadLongName(const Group& group) {
     TakePairs(longName_, group, std::size_t{2} * (group.blocks[kSecond].information & 7u), kThird,
               station_.longServiceName, Form::kUtf8);
 }
 
 // Block 4 repeats block 2 (3.1.5.21).
-void GroupReader::ReadFastTuning(const Group& group) {
+void CGroupReader::ReadFastTuning(const Group& group) {
     const Block& second = group.blocks[kSecond];
     ReadSwitches(second.information, second.Certain());
 }

@@ -15,7 +15,7 @@
 
 namespace sdr::rds {
 
-class GroupReader {
+class CGroupReader {
   public:
     void Restart();
     // A block as soon as it is decided: the PI code is known before its group is whole.
@@ -24,7 +24,7 @@ class GroupReader {
     const Station& Current() const { return station_; }
 
   private:
-    using Reader = void (GroupReader::*)(const Group&);
+    using Reader = void (CGroupReader::*)(const Group&);
     // A name with all its blanks, a text without those at its end, or UTF-8.
     enum class Form { kName, kText, kUtf8 };
     // By type times two, plus one for version B.
@@ -49,28 +49,28 @@ class GroupReader {
     void ReadSwitches(std::uint16_t bits, bool certain);
     void ReadPlus(const Group& group);
     void TakeRadioTextFlag(bool flag, bool certain);
-    void TakePairs(TextVoter& voter, const Group& group, std::size_t firstPair, std::size_t firstBlock,
+    void TakePairs(CTextVoter& voter, const Group& group, std::size_t firstPair, std::size_t firstBlock,
                    Text& text, Form form);
     [[nodiscard]] static std::optional<std::string> Shown(const std::string& codes, Form form);
-    void Show(const TextVoter& voter, bool whole, Text& text, Form form) const;
+    void Show(const CTextVoter& voter, bool whole, Text& text, Form form) const;
     void LoseTexts();
 
     Station station_;
-    Confirmed<std::uint16_t> pi_;
-    Confirmed<int> type_;
-    Confirmed<bool> trafficProgramme_, trafficAnnouncement_, music_;
-    std::array<Confirmed<bool>, 4> identification_;
-    Confirmed<std::uint16_t> country_, language_;
-    Confirmed<bool> textFlag_, typeNameFlag_;
-    std::array<Confirmed<std::uint16_t>, kGroupKinds> applications_;
-    TextVoter name_{4, TextVoter::Length::kFixed, 3};
-    TextVoter text_{32, TextVoter::Length::kUpToEnd};
-    TextVoter typeName_{4, TextVoter::Length::kFixed};
-    TextVoter longName_{16, TextVoter::Length::kUpToEnd};
-    AlternativesReader alternatives_;
-    ClockReader clock_;
-    RadioTextPlus plus_;
-    OtherNetworks others_;
+    CConfirmedValue<std::uint16_t> pi_;
+    CConfirmedValue<int> type_;
+    CConfirmedValue<bool> trafficProgramme_, trafficAnnouncement_, music_;
+    std::array<CConfirmedValue<bool>, 4> identification_;
+    CConfirmedValue<std::uint16_t> country_, language_;
+    CConfirmedValue<bool> textFlag_, typeNameFlag_;
+    std::array<CConfirmedValue<std::uint16_t>, kGroupKinds> applications_;
+    CTextVoter name_{4, CTextVoter::Length::kFixed, 3};
+    CTextVoter text_{32, CTextVoter::Length::kUpToEnd};
+    CTextVoter typeName_{4, CTextVoter::Length::kFixed};
+    CTextVoter longName_{16, CTextVoter::Length::kUpToEnd};
+    CAlternativesReader alternatives_;
+    CClockReader clock_;
+    CRadioTextPlus plus_;
+    COtherNetworks others_;
     double now_s_ = 0.0;
 };
 

@@ -17,7 +17,7 @@ constexpr double kSamplesPerBit = kBasebandRate_Hz / kBitRate_Hz;
 constexpr double kBeta = 2.0;
 
 double Windowed(double time_bits) {
-    return BiphaseSymbol(time_bits) * Kaiser(time_bits / MatchedFilter::kReach_bits, kBeta);
+    return BiphaseSymbol(time_bits) * Kaiser(time_bits / CMatchedFilter::kReach_bits, kBeta);
 }
 
 double SlopeOf(double time_bits) {
@@ -38,7 +38,7 @@ double BiphaseSymbol(double time_bits) {
     return ShapingImpulse(time_bits + 0.25) - ShapingImpulse(time_bits - 0.25);
 }
 
-MatchedFilter::MatchedFilter() : taps_(kPhases), slopes_(kPhases) {
+CMatchedFilter::CMatchedFilter() : taps_(kPhases), slopes_(kPhases) {
     double energy = 0.0;
     double bend = 0.0;
     for (int i = -2600; i <= 2600; ++i) {
@@ -60,7 +60,7 @@ MatchedFilter::MatchedFilter() : taps_(kPhases), slopes_(kPhases) {
     }
 }
 
-SymbolSample MatchedFilter::Apply(const Bank& bank, const Baseband& baseband, double clock_bits) const {
+SymbolSample CMatchedFilter::Apply(const Bank& bank, const CBaseband& baseband, double clock_bits) const {
     std::uint64_t index = baseband.IndexAt(clock_bits);
     double part = (clock_bits - baseband.Clock(index)) * kSamplesPerBit;
     auto phase = static_cast<std::size_t>(std::lround(std::clamp(part, 0.0, 1.0) * kPhases));
@@ -73,11 +73,11 @@ SymbolSample MatchedFilter::Apply(const Bank& bank, const Baseband& baseband, do
             DotProduct<kTaps>(baseband.Im(first), bank[phase].data())};
 }
 
-SymbolSample MatchedFilter::At(const Baseband& baseband, double clock_bits) const {
+SymbolSample CMatchedFilter::At(const CBaseband& baseband, double clock_bits) const {
     return Apply(taps_, baseband, clock_bits);
 }
 
-SymbolSample MatchedFilter::SlopeAt(const Baseband& baseband, double clock_bits) const {
+SymbolSample CMatchedFilter::SlopeAt(const CBaseband& baseband, double clock_bits) const {
     return Apply(slopes_, baseband, clock_bits);
 }
 

@@ -19,17 +19,17 @@ struct SymbolSample {
     float re = 0.0f, im = 0.0f;
 };
 
-class MatchedFilter {
+class CMatchedFilter {
   public:
     // How far it reaches to either side.
     static constexpr double kReach_bits = 2.6;
 
-    MatchedFilter();
+    CMatchedFilter();
     // What the symbol that has its middle at that time weighs; 1 for a symbol of the height 1. Its whole
     // reach must be in the ring.
-    [[nodiscard]] SymbolSample At(const Baseband& baseband, double clock_bits) const;
+    [[nodiscard]] SymbolSample At(const CBaseband& baseband, double clock_bits) const;
     // How that changes with the time, per bit.
-    [[nodiscard]] SymbolSample SlopeAt(const Baseband& baseband, double clock_bits) const;
+    [[nodiscard]] SymbolSample SlopeAt(const CBaseband& baseband, double clock_bits) const;
     // The bend at the middle of a symbol of the height 1, per square bit; negative.
     double Bend() const { return bend_; }
 
@@ -38,7 +38,7 @@ class MatchedFilter {
     static constexpr std::size_t kTaps = 84;
     using Bank = std::vector<std::array<float, kTaps>>;
 
-    [[nodiscard]] SymbolSample Apply(const Bank& bank, const Baseband& baseband, double clock_bits) const;
+    [[nodiscard]] SymbolSample Apply(const Bank& bank, const CBaseband& baseband, double clock_bits) const;
 
     Bank taps_, slopes_;
     double bend_ = 0.0;

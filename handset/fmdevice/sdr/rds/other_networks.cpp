@@ -12,7 +12,7 @@ constexpr std::size_t kMostMapped = 25;  // as many as a list of method A has (3
 }  // namespace
 
 // The variants of group 14A (3.1.5.19, figure 32).
-const std::array<OtherNetworks::Variant, 16> OtherNetworks::kVariants = {
+const std::array<COtherNetworks::Variant, 16> COtherNetworks::kVariants = {
     TakeName,         TakeName,   TakeName,   TakeName,    // 0 to 3: PS, two letters each
     TakeAlternatives,                                      // 4: AF by method A
     TakeMapped,       TakeMapped, TakeMapped, TakeMapped,  // 5 to 8: a tuned and a mapped frequency
@@ -24,16 +24,16 @@ const std::array<OtherNetworks::Variant, 16> OtherNetworks::kVariants = {
     Ignore,                                                // 15: for the broadcasters' own use
 };
 
-void OtherNetworks::Restart() {
+void COtherNetworks::Restart() {
     networks_.clear();
     uses_ = 0;
 }
 
-void OtherNetworks::Lost() {
+void COtherNetworks::Lost() {
     for (Network& network : networks_) network.name.Lost();
 }
 
-OtherNetworks::Network& OtherNetworks::Of(std::uint16_t pi, bool certain) {
+COtherNetworks::Network& COtherNetworks::Of(std::uint16_t pi, bool certain) {
     ++uses_;
     const auto known = std::find_if(networks_.begin(), networks_.end(),
                                     [pi](const Network& network) { return network.pi == pi; });
@@ -53,15 +53,15 @@ OtherNetworks::Network& OtherNetworks::Of(std::uint16_t pi, bool certain) {
     return networks_.back();
 }
 
-void OtherNetworks::TakeName(Network& network, std::size_t variant, std::uint16_t word, bool certain) {
+void COtherNetworks::TakeName(Network& network, std::size_t variant, std::uint16_t word, bool certain) {
     network.name.Take(variant, word, certain);
 }
 
-void OtherNetworks::TakeAlternatives(Network& network, std::size_t, std::uint16_t word, bool certain) {
+void COtherNetworks::TakeAlternatives(Network& network, std::size_t, std::uint16_t word, bool certain) {
     network.alternatives.Take(word, certain);
 }
 
-void OtherNetworks::TakeMapped(Network& network, std::size_t, std::uint16_t word, bool certain) {
+void COtherNetworks::TakeMapped(Network& network, std::size_t, std::uint16_t word, bool certain) {
     const auto tuned = FrequencyOfCode(static_cast<std::uint8_t>(word >> 8));
     const auto other = FrequencyOfCode(static_cast<std::uint8_t>(word & 0xFF));
     if (!tuned || !other || !network.mappedSeen.Note(word, certain)) return;
@@ -70,23 +70,23 @@ void OtherNetworks::TakeMapped(Network& network, std::size_t, std::uint16_t word
     if (network.mapped.size() < kMostMapped) network.mapped.push_back(mapped);
 }
 
-void OtherNetworks::TakeLinkage(Network& network, std::size_t, std::uint16_t word, bool certain) {
+void COtherNetworks::TakeLinkage(Network& network, std::size_t, std::uint16_t word, bool certain) {
     network.linkage.Offer(word, certain);
 }
 
 // Five bits of PTY, and the announcement in the lowest one (3.1.5.19).
-void OtherNetworks::TakeType(Network& network, std::size_t, std::uint16_t word, bool certain) {
+void COtherNetworks::TakeType(Network& network, std::size_t, std::uint16_t word, bool certain) {
     network.programmeType.Offer(word >> 11, certain);
     network.trafficAnnouncement.Offer((word & 1) != 0, certain);
 }
 
-void OtherNetworks::TakeItem(Network& network, std::size_t, std::uint16_t word, bool certain) {
+void COtherNetworks::TakeItem(Network& network, std::size_t, std::uint16_t word, bool certain) {
     network.itemNumber.Offer(word, certain);
 }
 
-void OtherNetworks::Ignore(Network&, std::size_t, std::uint16_t, bool) {}
+void COtherNetworks::Ignore(Network&, std::size_t, std::uint16_t, bool) {}
 
-void OtherNetworks::TakeA(const Group& group) {
+void COtherNetworks::TakeA(const Group& group) {
     const Block& second = group.blocks[1];
     const Block& third = group.blocks[2];
     const Block& fourth = group.blocks[3];
@@ -99,7 +99,7 @@ void OtherNetworks::TakeA(const Group& group) {
 }
 
 // Group 14B says that the other network begins or ends a traffic announcement (3.1.5.19).
-void OtherNetworks::TakeB(const Group& group) {
+void COtherNetworks::TakeB(const Group& group) {
     const Block& second = group.blocks[1];
     const Block& fourth = group.blocks[3];
     if (!fourth.Received()) return;
@@ -109,7 +109,7 @@ void OtherNetworks::TakeB(const Group& group) {
     network.trafficAnnouncement.Offer((second.information & 0x08) != 0, certain);
 }
 
-std::vector<OtherNetwork> OtherNetworks::List() const {
+std::vector<OtherNetwork> COtherNetworks::List() const {
     std::vector<OtherNetwork> list;
     for (const Network& network : networks_) {
         if (!network.believed) continue;

@@ -13,7 +13,7 @@
 
 namespace sdr::rds {
 
-class OtherNetworks {
+class COtherNetworks {
   public:
     void Restart();
     // Groups whose blocks 2, 3 and 4, or 2 and 4, were received.
@@ -30,13 +30,13 @@ class OtherNetworks {
         std::uint16_t pi = 0;
         bool believed = false;  // the PI code came beyond doubt, or twice
         std::uint64_t used = 0;
-        TextVoter name{4, TextVoter::Length::kFixed, 3};
-        AlternativesReader alternatives;
-        PairsSeen mappedSeen;
+        CTextVoter name{4, CTextVoter::Length::kFixed, 3};
+        CAlternativesReader alternatives;
+        CPairsSeen mappedSeen;
         std::vector<MappedFrequency> mapped;
-        Confirmed<bool> trafficProgramme, trafficAnnouncement;
-        Confirmed<int> programmeType;
-        Confirmed<std::uint16_t> itemNumber, linkage;
+        CConfirmedValue<bool> trafficProgramme, trafficAnnouncement;
+        CConfirmedValue<int> programmeType;
+        CConfirmedValue<std::uint16_t> itemNumber, linkage;
     };
     using Variant = void (*)(Network& network, std::size_t variant, std::uint16_t word, bool certain);
     static const std::array<Variant, 16> kVariants;

@@ -17,7 +17,7 @@ PlusMessage PlusMessageOf(std::uint16_t b, std::uint16_t c, std::uint16_t d) {
     return message;
 }
 
-bool RadioTextPlus::Take(const Group& group) {
+bool CRadioTextPlus::Take(const Group& group) {
     if (!group.blocks[2].Received() || !group.blocks[3].Received()) return false;
     const bool certain = group.blocks[1].Certain() && group.blocks[2].Certain() && group.blocks[3].Certain();
     return message_.Offer(
@@ -25,7 +25,7 @@ bool RadioTextPlus::Take(const Group& group) {
         certain);
 }
 
-std::vector<RadioTextTag> RadioTextPlus::TagsOf(const std::string& codes) const {
+std::vector<RadioTextTag> CRadioTextPlus::TagsOf(const std::string& codes) const {
     std::vector<RadioTextTag> tags;
     if (!message_.Value()) return tags;
     for (const PlusTag& tag : message_.Value()->tags) {

@@ -32,7 +32,7 @@ struct PlusMessage {
 // The message of 37 bits: the 5 low bits of block 2 and blocks 3 and 4 (P.5.2).
 [[nodiscard]] PlusMessage PlusMessageOf(std::uint16_t b, std::uint16_t c, std::uint16_t d);
 
-class RadioTextPlus {
+class CRadioTextPlus {
   public:
     void Restart() { message_.Restart(); }
     // True when a new message is believed.
@@ -42,7 +42,7 @@ class RadioTextPlus {
     [[nodiscard]] std::vector<RadioTextTag> TagsOf(const std::string& codes) const;
 
   private:
-    Confirmed<PlusMessage> message_;
+    CConfirmedValue<PlusMessage> message_;
 };
 
 }  // namespace sdr::rds

@@ -14,26 +14,26 @@ constexpr double kDoubted = 0.9;
 
 }  // namespace
 
-ReceiverChain::ReceiverChain(BlockHandler onBlock, GroupHandler onGroup)
+CReceiverChain::CReceiverChain(BlockHandler onBlock, GroupHandler onGroup)
     : sync_(std::move(onBlock), std::move(onGroup)) {}
 
-void ReceiverChain::Restart() {
+void CReceiverChain::Restart() {
     baseband_.Clear();
     mixer_.Restart();
     search_.Restart();
-    tracker_ = SymbolTracker();
+    tracker_ = CSymbolTracker();
     sync_.Restart();
     significance_ = 0.0;
     wasInStep_ = false;
 }
 
-bool ReceiverChain::Content() const {
+bool CReceiverChain::Content() const {
     return tracker_.Running() && sync_.InStep() && sync_.ReceivedShare() > kEnoughBlocks;
 }
 
 // Another signal than the one that is followed has to be the clearer one, or to be found again and again.
 // Before any block was known, the other was none, and what is in the ring is looked at once more.
-void ReceiverChain::TakeUp(const FoundSignal& found) {
+void CReceiverChain::TakeUp(const FoundSignal& found) {
     if (tracker_.Follows(found)) {
         significance_ = std::max(significance_, found.significance);
         return;
@@ -50,7 +50,7 @@ void ReceiverChain::TakeUp(const FoundSignal& found) {
     tracker_.Begin(found, baseband_, filter_);
 }
 
-void ReceiverChain::Feed(const MpxBlock& block) {
+void CReceiverChain::Feed(const MpxBlock& block) {
     const std::uint64_t before = baseband_.Count();
     mixer_.Take(block, baseband_);
     if (baseband_.Count() == before) return;
@@ -64,7 +64,7 @@ void ReceiverChain::Feed(const MpxBlock& block) {
     wasInStep_ = wasInStep_ || sync_.InStep();
 }
 
-SignalQuality ReceiverChain::Quality() const {
+SignalQuality CReceiverChain::Quality() const {
     SignalQuality quality;
     quality.found = tracker_.Running();
     if (!quality.found) return quality;

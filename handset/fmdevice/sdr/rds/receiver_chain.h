@@ -17,9 +17,9 @@ struct SignalQuality {
     double coherence = 0.0;   // 0 noise, 1 a signal without noise
 };
 
-class ReceiverChain {
+class CReceiverChain {
   public:
-    ReceiverChain(BlockHandler onBlock, GroupHandler onGroup);
+    CReceiverChain(BlockHandler onBlock, GroupHandler onGroup);
     void Restart();
     void Feed(const MpxBlock& block);
     [[nodiscard]] SignalQuality Quality() const;
@@ -28,12 +28,12 @@ class ReceiverChain {
     [[nodiscard]] bool Content() const;
     void TakeUp(const FoundSignal& found);
 
-    Baseband baseband_;
-    SubcarrierMixer mixer_;
-    MatchedFilter filter_;
-    SignalSearch search_;
-    SymbolTracker tracker_;
-    BlockSync sync_;
+    CBaseband baseband_;
+    CSubcarrierMixer mixer_;
+    CMatchedFilter filter_;
+    CSignalSearch search_;
+    CSymbolTracker tracker_;
+    CBlockSync sync_;
     // Of the signal that is followed, as far as it still counts; whether its blocks were ever known.
     double significance_ = 0.0;
     bool wasInStep_ = false;

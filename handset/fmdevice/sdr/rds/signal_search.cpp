@@ -22,14 +22,14 @@ double TopOf(double before, double middle, double after) {
 
 }  // namespace
 
-void SignalSearch::Restart() {
+void CSignalSearch::Restart() {
     complete_ = 0;
     open_ = Piece{};
     inOpen_ = 0;
     running_ = false;
 }
 
-void SignalSearch::TakeSymbol(const Baseband& baseband, const MatchedFilter& filter) {
+void CSignalSearch::TakeSymbol(const CBaseband& baseband, const CMatchedFilter& filter) {
     for (std::size_t i = 0; i < kTimings; ++i) {
         const double time = static_cast<double>(next_) + static_cast<double>(i) / kTimings;
         const SymbolSample z = filter.At(baseband, time);
@@ -43,16 +43,16 @@ void SignalSearch::TakeSymbol(const Baseband& baseband, const MatchedFilter& fil
     ++inOpen_;
 }
 
-std::optional<FoundSignal> SignalSearch::Look(const Baseband& baseband, const MatchedFilter& filter) {
+std::optional<FoundSignal> CSignalSearch::Look(const CBaseband& baseband, const CMatchedFilter& filter) {
     if (baseband.Empty()) return std::nullopt;
-    const double oldest = baseband.OldestClock() + MatchedFilter::kReach_bits;
+    const double oldest = baseband.OldestClock() + CMatchedFilter::kReach_bits;
     if (!running_ || static_cast<double>(next_) < oldest) {
         Restart();
         next_ = static_cast<std::int64_t>(std::ceil(oldest));
         running_ = true;
     }
     std::optional<FoundSignal> found;
-    while (static_cast<double>(next_) + 1.0 + MatchedFilter::kReach_bits < baseband.NewestClock()) {
+    while (static_cast<double>(next_) + 1.0 + CMatchedFilter::kReach_bits < baseband.NewestClock()) {
         TakeSymbol(baseband, filter);
         if (inOpen_ < kPieceSymbols) continue;
         pieces_[complete_ % kMostPieces] = open_;
@@ -66,7 +66,7 @@ std::optional<FoundSignal> SignalSearch::Look(const Baseband& baseband, const Ma
 }
 
 // The longer a stretch, the more a look costs, and the less it has to be taken again.
-std::optional<FoundSignal> SignalSearch::Judge() const {
+std::optional<FoundSignal> CSignalSearch::Judge() const {
     std::optional<FoundSignal> best;
     for (std::size_t pieces = kFewestPieces; pieces <= kMostPieces; pieces *= 2) {
         if (complete_ < pieces || complete_ % (pieces / kFewestPieces) != 0) continue;
@@ -76,7 +76,7 @@ std::optional<FoundSignal> SignalSearch::Judge() const {
     return best;
 }
 
-SignalSearch::Square SignalSearch::SumOf(std::size_t pieces, std::size_t timing, double bin) const {
+CSignalSearch::Square CSignalSearch::SumOf(std::size_t pieces, std::size_t timing, double bin) const {
     // The newest piece has the phase 0; the pieces before it are turned forward. By recurrence: one sine a
     // sum.
     const double angle = 2.0 * kPi * bin / (2.0 * static_cast<double>(pieces));
@@ -96,18 +96,18 @@ SignalSearch::Square SignalSearch::SumOf(std::size_t pieces, std::size_t timing,
     return sum;
 }
 
-double SignalSearch::PowerOf(std::size_t pieces, std::size_t timing) const {
+double CSignalSearch::PowerOf(std::size_t pieces, std::size_t timing) const {
     double power = 1e-30;
     for (std::size_t back = 0; back < pieces; ++back) power += Last(back).power[timing];
     return power;
 }
 
-double SignalSearch::Significance(std::size_t pieces, std::size_t timing, double bin) const {
+double CSignalSearch::Significance(std::size_t pieces, std::size_t timing, double bin) const {
     const Square sum = SumOf(pieces, timing, bin);
     return (sum.re * sum.re + sum.im * sum.im) / PowerOf(pieces, timing);
 }
 
-std::optional<FoundSignal> SignalSearch::JudgeLast(std::size_t pieces) const {
+std::optional<FoundSignal> CSignalSearch::JudgeLast(std::size_t pieces) const {
     Peak peak;
     Peak straight;
     // Up to 14 Hz either way.

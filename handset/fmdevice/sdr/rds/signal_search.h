@@ -26,12 +26,12 @@ struct FoundSignal {
     double significance = 0.0;   // the power found over what noise alone would give
 };
 
-class SignalSearch {
+class CSignalSearch {
   public:
     void Restart();
     // Looks at what has come to the ring since the last time; the best that is significant, each time that
     // something is found.
-    [[nodiscard]] std::optional<FoundSignal> Look(const Baseband& baseband, const MatchedFilter& filter);
+    [[nodiscard]] std::optional<FoundSignal> Look(const CBaseband& baseband, const CMatchedFilter& filter);
 
   private:
     static constexpr std::size_t kTimings = 8;
@@ -54,7 +54,7 @@ class SignalSearch {
         int bin = 0;
     };
 
-    void TakeSymbol(const Baseband& baseband, const MatchedFilter& filter);
+    void TakeSymbol(const CBaseband& baseband, const CMatchedFilter& filter);
     [[nodiscard]] std::optional<FoundSignal> Judge() const;
     [[nodiscard]] std::optional<FoundSignal> JudgeLast(std::size_t pieces) const;
     [[nodiscard]] Square SumOf(std::size_t pieces, std::size_t timing, double bin) const;

@@ -25,25 +25,26 @@ constexpr double kMostClockError = 250e-6;
 
 }  // namespace
 
-void LineFit::Begin(double value, double slope, double seen) {
+void CLineFit::Begin(double value, double slope, double seen) {
     value_ = value;
     slope_ = slope;
     seen_ = std::min(seen, memory_);
 }
 
-void LineFit::Correct(double error) {
+void CLineFit::Correct(double error) {
     const double n = seen_;
     value_ += error * 2.0 * (2.0 * n + 1.0) / ((n + 1.0) * (n + 2.0));
     slope_ = std::clamp(slope_ + error * 6.0 / ((n + 1.0) * (n + 2.0)), -most_, most_);
     seen_ = std::min(n + 1.0, memory_);
 }
 
-SymbolTracker::SymbolTracker()
+CSymbolTracker::CSymbolTracker()
     : phase_(kPhaseMemory_symbols, 2.0 * kPi * kMostOffset_Hz / kBitRate_Hz),
       timing_(kTimingMemory_symbols, kMostClockError) {}
 
-void SymbolTracker::Begin(const FoundSignal& signal, const Baseband& baseband, const MatchedFilter& filter) {
-    const double oldest = baseband.OldestClock() + MatchedFilter::kReach_bits;
+void CSymbolTracker::Begin(const FoundSignal& signal, const CBaseband& baseband,
+                           const CMatchedFilter& filter) {
+    const double oldest = baseband.OldestClock() + CMatchedFilter::kReach_bits;
     // The symbol after the last one given, by its place in time: the count of the bits does not slip when the
     // timing is found again.
     const double earliest = hasGiven_ ? std::max(given_bits_ + 0.5, oldest) : oldest;
@@ -55,7 +56,7 @@ void SymbolTracker::Begin(const FoundSignal& signal, const Baseband& baseband, c
     MeasureLevels(baseband, filter);
 }
 
-bool SymbolTracker::Follows(const FoundSignal& signal) const {
+bool CSymbolTracker::Follows(const FoundSignal& signal) const {
     if (!running_) return false;
     const double back = signal.symbol - static_cast<double>(next_);
     const double timing = timing_.Value() - signal.timing_bits;
@@ -65,13 +66,13 @@ bool SymbolTracker::Follows(const FoundSignal& signal) const {
 }
 
 // All that is in the ring, so that the first symbol is weighed as well as the last.
-void SymbolTracker::MeasureLevels(const Baseband& baseband, const MatchedFilter& filter) {
+void CSymbolTracker::MeasureLevels(const CBaseband& baseband, const CMatchedFilter& filter) {
     seen_ = 0.0;
     inPhase_ = across_ = 0.0;
     double phase = phase_.Value();
     for (std::int64_t n = next_;; ++n, phase += phase_.Slope()) {
         const double time = static_cast<double>(n) + timing_.Value();
-        if (time + MatchedFilter::kReach_bits > baseband.NewestClock()) break;
+        if (time + CMatchedFilter::kReach_bits > baseband.NewestClock()) break;
         const Turned z = TurnBack(filter.At(baseband, time), phase);
         Weigh(z.inPhase, z.across);
     }
@@ -79,28 +80,28 @@ void SymbolTracker::MeasureLevels(const Baseband& baseband, const MatchedFilter&
     decided_ = std::sqrt(power) * power / (power + across_ + kLeastPower);
 }
 
-SymbolTracker::Turned SymbolTracker::TurnBack(const SymbolSample& z, double phase) {
+CSymbolTracker::Turned CSymbolTracker::TurnBack(const SymbolSample& z, double phase) {
     const double c = std::cos(phase);
     const double s = std::sin(phase);
     return {z.re * c + z.im * s, z.im * c - z.re * s};
 }
 
-void SymbolTracker::Weigh(double inPhase, double across) {
+void CSymbolTracker::Weigh(double inPhase, double across) {
     seen_ = std::min(seen_ + 1.0, kLevelMemory_symbols);
     inPhase_ += (inPhase * inPhase - inPhase_) / seen_;
     across_ += (across * across - across_) / seen_;
 }
 
 // What is across the signal is noise alone, and there is as much of it in phase.
-double SymbolTracker::PowerOfSignal() const {
+double CSymbolTracker::PowerOfSignal() const {
     constexpr double kLeastShare = 0.02;
     return std::max(inPhase_ - across_, kLeastShare * across_ + kLeastPower);
 }
 
-bool SymbolTracker::Next(const Baseband& baseband, const MatchedFilter& filter, float* symbol) {
+bool CSymbolTracker::Next(const CBaseband& baseband, const CMatchedFilter& filter, float* symbol) {
     if (!running_) return false;
     const double time = static_cast<double>(next_) + timing_.Value();
-    if (time + MatchedFilter::kReach_bits > baseband.NewestClock()) return false;
+    if (time + CMatchedFilter::kReach_bits > baseband.NewestClock()) return false;
     const Turned z = TurnBack(filter.At(baseband, time), phase_.Value());
     Weigh(z.inPhase, z.across);
     const double odds = 2.0 * std::sqrt(PowerOfSignal()) * z.inPhase / (across_ + kLeastPower);
@@ -114,7 +115,7 @@ bool SymbolTracker::Next(const Baseband& baseband, const MatchedFilter& filter, 
     return true;
 }
 
-void SymbolTracker::Follow(const Turned& z, const Turned& slope, double sure, double bend) {
+void CSymbolTracker::Follow(const Turned& z, const Turned& slope, double sure, double bend) {
     const double height = std::max(decided_, kLeastPower);
     // A single click of the discriminator may not carry the loops away.
     const auto limited = [](double error) { return std::clamp(error, -1.5, 1.5); };
@@ -125,15 +126,15 @@ void SymbolTracker::Follow(const Turned& z, const Turned& slope, double sure, do
     phase_.Turn(-2.0 * kPi * std::round(phase_.Value() / (2.0 * kPi)));
 }
 
-double SymbolTracker::Coherence() const {
+double CSymbolTracker::Coherence() const {
     return (inPhase_ - across_) / (inPhase_ + across_ + kLeastPower);
 }
 
-double SymbolTracker::Height() const {
+double CSymbolTracker::Height() const {
     return std::sqrt(PowerOfSignal());
 }
 
-double SymbolTracker::Frequency_Hz() const {
+double CSymbolTracker::Frequency_Hz() const {
     return phase_.Slope() * kBitRate_Hz / (2.0 * kPi);
 }
 

@@ -11,9 +11,9 @@ namespace sdr::rds {
 
 // A line through noisy measurements of a phase, by least squares over all of them while they are few, and
 // with a memory that fades once there are as many as it holds.
-class LineFit {
+class CLineFit {
   public:
-    LineFit(double memory, double most) : memory_(memory), most_(most) {}
+    CLineFit(double memory, double most) : memory_(memory), most_(most) {}
     void Begin(double value, double slope, double seen);
     // One step further.
     void Step() { value_ += slope_; }
@@ -31,18 +31,18 @@ class LineFit {
     double slope_ = 0.0;
 };
 
-class SymbolTracker {
+class CSymbolTracker {
   public:
-    SymbolTracker();
+    CSymbolTracker();
     // What was given does not count: the next beginning takes all that is in the ring.
     void Forget() { hasGiven_ = false; }
     // Takes the signal up at the oldest symbol that is in the ring and was not given yet.
-    void Begin(const FoundSignal& signal, const Baseband& baseband, const MatchedFilter& filter);
+    void Begin(const FoundSignal& signal, const CBaseband& baseband, const CMatchedFilter& filter);
     bool Running() const { return running_; }
     // Whether what was found is what is being followed.
     [[nodiscard]] bool Follows(const FoundSignal& signal) const;
     // ln of the odds that the next symbol is a one, once it has come whole.
-    [[nodiscard]] bool Next(const Baseband& baseband, const MatchedFilter& filter, float* symbol);
+    [[nodiscard]] bool Next(const CBaseband& baseband, const CMatchedFilter& filter, float* symbol);
     // From 0, noise, to 1: how much more of the power is in phase than across.
     double Coherence() const;
     // The height of a symbol, 1.0 being 75 kHz of deviation, and how many Hz the signal lies beside the
@@ -55,7 +55,7 @@ class SymbolTracker {
         double inPhase = 0.0, across = 0.0;
     };
     static Turned TurnBack(const SymbolSample& z, double phase);
-    void MeasureLevels(const Baseband& baseband, const MatchedFilter& filter);
+    void MeasureLevels(const CBaseband& baseband, const CMatchedFilter& filter);
     void Weigh(double inPhase, double across);
     double PowerOfSignal() const;
     void Follow(const Turned& z, const Turned& slope, double sure, double bend);
@@ -64,7 +64,7 @@ class SymbolTracker {
     std::int64_t next_ = 0;
     bool hasGiven_ = false;
     double given_bits_ = 0.0;  // when the last symbol was
-    LineFit phase_, timing_;
+    CLineFit phase_, timing_;
     // Means over the last symbols: powers in phase and across, and what a symbol gives when it is decided.
     double seen_ = 0.0;
     double inPhase_ = 0.0;

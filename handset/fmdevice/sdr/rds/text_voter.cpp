@@ -21,7 +21,7 @@ char Low(std::uint16_t letters) {
 
 }  // namespace
 
-void TextVoter::Restart() {
+void CTextVoter::Restart() {
     all_.fill({});
     seen_ = 0;
     inOrder_ = 0;
@@ -31,14 +31,14 @@ void TextVoter::Restart() {
     whole_.reset();
 }
 
-void TextVoter::SetPairs(std::size_t pairs) {
+void CTextVoter::SetPairs(std::size_t pairs) {
     if (pairs == pairs_) return;
     pairs_ = pairs;
     Restart();
 }
 
 // Another text: what came in order just before this pair is its beginning, the rest was the old one's.
-void TextVoter::BeginAnewAt(std::size_t place) {
+void CTextVoter::BeginAnewAt(std::size_t place) {
     const std::array<Pair, kMostPairs> old = all_;
     const std::size_t kept = inOrder_ == place ? inOrder_ : 0;
     Restart();
@@ -48,7 +48,7 @@ void TextVoter::BeginAnewAt(std::size_t place) {
 }
 
 // True when the pair is now known, with these letters.
-bool TextVoter::Believe(std::size_t place, std::uint16_t letters, bool certain) {
+bool CTextVoter::Believe(std::size_t place, std::uint16_t letters, bool certain) {
     Pair& pair = all_[place];
     if (pair.known && pair.letters == letters) {
         pair.hasCandidate = false;
@@ -72,7 +72,7 @@ bool TextVoter::Believe(std::size_t place, std::uint16_t letters, bool certain) 
     return true;
 }
 
-void TextVoter::Order(std::size_t place, bool known) {
+void CTextVoter::Order(std::size_t place, bool known) {
     if (!known) {
         inOrder_ = 0;
         return;
@@ -87,7 +87,7 @@ void TextVoter::Order(std::size_t place, bool known) {
 }
 
 // Where the text begins anew, its last pair was the one before.
-void TextVoter::NoteRound(std::size_t place) {
+void CTextVoter::NoteRound(std::size_t place) {
     if (place > highest_) {
         highest_ = place;
         rounds_ = 0;
@@ -100,7 +100,7 @@ void TextVoter::NoteRound(std::size_t place) {
     last_ = place;
 }
 
-bool TextVoter::Take(std::size_t place, std::uint16_t letters, bool certain) {
+bool CTextVoter::Take(std::size_t place, std::uint16_t letters, bool certain) {
     if (place >= pairs_) return false;
     const bool known = Believe(place, letters, certain);
     Order(place, known);
@@ -110,7 +110,7 @@ bool TextVoter::Take(std::size_t place, std::uint16_t letters, bool certain) {
     return Judge();
 }
 
-std::optional<std::size_t> TextVoter::PairsToEnd() const {
+std::optional<std::size_t> CTextVoter::PairsToEnd() const {
     if (length_ == Length::kFixed) return pairs_;
     for (std::size_t i = 0; i < pairs_ && all_[i].known; ++i) {
         if (High(all_[i].letters) == kEnd || Low(all_[i].letters) == kEnd) return i + 1;
@@ -120,7 +120,7 @@ std::optional<std::size_t> TextVoter::PairsToEnd() const {
     return std::nullopt;
 }
 
-std::string TextVoter::Codes(std::size_t pairs) const {
+std::string CTextVoter::Codes(std::size_t pairs) const {
     std::string codes;
     for (std::size_t i = 0; i < pairs; ++i) {
         codes += all_[i].known ? High(all_[i].letters) : kBlank;
@@ -130,11 +130,11 @@ std::string TextVoter::Codes(std::size_t pairs) const {
     return codes;
 }
 
-std::string TextVoter::Letters() const {
+std::string CTextVoter::Letters() const {
     return Codes(pairs_);
 }
 
-bool TextVoter::Judge() {
+bool CTextVoter::Judge() {
     const std::optional<std::size_t> pairs = PairsToEnd();
     if (!pairs) return false;
     const auto end = all_.begin() + static_cast<std::ptrdiff_t>(*pairs);

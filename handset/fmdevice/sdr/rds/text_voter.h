@@ -15,7 +15,7 @@
 
 namespace sdr::rds {
 
-class TextVoter {
+class CTextVoter {
   public:
     static constexpr std::size_t kMostPairs = 32;
     // The mark after which nothing of a radio text follows (IEC 62106, 3.1.5.3).
@@ -25,7 +25,7 @@ class TextVoter {
     enum class Length { kFixed, kUpToEnd };
     // `sights`: how often all pairs are to be seen, each alike, when they do not come in order. A text that
     // may change without a sign, as the service name does, needs one more.
-    TextVoter(std::size_t pairs, Length length, int sights = 2)
+    CTextVoter(std::size_t pairs, Length length, int sights = 2)
         : pairs_(pairs), length_(length), sights_(sights) {}
 
     // Nothing is known.
