@@ -12,7 +12,7 @@ namespace {
 constexpr int kInset = 8;
 constexpr int kBarsTop = 5;
 constexpr int kBarsHeight = 26;
-// The condition of an antenna that needs no words.
+// The condition of an antenna that needs no words; the simulated band alone may have none.
 constexpr wchar_t kPlays[] = L"plays";
 // A stylus covers that much to each side.
 constexpr double kReach = 4.0;
@@ -95,8 +95,9 @@ BandShown ShowBand(const BandFacts& facts) {
     if (facts.tuned_10kHz == 0) return shown;
     const bool published = facts.reception && facts.reception->channel_10kHz != 0;
     shown.tuned_10kHz = published ? facts.reception->channel_10kHz : facts.tuned_10kHz;
-    if (!simulated && facts.reception->condition != kPlays) {
-        shown.words = facts.reception->condition;
+    const std::wstring condition = facts.reception ? facts.reception->condition : std::wstring();
+    if (condition != kPlays && !(simulated && condition.empty())) {
+        shown.words = condition;
     } else if (published) {
         shown.words = Figures(*facts.reception);
     } else {

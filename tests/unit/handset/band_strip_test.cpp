@@ -84,6 +84,15 @@ TEST(BandStrip, WhatAnAntennaGivesIsShownAndTheRestIsNotSeen) {
               L"98.5 MHz   level 24   C/N0 72.1 dB-Hz   stereo   +1200 Hz   3 % lost   PI D301   TP");
 }
 
+TEST(BandStrip, ATrafficProgrammeAndItsAnnouncementAreShownEachByItself) {
+    BandFacts facts = Facts("", 9850);
+    facts.reception = FromTheAir();
+    facts.reception->trafficAnnouncement = true;
+    EXPECT_EQ(ShowBand(facts).words, L"98.5 MHz   level 24   mono   TA");
+    facts.reception->trafficProgramme = true;
+    EXPECT_EQ(ShowBand(facts).words, L"98.5 MHz   level 24   mono   TP   TA");
+}
+
 TEST(BandStrip, WhatIsNotKnownIsNotSaid) {
     BandFacts facts = Facts("", 9850);
     facts.reception = FromTheAir();
@@ -97,6 +106,17 @@ TEST(BandStrip, AnAntennaThatDoesNotPlaySaysWhy) {
     const BandShown shown = ShowBand(facts);
     EXPECT_EQ(shown.words, L"no connection to 127.0.0.1:1234");
     EXPECT_EQ(shown.tuned_10kHz, 9850u);
+}
+
+TEST(BandStrip, ASimulatedBandThatPlaysInPlaceOfAnAntennaSaysWhy) {
+    BandFacts facts = Facts("[9850]\nlevel=45\n", 9850);
+    facts.reception = FromTheAir();
+    facts.reception->source = L"band";
+    facts.reception->condition = L"the clock's rate is not 1: the simulated band plays";
+    const BandShown shown = ShowBand(facts);
+    EXPECT_EQ(shown.words, L"the clock's rate is not 1: the simulated band plays");
+    EXPECT_EQ(shown.tuned_10kHz, 9850u);
+    EXPECT_EQ(shown.levels[PlaceOfChannel(9850)], 24);
 }
 
 TEST(BandStrip, ATunerThatPublishesTheSimulatedBandWithoutLevelsHasThoseOfTheFile) {
