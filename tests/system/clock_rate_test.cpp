@@ -29,6 +29,7 @@ class ClockRate : public test::RecordingTest {
 };
 
 TEST_F(ClockRate, ThatGoesFastBringsTheSleepTimersEndToARadioThatPlays) {
+    NEEDS_THE_SIMULATED_BAND("a fast clock, beside which nothing real is received");
     Radio radio(handset);
     radio.WaitUntilShown();
     radio.Command(IDC_SLEEP_15);
@@ -41,6 +42,7 @@ TEST_F(ClockRate, ThatGoesFastBringsTheSleepTimersEndToARadioThatPlays) {
 
 // Not a half second of the handset's time is missing in the file, or in it twice.
 TEST_F(ClockRate, ThatGoesFastAndSlowAgainLeavesARecordingAsLongAsItsTime) {
+    NEEDS_THE_SIMULATED_BAND("a fast clock, beside which nothing real is received");
     PlayTone();
     SetFormat(1);
     Radio radio(handset, L"-Rec -Channel 9850");

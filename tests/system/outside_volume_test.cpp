@@ -88,8 +88,9 @@ TEST_F(OutsideVolume, OneThatChangesUnderARunningRadioLeavesItAliveAndAWholeOneI
     radio.Type("876");
     ASSERT_TRUE(WaitForCall("SetChannel 8760 -> 0"));
     const ULONGLONG end = GetTickCount64() + test::FuzzTime_ms(8);
-    unsigned volumes = 0;
-    for (; GetTickCount64() < end; ++volumes) {
+    // However long so many take: a radio that keeps the pace of life does less in the same time.
+    constexpr unsigned kLeast = 21;
+    for (unsigned volumes = 0; volumes < kLeast || GetTickCount64() < end; ++volumes) {
         SCOPED_TRACE(volumes);
         Damage();
         // A look at the name of what is tuned; now and then a fill of the list, or an insertion.
@@ -107,7 +108,6 @@ TEST_F(OutsideVolume, OneThatChangesUnderARunningRadioLeavesItAliveAndAWholeOneI
         }
         ASSERT_TRUE(Answers(radio));
     }
-    EXPECT_GT(volumes, 20u);
     EXPECT_FALSE(CaughtAFault());
 
     EXPECT_TRUE(Closes(radio));
