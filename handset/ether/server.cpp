@@ -99,6 +99,7 @@ void CServer::SetFaults(const StreamFaults& faults) {
 }
 
 void CServer::Drop() {
+    delays_ = Delays();
     sockets_->client.Reset();
     stream_.reset();
     left_s_ = Now_s();

@@ -27,6 +27,8 @@ class CServer {
     // What goes wrong from now on.
     void SetFaults(const StreamFaults& faults);
     [[nodiscard]] bool HasClient() const { return stream_ != nullptr; }
+    // How often this machine was late with samples, for all clients so far.
+    [[nodiscard]] std::size_t Delays() const { return delays_ + (stream_ ? stream_->Delays() : 0); }
 
   private:
     void Accept();
@@ -40,7 +42,8 @@ class CServer {
     StreamFaults faults_;
     std::unique_ptr<Sockets> sockets_;
     std::unique_ptr<CStream> stream_;
-    double left_s_ = 0;  // when the last client went
+    double left_s_ = 0;       // when the last client went
+    std::size_t delays_ = 0;  // of the clients before
 };
 
 }  // namespace ether

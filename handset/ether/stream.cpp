@@ -36,6 +36,7 @@ void CStream::Advance(double now_s) {
     const Window& window = air_->Seen();
     const double rate_Hz = window.rate_Hz * (1 + window.clockError_ppm * 1e-6);
     const double behind_s = now_s - begin_s_ - samples_ / rate_Hz;
+    if (behind_s > kDelay_s) ++delays_;
     if (behind_s > kLongestDelay_s) {
         air_->Pass(behind_s);
         late_s_ += behind_s;

@@ -49,8 +49,11 @@ class CStream {
     [[nodiscard]] std::size_t FrontSize() const;
     void Sent(std::size_t bytes);
 
-    // Seconds of samples that were not made in time, and buffers that no client took.
+    // Seconds of samples that were not made in time, how often some were late by more than kDelay_s, and
+    // buffers that no client took.
     [[nodiscard]] double Late_s() const { return late_s_; }
+    [[nodiscard]] std::size_t Delays() const { return delays_; }
+    static constexpr double kDelay_s = 0.05;
     [[nodiscard]] std::size_t LostBuffers() const { return lostBuffers_; }
 
   private:
@@ -71,6 +74,7 @@ class CStream {
     std::deque<std::vector<std::uint8_t>> waiting_;
     std::size_t sent_ = 0;  // of the first that waits
     double late_s_ = 0;
+    std::size_t delays_ = 0;
     std::size_t lostBuffers_ = 0;
 };
 

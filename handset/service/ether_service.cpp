@@ -24,7 +24,9 @@ constexpr wchar_t kAntennaValue[] = L"Antenna";
 constexpr unsigned kStartTimeout_ms = 20000;
 constexpr unsigned kStopTimeout_ms = 10000;
 constexpr unsigned kWait_ms = 5;
+constexpr wchar_t kDelaysValue[] = L"EtherDelays";
 constexpr ULONGLONG kLookPeriod_ms = 200;
+constexpr ULONGLONG kFaultPeriod_ms = 50;
 constexpr ULONGLONG k100nsPerSecond = 10000000;
 constexpr double kFrom1601To1970_s = 11644473600.0;
 
@@ -112,9 +114,34 @@ ether::StreamFaults FaultsOfTheEther() {
                  {L"ether-slow", &StreamFaults::slow},
                  {L"ether-garbage", &StreamFaults::garbage}};
     StreamFaults faults;
-    for (const auto& row : kRows) faults.*row.fault = handset::FaultInjected(row.name);
+    const std::wstring injected = handset::InjectedFaults();
+    for (const auto& row : kRows) faults.*row.fault = handset::FaultIn(injected, row.name);
     return faults;
 }
+
+// What may go wrong with the stick, as the state has it, and how often samples were late, for the state.
+class CStreamKeeper {
+  public:
+    explicit CStreamKeeper(ether::CServer* server) : server_(server) {
+        handset::SetStateDword(kDelaysValue, 0);
+    }
+
+    void LookAgain() {
+        const ULONGLONG now_ms = GetTickCount64();
+        if (now_ms < next_ms_) return;
+        next_ms_ = now_ms + kFaultPeriod_ms;
+        server_->SetFaults(FaultsOfTheEther());
+        const std::size_t delays = server_->Delays();
+        if (delays == delays_) return;
+        delays_ = delays;
+        handset::SetStateDword(kDelaysValue, static_cast<std::uint32_t>(delays));
+    }
+
+  private:
+    ether::CServer* server_;
+    ULONGLONG next_ms_ = 0;
+    std::size_t delays_ = 0;
+};
 
 handset::OwnedHandle OpenStop() {
     return handset::OwnedHandle(
@@ -148,12 +175,13 @@ std::wstring RunEther(std::uint16_t port, const ether::StreamOptions& options, C
                          : L"port " + std::to_wstring(port) + L" is in use; another one is wanted, or none";
     }
     CBandKeeper band(&air, console);
+    CStreamKeeper stream(&server);
     handset::SetStateDword(kPortValue, *listens);
     console.Line(L"the ether is at " + EtherAntenna(*listens));
     // A client's round never takes as long as a look at the event.
     while (WaitForSingleObject(stop.get(), 0) != WAIT_OBJECT_0) {
         band.LookAgain();
-        server.SetFaults(FaultsOfTheEther());
+        stream.LookAgain();
         server.Serve(server.HasClient() ? kWait_ms : 10 * kWait_ms);
     }
     Forget(*listens);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 #include "handset/state/handset_state.h"
 #include "handset/state/process_start.h"
 #include "tests/support/handset_under_test.h"
@@ -22,6 +24,10 @@ EtherUnderTest::EtherUnderTest(std::size_t buffer_bytes)
 }
 
 EtherUnderTest::~EtherUnderTest() {
+    if (testing::Test::HasFailure() && Delays() > 0) {
+        std::printf("this machine was late with the samples of the ether %u times\n",
+                    static_cast<unsigned>(Delays()));
+    }
     RunProgram(L"handset.exe", L"ether stop");
     Kill();
 }
@@ -41,6 +47,10 @@ void EtherUnderTest::Kill() {
     CloseHandle(m_process.hThread);
     CloseHandle(m_process.hProcess);
     m_process = {};
+}
+
+std::uint32_t EtherUnderTest::Delays() {
+    return handset::StateDword(L"EtherDelays", 0);
 }
 
 void EtherUnderTest::ComeBack() {

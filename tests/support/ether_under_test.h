@@ -24,6 +24,8 @@ class EtherUnderTest {
     void Kill();
     // It comes back where it was.
     void ComeBack();
+    // How often this machine was late with its samples so far; in a moment, what it was late with just now.
+    [[nodiscard]] static std::uint32_t Delays();
 
   private:
     void Start(const std::wstring& arguments);

@@ -40,15 +40,35 @@ class EtherRadio : public test::EtherTest {
         stops.erase(stops.begin());
         return stops;
     }
-    // Holds a seek key until so many stations were stopped at.
+    // From 98.5 MHz holds a seek key until so many stations were stopped at.
     std::vector<std::string> SeekStops(const Radio& radio, int x, std::size_t stations) {
+        // A key that was lifted before may have sought on.
+        TuneAgain(radio);
         const std::size_t before = handset.TunerCalls().size();
         radio.Press(x, 250);
-        EXPECT_TRUE(WaitFor([&] { return Stops(before).size() >= stations; }, 40000));
+        WaitFor([&] { return Stops(before).size() >= stations; }, 40000);
         radio.Lift(x, 250);
         std::vector<std::string> stops = Stops(before);
         stops.resize(std::min(stops.size(), stations));
         return stops;
+    }
+    void TuneAgain(const Radio& radio) const {
+        const int typed = Count(handset.TunerCalls(), "SetChannel 9850 -> 0");
+        radio.Type("985");
+        EXPECT_TRUE(WaitFor([&] { return Count(handset.TunerCalls(), "SetChannel 9850 -> 0") > typed; }));
+        EXPECT_TRUE(WaitForLevel(43, 47));
+    }
+    // What a try shows by itself. One in which this machine was late with the samples shows nothing of the
+    // radio: it is made again, up to four times.
+    template <typename Try>
+    auto InTime(Try try_) const {
+        for (int left = 4;; --left) {
+            const std::uint32_t delays = test::EtherUnderTest::Delays();
+            auto result = try_();
+            // The ether has counted by then.
+            EXPECT_TRUE(WaitForRounds(1));
+            if (left == 0 || test::EtherUnderTest::Delays() == delays) return result;
+        }
     }
 };
 
@@ -85,16 +105,13 @@ TEST_F(EtherRadio, AFastClockBringsTheSimulatedBandAndThePaceOfLifeTheAirAgain) 
     EXPECT_TRUE(WaitFor([&] { return !says(kNotTheAir) && says("98.5 MHz, level 4"); }));
 }
 
-TEST_F(EtherRadio, SeekGoesBothWaysAndRoundTheEndsOfTheBand) {
+TEST_P(EtherReception, SeekGoesBothWaysAndRoundTheEndsOfTheBand) {
     Radio radio(handset);
     Tune(radio);
-    EXPECT_THAT(SeekStops(radio, 130, 3), testing::ElementsAre("10790", "8760", "9850"));
-    // The key that was lifted may have sought on to the next station.
-    const int typed = Count(handset.TunerCalls(), "SetChannel 9850 -> 0");
-    radio.Type("985");
-    ASSERT_TRUE(WaitFor([&] { return Count(handset.TunerCalls(), "SetChannel 9850 -> 0") > typed; }));
-    ASSERT_TRUE(WaitForLevel(43, 47));
-    EXPECT_THAT(SeekStops(radio, 100, 3), testing::ElementsAre("8760", "10790", "9850"));
+    EXPECT_THAT(InTime([&] { return SeekStops(radio, 130, 3); }),
+                testing::ElementsAre("10790", "8760", "9850"));
+    EXPECT_THAT(InTime([&] { return SeekStops(radio, 100, 3); }),
+                testing::ElementsAre("8760", "10790", "9850"));
 }
 
 TEST_P(EtherReception, TheScanFindsEveryStationAndNoOther) {
@@ -129,22 +146,34 @@ TEST_F(EtherRadio, AWeakSignalMutesAndAGoodOneRestoresTheVolume) {
 }
 
 TEST_P(EtherReception, TheRadioMovesToTheStrongestAlternativeThatTheStationNames) {
-    handset.WriteBand(
-        "[9850]\nlevel=45\nps=KORA ONE\naf=101.1 103.4\n[10110]\nlevel=25\nps=KORA ONE\n[10340]\nlevel=40\n"
-        "ps=KORA ONE\n");
+    const auto band = [](int tuned) {
+        return "[9850]\nlevel=" + std::to_string(tuned) +
+               "\nps=KORA ONE\naf=101.1 103.4\n[10110]\nlevel=25\nps=KORA ONE\n"
+               "[10340]\nlevel=40\nps=KORA ONE\n";
+    };
+    handset.WriteBand(band(45));
     Radio radio(handset);
     Tune(radio);
-    // The list of alternatives has to have come before the signal goes.
-    ASSERT_TRUE(WaitForCall("GetRDSData -> 0: 4 KORA ONE"));
-    ASSERT_TRUE(WaitForRounds(6));
-    Set(L"EnableAFAutoSwitch", 1);
-    handset.WriteBand(
-        "[9850]\nlevel=10\nps=KORA ONE\naf=101.1 103.4\n[10110]\nlevel=25\nps=KORA ONE\n[10340]\nlevel=40\n"
-        "ps=KORA ONE\n");
-    const HWND box = radio.WaitForBox(L"FM");
-    ASSERT_NE(box, nullptr);
-    EXPECT_THAT(handset.Trace(), HasSubstr("\nCurrent MAX Frequency: 10340\n"));
-    Radio::Answer(box, IDOK);
+    EXPECT_EQ(InTime([&]() -> std::string {
+                  Set(L"EnableAFAutoSwitch", 0);
+                  handset.WriteBand(band(45));
+                  TuneAgain(radio);
+                  // The list of alternatives has to have come before the signal goes.
+                  EXPECT_TRUE(WaitForCall("GetRDSData -> 0: 4 KORA ONE"));
+                  EXPECT_TRUE(WaitForRounds(6));
+                  const std::size_t before = handset.Trace().size();
+                  Set(L"EnableAFAutoSwitch", 1);
+                  handset.WriteBand(band(10));
+                  const HWND box = radio.WaitForBox(L"FM");
+                  const std::string said = handset.Trace().substr(before);
+                  if (box == nullptr) return "no box after " + said;
+                  Radio::Answer(box, IDOK);
+                  constexpr char kBest[] = "\nCurrent MAX Frequency: ";
+                  const std::size_t at = said.rfind(kBest);
+                  if (at == std::string::npos) return "no best one in " + said;
+                  return said.substr(at + sizeof kBest - 1, 5);
+              }),
+              "10340");
     EXPECT_TRUE(WaitForLevel(38, 42));
 }
 

@@ -9,6 +9,9 @@ namespace {
 // Among the arrivals of so long there is one that nothing has delayed. A server on a busy machine may be late
 // for seconds and then make up for it all at once; two crystals move by a few milliseconds meanwhile.
 constexpr double kRemembered_s = 20.0;
+// What it lost instead makes all that comes later seem late. Among the arrivals of this time, too, there is
+// one that was delayed little.
+constexpr double kLately_s = 1.0;
 // How long a stick takes to go elsewhere, one order after the other, and how many of them may wait.
 constexpr double kElsewhere_s = 0.03;
 constexpr double kMostWaiting = 2.0;
@@ -17,13 +20,38 @@ constexpr double kMostRoundTrip_s = 0.05;
 // While nothing has come yet by which it could be told.
 constexpr double kFirst_s = 0.1;
 // A server that makes its samples late, or leaves some out, seems to have taken more than it has: of what was
-// taken before the last arrival no more is believed to be on its way than the gaps between arrivals show.
+// taken before the last arrival no more is believed to be on its way than the gaps between arrivals show, or
+// what came lately.
 constexpr double kGaps = 1.3;
 constexpr double kLeastGap_s = 0.004;
 constexpr double kForgetGap = 0.97;  // with each arrival
-constexpr double kMost_s = 0.2;
+constexpr double kMost_s = 0.3;
 
 }  // namespace
+
+void CSampleClock::CLeast::Begin(double value, double now_s) {
+    value_ = before_ = value;
+    since_s_ = now_s;
+}
+
+void CSampleClock::CLeast::Add(double value, double now_s) {
+    if (now_s - since_s_ > remembers_s_) {
+        before_ = std::exchange(value_, value);
+        since_s_ = now_s;
+    } else {
+        value_ = std::min(value_, value);
+    }
+}
+
+double CSampleClock::CLeast::Value() const {
+    return std::min(value_, before_);
+}
+
+CSampleClock::CSampleClock(double bytesPerSecond, double roundTrip_s)
+    : bytesPerSecond_(bytesPerSecond),
+      roundTrip_s_(roundTrip_s),
+      least_s_(kRemembered_s),
+      leastLately_s_(kLately_s) {}
 
 void CSampleClock::Arrived(std::uint64_t bytes, double now_s) {
     const bool first = bytes_ == 0;
@@ -33,18 +61,12 @@ void CSampleClock::Arrived(std::uint64_t bytes, double now_s) {
     bytes_ += bytes;
     const double late_s = now_s - static_cast<double>(bytes_) / bytesPerSecond_;
     if (first) {
-        least_s_ = leastBefore_s_ = late_s;
-        since_s_ = now_s;
-    } else if (now_s - since_s_ > kRemembered_s) {
-        leastBefore_s_ = std::exchange(least_s_, late_s);
-        since_s_ = now_s;
+        least_s_.Begin(late_s, now_s);
+        leastLately_s_.Begin(late_s, now_s);
     } else {
-        least_s_ = std::min(least_s_, late_s);
+        least_s_.Add(late_s, now_s);
+        leastLately_s_.Add(late_s, now_s);
     }
-}
-
-double CSampleClock::Least_s() const {
-    return std::min(least_s_, leastBefore_s_);
 }
 
 void CSampleClock::SendOther(double now_s) {
@@ -55,9 +77,11 @@ double CSampleClock::SendElsewhere(double now_s) {
     SendOther(now_s);
     if (bytes_ == 0) return kFirst_s;
     const double fresh_s = there_s_ + std::min(roundTrip_s_, kMostRoundTrip_s);
-    const double come_s = Least_s() + static_cast<double>(bytes_) / bytesPerSecond_;
-    const double most_s = std::min(fresh_s - last_s_ + kGaps * longestGap_s_, kMost_s);
-    return std::clamp(fresh_s - come_s, 0.0, most_s);
+    const double numbered_s = static_cast<double>(bytes_) / bytesPerSecond_;
+    const double gaps_s = fresh_s - last_s_ + kGaps * longestGap_s_;
+    const double lately_s = fresh_s - leastLately_s_.Value() - numbered_s;
+    const double most_s = std::min(std::max(gaps_s, lately_s), kMost_s);
+    return std::clamp(fresh_s - least_s_.Value() - numbered_s, 0.0, most_s);
 }
 
 }  // namespace fm

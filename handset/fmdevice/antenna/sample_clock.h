@@ -12,8 +12,7 @@ namespace fm {
 class CSampleClock {
   public:
     // `roundTrip_s`: to the server and back.
-    CSampleClock(double bytesPerSecond, double roundTrip_s)
-        : bytesPerSecond_(bytesPerSecond), roundTrip_s_(roundTrip_s) {}
+    CSampleClock(double bytesPerSecond, double roundTrip_s);
 
     // So many more have come by now.
     void Arrived(std::uint64_t bytes, double now_s);
@@ -24,16 +23,28 @@ class CSampleClock {
     void SendOther(double now_s);
 
   private:
-    [[nodiscard]] double Least_s() const;
+    // The least of what was added for once to twice as long as it remembers.
+    class CLeast {
+      public:
+        explicit CLeast(double remembers_s) : remembers_s_(remembers_s) {}
+        void Begin(double value, double now_s);
+        void Add(double value, double now_s);
+        [[nodiscard]] double Value() const;
+
+      private:
+        double remembers_s_;
+        double value_ = 0.0;
+        double before_ = 0.0;
+        double since_s_ = 0.0;
+    };
 
     double bytesPerSecond_;
     double roundTrip_s_;
     std::uint64_t bytes_ = 0;
-    // By how much an arrival was later than its number, at the least: lately, and before that. What was lost
-    // on the way, or two crystals, move it.
-    double least_s_ = 0.0;
-    double leastBefore_s_ = 0.0;
-    double since_s_ = 0.0;
+    // By how much an arrival was later than its number, at the least. What was lost on the way, or two
+    // crystals, move it.
+    CLeast least_s_;
+    CLeast leastLately_s_;
     double last_s_ = 0.0;         // arrival
     double longestGap_s_ = 0.07;  // between two of them, of late
     double there_s_ = 0.0;        // when the stick has got to where it was sent last

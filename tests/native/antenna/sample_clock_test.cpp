@@ -48,6 +48,25 @@ TEST(SampleClock, HoweverLateAServerSeemsNoMoreIsOldThanTheGapsBetweenArrivalsSh
     EXPECT_GT(clock.SendElsewhere(taken_s + 0.27), 0.02 + 2 * kBuffer_s + kElsewhere_s);
 }
 
+TEST(SampleClock, WhatIsOnItsWayIsOldThoughTheServerLostSomethingBeforeAndNothingCameInJerks) {
+    constexpr std::uint64_t kPiece = 4096;
+    constexpr double kPiece_s = kPiece / kBytesPerSecond;
+    CSampleClock clock(kBytesPerSecond, 0.0);
+    double taken_s = 50.0;
+    clock.Arrived(kPiece, taken_s);
+    // Little by little this is lost for good; what comes after it comes in time.
+    for (int piece = 0; piece < 150; ++piece) clock.Arrived(kPiece, taken_s += kPiece_s + 0.002);
+    for (int piece = 0; piece < 4000; ++piece) clock.Arrived(kPiece, taken_s += kPiece_s);
+    EXPECT_LE(clock.SendElsewhere(taken_s), kElsewhere_s + 0.1);
+    // At half the pace, piece by piece, it gets a fifth of a second behind.
+    double now_s = taken_s;
+    for (int piece = 0; piece < 200; ++piece) {
+        taken_s += kPiece_s;
+        clock.Arrived(kPiece, now_s += 2.0 * kPiece_s);
+    }
+    EXPECT_NEAR(clock.SendElsewhere(now_s), now_s - taken_s + kElsewhere_s, 1e-6);
+}
+
 TEST(SampleClock, WhatTheServerLostMovesItWithinAMinute) {
     CSampleClock clock(kBytesPerSecond, 0.0);
     clock.Arrived(kBuffer, 50.0);
@@ -85,7 +104,7 @@ TEST(SampleClock, BeforeAnythingHasComeAndAfterAStandstillItIsBounded) {
     CSampleClock clock(kBytesPerSecond, 0.0);
     EXPECT_NEAR(clock.SendElsewhere(50.0), 0.1, 1e-6);
     clock.Arrived(kBuffer, 50.0);
-    EXPECT_LE(clock.SendElsewhere(99.0), 0.2);
+    EXPECT_LE(clock.SendElsewhere(99.0), 0.3);
     // More than was due: a server that made up for something.
     clock.Arrived(100 * kBuffer, 99.1);
     EXPECT_GE(clock.SendElsewhere(99.1), 0.0);

@@ -115,6 +115,16 @@ TEST_F(EtherStream, AnotherKindOfServerGreetsOtherwise) {
     EXPECT_EQ(Greeting(true).size(), Greeting(false).size());
 }
 
+TEST_F(EtherStream, AHostThatIsLateIsCountedAndOneThatHurriesIsNot) {
+    for (double now_s = 100; now_s < 101; now_s += 0.02) stream.Advance(now_s);
+    EXPECT_EQ(stream.Delays(), 0u);
+    stream.Advance(101.1);
+    stream.Advance(109.1);
+    EXPECT_EQ(stream.Delays(), 2u);
+    stream.Advance(109.14);
+    EXPECT_EQ(stream.Delays(), 2u);
+}
+
 TEST_F(EtherStream, AHostThatIsLateLeavesOutWhatItMissed) {
     stream.Advance(100.2);
     TakeAll();
