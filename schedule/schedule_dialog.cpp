@@ -8,6 +8,7 @@
 #include "schedule/booking_list.h"
 #include "schedule/channel_field.h"
 #include "schedule/day_buttons.h"
+#include "schedule/day_keys.h"
 #include "shell/app_block.h"
 #include "shell/dialogs.h"
 #include "shell/relayout.h"
@@ -34,6 +35,7 @@ INT_PTR OnInitDialog(HWND dialog, WPARAM, LPARAM parameter) {
     SendDlgItemMessageW(dialog, IDC_SCHEDULE_END, DTM_SETFORMATW, 0, format);
     SetUpChannelField(dialog);
     ShowDayNames(dialog);
+    GiveDaysKeys(dialog);
     DaysOf(dialog).SelectToday();
     SetUpBookingList(dialog);
     FillBookingList(dialog);

@@ -168,6 +168,26 @@ TEST_F(ChannelList, AnAddedRowThatBringsTheBarLeavesRoomForTheFrequencies) {
     EXPECT_LE(ColumnsWidth(radio), ClientWidth(radio));
 }
 
+TEST_F(ChannelList, ItsScrollBarHasTheSkinsColours) {
+    std::vector<Preset> many;
+    for (std::uint32_t i = 0; i < 20; ++i) many.push_back({L"One", 8760 + i * 50, L""});
+    SetPresets(L"G2", L"Many", many);
+    Select(L"Many");
+    BuildVolume();
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    ASSERT_TRUE(WaitFor([&] { return (GetWindowLongW(radio.ListView(), GWL_STYLE) & WS_VSCROLL) != 0; }));
+    const test::ScreenPicture bar = test::SettledPicture(radio, {ClientWidth(radio), 105, 240, 210});
+    const DWORD track = test::MostOf(bar);
+    const DWORD brightest = *std::max_element(bar.begin(), bar.end(), [](DWORD one, DWORD other) {
+        return test::Luminance(one) < test::Luminance(other);
+    });
+    EXPECT_LT(test::Luminance(track), 0.02) << std::hex << track;
+    EXPECT_GE(test::Contrast(track, brightest), 3.0) << std::hex << brightest;
+    EXPECT_LT(test::Contrast(track, brightest), 4.5)
+        << "a bar that outshines the texts: " << std::hex << brightest;
+}
+
 TEST_F(ChannelList, TheRowOfTheFrequencyThatABookedStartTunesIsHighlighted) {
     Radio radio(handset, L"-Rec -Channel 9850");
     radio.WaitUntilShown();

@@ -132,6 +132,29 @@ TEST_F(FilledDialogs, TheOneForAGroupsNameUsesTheDisplayAsWell) {
     ExpectFilledHoweverItTurns(name, {0, 0, IDC_GROUP_NAME, false});
 }
 
+// A phone of VGA size: twice the pixels each way on a display that is no larger.
+TEST_F(DialogPlaces, OnADisplayOfTwiceThePixelsADialogAndABoxAreTwiceAsLarge) {
+    const auto sizes = [&](std::uint32_t width, std::uint32_t height) {
+        handset.SetState(L"ScreenWidth", width);
+        handset.SetState(L"ScreenHeight", height);
+        Radio radio(handset);
+        radio.WaitUntilShown();
+        const HWND dialog = OpenDialog(radio, IDC_ADD_CURRENT);
+        EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(dialog) != FALSE; }));
+        RECT field = {}, button = {};
+        GetWindowRect(GetDlgItem(dialog, IDC_CHANNEL_FREQUENCY), &field);
+        test::TypeInto(dialog, IDC_CHANNEL_NAME, L"");
+        test::PressSoftKey(dialog, test::SoftKey::kLeft);
+        const HWND box = BoxOver(radio, dialog, L"Channel");
+        GetWindowRect(GetDlgItem(box, IDOK) != nullptr ? GetDlgItem(box, IDOK) : GetDlgItem(box, IDCANCEL),
+                      &button);
+        return std::pair{field.bottom - field.top, button.bottom - button.top};
+    };
+    const auto usual = sizes(240, 320), fine = sizes(480, 640);
+    EXPECT_GE(fine.first * 10, usual.first * 17) << "the field " << usual.first << " and " << fine.first;
+    EXPECT_EQ(fine.second, usual.second * 2) << "the button of the box";
+}
+
 TEST_F(DialogPlaces, TheOneForAGroupsNameTakesTheWholeScreenAsWell) {
     Radio radio(handset);
     radio.WaitUntilShown();

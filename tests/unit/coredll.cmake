@@ -8,6 +8,7 @@ kora_test(test_coredll APP
         coredll/files_test.cpp
         coredll/gdi_count_test.cpp
         coredll/handset_fixture.cpp
+        coredll/list_scroll_bar_test.cpp
         coredll/menu_test.cpp
         coredll/message_box_test.cpp
         coredll/message_queue_test.cpp

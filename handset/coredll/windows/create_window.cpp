@@ -1,5 +1,6 @@
 // Windows as the device makes them: no frame unless one is asked for, clipped by their neighbours, and one
-// with no size of its own fills the display below the shell's bar. A list view begins with the system's font.
+// with no size of its own fills the display below the shell's bar. A list view begins with the system's font,
+// and its scroll bar goes with the picture behind its rows.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -11,6 +12,7 @@
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/coredll/windows/disabled_windows.h"
+#include "handset/coredll/windows/list_scroll_bar.h"
 #include "handset/coredll/windows/tap_and_hold.h"
 #include "handset/coredll/windows/top_bar.h"
 #include "handset/coredll/windows/uncovering.h"
@@ -74,7 +76,10 @@ COREDLL_EXPORT HWND WINAPI DeviceCreateWindowExW(DWORD extendedStyle, const wcha
                                         place.width, place.height, parent, menu, module, parameter);
     const bool isPrograms = (style & WS_CHILD) == 0 && parent == nullptr && IsDefault(x) && IsDefault(width);
     if (window != nullptr && isPrograms) coredll::ShowTopBarAbove(window);
-    if (window != nullptr && IsListView(windowClass)) coredll::GiveSystemFont(window);
+    if (window != nullptr && IsListView(windowClass)) {
+        coredll::GiveSystemFont(window);
+        coredll::DrawScrollBarLikePicture(window);
+    }
     return window;
 } catch (...) {
     return handset::EdgeAnswer<HWND>();

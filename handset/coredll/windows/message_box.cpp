@@ -8,6 +8,8 @@
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/coredll/windows/dark_display.h"
+#include "handset/coredll/windows/dialog_keys.h"
+#include "handset/coredll/windows/dialog_scale.h"
 #include "handset/coredll/windows/modal_owner.h"
 #include "handset/coredll/windows/uncovering.h"
 
@@ -81,10 +83,43 @@ int PlaceButtons(const std::vector<HWND>& buttons, int width, int y) {
     return y + size.cy;
 }
 
-// A box that is wider than the display: as wide as it, the text broken into more lines. Gives the new size.
-SIZE Narrow(HWND box, int boxWidth) {
+Parts PartsOf(HWND box) {
     Parts parts;
     EnumChildWindows(box, Collect, reinterpret_cast<LPARAM>(&parts));
+    return parts;
+}
+
+// Of all boxes, and for the whole run.
+HFONT LargeFont(HWND control, int scale) {
+    static const HFONT font = [&] {
+        LOGFONTW described = {};
+        const auto hosts = reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0));
+        GetObjectW(hosts != nullptr ? hosts : GetStockObject(DEFAULT_GUI_FONT), sizeof described, &described);
+        described.lfHeight *= scale;
+        described.lfWidth = 0;
+        return CreateFontIndirectW(&described);
+    }();
+    return font;
+}
+
+// On a display of twice the pixels: text and buttons twice as large. Gives the width in which nothing is
+// broken that was not broken before.
+int Enlarge(HWND box, int scale) {
+    const Parts parts = PartsOf(box);
+    const auto large = [&](HWND control) {
+        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(LargeFont(control, scale)), FALSE);
+        const SIZE size = SizeOf(control);
+        SetWindowPos(control, nullptr, 0, 0, size.cx * scale, size.cy * scale,
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    };
+    for (const HWND button : parts.buttons) large(button);
+    if (parts.text != nullptr) large(parts.text);
+    return SizeOf(box).cx * scale;
+}
+
+// A box of that width, the text broken into as many lines as it takes. Gives the new size.
+SIZE LayOut(HWND box, int boxWidth) {
+    const Parts parts = PartsOf(box);
     RECT client;
     GetClientRect(box, &client);
     const SIZE outer = SizeOf(box);
@@ -114,7 +149,9 @@ void PlaceOnDisplay(HWND box) {
     // The device's boxes are left by their buttons alone.
     SetWindowLongPtrW(box, GWL_STYLE, GetWindowLongPtrW(box, GWL_STYLE) & ~static_cast<LONG_PTR>(WS_SYSMENU));
     SIZE size = SizeOf(box);
-    if (size.cx > width) size = Narrow(box, width);
+    const int scale = coredll::DisplayScale();
+    const LONG wanted = scale > 1 ? Enlarge(box, scale) : size.cx;
+    if (scale > 1 || wanted > width) size = LayOut(box, std::min(wanted, width));
     size.cy = std::min(size.cy, height);
     SetWindowPos(box, nullptr, display.left + (width - size.cx) / 2, display.top + (height - size.cy) / 2,
                  size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
@@ -144,6 +181,7 @@ COREDLL_EXPORT int WINAPI DeviceMessageBoxW(HWND owner, const wchar_t* text, con
                                             UINT type) try {
     const CCallGuard guard(CallKind::CallsBack);
     const coredll::CModalOwner kept(owner);
+    const coredll::CDialogKeys keys;
     coredll::WatchUncovering();
     t_hook = SetWindowsHookExW(WH_CALLWNDPROCRET, AfterMessage, nullptr, GetCurrentThreadId());
     const int answer = MessageBoxW(owner, text, caption, type);
