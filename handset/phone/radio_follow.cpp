@@ -38,10 +38,14 @@ bool HostStacksWindows() {
 
 void CRadioFollow::Follow(HWND panel, const RECT& display) {
     const HWND main = RadioMainWindow();
+    if (main == nullptr || !IsWindowVisible(main)) {
+        // One that is not shown yet is moved when it is.
+        followed_ = nullptr;
+        return;
+    }
     const bool changed = main != followed_ || display.left != origin_.x || display.top != origin_.y;
     followed_ = main;
     origin_ = {display.left, display.top};
-    if (main == nullptr || !IsWindowVisible(main)) return;
     auto windows = RadioWindows();
     if (const HWND bar = RadioTopBar()) windows.push_back(bar);
     RECT place = {};

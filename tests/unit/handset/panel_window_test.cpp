@@ -61,6 +61,23 @@ TEST_F(PanelWindowTest, ARadioThatRanBeforeIsFetchedIntoTheDisplay) {
     EXPECT_TRUE(WaitUntil([&] { return RadioIsAtTheDisplay(); }, kDeadline_ms));
 }
 
+TEST_F(PanelWindowTest, ARadioThatIsShownAfterThePanelHasSeenItIsFetchedIntoTheDisplay) {
+    StartStandIn();
+    ASSERT_TRUE(WaitUntil([&] { return RadioIsAtTheDisplay(); }, kDeadline_ms));
+    const HWND radio = RadioMainWindow();
+    // The panel is open where the display is while a radio is shown there.
+    const auto displayIsOpen = [&] {
+        const handset::OwnedRegion region(CreateRectRgn(0, 0, 0, 0));
+        return GetWindowRgn(window_, region.get()) != ERROR;
+    };
+    ASSERT_TRUE(WaitUntil(displayIsOpen, kDeadline_ms));
+    ShowWindow(radio, SW_HIDE);
+    ASSERT_TRUE(WaitUntil([&] { return !displayIsOpen(); }, kDeadline_ms));
+    SetWindowPos(radio, nullptr, 3, 4, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    ShowWindow(radio, SW_SHOWNOACTIVATE);
+    EXPECT_TRUE(WaitUntil([&] { return RadioIsAtTheDisplay(); }, kDeadline_ms));
+}
+
 TEST_F(PanelWindowTest, PressingAKeyReachesTheRadioAndLeavesItActive) {
     StartStandIn();
     Click(*PlaceOf(upright_, PhoneKey::k7));
