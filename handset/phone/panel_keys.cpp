@@ -14,28 +14,12 @@
 namespace panel {
 namespace {
 
-struct PhoneKeyOfComputer {
-    WORD virtualKey;
-    PhoneKey key;
-};
-// The codes that these keys have on the device.
-constexpr PhoneKeyOfComputer kPhoneKeys[] = {
-    {VK_F1, PhoneKey::kSoftLeft},
-    {VK_F2, PhoneKey::kSoftRight},
-    {VK_F3, PhoneKey::kCall},
-    {VK_F4, PhoneKey::kHangUp},
-};
 constexpr WORD kPanelKey = VK_F6;  // goes to the switches and back, as it goes from pane to pane elsewhere
 constexpr int kMove = 16;          // pixels
 constexpr std::uint32_t kLevelStep = 5, kFullLevel = 100;
 
 // How a key travels from the hook, which has to answer at once, to the window, in lParam.
 constexpr LPARAM kDown = 1, kShift = 2, kControl = 4;
-
-std::optional<PhoneKey> PhoneKeyFor(WORD virtualKey) {
-    const auto* const row = handset::RowWith(kPhoneKeys, &PhoneKeyOfComputer::virtualKey, virtualKey);
-    return row == nullptr ? std::nullopt : std::optional(row->key);
-}
 
 }  // namespace
 
@@ -62,7 +46,7 @@ bool CPanelWindow::WantsKey(const ComputerKey& key) const {
     const HWND front = GetForegroundWindow();
     if (front == nullptr || !handset::IsOwnWindow(front)) return false;
     const bool plain = !key.shift && !key.control;
-    if (PhoneKeyFor(key.virtualKey) || key.virtualKey == kPanelKey) return plain;
+    if (KeyOfComputer(key.virtualKey) || key.virtualKey == kPanelKey) return plain;
     return onSwitches_ && FocusKeyFor(key.virtualKey) != nullptr;
 }
 
@@ -71,7 +55,7 @@ bool CPanelWindow::TakeKey(const ComputerKey& key) {
     const bool again = key.down && heldKeys_.test(key.virtualKey);
     heldKeys_.set(key.virtualKey, key.down);
     // Held, a key of the phone is held as well; the arrows go on.
-    if (again && (PhoneKeyFor(key.virtualKey) || key.virtualKey == kPanelKey)) return true;
+    if (again && (KeyOfComputer(key.virtualKey) || key.virtualKey == kPanelKey)) return true;
     if (key.down && key.virtualKey == kPanelKey) onSwitches_ = !onSwitches_;
     if (key.down && key.virtualKey == VK_ESCAPE) onSwitches_ = false;
     const LPARAM with = (key.down ? kDown : 0) | (key.shift ? kShift : 0) | (key.control ? kControl : 0);
@@ -82,7 +66,7 @@ bool CPanelWindow::TakeKey(const ComputerKey& key) {
 LRESULT CPanelWindow::OnComputerKey(WPARAM virtualKey, LPARAM with) {
     const ComputerKey key = {static_cast<WORD>(virtualKey), (with & kDown) != 0, (with & kShift) != 0,
                              (with & kControl) != 0, false};
-    if (const auto phoneKey = PhoneKeyFor(key.virtualKey)) {
+    if (const auto phoneKey = KeyOfComputer(key.virtualKey)) {
         view_.pressedKey = key.down ? phoneKey : std::nullopt;
         PressPhoneKey(*phoneKey, key.down);
     } else if (key.down && key.virtualKey == kPanelKey) {

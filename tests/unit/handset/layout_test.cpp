@@ -169,6 +169,17 @@ TEST(PhoneKeyTable, KeysHaveTheCodesOfTheHandsetsKeyboard) {
     for (const Row& row : kRows) EXPECT_EQ(RowOf(*KeyNamed(row.name)).virtualKey, row.code);
 }
 
+TEST(PhoneKeyTable, TheSoftKeysAndTheTelephonesAreTakenFromTheComputersKeyboardAndNoOthers) {
+    for (const PhoneKeyRow& row : PhoneKeys()) {
+        const bool first4 = row.virtualKey >= VK_F1 && row.virtualKey <= VK_F4;
+        EXPECT_EQ(KeyOfComputer(row.virtualKey), first4 ? std::optional(row.key) : std::nullopt)
+            << testing::PrintToString(std::wstring(row.name));
+    }
+    EXPECT_EQ(KeyOfComputer(VK_F1), PhoneKey::kSoftLeft);
+    EXPECT_EQ(KeyOfComputer(VK_F4), PhoneKey::kHangUp);
+    EXPECT_FALSE(KeyOfComputer(VK_F5).has_value());
+}
+
 TEST(SignalSlider, ReachesFromNothingToNoLimit) {
     const Box slider = {100, 50, 176, 42};
     const Box track = SliderTrack(slider);
