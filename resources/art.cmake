@@ -1,6 +1,5 @@
-# The face's pictures: drawings in art/ become bitmaps and icons of exact size when the program is built.
-find_program(KORA_RSVG rsvg-convert REQUIRED)
-find_program(KORA_CONVERT NAMES convert-im6.q16 convert REQUIRED)
+# The face's pictures, made of the drawings in art/.
+include(${CMAKE_SOURCE_DIR}/cmake/art.cmake)
 
 set(KORA_ART_SOURCE ${CMAKE_CURRENT_SOURCE_DIR}/art)
 set(KORA_ART ${CMAKE_CURRENT_BINARY_DIR}/art)
@@ -11,41 +10,6 @@ foreach(part PARTS FACE_PORTRAIT FACE_LANDSCAPE)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${KORA_ART_SOURCE}/${file}.svg.inc)
     file(READ ${KORA_ART_SOURCE}/${file}.svg.inc ${part})
 endforeach()
-
-# kora_bitmap(NAME DRAWING [VARIABLE VALUE]…): NAME.bmp, 24 bits, of the drawing's own size, with the drawing's
-# @VARIABLE@ marks replaced.
-function(kora_bitmap name drawing)
-    kora_drawing(${name} ${drawing} ${ARGN})
-    add_custom_command(OUTPUT ${KORA_ART}/${name}.bmp
-        COMMAND ${KORA_RSVG} -o ${name}.png ${name}.svg
-        COMMAND ${KORA_CONVERT} ${name}.png -alpha off -type TrueColor BMP3:${name}.bmp
-        DEPENDS ${KORA_ART}/${name}.svg WORKING_DIRECTORY ${KORA_ART} VERBATIM)
-    set(KORA_ART_FILES ${KORA_ART_FILES} ${KORA_ART}/${name}.bmp PARENT_SCOPE)
-endfunction()
-
-# kora_icon(NAME DRAWING SIZES [VARIABLE VALUE]…): NAME.ico with one picture a size.
-function(kora_icon name drawing sizes)
-    kora_drawing(${name} ${drawing} ${ARGN})
-    set(commands)
-    set(pictures)
-    foreach(size IN LISTS sizes)
-        list(APPEND commands COMMAND ${KORA_RSVG} -w ${size} -h ${size} -o ${name}_${size}.png ${name}.svg)
-        list(APPEND pictures ${name}_${size}.png)
-    endforeach()
-    add_custom_command(OUTPUT ${KORA_ART}/${name}.ico
-        ${commands}
-        COMMAND ${KORA_CONVERT} ${pictures} ${name}.ico
-        DEPENDS ${KORA_ART}/${name}.svg WORKING_DIRECTORY ${KORA_ART} VERBATIM)
-    set(KORA_ART_FILES ${KORA_ART_FILES} ${KORA_ART}/${name}.ico PARENT_SCOPE)
-endfunction()
-
-function(kora_drawing name drawing)
-    while(ARGN)
-        list(POP_FRONT ARGN variable value)
-        set(${variable} ${value})
-    endwhile()
-    configure_file(${KORA_ART_SOURCE}/${drawing}.svg.in ${KORA_ART}/${name}.svg @ONLY)
-endfunction()
 
 # kora_bars(RESULT LIT COUNT LIT_COLOUR UNLIT_COLOUR): the variables BAR_1 … BAR_COUNT of a row of bars.
 function(kora_bars result lit count lit_colour unlit_colour)

@@ -6,6 +6,7 @@
 
 #include "handset/base/owned.h"
 #include "handset/phone/panel_picture.h"
+#include "handset/phone/phone_art.h"
 #include "handset/phone/png_file.h"
 #include "handset/state/display_format.h"
 
@@ -13,11 +14,12 @@ namespace panel {
 namespace {
 
 constexpr Paint kTuned = Rgb(0xFFB52E);
-constexpr Paint kGround = Rgb(0x1D1F23);
+constexpr Paint kNeedle = Rgb(0xFFB52E, 0.55);
 constexpr Paint kUnseen = Rgb(0x3A3D44);
 constexpr Paint kMark = Rgb(0x9CA2AA);
 constexpr Paint kFigures = Rgb(0xF1F1ED);
 constexpr int kMarksBelow = 7;
+constexpr int kSignHeight = 6;
 constexpr int kFiguresBelow = 20;
 constexpr int kLeastFigures = 8;
 // As in the panel of a phone that is upright.
@@ -30,7 +32,7 @@ std::uint32_t ChannelOf(std::size_t place) {
 }  // namespace
 
 void DrawBandShapes(CCanvas& canvas, const Box& strip, const BandShown& shown) {
-    canvas.Fill(Shape(strip, 9), kGround);
+    DrawArt(canvas, Art::kBand, strip);
     const Box bars = BandBars(strip);
     const double pitch = static_cast<double>(bars.w) / static_cast<double>(shown.levels.size());
     for (std::size_t i = 0; i < shown.levels.size(); ++i) {
@@ -41,13 +43,12 @@ void DrawBandShapes(CCanvas& canvas, const Box& strip, const BandShown& shown) {
         // A little wider than a channel is, so that a lonely station is seen.
         const double width = std::max(pitch, 2.0);
         const Paint paint = !seen ? kUnseen : channel == shown.tuned_10kHz ? kTuned : kAccent;
-        canvas.Fill({BandPlace(strip, channel) - width / 2, bars.Bottom() - height, width, height, 0}, paint);
+        canvas.Fill({BandPlace(strip, channel) - width / 2, bars.Bottom() - height, width, height}, paint);
     }
     if (shown.tuned_10kHz == 0) return;
     const double x = BandPlace(strip, shown.tuned_10kHz);
-    const double foot = bars.Bottom();
-    canvas.Stroke({x, static_cast<double>(bars.y)}, {x, foot}, 1, Rgb(0xFFB52E, 0.55));
-    canvas.Triangle({x, foot + 1}, {x - 4, foot + 6}, {x + 4, foot + 6}, kTuned);
+    canvas.Fill({x - 0.5, static_cast<double>(bars.y), 1, static_cast<double>(bars.h)}, kNeedle);
+    DrawArt(canvas, Art::kTuned, {static_cast<int>(std::lround(x)), bars.Bottom() + 1, 0, kSignHeight});
 }
 
 void DrawBandTexts(HDC dc, const Box& strip, const BandShown& shown) {
@@ -80,8 +81,7 @@ std::string BandPng(const BandShown& shown) {
     auto* pixels = static_cast<std::uint32_t*>(bits);
     const Box strip = {kPictureMargin, kPictureMargin, width - 2 * kPictureMargin, kBandHeight};
     CCanvas canvas(pixels, width, height);
-    canvas.Fill({0, 0, static_cast<double>(width), static_cast<double>(height), 0}, Rgb(0xEFEDE9),
-                Rgb(0xD9D5CE));
+    DrawArt(canvas, Art::kDesk, {0, 0, width, height});
     DrawBandShapes(canvas, strip, shown);
     DrawBandTexts(dc.get(), strip, shown);
     GdiFlush();

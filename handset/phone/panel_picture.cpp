@@ -5,6 +5,7 @@
 #include <cwchar>
 
 #include "handset/phone/band_drawing.h"
+#include "handset/phone/phone_art.h"
 #include "handset/state/display_format.h"
 
 namespace panel {
@@ -67,10 +68,7 @@ void CPanelPicture::Make(const PanelView& view) {
     if (!Fit(view.phone.width, view.phone.height)) return;
     GdiFlush();
     CCanvas canvas(pixels_, width_, height_);
-    canvas.Fill({0, 0, static_cast<double>(width_), static_cast<double>(height_), 0}, Rgb(0xEFEDE9),
-                Rgb(0xD9D5CE));
-    canvas.Outline({0, 0, static_cast<double>(width_), static_cast<double>(height_), 0}, 1, Rgb(0xC2BDB4),
-                   Rgb(0xA9A49A));
+    DrawArt(canvas, Art::kDesk, {0, 0, width_, height_});
     DrawPhoneShapes(canvas, view);
     DrawColumnShapes(canvas, view);
     DrawBandShapes(canvas, view.phone.band, view.band);

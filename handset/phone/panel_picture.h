@@ -41,10 +41,6 @@ class CPanelPicture {
 
 // What the parts are drawn with.
 inline constexpr Paint kAccent = Rgb(0x8DC21F);
-inline Rounded Shape(const Box& box, double radius) {
-    return {static_cast<double>(box.x), static_cast<double>(box.y), static_cast<double>(box.w),
-            static_cast<double>(box.h), radius};
-}
 
 // The parts, first shapes and then texts, because the system writes texts over finished pixels.
 void DrawPhoneShapes(CCanvas& canvas, const PanelView& view);

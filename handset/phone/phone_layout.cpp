@@ -11,7 +11,8 @@ constexpr int kMargin = 14;
 constexpr int kSide = 22;  // between the display and the body's edge
 constexpr int kTop = 54;   // above the display
 constexpr int kGlassRim = 7;
-constexpr int kKeyWidth = 74;
+constexpr int kKeyWidth = 74;  // at least: three of them fill the phone's width
+constexpr int kKeyGap = 8;     // between them, at least
 constexpr int kSoftHeight = 30;
 constexpr int kCallHeight = 32;
 constexpr int kPadSize = 80;
@@ -27,6 +28,7 @@ constexpr int kColumnHeight = 192;  // below a phone that lies on its side
 
 struct UprightPhone {
     int width, height;  // of the body
+    int keyWidth;
     Box display, speaker, pad;
     std::vector<KeyPlace> keys;
 };
@@ -47,11 +49,11 @@ void AddDigits(UprightPhone& phone, int top) {
                                   {PhoneKey::k4, PhoneKey::k5, PhoneKey::k6},
                                   {PhoneKey::k7, PhoneKey::k8, PhoneKey::k9},
                                   {PhoneKey::kStar, PhoneKey::k0, PhoneKey::kHash}};
-    const int columns[3] = {kSide, (phone.width - kKeyWidth) / 2, phone.width - kSide - kKeyWidth};
+    const int columns[3] = {kSide, (phone.width - phone.keyWidth) / 2, phone.width - kSide - phone.keyWidth};
     for (int row = 0; row < 4; ++row) {
         for (int column = 0; column < 3; ++column) {
-            phone.keys.push_back(
-                {kGrid[row][column], {columns[column], top + row * kDigitPitch, kKeyWidth, kDigitHeight}});
+            phone.keys.push_back({kGrid[row][column],
+                                  {columns[column], top + row * kDigitPitch, phone.keyWidth, kDigitHeight}});
         }
     }
 }
@@ -59,16 +61,18 @@ void AddDigits(UprightPhone& phone, int top) {
 UprightPhone LayOutUpright(int screenShort, int screenLong) {
     UprightPhone phone{};
     phone.width = screenShort + 2 * kSide;
-    if (phone.width < 3 * kKeyWidth + 2 * kSide + 16) phone.width = 3 * kKeyWidth + 2 * kSide + 16;
+    const int least = 3 * kKeyWidth + 2 * (kSide + kKeyGap);
+    if (phone.width < least) phone.width = least;
+    phone.keyWidth = (phone.width - 2 * (kSide + kKeyGap)) / 3;
     phone.display = {(phone.width - screenShort) / 2, kTop, screenShort, screenLong};
     phone.speaker = {phone.width / 2 - 30, 24, 60, 6};
     const int softTop = phone.display.Bottom() + kBelowDisplay;
-    const int right = phone.width - kSide - kKeyWidth;
-    phone.keys.push_back({PhoneKey::kSoftLeft, {kSide, softTop, kKeyWidth, kSoftHeight}});
-    phone.keys.push_back({PhoneKey::kSoftRight, {right, softTop, kKeyWidth, kSoftHeight}});
+    const int right = phone.width - kSide - phone.keyWidth;
+    phone.keys.push_back({PhoneKey::kSoftLeft, {kSide, softTop, phone.keyWidth, kSoftHeight}});
+    phone.keys.push_back({PhoneKey::kSoftRight, {right, softTop, phone.keyWidth, kSoftHeight}});
     const int callTop = softTop + kPadSize - kCallHeight;
-    phone.keys.push_back({PhoneKey::kCall, {kSide, callTop, kKeyWidth, kCallHeight}});
-    phone.keys.push_back({PhoneKey::kHangUp, {right, callTop, kKeyWidth, kCallHeight}});
+    phone.keys.push_back({PhoneKey::kCall, {kSide, callTop, phone.keyWidth, kCallHeight}});
+    phone.keys.push_back({PhoneKey::kHangUp, {right, callTop, phone.keyWidth, kCallHeight}});
     AddPad(phone, {(phone.width - kPadSize) / 2, softTop, kPadSize, kPadSize});
     const int digitsTop = softTop + kPadSize + kBelowPad;
     AddDigits(phone, digitsTop);

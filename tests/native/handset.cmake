@@ -1,10 +1,12 @@
 # The portable sources of handset.exe under the sanitizers, with the tests that Wine runs too.
 set(handset_tests ${CMAKE_SOURCE_DIR}/tests/unit/handset)
 add_executable(native_handset
+    ${handset_tests}/art_picture_test.cpp
     ${handset_tests}/band_strip_test.cpp
     ${handset_tests}/canvas_test.cpp
     ${handset_tests}/png_file_test.cpp
     ${handset_tests}/tuner_log_test.cpp
+    ${CMAKE_SOURCE_DIR}/handset/phone/art_picture.cpp
     ${CMAKE_SOURCE_DIR}/handset/phone/band_strip.cpp
     ${CMAKE_SOURCE_DIR}/handset/phone/canvas.cpp
     ${CMAKE_SOURCE_DIR}/handset/phone/png_file.cpp

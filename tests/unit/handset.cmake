@@ -7,6 +7,7 @@ kora_test(test_handset
     SOURCES
         ../support/stick_client.cpp
         handset/antenna_test.cpp
+        handset/art_picture_test.cpp
         handset/band_drawing_test.cpp
         handset/band_strip_test.cpp
         handset/band_test.cpp
@@ -22,6 +23,7 @@ kora_test(test_handset
         handset/panel_keys_test.cpp
         handset/panel_texts_test.cpp
         handset/panel_window_test.cpp
+        handset/phone_art_test.cpp
         handset/png_file_test.cpp
         handset/process_start_test.cpp
         handset/radio_test.cpp
