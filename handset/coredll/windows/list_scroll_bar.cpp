@@ -128,7 +128,7 @@ void FillArrow(HDC dc, const RECT& box, bool up, HBRUSH brush) {
     }
 }
 
-// The host draws its own whenever it likes, and first of all the arrows.
+// The host draws its own whenever it likes, and with it one of the arrows.
 bool CListScrollBar::IsStillPainted() const {
     const RECT place = Place();
     if (IsRectEmpty(&place)) return true;
@@ -137,9 +137,13 @@ bool CListScrollBar::IsStillPainted() const {
         now.nMax != painted_.nMax)
         return false;
     const HDC dc = GetWindowDC(list_);
-    const COLORREF corner = GetPixel(dc, place.left, place.top);
+    const auto isTrack = [&](LONG y) {
+        const COLORREF corner = GetPixel(dc, place.left, y);
+        return corner == CLR_INVALID || corner == colours_.track;
+    };
+    const bool painted = isTrack(place.top) && isTrack(place.bottom - 1);
     ReleaseDC(list_, dc);
-    return corner == CLR_INVALID || corner == colours_.track;
+    return painted;
 }
 
 void CListScrollBar::Paint() {
@@ -244,7 +248,7 @@ LRESULT CListScrollBar::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     } else {
         if (message == WM_CAPTURECHANGED) Release();
         const LRESULT result = Host(message, wParam, lParam);
-        if (!IsStillPainted()) Paint();
+        if (message == WM_NCPAINT || !IsStillPainted()) Paint();
         return result;
     }
     Paint();

@@ -144,6 +144,11 @@ TEST_F(ListScrollBar, KeepsItsColoursAndShowsWhereTheListStands) {
     HandleMessages();
     EXPECT_EQ(Colours().size(), 2u);
     EXPECT_GT(ThumbRows().first, atTop.first + 20);
+    // The foot of the bar alone was covered, and is painted again.
+    const RECT foot = {220, 150, 240, 205};
+    RedrawWindow(window, &foot, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    HandleMessages();
+    EXPECT_EQ(Colours().size(), 2u);
     EnableWindow(list, FALSE);
     EnableWindow(list, TRUE);
     HandleMessages();
