@@ -65,10 +65,27 @@ wine_font() {
     done
 }
 
+# The colours of the host's controls, so that they go with the phone: what lies behind it, what is selected (Wine's own
+# blue is too light for its white texts), and the titles of boxes.
+KORA_COLOURS=('Background=44 50 54' 'Hilight=62 86 14' 'MenuHilight=62 86 14' 'HilightText=255 255 255'
+    'ActiveTitle=17 19 18' 'GradientActiveTitle=17 19 18' 'TitleText=255 255 255')
+wine_colours() {
+    local record=$WINEPREFIX/.kora-colours file=$WINEPREFIX/kora-colours.reg colour
+    [ "$(cat "$record" 2>/dev/null)" = "${KORA_COLOURS[*]}" ] && return 0
+    {
+        printf 'REGEDIT4\n\n[HKEY_CURRENT_USER\\Control Panel\\Colors]\n'
+        for colour in "${KORA_COLOURS[@]}"; do printf '"%s"="%s"\n' "${colour%%=*}" "${colour#*=}"; done
+    } >"$file"
+    # Without them the phone works as well.
+    wine_start reg import "$(windows_path "$file")" >>"$KORA_HOME/wineboot.log" 2>&1 && echo "${KORA_COLOURS[*]}" >"$record" || true
+    rm -f "$file"
+}
+
 # A prefix takes some seconds to make; done once.
 wine_prefix() {
     if [ -f "$WINEPREFIX/.kora-ready" ]; then
         wine_font
+        wine_colours
         return 0
     fi
     local lock
@@ -83,8 +100,7 @@ wine_prefix_make() {
     step "making a Wine prefix in $WINEPREFIX (some seconds, once)"
     mkdir -p "$WINEPREFIX"
     wine_start wineboot --init >"$KORA_HOME/wineboot.log" 2>&1 || fail "Wine could not make its prefix; see $KORA_HOME/wineboot.log"
-    # What lies behind the phone.
-    wine_start reg add 'HKCU\Control Panel\Colors' /v Background /d '44 50 54' /f >>"$KORA_HOME/wineboot.log" 2>&1 || true
+    wine_colours
     wineserver_run --wait || true
     wine_font
     touch "$WINEPREFIX/.kora-ready"

@@ -36,6 +36,10 @@ std::vector<std::uint32_t> PixelsOf(const RECT& area) {
 
 }  // namespace
 
+Picture PictureOf(const RECT& area) {
+    return {area.right - area.left, area.bottom - area.top, PixelsOf(area)};
+}
+
 void TakePicture(const RECT& area, const std::wstring& file) {
     std::vector<std::uint32_t> before;
     test::WaitFor(

@@ -8,6 +8,7 @@
 #include <iterator>
 
 #include "resources/resource_ids.h"
+#include "tests/screens/contrast_judge.h"
 #include "tests/screens/picture.h"
 #include "tests/support/tuner_contract.h"
 #include "tests/support/wait.h"
@@ -20,7 +21,7 @@ using test::WaitFor;
 constexpr wchar_t kBoxClass[] = L"#32770", kMenuClass[] = L"#32768";
 constexpr UINT kSkinClick = 0x8003;
 constexpr DWORD kAnswerWithin_ms = 20000;
-constexpr DWORD kBetweenLooks_ms = 30, kClosesWithin_ms = 2000;
+constexpr DWORD kBetweenLooks_ms = 30, kClosesWithin_ms = 2000, kPaintsWithin_ms = 3000;
 // As long as a stored list takes, and as its rows need to scroll.
 constexpr int kChannels = 9, kBookings = 12;
 
@@ -328,6 +329,19 @@ std::vector<std::string> Stage::Faults() {
     AwaitPainted();
     Read();
     return FaultsOf(now_, drawn_, DisplayNow(), kLongName);
+}
+
+std::vector<std::string> Stage::HardToRead() const {
+    const RECT display = DisplayNow().all;
+    std::vector<std::string> faults;
+    // What was invalid a moment ago may still be on its way to the screen.
+    WaitFor(
+        [&] {
+            faults = screens::HardToRead(now_, PictureOf(display), {display.left, display.top});
+            return faults.empty();
+        },
+        kPaintsWithin_ms);
+    return faults;
 }
 
 void Stage::TakePicture(const std::wstring& file) const {

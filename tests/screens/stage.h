@@ -54,6 +54,8 @@ class Stage {
     void PutAway();
     // What is wrong with what is to be seen now.
     std::vector<std::string> Faults();
+    // What of it can hardly be read, as it was when its faults were looked for.
+    std::vector<std::string> HardToRead() const;
     // As a PNG.
     void TakePicture(const std::wstring& file) const;
 

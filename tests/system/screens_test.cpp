@@ -1,7 +1,7 @@
 // Every screen, dialog, menu and box of the radio, in each shape of the display: nothing on them is cut,
-// covers something else or sticks out. KORA_SCREEN_PICTURES names a folder that gets a picture of each.
-// KORA_SHAPES=all looks at all four shapes, as `./kora screens` does; otherwise it is the small display
-// upright and the large one on its side.
+// covers something else or sticks out, and each text stands out from its ground. KORA_SCREEN_PICTURES names a
+// folder that gets a picture of each. KORA_SHAPES=all looks at all four shapes, as `./kora screens` does;
+// otherwise it is the small display upright and the large one on its side.
 #include <cstdlib>
 #include <iterator>
 #include <string>
@@ -51,12 +51,13 @@ class Screens : public test::RadioTest, public testing::WithParamInterface<Shape
 
     static void LookAt(Stage& stage, const std::string& name) {
         for (const std::string& fault : stage.Faults()) ADD_FAILURE() << name << ": " << fault;
+        for (const std::string& fault : stage.HardToRead()) ADD_FAILURE() << name << ": " << fault;
         const std::wstring file = PictureFile(name + "." + stage.shape.name);
         if (!file.empty()) stage.TakePicture(file);
     }
 };
 
-TEST_P(Screens, NothingIsCutCoversAnotherOrSticksOut) {
+TEST_P(Screens, NothingIsCutCoversAnotherSticksOutOrIsHardToRead) {
     Stage stage(handset, GetParam());
     for (const Scene& scene : screens::Scenes()) {
         if (!IsWanted(scene)) continue;

@@ -59,6 +59,8 @@ void Add(HWND window, const char* what, const std::wstring& text, SIZE need, LON
     item.window = reinterpret_cast<std::uint64_t>(window);
     item.className = what;
     item.id = GetDlgCtrlID(window);
+    item.style = static_cast<std::uint32_t>(GetWindowLongW(window, GWL_STYLE));
+    GetWindowRect(window, &item.place);
     item.need = need;
     item.room = {0, 0, width, height};
     item.text = ToUtf8(text);
@@ -139,6 +141,8 @@ void AddListBox(HWND window, DWORD, std::vector<Item>& items) {
         Ask(window, LB_GETTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text));
         Add(window, "listbox", text, dc.Measure(text, DT_SINGLELINE | DT_NOPREFIX), client.right - 1, height,
             items);
+        MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&place), 2);
+        items.back().place = place;
     }
     AddRows(window, "listbox", lowest, client.bottom, items);
 }
