@@ -1,10 +1,11 @@
-// Owned references to COM objects. Host code only.
+// References to COM objects, as their users and as they themselves hold them. Host code only.
 #pragma once
 
 #include <windows.h>
 
 #include <unknwn.h>
 
+#include <atomic>
 #include <utility>
 
 #include "handset/base/owned.h"
@@ -45,6 +46,22 @@ class CRef {
 
   private:
     Interface* object_ = nullptr;
+};
+
+// How many references an object has; the first is its maker's.
+class CReferenceCount {
+  public:
+    ULONG AddRef() { return ++count_; }
+    // The last one takes the object along, and this with it.
+    template <typename Object>
+    ULONG Release(Object* object) {
+        const ULONG left = --count_;
+        if (left == 0) delete object;
+        return left;
+    }
+
+  private:
+    std::atomic<ULONG> count_{1};
 };
 
 // The interface of an object, or an empty reference.

@@ -6,6 +6,9 @@
 
 namespace handset {
 
+// What the host's calls take at the most, with the end of the text.
+inline constexpr unsigned kLongestHostPath = 32768;
+
 // A path as a program or a person gives it, with its place on the host.
 //
 // The device has no current directory: a path without a backslash at its front begins at the root. "." and

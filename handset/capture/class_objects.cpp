@@ -36,12 +36,8 @@ class CClassFactory final : public IClassFactory {
     } catch (...) {
         return handset::EdgeResult();
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references_); }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const long left = --references_;
-        if (left == 0) delete this;
-        return static_cast<ULONG>(left);
-    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return references_.AddRef(); }
+    ULONG STDMETHODCALLTYPE Release() override { return references_.Release(this); }
 
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** out) override try {
         if (out == nullptr) return E_POINTER;
@@ -58,7 +54,7 @@ class CClassFactory final : public IClassFactory {
   private:
     const capture::CModuleUse use_;
     const ClassRow& row_;
-    std::atomic<long> references_{1};
+    handset::CReferenceCount references_;
 };
 
 }  // namespace

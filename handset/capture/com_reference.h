@@ -10,6 +10,7 @@
 namespace capture {
 
 using handset::CRef;
+using handset::CReferenceCount;
 using handset::Query;
 
 struct InterfaceRow {

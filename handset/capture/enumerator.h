@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -27,12 +26,8 @@ class CEnumerator final : public Traits::Interface {
     } catch (...) {
         return handset::EdgeResult();
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references_); }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const long left = --references_;
-        if (left == 0) delete this;
-        return static_cast<ULONG>(left);
-    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return references_.AddRef(); }
+    ULONG STDMETHODCALLTYPE Release() override { return references_.Release(this); }
 
     HRESULT STDMETHODCALLTYPE Next(ULONG count, typename Traits::Given* given, ULONG* fetched) override try {
         if (given == nullptr) return E_POINTER;
@@ -71,7 +66,7 @@ class CEnumerator final : public Traits::Interface {
     const Items items_;
     const CRef<IUnknown> owner_;  // what is listed lives as long as this does
     std::size_t next_;
-    std::atomic<long> references_{1};
+    CReferenceCount references_;
 };
 
 }  // namespace capture

@@ -14,13 +14,11 @@ using Guard = std::lock_guard<handset::CRecursiveLock>;
 }  // namespace
 
 ULONG CFilter::AddRef() {
-    return static_cast<ULONG>(++references_);
+    return references_.AddRef();
 }
 
 ULONG CFilter::Release() {
-    const long left = --references_;
-    if (left == 0) delete this;
-    return static_cast<ULONG>(left);
+    return references_.Release(this);
 }
 
 HRESULT CFilter::GetClassID(CLSID* classId) {

@@ -45,6 +45,7 @@ class CFilter : public IBaseFilter {
     void Notify(long code, LONG_PTR first, LONG_PTR second);
 
   protected:
+    friend CReferenceCount;  // which ends it
     explicit CFilter(const CLSID& classId) : classId_(classId) {}
     virtual ~CFilter() = default;
 
@@ -63,7 +64,7 @@ class CFilter : public IBaseFilter {
     const CModuleUse use_;
     const CLSID classId_;
     handset::CRecursiveLock lock_;
-    std::atomic<long> references_{1};
+    CReferenceCount references_;
     std::atomic<FILTER_STATE> state_{State_Stopped};
     CRef<IReferenceClock> clock_;  // empty when it is the filter itself, which would keep itself alive
     IReferenceClock* ownClock_ = nullptr;

@@ -15,12 +15,8 @@ class CGraphBuilder final : public ICaptureGraphBuilder2 {
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
         return AnswerQuery({{IID_IUnknown, this}, {IID_ICaptureGraphBuilder2, this}}, iid, out);
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references_); }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const long left = --references_;
-        if (left == 0) delete this;
-        return static_cast<ULONG>(left);
-    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return references_.AddRef(); }
+    ULONG STDMETHODCALLTYPE Release() override { return references_.Release(this); }
 
     HRESULT STDMETHODCALLTYPE SetFiltergraph(IGraphBuilder* graph) override;
     HRESULT STDMETHODCALLTYPE GetFiltergraph(IGraphBuilder** graph) override;
@@ -47,7 +43,7 @@ class CGraphBuilder final : public ICaptureGraphBuilder2 {
     std::vector<CRef<IBaseFilter>> Filters();
 
     const CModuleUse use_;
-    std::atomic<long> references_{1};
+    CReferenceCount references_;
     handset::CLock lock_;  // guards graph_
     CRef<IGraphBuilder> graph_;
 };

@@ -3,14 +3,16 @@
 
 #include <windows.h>
 
+#include "handset/base/device_path.h"
+
 namespace panel {
 namespace {
 
-constexpr DWORD kPathCapacity = 32768;  // the longest path that the host's calls take
+using handset::kLongestHostPath;
 
 std::wstring Variable(const wchar_t* name) {
-    std::wstring value(kPathCapacity, L'\0');
-    value.resize(GetEnvironmentVariableW(name, value.data(), kPathCapacity));
+    std::wstring value(kLongestHostPath, L'\0');
+    value.resize(GetEnvironmentVariableW(name, value.data(), kLongestHostPath));
     return value;
 }
 
@@ -19,14 +21,14 @@ std::wstring Variable(const wchar_t* name) {
 std::wstring FullHostPath(const std::wstring& path) {
     std::wstring text = !path.empty() && path[0] == L'/' ? L"Z:" + path : path;
     for (wchar_t& c : text) c = c == L'/' ? L'\\' : c;
-    std::wstring full(kPathCapacity, L'\0');
-    full.resize(GetFullPathNameW(text.c_str(), kPathCapacity, full.data(), nullptr));
+    std::wstring full(kLongestHostPath, L'\0');
+    full.resize(GetFullPathNameW(text.c_str(), kLongestHostPath, full.data(), nullptr));
     return full;
 }
 
 std::wstring ProgramFolder() {
-    std::wstring path(kPathCapacity, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), kPathCapacity));
+    std::wstring path(kLongestHostPath, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), kLongestHostPath));
     return path.substr(0, path.rfind(L'\\'));
 }
 

@@ -10,11 +10,9 @@
 
 namespace test {
 
-ScreenPicture PictureOf(const Radio& radio, const RECT& area) {
+ScreenPicture PictureOf(const RECT& area) {
     const int width = area.right - area.left;
     const int height = area.bottom - area.top;
-    POINT corner = {area.left, area.top};
-    ClientToScreen(radio.Window(), &corner);
     BITMAPINFO info = {};
     info.bmiHeader = {sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     const HDC screen = GetDC(nullptr);
@@ -22,7 +20,7 @@ ScreenPicture PictureOf(const Radio& radio, const RECT& area) {
     void* bits = nullptr;
     const HBITMAP bitmap = CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
     const HGDIOBJ previous = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, width, height, screen, corner.x, corner.y, SRCCOPY);
+    BitBlt(memory, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
     GdiFlush();
     ScreenPicture picture;
     for (int i = 0; i < width * height; ++i) picture.push_back(static_cast<DWORD*>(bits)[i] & 0xFFFFFF);
@@ -31,6 +29,12 @@ ScreenPicture PictureOf(const Radio& radio, const RECT& area) {
     DeleteDC(memory);
     ReleaseDC(nullptr, screen);
     return picture;
+}
+
+ScreenPicture PictureOf(const Radio& radio, const RECT& area) {
+    RECT place = area;
+    MapWindowPoints(radio.Window(), nullptr, reinterpret_cast<POINT*>(&place), 2);
+    return PictureOf(place);
 }
 
 ScreenPicture SettledPicture(const Radio& radio, const RECT& area) {

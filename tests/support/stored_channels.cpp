@@ -6,14 +6,6 @@
 namespace test {
 namespace {
 
-LPWSTR Mutable(const wchar_t* text) {
-    return const_cast<LPWSTR>(text);
-}
-
-std::string Narrow(const std::wstring& text) {
-    return {text.begin(), text.end()};
-}
-
 const CEPROPVAL* Find(const RecordReader& reader, CEPROPID id) {
     for (const CEPROPVAL& property : reader) {
         if (property.propid == id) return &property;
@@ -27,6 +19,14 @@ std::wstring TextOf(const RecordReader& reader, CEPROPID id) {
 }
 
 }  // namespace
+
+LPWSTR Mutable(const wchar_t* text) {
+    return const_cast<LPWSTR>(text);
+}
+
+std::string Narrow(const std::wstring& text) {
+    return {text.begin(), text.end()};
+}
 
 MountedVolume::MountedVolume() {
     CeMountDBVol(&m_guid, Mutable(L"KORA.vol"), EDB_MOUNT_FLAG | OPEN_ALWAYS);

@@ -11,6 +11,11 @@
 
 namespace test {
 
+// The database calls take texts that they do not change through pointers that could.
+LPWSTR Mutable(const wchar_t* text);
+// For messages: letters of ASCII as they are.
+std::string Narrow(const std::wstring& text);
+
 // The volume, mounted for a scope.
 class MountedVolume {
   public:

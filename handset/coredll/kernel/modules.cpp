@@ -18,8 +18,6 @@ using coredll::CCallGuard;
 using handset::CDevicePath;
 using handset::OnDevice;
 
-constexpr DWORD kLongestPath = 32768;
-
 // A bare name is looked for where modules are looked for, first beside the program.
 bool IsBareName(const wchar_t* name) {
     return name != nullptr && std::wcspbrk(name, L"\\/:") == nullptr;
@@ -56,8 +54,8 @@ COREDLL_EXPORT HMODULE WINAPI DeviceLoadLibraryExW(const wchar_t* name, HANDLE /
 
 COREDLL_EXPORT DWORD WINAPI DeviceGetModuleFileNameW(HMODULE module, wchar_t* name, DWORD length) try {
     const CCallGuard guard;
-    std::wstring host(kLongestPath, L'\0');
-    const DWORD size = GetModuleFileNameW(module, host.data(), kLongestPath);
+    std::wstring host(handset::kLongestHostPath, L'\0');
+    const DWORD size = GetModuleFileNameW(module, host.data(), handset::kLongestHostPath);
     if (size == 0 || name == nullptr || length == 0) return 0;
     host.resize(size);
     const std::wstring device = handset::DevicePathOf(host);

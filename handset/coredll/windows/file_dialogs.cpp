@@ -19,8 +19,6 @@ using coredll::CCallGuard;
 using handset::CDevicePath;
 using handset::OnDevice;
 
-constexpr DWORD kLongestPath = 32768;
-
 // Device differs: the host's dialog also shows what lies outside the device; a choice there counts as none.
 BOOL Choose(OPENFILENAMEW* request, BOOL(WINAPI* dialog)(OPENFILENAMEW*)) {
     if (request == nullptr || request->lpstrFile == nullptr || request->nMaxFile == 0) return FALSE;
@@ -28,14 +26,14 @@ BOOL Choose(OPENFILENAMEW* request, BOOL(WINAPI* dialog)(OPENFILENAMEW*)) {
         OnDevice(request->lpstrInitialDir != nullptr ? request->lpstrInitialDir : L"\\");
     const CDevicePath proposed = OnDevice(request->lpstrFile);
     std::wstring choice = request->lpstrFile[0] != L'\0' && proposed ? proposed.host() : L"";
-    choice.resize(kLongestPath);
+    choice.resize(handset::kLongestHostPath);
 
     OPENFILENAMEW host{};
     std::memcpy(&host, request, std::min<std::size_t>(request->lStructSize, sizeof host));
     host.lStructSize = sizeof host;
     host.lpstrInitialDir = folder ? folder.host() : nullptr;
     host.lpstrFile = choice.data();
-    host.nMaxFile = kLongestPath;
+    host.nMaxFile = handset::kLongestHostPath;
     if (!dialog(&host)) return FALSE;
 
     const std::wstring chosen = choice.substr(0, choice.find(L'\0'));

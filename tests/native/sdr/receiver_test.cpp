@@ -8,6 +8,7 @@
 #include <random>
 
 #include "tests/native/sdr/fm_signal.h"
+#include "tests/native/sdr/received.h"
 #include "tests/native/sdr/tone_fit.h"
 
 namespace {
@@ -29,15 +30,10 @@ struct Heard {
     double Separation_dB() const { return Decibels(left.amplitude / right.amplitude); }
 };
 
-Heard Listen(const FmSignal& signal, ReceiverOptions options = {}) {
-    options.rate_Hz = signal.rate_Hz;
-    CSampleReceiver receiver(options);
-    receiver.Tune(signal.offset_Hz);
-    const std::vector<Sample> samples = MakeFm(signal);
-    std::vector<float> frames;
-    receiver.Process(samples.data(), samples.size(), &frames);
-    return {FitTone(frames, 2, 0, kSettled, sdr::kSoundRate_Hz, signal.tone_Hz),
-            FitTone(frames, 2, 1, kSettled, sdr::kSoundRate_Hz, signal.tone_Hz), receiver.Snapshot()};
+Heard Listen(const FmSignal& signal, const ReceiverOptions& options = {}) {
+    const sdr_test::Received received = sdr_test::Receive(signal, options);
+    return {FitTone(received.frames, 2, 0, kSettled, sdr::kSoundRate_Hz, signal.tone_Hz),
+            FitTone(received.frames, 2, 1, kSettled, sdr::kSoundRate_Hz, signal.tone_Hz), received.snapshot};
 }
 
 ReceiverOptions WithoutBlend() {

@@ -7,6 +7,7 @@
 
 #include "handset/fmdevice/sdr/receiver.h"
 #include "tests/native/sdr/fm_signal.h"
+#include "tests/native/sdr/received.h"
 
 namespace {
 
@@ -16,14 +17,7 @@ using sdr::Sample;
 using sdr_test::FmSignal;
 
 ReceiverSnapshot Measure(const FmSignal& signal) {
-    sdr::ReceiverOptions options;
-    options.rate_Hz = signal.rate_Hz;
-    CSampleReceiver receiver(options);
-    receiver.Tune(signal.offset_Hz);
-    const std::vector<Sample> samples = MakeFm(signal);
-    std::vector<float> frames;
-    receiver.Process(samples.data(), samples.size(), &frames);
-    return receiver.Snapshot();
+    return sdr_test::Receive(signal).snapshot;
 }
 
 TEST(SignalMeter, LevelsReachFromTheUnusableToFullAndFifteenIsTheThreshold) {

@@ -7,10 +7,12 @@
 #include <cmath>
 
 #include "tests/native/transmitter/spectrum.h"
+#include "tests/native/transmitter/zeros.h"
 
 namespace {
 
 using test::kPi;
+using test::Zeros;
 using transmitter::CBiphasePulse;
 using transmitter::CBiphaseSignal;
 using transmitter::Group;
@@ -42,14 +44,6 @@ TEST(TransmitterBiphase, RandomBitsHaveHalfThePowerOfTheirLargestSymbolsPeak) {
     EXPECT_NEAR(CBiphasePulse().MeanSquare(), 0.5, 2e-3);
 }
 
-// All words 0 and checkwords turned to 0: a stream of zeros, which is one of equal symbols.
-Group Zeros() {
-    Group group;
-    const transmitter::Offset offsets[] = {transmitter::Offset::kA, transmitter::Offset::kB,
-                                           transmitter::Offset::kC, transmitter::Offset::kD};
-    for (std::size_t i = 0; i < 4; ++i) group.flips[i] = transmitter::Block(0, offsets[i]);
-    return group;
-}
 Group Ones() {
     Group group = Zeros();
     for (std::uint32_t& flips : group.flips) flips ^= 0x3FFFFFF;

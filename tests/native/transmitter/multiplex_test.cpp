@@ -4,11 +4,13 @@
 #include <gtest/gtest.h>
 
 #include "tests/native/transmitter/spectrum.h"
+#include "tests/native/transmitter/zeros.h"
 
 namespace {
 
 using test::Amplitude;
 using test::Line;
+using test::Zeros;
 using transmitter::CMultiplex;
 using transmitter::CTones;
 using transmitter::Group;
@@ -76,15 +78,7 @@ TEST(TransmitterMultiplex, MonoIsHalfTheSumOfBothSidesWithoutAPilot) {
     EXPECT_NEAR(LineAt(samples, 37000), 0, 0.01);
 }
 
-// Zeros on the air: a sine of the bit rate, so RDS is two lines beside its carrier.
-Group Zeros() {
-    Group group;
-    const transmitter::Offset offsets[] = {transmitter::Offset::kA, transmitter::Offset::kB,
-                                           transmitter::Offset::kC, transmitter::Offset::kD};
-    for (std::size_t i = 0; i < 4; ++i) group.flips[i] = transmitter::Block(0, offsets[i]);
-    return group;
-}
-
+// A sine of the bit rate: RDS is two lines beside its carrier.
 MultiplexSettings RdsAlone(double phase_turns, double offset_Hz) {
     MultiplexSettings settings;
     settings.rds.groups = Zeros;

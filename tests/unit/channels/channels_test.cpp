@@ -5,18 +5,6 @@
 #include <commctrl.h>
 
 namespace test {
-namespace {
-
-LPWSTR Mutable(const wchar_t* text) {
-    return const_cast<LPWSTR>(text);
-}
-
-std::string Narrow(const std::wstring& text) {
-    return {text.begin(), text.end()};
-}
-
-}  // namespace
-
 std::ostream& operator<<(std::ostream& out, const SentMessage& sent) {
     return out << "0x" << std::hex << sent.message << std::dec << " " << sent.wParam << " " << sent.item
                << " \"" << Narrow(sent.text) << '"';

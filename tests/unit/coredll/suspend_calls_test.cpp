@@ -139,11 +139,7 @@ TEST(SuspendThread, ForgetsACallThatAnExceptionJumpedOutOf) {
         EnterAndJumpOut();
         caller();
     });
-    EXPECT_TRUE(caller.Moves());
-    EXPECT_EQ(SuspendThread(worker.get()), 0u);
-    EXPECT_TRUE(caller.StandsStill());
-    EXPECT_EQ(ResumeThread(worker.get()), 1u);
-    EXPECT_TRUE(caller.Moves());
+    ExpectToStandStillWhileSuspended(caller, worker);
     caller.stop = true;
 }
 

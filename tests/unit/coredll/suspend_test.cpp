@@ -16,11 +16,7 @@ constexpr DWORD kFailed = static_cast<DWORD>(-1);
 TEST(SuspendThread, StopsAThreadUntilItIsResumed) {
     Caller caller;
     const Worker worker([&] { caller(); });
-    EXPECT_TRUE(caller.Moves());
-    EXPECT_EQ(SuspendThread(worker.get()), 0u);
-    EXPECT_TRUE(caller.StandsStill());
-    EXPECT_EQ(ResumeThread(worker.get()), 1u);
-    EXPECT_TRUE(caller.Moves());
+    ExpectToStandStillWhileSuspended(caller, worker);
     caller.stop = true;
 }
 

@@ -82,3 +82,11 @@ struct Caller {
         return calls == before;
     }
 };
+
+inline void ExpectToStandStillWhileSuspended(Caller& caller, const Worker& worker) {
+    EXPECT_TRUE(caller.Moves());
+    EXPECT_EQ(SuspendThread(worker.get()), 0u);
+    EXPECT_TRUE(caller.StandsStill());
+    EXPECT_EQ(ResumeThread(worker.get()), 1u);
+    EXPECT_TRUE(caller.Moves());
+}

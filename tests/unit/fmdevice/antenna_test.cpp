@@ -61,6 +61,12 @@ class OnTheAir : public test::TunerTest {
             return test::WavSound(bytes).Tail(11025).Tone(0, tone_Hz) > 0.2;
         });
     }
+    // Plays aloud, and the sound is written down.
+    bool IsHeard(const StickServer& server, double tone_Hz) {
+        handset::SetStateString(L"SoundLog", L"\\heard.wav");
+        Use(server.Antenna());
+        return Plays() && device_->SetVolume(100) == S_OK && Hears(tone_Hz);
+    }
     static std::uint64_t Took(const std::function<void()>& work) {
         const std::uint64_t began_ms = GetTickCount64();
         work();
@@ -170,11 +176,7 @@ TEST_F(OnTheAir, ATuningOvertakesASeek) {
 
 TEST_F(OnTheAir, ATunedStationIsHeardAndTheOneBeforeIsNot) {
     StickServer server(kAir);
-    handset::SetStateString(L"SoundLog", L"\\heard.wav");
-    Use(server.Antenna());
-    ASSERT_TRUE(Plays());
-    ASSERT_EQ(device_->SetVolume(100), S_OK);
-    EXPECT_TRUE(Hears(1000));
+    ASSERT_TRUE(IsHeard(server, 1000));
     ASSERT_EQ(device_->SetChannel(10110), S_OK);
     EXPECT_TRUE(Hears(700));
     EXPECT_TRUE(WaitFor([&] { return Heard().Tail(11025).Tone(0, 1000) < 0.01; }));
@@ -248,11 +250,7 @@ TEST_F(OnTheAir, AMachineThatCannotFollowSaysSoAndPlaysOnOnceItCan) {
 
 TEST_F(OnTheAir, WhatIsHeardStaysAsLongAsTheClockThroughAStall) {
     StickServer server(kOne);
-    handset::SetStateString(L"SoundLog", L"\\heard.wav");
-    Use(server.Antenna());
-    ASSERT_TRUE(Plays());
-    ASSERT_EQ(device_->SetVolume(100), S_OK);
-    ASSERT_TRUE(Hears(1000));
+    ASSERT_TRUE(IsHeard(server, 1000));
     const std::size_t before = Heard().Frames();
     const std::uint64_t began_ms = HandsetMilliseconds();
     server.stalled = true;

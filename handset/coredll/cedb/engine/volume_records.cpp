@@ -4,6 +4,14 @@
 #include "handset/coredll/cedb/engine/volume.h"
 
 namespace cedb {
+namespace {
+
+// Gives a statement the first three columns of the keys, in their order.
+CQuery& BindKey(CQuery&& query, Oid database, std::size_t sort, const std::string& key) {
+    return query.Bind(database).Bind(static_cast<std::int64_t>(sort)).Blob(key);
+}
+
+}  // namespace
 
 Status CVolume::ReadEncoded(Oid database, Oid oid, std::string* bytes) {
     CQuery query = connection_.Prepare("SELECT properties FROM records WHERE db=? AND oid=?");
@@ -24,20 +32,17 @@ Status CVolume::WriteKeys(const DatabaseInfo& database, Oid oid, const Record& r
         const std::optional<std::string> key = SortKey(order, record, lcid, collator_);
         if (!key) return Status::InvalidArgument;
         if (order.unique) {
-            const Status taken = connection_.Prepare("SELECT 1 FROM keys WHERE db=? AND sort=? AND key=?")
-                                     .Bind(database.oid)
-                                     .Bind(static_cast<std::int64_t>(sort))
-                                     .Blob(*key)
-                                     .Row();
+            const Status taken =
+                BindKey(connection_.Prepare("SELECT 1 FROM keys WHERE db=? AND sort=? AND key=?"),
+                        database.oid, sort, *key)
+                    .Row();
             if (taken == Status::Ok) return Status::DuplicateKey;
             if (taken != Status::NotFound) return taken;
         }
-        const Status status = connection_.Prepare("INSERT INTO keys VALUES (?, ?, ?, ?)")
-                                  .Bind(database.oid)
-                                  .Bind(static_cast<std::int64_t>(sort))
-                                  .Blob(*key)
-                                  .Bind(oid)
-                                  .Run();
+        const Status status =
+            BindKey(connection_.Prepare("INSERT INTO keys VALUES (?, ?, ?, ?)"), database.oid, sort, *key)
+                .Bind(oid)
+                .Run();
         if (status != Status::Ok) return status;
     }
     return Status::Ok;
@@ -48,10 +53,8 @@ Status CVolume::RemoveKeys(const DatabaseInfo& database, Oid oid, const Record& 
         const std::optional<std::string> key = SortKey(database.orders[sort], record, lcid, collator_);
         if (!key) return Status::Corrupt;
         const Status status =
-            connection_.Prepare("DELETE FROM keys WHERE db=? AND sort=? AND key=? AND oid=?")
-                .Bind(database.oid)
-                .Bind(static_cast<std::int64_t>(sort))
-                .Blob(*key)
+            BindKey(connection_.Prepare("DELETE FROM keys WHERE db=? AND sort=? AND key=? AND oid=?"),
+                    database.oid, sort, *key)
                 .Bind(oid)
                 .Run();
         if (status != Status::Ok) return status;
