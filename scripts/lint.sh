@@ -31,7 +31,7 @@ lint_deep() {
     [ $# -gt 0 ] || mapfile -t files < <(cd "$KORA_ROOT" && find shell tuner channels recording schedule skin handset -name "*.cpp" | sort)
     (cd "$KORA_ROOT" && printf '%s\0' "${files[@]}" | xargs -0 -n 1 -P "$(nproc)" clang-tidy --quiet -p build/release \
         --header-filter="^$KORA_ROOT/(shell|tuner|channels|recording|schedule|skin|handset)/" \
-        --extra-arg=--target=x86_64-w64-mingw32 --extra-arg=-std=gnu++17 --extra-arg=-nostdinc++ \
+        --extra-arg=--target=x86_64-w64-mingw32 --extra-arg-before=-std=gnu++17 --extra-arg=-nostdinc++ \
         --extra-arg="-isystem$headers" --extra-arg="-isystem$headers/x86_64-w64-mingw32" \
         2> >(grep -vE '^[0-9]+ warnings? generated' >&2))
 }

@@ -1,13 +1,18 @@
 #include "handset/base/clock_moment.h"
 
 #include <algorithm>
+#include <chrono>
+
+#include "handset/base/calendar.h"
 
 namespace handset {
 namespace {
 
-constexpr std::uint64_t kDay = 864000000000;
+constexpr std::uint64_t kDay = std::uint64_t{10000000} * kSecondsOfDay;
+constexpr std::uint64_t kDays =
+    std::chrono::sys_days{std::chrono::year{10000} / 1 / 1}.time_since_epoch().count() - kFirstDayOfFileTimes;
 // The last day of 9999; a zone may add most of a day to what is shown.
-constexpr std::uint64_t kLatest = 2650467743999999999 - kDay;
+constexpr std::uint64_t kLatest = (kDays - 1) * kDay - 1;
 
 std::uint64_t Number(const std::uint8_t* bytes) {
     std::uint64_t value = 0;

@@ -1,6 +1,7 @@
 // The WAV writer and the multiplexer.
 #include "handset/capture/sink_kinds.h"
 
+#include "handset/base/calendar.h"
 #include "handset/base/file_time.h"
 #include "handset/capture/amr_file_writer.h"
 #include "handset/capture/capture_formats.h"
@@ -32,7 +33,8 @@ std::unique_ptr<IRecordingWriter> WavWriter(const CMediaType& stream) {
 
 // Seconds since the beginning of 1904, as the file counts them.
 std::unique_ptr<IRecordingWriter> AmrWriter(const CMediaType&) {
-    constexpr std::uint64_t kFrom1601To1904_s = 9'561'628'800;
+    constexpr std::uint64_t kFrom1601To1904_s =
+        (handset::kFirstDayOfMovies - handset::kFirstDayOfFileTimes) * handset::kSecondsOfDay;
     const std::uint64_t ticks = handset::Ticks(HandsetFileTime());
     return std::make_unique<CAmrFileWriter>(
         static_cast<std::uint32_t>(ticks / 10'000'000 - kFrom1601To1904_s));

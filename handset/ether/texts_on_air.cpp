@@ -6,11 +6,10 @@
 #include <tuple>
 #include <vector>
 
+#include "handset/base/calendar.h"
+
 namespace ether {
 namespace {
-
-constexpr double kDay_s = 86400;
-constexpr long kMjdOf1970 = 40587;
 
 // Country D, a network of more than one region, and a number that the name's letters make.
 std::uint16_t ProgrammeIdentification(std::uint32_t channel_10kHz, const std::vector<std::string>& names) {
@@ -31,10 +30,10 @@ std::vector<std::string> FromNow(std::vector<std::string> texts, int time_s, dou
 }
 
 transmitter::ClockTime ClockAt(double utc_s, int halfHours) {
-    const double days = std::floor(utc_s / kDay_s);
-    const auto second = static_cast<long>(utc_s - days * kDay_s);
+    const double days = std::floor(utc_s / handset::kSecondsOfDay);
+    const auto second = static_cast<long>(utc_s - days * handset::kSecondsOfDay);
     transmitter::ClockTime clock;
-    clock.mjd = kMjdOf1970 + static_cast<long>(days);
+    clock.mjd = static_cast<long>(days) - static_cast<long>(handset::kFirstJulianDay);
     clock.hour = static_cast<int>(second / 3600);
     clock.minute = static_cast<int>(second / 60 % 60);
     clock.second = utc_s - 60 * std::floor(utc_s / 60);

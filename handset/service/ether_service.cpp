@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "handset/base/calendar.h"
 #include "handset/base/file_time.h"
 #include "handset/base/owned.h"
 #include "handset/controls/encoding.h"
@@ -28,7 +29,8 @@ constexpr wchar_t kDelaysValue[] = L"EtherDelays";
 constexpr ULONGLONG kLookPeriod_ms = 200;
 constexpr ULONGLONG kFaultPeriod_ms = 50;
 constexpr ULONGLONG k100nsPerSecond = 10000000;
-constexpr double kFrom1601To1970_s = 11644473600.0;
+constexpr auto kFrom1601To1970_s =
+    static_cast<double>(-handset::kFirstDayOfFileTimes * handset::kSecondsOfDay);
 
 std::unique_ptr<fm::IGenerator> OpenProgramme(const std::string& devicePath) {
     const auto bytes = ReadWholeFile(handset::HostPath(Wide(devicePath).c_str()));

@@ -3,12 +3,14 @@
 #include <cwchar>
 #include <iterator>
 
+#include "handset/base/calendar.h"
+
 namespace handset {
 namespace {
 
 constexpr LocalSeconds kMinute_s = 60;
 constexpr LocalSeconds kHour_s = 60 * kMinute_s;
-constexpr LocalSeconds kDay_s = 24 * kHour_s;
+constexpr LocalSeconds kDay_s = kSecondsOfDay;
 
 constexpr LocalSeconds Period(Repeat repeat) {
     return repeat == Repeat::kEveryWeek ? 7 * kDay_s : kDay_s;
@@ -28,42 +30,12 @@ bool IsServed(const AppBooking& booking, LocalSeconds time, LocalSeconds now) {
     return time == *booking.started || *booking.started - now < Period(booking.repeat);
 }
 
-struct Date {
-    int year, month, day;
-};
-
-constexpr bool IsLeapYear(int year) {
-    return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-}
-
-constexpr int DaysOfMonth(int year, int month) {
-    constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    return month == 2 && IsLeapYear(year) ? 29 : kDays[month - 1];
-}
-
-// Days from 1 January 1601 to 1 January of a year.
-constexpr std::int64_t DaysBeforeYear(int year) {
-    const std::int64_t y = year - 1601;
-    return y * 365 + y / 4 - y / 100 + y / 400;
-}
-static_assert(DaysBeforeYear(2001) == 146097, "400 years of the Gregorian calendar");
-
 constexpr int kFirstYear = 1601;
 constexpr int kLastYear = 9999;
 
-std::int64_t DaysOf(const Date& date) {
-    std::int64_t days = DaysBeforeYear(date.year) + date.day - 1;
-    for (int month = 1; month < date.month; ++month) days += DaysOfMonth(date.year, month);
-    return days;
-}
-
-Date DateOf(std::int64_t days) {
-    int year = kFirstYear + static_cast<int>(days / 366);
-    while (DaysBeforeYear(year + 1) <= days) ++year;
-    std::int64_t left = days - DaysBeforeYear(year);
-    int month = 1;
-    for (; left >= DaysOfMonth(year, month); ++month) left -= DaysOfMonth(year, month);
-    return {year, month, static_cast<int>(left) + 1};
+// The day of a time, as the calendar counts them.
+constexpr std::int64_t CalendarDay(LocalSeconds time) {
+    return kFirstDayOfFileTimes + time / kDay_s;
 }
 
 // Reads a number of exactly `digits` digits and what follows it; false when they are not there.
@@ -103,7 +75,7 @@ std::optional<LocalSeconds> NextTime(const AppBooking& booking, LocalSeconds now
 }
 
 std::wstring LocalTimeText(LocalSeconds time) {
-    const Date date = DateOf(time / kDay_s);
+    const Date date = DateOf(CalendarDay(time));
     const LocalSeconds inDay = time % kDay_s;
     wchar_t text[64];
     std::swprintf(text, std::size(text), L"%04d-%02d-%02d %02d:%02d:%02d", date.year, date.month, date.day,
@@ -122,16 +94,14 @@ std::optional<LocalSeconds> ReadLocalTime(const std::wstring& text) {
         rest != text.c_str() + text.size() + 1) {
         return std::nullopt;
     }
-    const bool exists = date.year >= kFirstYear && date.year <= kLastYear && date.month >= 1 &&
-                        date.month <= 12 && date.day >= 1 && date.day <= DaysOfMonth(date.year, date.month) &&
-                        hour < 24 && minute < 60 && second < 60;
+    const bool exists = date.year >= kFirstYear && date.year <= kLastYear && Exists(date) && hour < 24 &&
+                        minute < 60 && second < 60;
     if (!exists) return std::nullopt;
-    return DaysOf(date) * kDay_s + hour * kHour_s + minute * kMinute_s + second;
+    return (DayOf(date) - kFirstDayOfFileTimes) * kDay_s + hour * kHour_s + minute * kMinute_s + second;
 }
 
 int DayOfWeek(LocalSeconds time) {
-    // 1 January 1601 was a Monday.
-    return static_cast<int>((time / kDay_s + 1) % 7);
+    return WeekdayOf(CalendarDay(time));
 }
 
 std::wstring BookingName(std::uint32_t number) {

@@ -10,6 +10,6 @@ add_executable(native_schedule
 target_include_directories(native_schedule PRIVATE platform ${CMAKE_SOURCE_DIR})
 # Eighty-five million pairs of spans are walked.
 target_compile_options(native_schedule PRIVATE -O1)
-target_link_libraries(native_schedule PRIVATE kora_flags GTest::gmock_main)
+target_link_libraries(native_schedule PRIVATE kora_base_portable GTest::gmock_main)
 add_test(NAME native_schedule COMMAND native_schedule)
 set_tests_properties(native_schedule PROPERTIES TIMEOUT 600)

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "handset/base/calendar.h"
+
 namespace sdr::rds {
 namespace {
 
@@ -12,16 +14,9 @@ constexpr int kMostOffset_halfHours = 28;
 // A group may be late by its place among the others.
 constexpr double kTolerance_s = 2.0;
 
-// Days since 1 March of year 0, by whole eras of 400 years.
-std::int64_t DayOf(const ClockTime& time) {
-    const std::int64_t year = time.month <= 2 ? time.year - 1 : time.year;
-    const std::int64_t month = (time.month + 9) % 12;
-    return 365 * year + year / 4 - year / 100 + year / 400 + (153 * month + 2) / 5 + time.day - 1;
-}
-
 double Minutes(const ClockTime& time) {
-    return static_cast<double>(DayOf(time) * kHoursOfDay * kMinutesOfHour + time.hour * kMinutesOfHour +
-                               time.minute);
+    const std::int64_t day = handset::DayOf({time.year, time.month, time.day});
+    return static_cast<double>((day * kHoursOfDay + time.hour) * kMinutesOfHour + time.minute);
 }
 
 // Whether both tell of the same clock.
@@ -34,18 +29,10 @@ bool Agree(const ClockTime& earlier, const ClockTime& later) {
 }  // namespace
 
 void DateOfDayNumber(std::uint32_t day, ClockTime* time) {
-    // Day 0 is 17 November 1858; counted from 1 March of year 0.
-    constexpr std::int64_t kDayZero = 678881;
-    constexpr std::int64_t kEra = 146097;  // days of 400 years
-    const std::int64_t days = kDayZero + day;
-    const std::int64_t era = days / kEra;
-    const std::int64_t ofEra = days % kEra;
-    const std::int64_t yearOfEra = (ofEra - ofEra / 1460 + ofEra / 36524 - ofEra / 146096) / 365;
-    const std::int64_t ofYear = ofEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    const std::int64_t month = (5 * ofYear + 2) / 153;
-    time->day = static_cast<int>(ofYear - (153 * month + 2) / 5 + 1);
-    time->month = static_cast<int>(month < 10 ? month + 3 : month - 9);
-    time->year = static_cast<int>(yearOfEra + era * 400 + (time->month <= 2 ? 1 : 0));
+    const handset::Date date = handset::DateOf(handset::kFirstJulianDay + day);
+    time->year = date.year;
+    time->month = date.month;
+    time->day = date.day;
 }
 
 std::optional<ClockTime> ClockTimeOf(std::uint16_t b, std::uint16_t c, std::uint16_t d) {
