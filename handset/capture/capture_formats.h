@@ -5,7 +5,7 @@
 
 #include "handset/capture/direct_show.h"
 #include "handset/capture/media_type.h"
-#include "handset/capture/wav_writer.h"
+#include "handset/sound/wav.h"
 
 namespace capture {
 

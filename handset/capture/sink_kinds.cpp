@@ -7,6 +7,7 @@
 #include "handset/capture/capture_formats.h"
 #include "handset/capture/class_ids.h"
 #include "handset/capture/tuned_tags.h"
+#include "handset/capture/wav_writer.h"
 
 namespace capture {
 namespace {

@@ -10,7 +10,7 @@
 #include "handset/capture/output_pin.h"
 #include "handset/capture/sound_converter.h"
 #include "handset/capture/stream_control.h"
-#include "handset/capture/wav_writer.h"
+#include "handset/sound/wav.h"
 #include "handset/state/locks.h"
 
 namespace capture {
