@@ -16,7 +16,7 @@ constexpr DWORD kBetweenLooks_ms = 250, kRests_ms = 2500;
 }  // namespace
 
 Picture PictureOf(const RECT& area) {
-    return {area.right - area.left, area.bottom - area.top, PixelsOf(area)};
+    return {area.right - area.left, area.bottom - area.top, test::PictureOf(area)};
 }
 
 void TakePicture(const RECT& area, const std::wstring& file) {
