@@ -215,12 +215,16 @@ void Stage::Turn(bool upright) {
     turned_ = upright != (shape.width < shape.height);
     Handset(upright ? L"orientation portrait" : L"orientation landscape");
     const LONG width = DisplayNow().all.right;
+    HWND turns = nullptr;
     EXPECT_TRUE(WaitFor([&] {
         const auto opened = Opened();
+        turns = opened.empty() ? radio_->Window() : opened.front();
         RECT place = {};
-        GetWindowRect(opened.empty() ? radio_->Window() : opened.front(), &place);
+        GetWindowRect(turns, &place);
         return place.right == width;
     })) << "it does not turn";
+    // Answered when the controls stand at their new places, too.
+    SendMessageW(turns, WM_NULL, 0, 0);
 }
 
 void Stage::Handset(const std::wstring& arguments) const {
