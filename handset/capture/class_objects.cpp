@@ -1,13 +1,13 @@
 // capture.dll as a COM server: its classes and their factories.
 #include "handset/base/module_edge.h"
-#include "handset/capture/amr_encoder_filter.h"
-#include "handset/capture/capture_filter.h"
-#include "handset/capture/class_ids.h"
-#include "handset/capture/com_reference.h"
-#include "handset/capture/direct_show.h"
-#include "handset/capture/file_sink.h"
-#include "handset/capture/graph_builder.h"
-#include "handset/capture/module.h"
+#include "handset/capture/encoder/amr_encoder_filter.h"
+#include "handset/capture/files/file_sink.h"
+#include "handset/capture/graph/class_ids.h"
+#include "handset/capture/graph/com_reference.h"
+#include "handset/capture/graph/direct_show.h"
+#include "handset/capture/graph/graph_builder.h"
+#include "handset/capture/graph/module.h"
+#include "handset/capture/source/capture_filter.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include "handset/base/file_time.h"
 #include "handset/base/owned.h"
-#include "handset/capture/recording_facts.h"
+#include "handset/capture/files/recording_facts.h"
 #include "handset/command/command.h"
 #include "handset/controls/device_registry.h"
 #include "handset/controls/encoding.h"

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "handset/capture/class_ids.h"
+#include "handset/capture/graph/class_ids.h"
 #include "handset/controls/encoding.h"
 #include "handset/include/tuner_slots.h"
 #include "handset/setup/host_builder.h"

@@ -11,7 +11,7 @@
 
 #include <interf_enc.h>
 
-#include "handset/capture/recording_tags.h"
+#include "handset/capture/files/recording_tags.h"
 #include "tests/bench/measure.h"
 #include "tests/bench/process_usage.h"
 #include "tests/bench/program_run.h"

@@ -3,7 +3,7 @@
 
 #include <stdexcept>
 
-#include "handset/capture/recording_tags.h"
+#include "handset/capture/files/recording_tags.h"
 #include "tests/bench/program_run.h"
 #include "tests/support/wait.h"
 #include "tests/unit/capture/recording_rig.h"

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <sstream>
 
-#include "handset/capture/wav_writer.h"
+#include "handset/capture/files/wav_writer.h"
 #include "tests/native/capture/memory_file.h"
 
 namespace {

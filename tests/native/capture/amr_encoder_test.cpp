@@ -1,5 +1,5 @@
 // The encoder around the codec library.
-#include "handset/capture/amr_encoder.h"
+#include "handset/capture/encoder/amr_encoder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
 // The multiplexer's file: complete, cut off at every write, on a full disk.
-#include "handset/capture/amr_file_writer.h"
+#include "handset/capture/files/amr_file_writer.h"
 
 #include <gtest/gtest.h>
 #include <interf_enc.h>
 
 #include <memory>
 
-#include "handset/capture/amr_encoder.h"
+#include "handset/capture/encoder/amr_encoder.h"
 #include "tests/native/capture/media_probe.h"
 #include "tests/native/capture/memory_file.h"
 #include "tests/native/capture/tone.h"

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <vector>
 
-#include "handset/capture/recording_file.h"
+#include "handset/capture/files/recording_file.h"
 
 namespace test {
 

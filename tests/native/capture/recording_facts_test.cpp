@@ -1,12 +1,12 @@
 // The facts of recordings, whole, cut off and damaged.
-#include "handset/capture/recording_facts.h"
+#include "handset/capture/files/recording_facts.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "handset/capture/amr_file_writer.h"
-#include "handset/capture/wav_writer.h"
+#include "handset/capture/files/amr_file_writer.h"
+#include "handset/capture/files/wav_writer.h"
 #include "tests/native/capture/memory_file.h"
 #include "tests/native/fuzz_inputs.h"
 

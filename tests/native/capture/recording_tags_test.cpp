@@ -1,10 +1,10 @@
 // What a recording says of itself, as ffprobe reads it.
-#include "handset/capture/recording_tags.h"
+#include "handset/capture/files/recording_tags.h"
 
 #include <gtest/gtest.h>
 
-#include "handset/capture/amr_file_writer.h"
-#include "handset/capture/wav_writer.h"
+#include "handset/capture/files/amr_file_writer.h"
+#include "handset/capture/files/wav_writer.h"
 #include "tests/native/capture/media_probe.h"
 #include "tests/native/capture/memory_file.h"
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "handset/capture/sound_converter.h"
+#include "handset/capture/source/sound_converter.h"
 #include "tests/native/capture/tone.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Start and stop requests against the frames that they fall on.
-#include "handset/capture/stream_control.h"
+#include "handset/capture/graph/stream_control.h"
 
 #include <gtest/gtest.h>
 

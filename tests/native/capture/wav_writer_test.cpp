@@ -1,5 +1,5 @@
 // The WAV file, byte by byte and as ffprobe sees it, complete and cut off.
-#include "handset/capture/wav_writer.h"
+#include "handset/capture/files/wav_writer.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The capture graph builder.
-#include "handset/capture/class_ids.h"
+#include "handset/capture/graph/class_ids.h"
 #include "tests/unit/capture/recording_rig.h"
 
 namespace {

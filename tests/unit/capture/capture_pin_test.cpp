@@ -2,7 +2,7 @@
 #include <set>
 #include <utility>
 
-#include "handset/capture/class_ids.h"
+#include "handset/capture/graph/class_ids.h"
 #include "tests/unit/capture/recording_rig.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // capture.dll as a COM server: its classes, their interfaces, and what keeps it loaded.
-#include "handset/capture/class_ids.h"
+#include "handset/capture/graph/class_ids.h"
 #include "handset/include/audiowrapper.h"
 #include "handset/setup/host_builder.h"
 #include "handset/setup/manifest.h"

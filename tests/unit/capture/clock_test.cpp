@@ -1,5 +1,5 @@
 // The handset's clock, as the capture filter gives it to a graph.
-#include "handset/capture/class_ids.h"
+#include "handset/capture/graph/class_ids.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "tests/support/wait.h"
 #include "tests/unit/capture/fixture.h"

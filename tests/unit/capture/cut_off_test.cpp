@@ -1,6 +1,6 @@
 // Recordings that end in no good way: the process is killed, the disk is full, the card is pulled.
-#include "handset/capture/class_ids.h"
-#include "handset/capture/graph_events.h"
+#include "handset/capture/graph/class_ids.h"
+#include "handset/capture/graph/graph_events.h"
 #include "handset/state/handset_state.h"
 #include "handset/state/process_start.h"
 #include "tests/support/host_tool.h"

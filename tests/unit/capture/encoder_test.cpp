@@ -1,5 +1,5 @@
 // The encoder's initialisation and its connections.
-#include "handset/capture/class_ids.h"
+#include "handset/capture/graph/class_ids.h"
 #include "handset/include/audiowrapper.h"
 #include "tests/unit/capture/recording_rig.h"
 

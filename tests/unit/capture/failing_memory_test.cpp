@@ -1,7 +1,7 @@
 // The recording parts when there is no memory for a call.
 #include "tests/support/failing_memory.h"
 
-#include "handset/capture/class_ids.h"
+#include "handset/capture/graph/class_ids.h"
 #include "tests/unit/capture/fixture.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // The file names that the sinks take, and what they do to the files.
-#include "handset/capture/class_ids.h"
+#include "handset/capture/graph/class_ids.h"
 #include "handset/controls/encoding.h"
 #include "handset/state/handset_state.h"
 #include "tests/unit/capture/fixture.h"

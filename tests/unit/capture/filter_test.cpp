@@ -1,5 +1,5 @@
 // What every filter does as a filter: pins, names, states, connections that are refused.
-#include "handset/capture/class_ids.h"
+#include "handset/capture/graph/class_ids.h"
 #include "handset/include/audiowrapper.h"
 #include "tests/unit/capture/fixture.h"
 

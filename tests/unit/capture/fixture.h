@@ -7,8 +7,8 @@
 
 #include <string>
 
-#include "handset/capture/com_reference.h"
-#include "handset/capture/direct_show.h"
+#include "handset/capture/graph/com_reference.h"
+#include "handset/capture/graph/direct_show.h"
 #include "handset/state/handset_state.h"
 #include "tests/support/handset_here.h"
 #include "tuner/fm_device.h"

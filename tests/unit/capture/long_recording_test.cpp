@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "handset/capture/recording_tags.h"
+#include "handset/capture/files/recording_tags.h"
 #include "handset/controls/encoding.h"
 #include "tests/support/handset_under_test.h"
 #include "tests/support/host_tool.h"

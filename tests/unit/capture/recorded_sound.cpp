@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "handset/capture/recording_tags.h"
+#include "handset/capture/files/recording_tags.h"
 
 namespace test {
 namespace {

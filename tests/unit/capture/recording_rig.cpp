@@ -1,7 +1,7 @@
 // The radio's calls, in its order.
 #include "tests/unit/capture/recording_rig.h"
 
-#include "handset/capture/class_ids.h"
+#include "handset/capture/graph/class_ids.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/include/audiowrapper.h"
 #include "tests/support/wait.h"
