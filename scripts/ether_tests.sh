@@ -3,10 +3,16 @@
 
 # left_to_band FILE…: the tests of these results that need the simulated band, each with its reason.
 left_to_band() {
-    sed -n -e 's/.*<testcase name="\([^"]*\)".* result="skipped".* classname="\([^"]*\)".*/\2.\1/;t name' \
-        -e 's/.*<skipped message="[^"]*&#x0A;\([^"]*\)".*/\1/;t reason' -e 'd' \
-        -e ':name' -e 'h;d' -e ':reason' -e 'G;s/\(.*\)\n\(.*\)/  \2: \1/;p' "$@" |
-        sed -e 's/&#x0A;.*//' -e "s/&apos;/'/g" -e 's/&quot;/"/g' -e 's/&amp;/\&/g' | sort
+    local file count number test line=$'\n'
+    for file in "$@"; do
+        count=$(xmllint --xpath 'count(//testcase[@result="skipped"])' "$file")
+        for ((number = 1; number <= count; number++)); do
+            test="(//testcase[@result='skipped'])[$number]"
+            # The message is the place in the source, and below it the reason.
+            printf '  %s\n' "$(xmllint --xpath "concat($test/@classname, '.', $test/@name, ': ', substring-before(
+                concat(substring-after($test/skipped/@message, '$line'), '$line'), '$line'))" "$file")"
+        done
+    done | sort
 }
 
 kora_test_ether() {

@@ -36,9 +36,23 @@ own_first() {
     done
 }
 
+# suites_listed: what the programs say of themselves, a line for each suite in each source: the source, the suite.
+suites_listed() {
+    local program list=$KORA_HOME/suites.xml
+    for program in "${KORA_UNIT_PROGRAMS[@]}" "${KORA_SYSTEM_PROGRAMS[@]}"; do
+        "$KORA_WINE" "$KORA_BIN/$program.exe" --gtest_list_tests "--gtest_output=xml:$(windows_path "$list")" \
+            >"$KORA_HOME/tests.log" 2>&1 </dev/null || fail "$program does not list its tests; see $KORA_HOME/tests.log"
+        xmllint --xpath '//testsuite/@name | //testcase/@file' "$list" |
+            awk -F'"' '$1 ~ /name=/ { suite = $2 } $1 ~ /file=/ { print $2 "\t" suite }'
+    done | sort -u
+}
+
 # suites_of FILE…: a filter for the tests in these sources; nothing without one.
 suites_of() {
-    [ $# -eq 0 ] || sed -nE 's/^TEST(_F|_P)?\(([A-Za-z0-9_]+),.*/\2.*:*\/\2.*/p' "$@" | sort -u | paste -sd:
+    local file
+    for file in "$@"; do
+        awk -F'\t' -v file="$KORA_ROOT/${file#"$KORA_ROOT"/}" '$1 == file { print $2 ".*" }' "$KORA_SUITES"
+    done | sort -u | paste -sd:
 }
 
 # tests_named_for SOURCE: of the folder's own tests those in files that carry the source's name or include its header.
@@ -49,7 +63,7 @@ tests_named_for() {
         find "tests/unit/${program#test_}" -name "$stem*_test.cpp"
         grep -lr --include='*_test.cpp' "\"$folder/$stem\.h\"" "tests/unit/${program#test_}" || true
     done | sort -u)
-    (cd "$KORA_ROOT" && suites_of "${files[@]}")
+    suites_of "${files[@]}"
 }
 
 # radio_tests_named_for SOURCE: of the radio's own tests those in files whose name begins as the source's does.
@@ -66,7 +80,7 @@ radio_tests_named_for() {
 near_tests() {
     local name files=()
     for name in ${KORA_NEAR_TESTS[$1]}; do files+=("tests/system/${name}_test.cpp"); done
-    (cd "$KORA_ROOT" && suites_of "${files[@]}")
+    suites_of "${files[@]}"
 }
 
 object_of() { echo "${1%%/*}/CMakeFiles/app_${1%%/*}.dir/${1#*/}.obj"; }
@@ -321,6 +335,8 @@ kora_mutants() {
     : >"$claimed"
     trap lanes_close EXIT
     lanes_open "${KORA_MUTANT_LANES:-2}"
+    KORA_SUITES=$KORA_HOME/$name.suites
+    (lane_use 1 && suites_listed) >"$KORA_SUITES"
     step "$(wc -l <"$list") changes of $(printf '%s ' "${folders[@]}")(seed $seed); verdicts in $results"
     for ((lane = 1; lane <= KORA_LANES; lane++)); do mutant_worker "$lane" "$list" "$results" "$claimed" & done
     wait
