@@ -32,11 +32,12 @@ struct Item {
     std::string className;
     int id = 0;
     std::uint32_t style = 0;
-    RECT place{};  // of a window, a control's text or a menu's item on the screen; of a drawn text in the
-                   // window
-    RECT room{};   // of a window: its client area on the screen; of a text, its size alone counts
-    SIZE need{};   // what the text takes
-    RECT ink{};    // of a drawn text: where its letters stand
+    RECT place{};   // of a window, a control's text or a menu's item on the screen; of a drawn text in the
+                    // window
+    RECT room{};    // of a window: its client area on the screen; of a text, its size alone counts
+    SIZE need{};    // what the text takes
+    RECT ink{};     // of a drawn text: where its letters stand
+    SIZE ground{};  // of a drawn text: its window's client area when it was drawn
     std::string text;
 };
 

@@ -133,9 +133,9 @@ class Judge {
         }
     }
 
-    // The fields of the main screen, each as it was drawn last: no text stands on another one or under a
-    // control. That a field's ground covers a neighbour's text for a moment is no fault: the monitor paints
-    // it again.
+    // The fields of the main screen, each as it was drawn last since the window has its size: no text stands
+    // on another one or under a control. That a field's ground covers a neighbour's text for a moment is no
+    // fault: the monitor paints it again.
     void LookAtFields() {
         const auto main = std::find_if(now_.begin(), now_.end(), [](const Item& item) {
             return item.kind == Kind::kWindow && item.className == kMainClass;
@@ -143,7 +143,9 @@ class Judge {
         if (main == now_.end()) return;
         std::vector<const Item*> fields;
         for (auto item = drawn_.rbegin(); item != drawn_.rend(); ++item) {
-            if (item->window != main->window) continue;
+            if (item->window != main->window || item->ground.cx != main->room.right - main->room.left ||
+                item->ground.cy != main->room.bottom - main->room.top)
+                continue;
             const bool known = std::any_of(fields.begin(), fields.end(), [&](const Item* field) {
                 return EqualRect(&field->place, &item->place) != FALSE;
             });

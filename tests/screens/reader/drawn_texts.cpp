@@ -63,6 +63,13 @@ std::string NameOf(void* caller) {
     return ToUtf8(path.substr(path.find_last_of(L'\\') + 1));
 }
 
+void SetWindow(Item& item, HWND window) {
+    RECT ground = {};
+    GetClientRect(window, &ground);
+    item.window = reinterpret_cast<std::uint64_t>(window);
+    item.ground = {ground.right, ground.bottom};
+}
+
 void Note(HDC dc, const wchar_t* text, int count, const RECT& place, UINT format, void* caller) {
     const std::wstring whole =
         count < 0 ? std::wstring(text) : std::wstring(text, static_cast<std::size_t>(count));
@@ -81,7 +88,7 @@ void Note(HDC dc, const wchar_t* text, int count, const RECT& place, UINT format
         item.need.cy -= metrics.tmInternalLeading;
     item.ink = InkOf(place, item.need, Measured(dc, WithoutBlanksBehind(whole), format, width).cx, format);
     item.text = ToUtf8(whole);
-    item.window = reinterpret_cast<std::uint64_t>(WindowFromDC(dc));
+    SetWindow(item, WindowFromDC(dc));
     const Locked locked;
     if (item.window == 0) g_hidden[dc].push_back(g_drawn.size());
     g_drawn.push_back(std::move(item));
@@ -93,7 +100,7 @@ void NoteCopied(HDC to, int x, int y, HDC from, int xFrom, int yFrom) {
     if (hidden == g_hidden.end()) return;
     for (const std::size_t at : hidden->second) {
         if (at >= g_drawn.size()) continue;
-        g_drawn[at].window = reinterpret_cast<std::uint64_t>(WindowFromDC(to));
+        SetWindow(g_drawn[at], WindowFromDC(to));
         OffsetRect(&g_drawn[at].place, x - xFrom, y - yFrom);
         OffsetRect(&g_drawn[at].ink, x - xFrom, y - yFrom);
     }
