@@ -34,16 +34,25 @@ join() {
 
 handset_do() { handset_exe "$@" >>"$KORA_HOME/pictures.log" 2>&1 </dev/null || fail "handset $* failed; see $KORA_HOME/pictures.log"; }
 tap() { xdotool mousemove "$1" "$2" click "${3:-1}"; settle; }
-menu() { handset_do softkey "$1"; settle; }
+# What has to be there before the next key comes, or that key would go to what was there before.
+until_changed() {
+    local before deadline=$((SECONDS + 20))
+    before=$(screen_digest)
+    "$@"
+    while [ $SECONDS -lt $deadline ] && [ "$(screen_digest)" = "$before" ]; do sleep 0.1; done
+    settle
+}
+menu() { until_changed handset_do softkey "$1"; }
 # choose SIDE NUMBER: opens that soft key's menu and what its entry of that number opens.
 choose() {
     local entry
     menu "$1"
     for ((entry = 0; entry < $2; entry++)); do handset_do key down; done
-    press return
+    settle
+    until_changed handset_do key return
 }
-# A touch below the list's rows and beside every menu closes a menu.
-put_away() { tap 30 225; }
+# A touch beside every menu closes one; where the name stands it does nothing else.
+put_away() { tap 120 60; }
 # The scan's way through the band, from the number that the tuner leaves in the state.
 until_tuned_past() {
     local channel deadline=$((SECONDS + 20))
@@ -80,7 +89,8 @@ kora_pictures() {
     SHOTS=$KORA_HOME/shots PICTURES=$KORA_ROOT/docs/pictures
     mkdir -p "$SHOTS"
     local chapter chapters=("$@")
-    [ $# -gt 0 ] || chapters=(listening menus channels recording schedule settings rds messages phone antenna scan)
+    # The phone before the schedule: it would make the recording that is booked there.
+    [ $# -gt 0 ] || chapters=(listening menus channels recording phone schedule settings rds messages antenna scan)
     for chapter in "${chapters[@]}"; do
         step "pictures: $chapter"
         turn portrait
