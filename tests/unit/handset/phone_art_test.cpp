@@ -73,6 +73,10 @@ TEST(PhoneArt, APicturesEdgesLieWhereItsBoxHasThem) {
         EXPECT_GT(Alpha(picture, margin, y), least) << Utf8(row.name);
         EXPECT_GT(Alpha(picture, right - margin, y), least) << Utf8(row.name);
         if (margin == 0) continue;
+        EXPECT_LT(Alpha(picture, x, margin - 1), 240u) << Utf8(row.name);
+        EXPECT_LT(Alpha(picture, x, lower - margin + 1), 240u) << Utf8(row.name);
+        EXPECT_LT(Alpha(picture, margin - 1, y), 240u) << Utf8(row.name);
+        EXPECT_LT(Alpha(picture, right - margin + 1, y), 240u) << Utf8(row.name);
         EXPECT_LT(Alpha(picture, x, 0), 25u) << Utf8(row.name);
         EXPECT_LT(Alpha(picture, x, lower), 160u) << Utf8(row.name);
         EXPECT_LT(Alpha(picture, 0, y), 25u) << Utf8(row.name);
