@@ -17,6 +17,7 @@ fi
 # check SENTENCE COMMAND…: the command's words are shown when it fails.
 check() {
     local sentence=$1 said status=0
+    CASES+="<testcase name=\"$sentence\" classname=\"$SUITE\" status=\"run\"/>"
     shift
     said=$WORK/said
     "$@" >"$said" 2>&1 </dev/null || status=$?
@@ -61,7 +62,7 @@ finish() {
     out=${out#xml:}
     # The programs under Wine are given a Windows path; here it is the machine's own.
     out=${out#Z:} out=${out//\\//}
-    [ -z "$out" ] || printf '<testsuites tests="%d" failures="%d" errors="0">\n</testsuites>\n' $CHECKS $FAILURES >"$out$SUITE.xml"
+    [ -z "$out" ] || printf '<testsuites tests="%d" failures="%d" errors="0">\n%s\n</testsuites>\n' $CHECKS $FAILURES "${CASES:-}" >"$out$SUITE.xml"
     printf '%d checks, %d failed\n' $CHECKS $FAILURES
     exit $((FAILURES > 0))
 }

@@ -61,6 +61,18 @@ bool IsListed(const std::string& lists, const std::filesystem::path& file) {
     return lists.find("/" + name) != std::string::npos || lists.find(" " + name) != std::string::npos;
 }
 
+// "Suite.Check" of the tests that are scripts.
+Names ChecksOf(const std::string& script) {
+    static const std::regex kSuite("(?:^|\\n)SUITE=(\\w+)"), kCheck("(?:^|\\n) *check \"?(\\w+)");
+    Names checks;
+    std::smatch suite;
+    if (!std::regex_search(script, suite, kSuite)) return checks;
+    for (auto at = std::sregex_iterator(script.begin(), script.end(), kCheck); at != std::sregex_iterator();
+         ++at)
+        checks.insert(suite[1].str() + "." + (*at)[1].str());
+    return checks;
+}
+
 Names AllTests() {
     std::string lists;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(kRoot / "tests")) {
@@ -72,6 +84,8 @@ Names AllTests() {
     for (const auto& file : test::CppFiles(kRoot, {"tests"})) {
         if (IsListed(lists, file)) tests.merge(test::TestsOf(test::ReadSource(file)));
     }
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(kRoot / "tests" / "scripts"))
+        if (entry.path().extension() == ".sh") tests.merge(ChecksOf(test::ReadSource(entry.path())));
     return tests;
 }
 
