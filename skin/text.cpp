@@ -37,7 +37,8 @@ bool PaintField(CSkin& skin, const SkinText& field, const WCHAR* text, Mark mark
     SetTextColor(image.dc(), field.crText);
     const SelectObjectGuard selected(image.dc(), font.get());
     RECT whole = {0, 0, place.cx, place.cy};
-    DrawTextW(image.dc(), text, -1, &whole, field.uFormat);
+    // A station's "&" is a letter, not the mark of a key.
+    DrawTextW(image.dc(), text, -1, &whole, field.uFormat | DT_NOPREFIX);
     image.CopyTo(window.get(), place.x, place.y);
     mark(skin, source.Screen(), field);
     return true;

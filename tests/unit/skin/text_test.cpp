@@ -88,6 +88,16 @@ TEST_P(TextFields, ATextThatIsTooLongIsCutOffWrappedOrEndedByDotsAsTheFieldsForm
     }
 }
 
+// Two of them are one where an ampersand marks a key, as in the picture that is expected.
+TEST_P(TextFields, AnAmpersandIsShownAsItStands) {
+    for (const TextLayout& field : kTextLayout) {
+        SCOPED_TRACE(field.id);
+        BlankScreen();
+        DrawSkinText(m_skin, field.id, L"A&B");
+        EXPECT_TRUE(Same(Expected(field, L"A&&B"), Shown()));
+    }
+}
+
 // Where every face is drawn alike, the pictures above cannot tell one from another.
 TEST_P(TextFields, EachFieldsFontIsTheSystemsInItsOwnSize) {
     LOGFONTW system = {};
