@@ -6,10 +6,9 @@
 #include <cstdio>
 #include <iterator>
 
-#include "handset/base/file_time.h"
-#include "handset/base/owned.h"
 #include "handset/state/booking_lock.h"
 #include "tests/support/handset_damage.h"
+#include "tests/support/process_counts.h"
 #include "tests/support/tuner_contract.h"
 #include "tests/support/wait.h"
 
@@ -59,29 +58,6 @@ std::vector<DWORD> ShownOf(const std::wstring& program) {
                 shown.end());
     std::sort(shown.begin(), shown.end());
     return shown;
-}
-
-double Seconds(const FILETIME& time) {
-    return static_cast<double>(handset::Ticks(time)) / 1e7;
-}
-
-// How long a process has been there, what it has done and how many threads it has: one that never got beyond
-// its start looks otherwise than one that cannot end.
-std::string LookOf(DWORD id) {
-    const handset::OwnedHandle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id));
-    FILETIME began = {}, ended = {}, kernel = {}, user = {}, now = {};
-    GetProcessTimes(process.get(), &began, &ended, &kernel, &user);
-    GetSystemTimeAsFileTime(&now);
-    int threads = 0;
-    const handset::OwnedHandle all(handset::Opened(CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0)));
-    THREADENTRY32 entry = {};
-    entry.dwSize = sizeof entry;
-    for (BOOL more = Thread32First(all.get(), &entry); more; more = Thread32Next(all.get(), &entry))
-        threads += entry.th32OwnerProcessID == id;
-    char text[128];
-    std::snprintf(text, sizeof text, "process %lu, %.1f s old, %.2f s of processor time, %d threads", id,
-                  Seconds(now) - Seconds(began), Seconds(kernel) + Seconds(user), threads);
-    return text;
 }
 
 void Handset(const wchar_t* arguments) {
@@ -160,7 +136,7 @@ void FaultDay::End() {
             AnswerBoxes();
             return !m_radio->Runs();
         })) {
-        Complain("the last radio did not close (" + LookOf(m_radio->ProcessId()) + ")");
+        Complain("the last radio did not close (" + LookOfProcess(m_radio->ProcessId()) + ")");
         KillRadio();
         return;
     }
@@ -202,7 +178,7 @@ void FaultDay::Look() {
     };
     if (!WaitFor(settled, kDialog_ms)) WaitAwake(settled);
     if (m_radio->Runs() && m_radio->Window() == nullptr) {
-        Complain("a radio showed no window (" + LookOf(m_radio->ProcessId()) + ")");
+        Complain("a radio showed no window (" + LookOfProcess(m_radio->ProcessId()) + ")");
         KillRadio();
     }
 }
@@ -291,7 +267,7 @@ void FaultDay::ExpectAnswer() {
     // A phone whose display went dark falls asleep when a fault keeps its radio from holding it awake.
     ++m_figures.sleeps;
     if (WaitAwake([&] { return answers(kPatience_ms); })) return;
-    Complain("a radio did not answer (" + LookOf(m_radio->ProcessId()) + ")");
+    Complain("a radio did not answer (" + LookOfProcess(m_radio->ProcessId()) + ")");
     KillRadio();
 }
 
@@ -337,7 +313,7 @@ void FaultDay::EndLeftBehind() {
             return WaitForSingleObject(process, 0) == WAIT_OBJECT_0 || HasMainWindow(id);
         };
         if (!WaitAwake(settled)) {
-            Complain("a radio stayed without a window (" + LookOf(id) + ")");
+            Complain("a radio stayed without a window (" + LookOfProcess(id) + ")");
             TerminateProcess(process, kKilled);
             WaitForSingleObject(process, kAnswer_ms);
             ++m_figures.leftBehind;

@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "handset/state/process_start.h"
+#include "tests/support/process_counts.h"
 #include "tests/support/wait.h"
 
 namespace test {
@@ -21,6 +22,8 @@ constexpr char kBand[] =
     "[8760]\nlevel=45\nstereo=1\nps=LOW END\nprogramme=tone:330\n"
     "[9850]\nlevel=60\nstereo=1\nps=KORA ONE\npty=News\nrt=Good morning\nprogramme=tone:440\n"
     "[10790]\nlevel=35\nps=TOP END\nprogramme=tone:880\n";
+
+constexpr UINT kGivenUp = 99;
 
 HKEY CreateStateKey(const std::wstring& path) {
     HKEY key = nullptr;
@@ -114,8 +117,15 @@ DWORD RunProgram(const std::wstring& name, const std::wstring& arguments, std::s
     DWORD code = ~0u;
     if (handset::StartProcess(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
                               &process)) {
-        WaitForSingleObject(process.hProcess, patience_ms);
+        const DWORD waited = WaitForSingleObject(process.hProcess, patience_ms);
         GetExitCodeProcess(process.hProcess, &code);
+        if (waited == WAIT_TIMEOUT) {
+            ADD_FAILURE() << std::filesystem::path(name).string()
+                          << " does not end: " << LookOfProcess(process.dwProcessId);
+            // The tests behind this one need the files that it holds.
+            TerminateProcess(process.hProcess, kGivenUp);
+            WaitForSingleObject(process.hProcess, kDeadline_ms);
+        }
         CloseHandle(process.hThread);
         CloseHandle(process.hProcess);
     }

@@ -64,8 +64,8 @@ class HandsetUnderTest {
 std::string ReadWholeFile(const std::wstring& path);
 void WriteWholeFile(const std::wstring& path, const std::string& bytes);
 std::vector<std::string> Lines(const std::string& text);
-// Runs a program of the build folder to its end, or until the patience is over; its exit code, and its output
-// when asked for.
+// Runs a program of the build folder to its end; its exit code, and its output when asked for. One that has
+// not ended when the patience is over fails the test, and is ended; its code is STILL_ACTIVE then.
 DWORD RunProgram(const std::wstring& name, const std::wstring& arguments, std::string* output = nullptr,
                  DWORD patience_ms = 180000);
 std::wstring BuildFolder();

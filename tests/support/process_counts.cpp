@@ -4,7 +4,11 @@
 #include <winternl.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <vector>
+
+#include "handset/base/file_time.h"
+#include "handset/base/owned.h"
 
 namespace test {
 namespace {
@@ -25,6 +29,10 @@ struct HandleTable {
     HandleEntry entries[1];
 };
 
+double Seconds(const FILETIME& time) {
+    return static_cast<double>(handset::Ticks(time)) / 1e7;
+}
+
 }  // namespace
 
 std::size_t ThreadsOf(DWORD process) {
@@ -37,6 +45,17 @@ std::size_t ThreadsOf(DWORD process) {
     }
     CloseHandle(snapshot);
     return threads;
+}
+
+std::string LookOfProcess(DWORD id) {
+    const handset::OwnedHandle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id));
+    FILETIME began = {}, ended = {}, kernel = {}, user = {}, now = {};
+    GetProcessTimes(process.get(), &began, &ended, &kernel, &user);
+    GetSystemTimeAsFileTime(&now);
+    char text[128];
+    std::snprintf(text, sizeof text, "process %lu, %.1f s old, %.2f s of processor time, %zu threads", id,
+                  Seconds(now) - Seconds(began), Seconds(kernel) + Seconds(user), ThreadsOf(id));
+    return text;
 }
 
 std::size_t HandlesOf(DWORD process) {
