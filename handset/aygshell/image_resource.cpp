@@ -4,7 +4,9 @@
 #include <ocidl.h>
 #include <olectl.h>
 
+#include <cstdlib>
 #include <cstring>
+#include <vector>
 
 #include "handset/base/com_reference.h"
 #include "handset/base/module_edge.h"
@@ -40,15 +42,19 @@ bool IsBitmapFile(const Bytes& bytes) {
 HBITMAP FromBitmapFile(const Bytes& bytes) {
     BITMAPFILEHEADER file;
     BITMAPINFOHEADER info;
-    if (bytes.size < sizeof file + sizeof info) return nullptr;
+    constexpr DWORD kHeaders = sizeof file + sizeof info;
+    if (bytes.size < kHeaders) return nullptr;
     std::memcpy(&file, bytes.data, sizeof file);
     std::memcpy(&info, bytes.data + sizeof file, sizeof info);
-    const auto rows = static_cast<ULONGLONG>(info.biHeight < 0 ? -info.biHeight : info.biHeight);
+    const ULONGLONG rows = static_cast<ULONGLONG>(std::abs(static_cast<LONGLONG>(info.biHeight)));
     const ULONGLONG row = (static_cast<ULONGLONG>(info.biWidth) * info.biBitCount + 31) / 32 * 4;
     if (info.biSize < sizeof info || info.biWidth <= 0 || info.biCompression != BI_RGB ||
-        file.bfOffBits > bytes.size || row * rows > bytes.size - file.bfOffBits)
+        file.bfOffBits < kHeaders || file.bfOffBits > bytes.size || row * rows > bytes.size - file.bfOffBits)
         return nullptr;
-    const auto* header = reinterpret_cast<const BITMAPINFO*>(bytes.data + sizeof file);
+    // In the file it begins at an odd place; its colours follow it.
+    std::vector<DWORD> copy((file.bfOffBits - sizeof file + sizeof(DWORD) - 1) / sizeof(DWORD));
+    std::memcpy(copy.data(), bytes.data + sizeof file, file.bfOffBits - sizeof file);
+    const auto* header = reinterpret_cast<const BITMAPINFO*>(copy.data());
     const handset::CWindowDC screen(nullptr);
     return CreateDIBitmap(screen.get(), &header->bmiHeader, CBM_INIT, bytes.data + file.bfOffBits, header,
                           DIB_RGB_COLORS);
