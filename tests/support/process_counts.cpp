@@ -53,8 +53,9 @@ std::string LookOfProcess(DWORD id) {
     GetProcessTimes(process.get(), &began, &ended, &kernel, &user);
     GetSystemTimeAsFileTime(&now);
     char text[128];
-    std::snprintf(text, sizeof text, "process %lu, %.1f s old, %.2f s of processor time, %zu threads", id,
-                  Seconds(now) - Seconds(began), Seconds(kernel) + Seconds(user), ThreadsOf(id));
+    std::snprintf(text, sizeof text, "process %lu, %.1f s old, %.2f s of processor time, %u threads", id,
+                  Seconds(now) - Seconds(began), Seconds(kernel) + Seconds(user),
+                  static_cast<unsigned>(ThreadsOf(id)));
     return text;
 }
 

@@ -1,7 +1,6 @@
 // The main screen as it stands on the display: ground, labels and buttons, in every orientation and size.
-#include <cstring>
-
 #include "resources/resource_ids.h"
+#include "tests/support/bitmap_file.h"
 #include "tests/support/contrast.h"
 #include "tests/support/screen_picture.h"
 #include "tests/system/radio_test.h"
@@ -22,7 +21,7 @@ class SkinBitmap {
         // A resource of the type GIF, which the image loader wants; the image is a bitmap's file.
         const HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(id), L"GIF");
         const auto* file = static_cast<const BYTE*>(LockResource(LoadResource(module, found)));
-        if (file != nullptr) m_bitmap = FromFile(file);
+        if (file != nullptr) m_bitmap = test::BitmapOfFile(file);
         FreeLibrary(module);
         m_dc = CreateCompatibleDC(nullptr);
         m_previous = SelectObject(m_dc, m_bitmap);
@@ -38,17 +37,6 @@ class SkinBitmap {
     COLORREF At(int x, int y) const { return GetPixel(m_dc, x, y); }
 
   private:
-    static HBITMAP FromFile(const BYTE* file) {
-        BITMAPFILEHEADER head;
-        std::memcpy(&head, file, sizeof head);
-        const auto* info = reinterpret_cast<const BITMAPINFO*>(file + sizeof head);
-        const HDC screen = GetDC(nullptr);
-        const HBITMAP bitmap =
-            CreateDIBitmap(screen, &info->bmiHeader, CBM_INIT, file + head.bfOffBits, info, DIB_RGB_COLORS);
-        ReleaseDC(nullptr, screen);
-        return bitmap;
-    }
-
     HBITMAP m_bitmap = nullptr;
     HDC m_dc = nullptr;
     HGDIOBJ m_previous = nullptr;

@@ -1,7 +1,7 @@
 // Pixels in memory, made, captured and compared.
 #include "tests/unit/skin/picture.h"
 
-#include <cstring>
+#include "tests/support/bitmap_file.h"
 
 namespace {
 
@@ -82,13 +82,7 @@ Picture Picture::OfResource(int id) {
         ADD_FAILURE() << "the test has no image " << id;
         return Picture(0, 0);
     }
-    BITMAPFILEHEADER head;
-    std::memcpy(&head, file, sizeof head);
-    const auto* info = reinterpret_cast<const BITMAPINFO*>(file + sizeof head);
-    const HDC screen = GetDC(nullptr);
-    const OwnedBitmap bitmap(
-        CreateDIBitmap(screen, &info->bmiHeader, CBM_INIT, file + head.bfOffBits, info, DIB_RGB_COLORS));
-    ReleaseDC(nullptr, screen);
+    const OwnedBitmap bitmap(test::BitmapOfFile(file));
     return OfBitmap(bitmap.get());
 }
 
