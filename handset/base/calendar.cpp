@@ -25,6 +25,7 @@ constexpr sys_days Day(std::int64_t day) {
 static_assert(Number({1601, 1, 1}) == kFirstDayOfFileTimes);
 static_assert(Number({1858, 11, 17}) == kFirstJulianDay);
 static_assert(Number({1904, 1, 1}) == kFirstDayOfMovies);
+static_assert(Number({10000, 1, 1}) == kFirstDayOf10000);
 static_assert(days{1} == std::chrono::seconds{kSecondsOfDay});
 
 }  // namespace

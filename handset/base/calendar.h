@@ -14,6 +14,8 @@ inline constexpr std::int64_t kSecondsOfDay = 86400;
 inline constexpr std::int64_t kFirstDayOfFileTimes = -134774;  // 1 January 1601
 inline constexpr std::int64_t kFirstJulianDay = -40587;        // 17 November 1858, modified Julian day 0
 inline constexpr std::int64_t kFirstDayOfMovies = -24107;      // 1 January 1904
+// Behind the last day of four digits.
+inline constexpr std::int64_t kFirstDayOf10000 = 2932897;
 
 [[nodiscard]] bool Exists(const Date& date);
 // Of a date that exists.

@@ -1,7 +1,6 @@
 #include "handset/base/clock_moment.h"
 
 #include <algorithm>
-#include <chrono>
 
 #include "handset/base/calendar.h"
 
@@ -9,8 +8,7 @@ namespace handset {
 namespace {
 
 constexpr std::uint64_t kDay = std::uint64_t{10000000} * kSecondsOfDay;
-constexpr std::uint64_t kDays =
-    std::chrono::sys_days{std::chrono::year{10000} / 1 / 1}.time_since_epoch().count() - kFirstDayOfFileTimes;
+constexpr std::uint64_t kDays = kFirstDayOf10000 - kFirstDayOfFileTimes;
 // The last day of 9999; a zone may add most of a day to what is shown.
 constexpr std::uint64_t kLatest = (kDays - 1) * kDay - 1;
 

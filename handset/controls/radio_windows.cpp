@@ -1,6 +1,7 @@
 // Windows of the radio, and input for them.
 #include "handset/controls/radio_windows.h"
 
+#include "handset/base/window_class.h"
 #include "handset/controls/radio_process.h"
 #include "handset/controls/switches.h"
 #include "handset/state/handset_protocol.h"
@@ -19,12 +20,6 @@ struct WindowSearch {
     std::vector<HWND> found;
 };
 
-bool HasClass(HWND window, const wchar_t* wanted) {
-    wchar_t name[16] = {};
-    GetClassNameW(window, name, std::size(name));
-    return wcscmp(name, wanted) == 0;
-}
-
 BOOL CALLBACK CollectWindow(HWND window, LPARAM parameter) {
     auto& search = *reinterpret_cast<WindowSearch*>(parameter);
     DWORD owner = 0;
@@ -32,7 +27,7 @@ BOOL CALLBACK CollectWindow(HWND window, LPARAM parameter) {
     RECT place = {};
     // Windows without an area are helpers that nobody sees, and the shell's bar is nobody's to use.
     if (owner == search.processId && IsWindowVisible(window) && GetWindowRect(window, &place) &&
-        !IsRectEmpty(&place) && !HasClass(window, handset::kTopBarClass)) {
+        !IsRectEmpty(&place) && !handset::HasClass(window, handset::kTopBarClass)) {
         search.found.push_back(window);
     }
     return TRUE;
@@ -100,7 +95,7 @@ bool Touched() {
 }
 
 bool IsMenu(HWND window) {
-    return HasClass(window, kMenuClass);
+    return handset::HasClass(window, kMenuClass);
 }
 
 // An open menu follows the host's pointer and not posted messages, so the pointer itself is moved.

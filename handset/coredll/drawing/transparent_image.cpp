@@ -8,21 +8,13 @@
 
 #include "handset/base/module_edge.h"
 #include "handset/base/owned.h"
+#include "handset/coredll/drawing/pixels.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/display_format.h"
 
 namespace {
 
-constexpr std::uint32_t kColourBits = 0x00FFFFFF;
-
-// An image as 0x00RRGGBB, first row on top.
-struct Pixels {
-    LONG width = 0, height = 0;
-    std::vector<std::uint32_t> values;
-
-    BITMAPINFO Info() const { return handset::DisplayFormat(width, height); }
-    const std::uint32_t* Row(LONG y) const { return values.data() + static_cast<std::ptrdiff_t>(y) * width; }
-};
+using coredll::Pixels;
 
 // A device context into which a bitmap can be selected that is in no other one.
 class CSelectionProbe {
@@ -47,21 +39,6 @@ class CSelectionProbe {
     // Of the display's format, as the images are: a change between formats takes long.
     HBITMAP own_ = OwnBitmap();
 };
-
-bool ReadPixels(HDC dc, HBITMAP bitmap, Pixels* pixels) {
-    BITMAP shape = {};
-    if (GetObjectW(bitmap, sizeof shape, &shape) == 0) return false;
-    pixels->width = shape.bmWidth;
-    pixels->height = shape.bmHeight;
-    pixels->values.resize(static_cast<std::size_t>(shape.bmWidth) * static_cast<std::size_t>(shape.bmHeight));
-    BITMAPINFO info = pixels->Info();
-    if (GetDIBits(dc, bitmap, 0, static_cast<UINT>(shape.bmHeight), pixels->values.data(), &info,
-                  DIB_RGB_COLORS) != shape.bmHeight) {
-        return false;
-    }
-    for (std::uint32_t& value : pixels->values) value &= kColourBits;
-    return true;
-}
 
 // Where an image goes, in the logical coordinates of the device context, and from where in the bitmap it
 // comes.
@@ -138,7 +115,8 @@ std::uint32_t PixelOf(COLORREF colour) {
 
 bool CopyUnscaled(HDC destination, const Copy& copy, HBITMAP bitmap, COLORREF transparent) {
     Pixels pixels;
-    return IsUnscaled(destination) && ReadPixels(destination, bitmap, &pixels) && copy.LiesIn(pixels) &&
+    return IsUnscaled(destination) && coredll::ReadPixels(destination, bitmap, &pixels) &&
+           copy.LiesIn(pixels) &&
            CopyRuns(destination, copy.From(pixels), copy.x, copy.y, PixelOf(transparent));
 }
 

@@ -4,14 +4,16 @@
 
 #include <commctrl.h>
 
-#include <cwchar>
 #include <cwctype>
 #include <iterator>
 
 #include "handset/base/module_edge.h"
+#include "handset/base/window_class.h"
 
 namespace coredll {
 namespace {
+
+using handset::HasClass;
 
 constexpr wchar_t kDialogClass[] = L"#32770";
 
@@ -25,12 +27,6 @@ struct Round {
     int steps = 0;
 };
 thread_local Round t_round;
-
-bool HasClass(HWND window, const wchar_t* name) {
-    wchar_t actual[32] = L"";
-    GetClassNameW(window, actual, static_cast<int>(std::size(actual)));
-    return _wcsicmp(actual, name) == 0;
-}
 
 bool IsArrow(WPARAM key) {
     return key == VK_UP || key == VK_DOWN || key == VK_LEFT || key == VK_RIGHT;

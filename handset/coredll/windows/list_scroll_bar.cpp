@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
-#include <vector>
 
 #include "handset/base/module_edge.h"
 #include "handset/base/owned.h"
+#include "handset/coredll/drawing/pixels.h"
 
 namespace coredll {
 namespace {
@@ -20,23 +20,16 @@ constexpr int kLeastThumb_px = 8;
 
 // The colour of a picture seen from afar.
 COLORREF GroundOf(HBITMAP picture) {
-    BITMAP size = {};
-    GetObjectW(picture, sizeof size, &size);
-    BITMAPINFO info = {};
-    info.bmiHeader = {sizeof(BITMAPINFOHEADER), size.bmWidth, -size.bmHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(size.bmWidth) *
-                                      static_cast<std::size_t>(size.bmHeight));
+    Pixels pixels;
     const handset::OwnedMemoryDC dc(CreateCompatibleDC(nullptr));
-    if (pixels.empty() || GetDIBits(dc.get(), picture, 0, static_cast<UINT>(size.bmHeight), pixels.data(),
-                                    &info, DIB_RGB_COLORS) == 0)
-        return GetSysColor(COLOR_SCROLLBAR);
+    if (!ReadPixels(dc.get(), picture, &pixels) || pixels.values.empty()) return GetSysColor(COLOR_SCROLLBAR);
     std::uint64_t red = 0, green = 0, blue = 0;
-    for (const std::uint32_t pixel : pixels) {
+    for (const std::uint32_t pixel : pixels.values) {
         red += (pixel >> 16) & 0xFF;
         green += (pixel >> 8) & 0xFF;
         blue += pixel & 0xFF;
     }
-    const auto mean = [&](std::uint64_t sum) { return static_cast<BYTE>(sum / pixels.size()); };
+    const auto mean = [&](std::uint64_t sum) { return static_cast<BYTE>(sum / pixels.values.size()); };
     return RGB(mean(red), mean(green), mean(blue));
 }
 

@@ -1,9 +1,8 @@
 // Popup menus: the host's own, kept inside the handset's display and off the shell's bar.
 #include <algorithm>
-#include <cwchar>
-#include <iterator>
 
 #include "handset/base/module_edge.h"
+#include "handset/base/window_class.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 
@@ -12,12 +11,6 @@ namespace {
 constexpr wchar_t kMenuClass[] = L"#32768";
 // To a menu's window: which menu is it? The desktop's headers name it, the device's do not.
 constexpr UINT kMenuOfWindow = 0x01E1;
-
-bool IsMenuWindow(HWND window) {
-    wchar_t name[8] = {};
-    return GetClassNameW(window, name, static_cast<int>(std::size(name))) > 0 &&
-           std::wcscmp(name, kMenuClass) == 0;
-}
 
 LONG Clamped(LONG position, LONG size, LONG low, LONG high) {
     return std::max(low, std::min(position, high - size));
@@ -89,7 +82,7 @@ void KeepInDisplay(HWND menu) {
 LRESULT CALLBACK KeepInDisplayProc(int code, WPARAM wParam, LPARAM lParam) try {
     const auto& call = *reinterpret_cast<const CWPSTRUCT*>(lParam);
     const bool placed = call.message == WM_MOVE || call.message == WM_WINDOWPOSCHANGED;
-    if (code == HC_ACTION && placed && IsMenuWindow(call.hwnd)) KeepInDisplay(call.hwnd);
+    if (code == HC_ACTION && placed && handset::HasClass(call.hwnd, kMenuClass)) KeepInDisplay(call.hwnd);
     return CallNextHookEx(nullptr, code, wParam, lParam);
 } catch (...) {
     return handset::EdgeAnswer<LRESULT>();

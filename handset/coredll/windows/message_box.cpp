@@ -5,6 +5,7 @@
 
 #include "handset/base/module_edge.h"
 #include "handset/base/owned.h"
+#include "handset/base/window_class.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset/coredll/windows/dark_display.h"
@@ -17,6 +18,7 @@ namespace {
 
 using coredll::CallKind;
 using coredll::CCallGuard;
+using handset::HasClass;
 
 constexpr wchar_t kDialogClass[] = L"#32770";
 constexpr int kMargin_px = 4;
@@ -28,11 +30,6 @@ struct Parts {
     HWND icon = nullptr;
     std::vector<HWND> buttons;
 };
-
-bool HasClass(HWND window, const wchar_t* name) {
-    wchar_t actual[16];
-    return GetClassNameW(window, actual, std::size(actual)) != 0 && lstrcmpiW(actual, name) == 0;
-}
 
 BOOL CALLBACK Collect(HWND child, LPARAM data) try {
     auto* parts = reinterpret_cast<Parts*>(data);

@@ -5,9 +5,9 @@
 #include <commctrl.h>
 
 #include <cstdlib>
-#include <iterator>
 
 #include "handset/base/module_edge.h"
+#include "handset/base/window_class.h"
 
 namespace coredll {
 namespace {
@@ -23,12 +23,6 @@ struct Stylus {
     POINT place{};  // of the touch, in the list
 };
 thread_local Stylus t_stylus;
-
-bool IsList(HWND window) {
-    wchar_t name[32] = L"";
-    GetClassNameW(window, name, static_cast<int>(std::size(name)));
-    return lstrcmpiW(name, WC_LISTVIEWW) == 0;
-}
 
 POINT PlaceOf(const MSG& message) {
     return {static_cast<short>(LOWORD(message.lParam)), static_cast<short>(HIWORD(message.lParam))};
@@ -55,7 +49,7 @@ void CALLBACK OnHeld(HWND, UINT, UINT_PTR, DWORD) try {
 }
 
 void Watch(const MSG& message) {
-    if (message.message == WM_LBUTTONDOWN && IsList(message.hwnd)) {
+    if (message.message == WM_LBUTTONDOWN && handset::HasClass(message.hwnd, WC_LISTVIEWW)) {
         Forget();
         t_stylus.list = message.hwnd;
         t_stylus.place = PlaceOf(message);

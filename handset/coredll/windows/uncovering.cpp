@@ -2,26 +2,19 @@
 
 #include <windows.h>
 
-#include <iterator>
-
 #include "handset/base/module_edge.h"
 #include "handset/base/owned.h"
+#include "handset/base/window_class.h"
 
 namespace coredll {
 namespace {
 
 thread_local HHOOK t_hook = nullptr;
 
-bool IsDialog(HWND window) {
-    wchar_t name[8] = L"";
-    GetClassNameW(window, name, static_cast<int>(std::size(name)));
-    return lstrcmpW(name, L"#32770") == 0;
-}
-
 // A dialog that ends is hidden before it goes.
 bool HasCovered(HWND window) {
     const bool child = (GetWindowLongW(window, GWL_STYLE) & WS_CHILD) != 0;
-    return !child && (IsWindowVisible(window) || IsDialog(window));
+    return !child && (IsWindowVisible(window) || handset::HasClass(window, L"#32770"));
 }
 
 // What is left of a window that goes, while the windows behind it are looked at from the front to the back.
