@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <iterator>
 
 #include "handset/state/booking_lock.h"
@@ -58,6 +59,18 @@ std::vector<DWORD> ShownOf(const std::wstring& program) {
                 shown.end());
     std::sort(shown.begin(), shown.end());
     return shown;
+}
+
+// 0 for a file that is not there.
+std::uint64_t SizeOf(const std::wstring& path) {
+    std::error_code missing;
+    const auto size = std::filesystem::file_size(path, missing);
+    return missing ? 0 : size;
+}
+
+std::string ReadFrom(const std::wstring& path, std::uint64_t place) {
+    const std::string whole = ReadWholeFile(path);
+    return whole.substr(std::min<std::size_t>(place, whole.size()));
 }
 
 void Handset(const wchar_t* arguments) {
@@ -188,11 +201,8 @@ void FaultDay::NoteEnd() {
     const DWORD code = m_radio->ExitCode();
     std::string cause;
     if (code == STATUS_ACCESS_VIOLATION) {
-        std::vector<std::string> calls = m_handset.TunerCalls();
-        calls.erase(calls.begin(),
-                    calls.begin() + static_cast<std::ptrdiff_t>(std::min(m_lifeBegan.calls, calls.size())));
-        const std::string trace = m_handset.Trace();
-        cause = CauseOfCrash(calls, trace.substr(std::min(m_lifeBegan.trace, trace.size())));
+        cause = CauseOfCrash(Lines(ReadFrom(m_handset.TunerLogFile(), m_lifeBegan.calls)),
+                             ReadFrom(m_handset.TraceFile(), m_lifeBegan.trace));
     }
     const std::string complaint = ComplaintOfEnd(code, cause);
     if (!complaint.empty()) return Complain(complaint);
@@ -202,7 +212,7 @@ void FaultDay::NoteEnd() {
 }
 
 FaultDay::LogPlace FaultDay::EndOfLogs() const {
-    return {m_handset.TunerCalls().size(), m_handset.Trace().size()};
+    return {SizeOf(m_handset.TunerLogFile()), SizeOf(m_handset.TraceFile())};
 }
 
 void FaultDay::BeginLife() {

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -60,9 +61,9 @@ class FaultDay {
     // The radio that runs, started or found; what became of the last one is noted.
     void Look();
     void NoteEnd();
-    // How much was logged of the tuner's calls, and traced.
+    // How much was logged of the tuner's calls, and traced, in bytes.
     struct LogPlace {
-        std::size_t calls = 0, trace = 0;
+        std::uint64_t calls = 0, trace = 0;
     };
     [[nodiscard]] LogPlace EndOfLogs() const;
     // From here on what is logged and traced belongs to the next radio.

@@ -248,7 +248,7 @@ void HandsetUnderTest::PlugHeadset(bool in) const {
 }
 
 std::vector<std::string> HandsetUnderTest::TunerCalls() const {
-    return Lines(ReadWholeFile(DevicePath(L"\\tuner.log")));
+    return Lines(ReadWholeFile(TunerLogFile()));
 }
 
 std::string HandsetUnderTest::Trace() const {
@@ -258,7 +258,7 @@ std::string HandsetUnderTest::Console() const {
     return ReadWholeFile(ConsoleFile());
 }
 void HandsetUnderTest::ClearTunerLog() const {
-    DeleteFileW(DevicePath(L"\\tuner.log").c_str());
+    DeleteFileW(TunerLogFile().c_str());
 }
 
 }  // namespace test

@@ -52,6 +52,7 @@ class HandsetUnderTest {
     std::string Console() const;
     void ClearTunerLog() const;
 
+    std::wstring TunerLogFile() const { return DevicePath(L"\\tuner.log"); }
     std::wstring TraceFile() const { return m_home + L"\\trace.log"; }
     std::wstring ConsoleFile() const { return m_home + L"\\console.log"; }
 

@@ -71,6 +71,16 @@ class ChannelsOnRadio : public RadioTest {
         EXPECT_NE(dialog, nullptr) << "no dialog for command " << command;
         return dialog;
     }
+    // The list of alternative frequencies, of which the tuner knows some time after it was tuned.
+    static HWND OpenAlternatives(const Radio& radio) {
+        constexpr UINT kSkinClick = 0x8003;
+        HWND dialog = nullptr;
+        EXPECT_TRUE(WaitFor([&] {
+            PostMessageW(radio.Window(), kSkinClick, SKIN_AF_LIST, 0);
+            return WaitFor([&] { return (dialog = radio.Box(nullptr)) != nullptr; }, 500);
+        })) << "no list of alternatives";
+        return dialog;
+    }
     // The box that a dialog shows above itself; dialogs and boxes may have the same caption.
     static HWND BoxOver(const Radio& radio, HWND dialog, const wchar_t* caption) {
         HWND box = nullptr;

@@ -4,24 +4,22 @@
 #include <algorithm>
 #include <set>
 
+#include "tests/support/window_thread.h"
 #include "tests/system/channels_on_radio.h"
 
 namespace {
 
+using test::FocusIn;
 using test::Radio;
 using test::WaitFor;
 
-constexpr UINT kSkinClick = 0x8003;
 // More than any dialog needs to be gone through, with what its controls keep for themselves.
 constexpr int kManyKeys = 60;
 
 class DialogByKeys : public test::ThreeChannelsOnRadio {
   protected:
-    static HWND FocusIn(HWND dialog) {
-        GUITHREADINFO info = {};
-        info.cbSize = sizeof info;
-        GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
-        return info.hwndFocus;
+    static bool WaitForFocusIn(HWND dialog) {
+        return WaitFor([&] { return IsChild(dialog, FocusIn(dialog)) != FALSE; });
     }
     static bool HasFocus(HWND dialog, int id) { return FocusIn(dialog) == GetDlgItem(dialog, id); }
     // As the phone gives it: to what has the focus. Returns when the dialog has dealt with it.
@@ -61,23 +59,15 @@ class DialogByKeys : public test::ThreeChannelsOnRadio {
     static void LookAndLeave(const Radio& radio, WORD leave) {
         const HWND dialog = radio.WaitForBox(nullptr);
         ASSERT_NE(dialog, nullptr);
-        ASSERT_TRUE(WaitFor([&] { return IsChild(dialog, FocusIn(dialog)) != FALSE; }));
+        ASSERT_TRUE(WaitForFocusIn(dialog));
         for (const WPARAM key : {VK_RIGHT, VK_LEFT}) ExpectAllReached(dialog, key);
         PostMessageW(dialog, WM_COMMAND, leave, 0);
         EXPECT_TRUE(WaitUntilClosed(dialog));
     }
-    HWND OpenAlternatives(const Radio& radio) {
-        HWND dialog = nullptr;
-        EXPECT_TRUE(WaitFor([&] {
-            PostMessageW(radio.Window(), kSkinClick, SKIN_AF_LIST, 0);
-            return WaitFor([&] { return (dialog = radio.Box(nullptr)) != nullptr; }, 500);
-        }));
-        EXPECT_TRUE(WaitFor([&] { return IsChild(dialog, FocusIn(dialog)) != FALSE; }));
-        return dialog;
-    }
-    HWND OpenByCommand(const Radio& radio, WORD command) {
+    static HWND OpenByCommand(Radio& radio, WORD command) {
+        radio.WaitUntilShown();
         const HWND dialog = OpenDialog(radio, command);
-        EXPECT_TRUE(WaitFor([&] { return IsChild(dialog, FocusIn(dialog)) != FALSE; }));
+        EXPECT_TRUE(WaitForFocusIn(dialog));
         return dialog;
     }
 };
@@ -102,7 +92,6 @@ TEST_F(DialogByKeys, TheArrowsReachEveryControlOfEveryDialogBothWays) {
 
 TEST_F(DialogByKeys, DownGoesFromOneFieldToTheNextAndUpBack) {
     Radio radio(handset);
-    radio.WaitUntilShown();
     const HWND dialog = OpenByCommand(radio, IDC_ADD_CURRENT);
     EXPECT_TRUE(HasFocus(dialog, IDC_CHANNEL_NAME));
     Press(dialog, VK_DOWN);
@@ -113,7 +102,6 @@ TEST_F(DialogByKeys, DownGoesFromOneFieldToTheNextAndUpBack) {
 
 TEST_F(DialogByKeys, LeftMovesInAFieldsTextAndLeavesTheFieldAtItsBeginning) {
     Radio radio(handset);
-    radio.WaitUntilShown();
     const HWND dialog = OpenByCommand(radio, IDC_ADD_CURRENT);
     Press(dialog, VK_DOWN);
     ASSERT_TRUE(HasFocus(dialog, IDC_CHANNEL_FREQUENCY));
@@ -126,7 +114,6 @@ TEST_F(DialogByKeys, LeftMovesInAFieldsTextAndLeavesTheFieldAtItsBeginning) {
 
 TEST_F(DialogByKeys, AChoiceKeepsItsArrowsToItsLastButton) {
     Radio radio(handset);
-    radio.WaitUntilShown();
     const HWND dialog = OpenByCommand(radio, IDC_SETTINGS);
     ASSERT_TRUE(PressUntilFocus(dialog, VK_DOWN, IDC_RECORD_WAV_STEREO));
     Press(dialog, VK_DOWN);
@@ -137,7 +124,6 @@ TEST_F(DialogByKeys, AChoiceKeepsItsArrowsToItsLastButton) {
 
 TEST_F(DialogByKeys, ReturnTicksACheckBoxAndTheDialogStays) {
     Radio radio(handset);
-    radio.WaitUntilShown();
     const HWND dialog = OpenByCommand(radio, IDC_SETTINGS);
     ASSERT_TRUE(HasFocus(dialog, IDC_MUTE_WEAK));
     const HWND box = GetDlgItem(dialog, IDC_MUTE_WEAK);
@@ -149,7 +135,6 @@ TEST_F(DialogByKeys, ReturnTicksACheckBoxAndTheDialogStays) {
 
 TEST_F(DialogByKeys, ReturnChoosesADayForABooking) {
     Radio radio(handset);
-    radio.WaitUntilShown();
     const HWND dialog = OpenByCommand(radio, IDC_SCHEDULE);
     ASSERT_TRUE(PressUntilFocus(dialog, VK_RIGHT, IDC_SCHEDULE_SUNDAY + 2));
     const std::string before = handset.Trace();
@@ -161,7 +146,6 @@ TEST_F(DialogByKeys, ReturnChoosesADayForABooking) {
 
 TEST_F(DialogByKeys, TheHourAndTheMinutesOfATimeAreReachedAndTurned) {
     Radio radio(handset);
-    radio.WaitUntilShown();
     const HWND dialog = OpenByCommand(radio, IDC_SCHEDULE);
     ASSERT_TRUE(PressUntilFocus(dialog, VK_RIGHT, IDC_SCHEDULE_START));
     const std::wstring before = test::TextOf(dialog, IDC_SCHEDULE_START);
@@ -180,6 +164,7 @@ TEST_F(DialogByKeys, ReturnTunesToAnAlternativeFrequencyAsATouchDoes) {
     Radio radio(handset, L"-Rec -Channel 10050");
     radio.WaitUntilShown();
     const HWND dialog = OpenAlternatives(radio);
+    EXPECT_TRUE(WaitForFocusIn(dialog));
     ASSERT_TRUE(PressUntilFocus(dialog, VK_RIGHT, IDC_AF_FREQUENCIES));
     const HWND list = GetDlgItem(dialog, IDC_AF_FREQUENCIES);
     const auto row = [&] {

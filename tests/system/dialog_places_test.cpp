@@ -50,11 +50,7 @@ TEST_F(DialogPlaces, EveryDialogOfTheMenusAndOfTheKeysTakesTheWholeScreen) {
     }
     PostMessageW(radio.Window(), kSkinClick, SKIN_RDS_INFORMATION, 0);
     LookAndLeave(radio, IDOK);
-    // The tuner knows of the alternatives some time after it was tuned.
-    EXPECT_TRUE(WaitFor([&] {
-        PostMessageW(radio.Window(), kSkinClick, SKIN_AF_LIST, 0);
-        return WaitFor([&] { return radio.Box(nullptr) != nullptr; }, 500);
-    }));
+    OpenAlternatives(radio);
     LookAndLeave(radio, IDC_AF_CLOSE);
 }
 
@@ -120,11 +116,8 @@ TEST_F(FilledDialogs, OneWithASingleTemplateUsesTheDisplayAndFollowsItsTurns) {
     ExpectFilledHoweverItTurns(information, rds);
     PostMessageW(information, WM_COMMAND, IDOK, 0);
     EXPECT_TRUE(WaitUntilClosed(information));
-    HWND list = nullptr;
-    ASSERT_TRUE(WaitFor([&] {
-        PostMessageW(radio.Window(), kSkinClick, SKIN_AF_LIST, 0);
-        return WaitFor([&] { return (list = radio.Box(nullptr)) != nullptr; }, 500);
-    }));
+    const HWND list = OpenAlternatives(radio);
+    ASSERT_NE(list, nullptr);
     ExpectFilledHoweverItTurns(list, alternatives);
     PostMessageW(list, WM_COMMAND, IDC_AF_CLOSE, 0);
     EXPECT_TRUE(WaitUntilClosed(list));

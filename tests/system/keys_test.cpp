@@ -1,6 +1,7 @@
 // Hardware keys: digits tune, arrows change the volume and the focus, Return darkens the display.
 #include "resources/resource_ids.h"
 #include "tests/support/screen_picture.h"
+#include "tests/support/window_thread.h"
 #include "tests/system/radio_test.h"
 
 namespace {
@@ -18,11 +19,8 @@ constexpr int kVolumeSliderEnd = 62;  // 80 pixels of track less 18 of thumb
 class Keys : public test::RadioTest {
   protected:
     static std::wstring FocusOf(const Radio& radio) {
-        GUITHREADINFO info = {};
-        info.cbSize = sizeof info;
-        GetGUIThreadInfo(GetWindowThreadProcessId(radio.Window(), nullptr), &info);
         WCHAR name[64] = L"";
-        GetClassNameW(info.hwndFocus, name, 64);
+        GetClassNameW(test::FocusIn(radio.Window()), name, 64);
         return name;
     }
 };

@@ -1,10 +1,12 @@
 // Keys, stylus, commands and shortcuts while a scan runs: none has any effect, and the radio is in front
 // again when the scan is over.
+#include "tests/support/window_thread.h"
 #include "tests/system/channels_on_radio.h"
 
 namespace {
 
 using test::Radio;
+using test::ThreadOf;
 using test::WaitFor;
 using testing::HasSubstr;
 using testing::Not;
@@ -50,12 +52,6 @@ class ScanInput : public test::ThreeChannelsOnRadio {
     }
     // Of a run over the band's 20 stations there are 21.
     int Seeks() const { return Count(TunerCommands(m_before), "SeekNext"); }
-    static GUITHREADINFO ThreadOf(const Radio& radio) {
-        GUITHREADINFO info = {};
-        info.cbSize = sizeof info;
-        GetGUIThreadInfo(GetWindowThreadProcessId(radio.Window(), nullptr), &info);
-        return info;
-    }
     std::size_t m_before = 0;
 };
 
@@ -124,14 +120,14 @@ TEST_F(ScanInput, TheHandsetsKeysReachNobodyWhileTheWindowIsDisabled) {
 TEST_F(ScanInput, TheRadioIsNotActivatedWhileItScansAndComesToTheFrontWhenItIsOver) {
     Radio radio(handset);
     radio.WaitUntilShown();
-    ASSERT_TRUE(WaitFor([&] { return ThreadOf(radio).hwndFocus == radio.ListView(); }));
+    ASSERT_TRUE(WaitFor([&] { return ThreadOf(radio.Window()).hwndFocus == radio.ListView(); }));
     BeginScan(radio);
-    EXPECT_EQ(ThreadOf(radio).hwndActive, nullptr);
-    EXPECT_EQ(ThreadOf(radio).hwndFocus, nullptr);
+    EXPECT_EQ(ThreadOf(radio.Window()).hwndActive, nullptr);
+    EXPECT_EQ(ThreadOf(radio.Window()).hwndFocus, nullptr);
     const std::size_t scanning = handset.Trace().find("FM: Start Auto Scan Channels.");
     EndScan(radio);
-    ASSERT_TRUE(WaitFor([&] { return ThreadOf(radio).hwndFocus == radio.ListView(); }));
-    EXPECT_EQ(ThreadOf(radio).hwndActive, radio.Window());
+    ASSERT_TRUE(WaitFor([&] { return ThreadOf(radio.Window()).hwndFocus == radio.ListView(); }));
+    EXPECT_EQ(ThreadOf(radio.Window()).hwndActive, radio.Window());
     const std::string trace = handset.Trace();
     EXPECT_EQ(trace.substr(scanning, trace.find("FM: End Auto Scan") - scanning).find("WA_ACTIVE"),
               std::string::npos);

@@ -3,6 +3,7 @@
 
 #include <regext.h>
 
+#include "tests/support/window_thread.h"
 #include "tests/unit/schedule/open_schedule.h"
 
 namespace {
@@ -30,12 +31,7 @@ class Delete : public test::ScheduleTest {
 
 TEST_F(Delete, AnEmptyListHasNoMenuAndGetsTheFocus) {
     OpenSchedule schedule;
-    const auto focus = [&schedule] {
-        GUITHREADINFO info = {};
-        info.cbSize = sizeof info;
-        GetGUIThreadInfo(GetWindowThreadProcessId(schedule.Dialog(), nullptr), &info);
-        return info.hwndFocus;
-    };
+    const auto focus = [&schedule] { return test::FocusIn(schedule.Dialog()); };
     SendMessageW(schedule.Dialog(), WM_NEXTDLGCTL,
                  reinterpret_cast<WPARAM>(schedule.Control(IDC_SCHEDULE_CHANNEL)), TRUE);
     ASSERT_EQ(focus(), schedule.Control(IDC_SCHEDULE_CHANNEL));
