@@ -14,7 +14,8 @@ add_executable(native_antenna
     antenna/ether_radio.cpp
     antenna/retune_test.cpp
     antenna/sample_clock_test.cpp
-    antenna/station_texts_test.cpp)
+    antenna/station_texts_test.cpp
+    antenna/stereo_gone_test.cpp)
 target_link_libraries(native_antenna PRIVATE fm_antenna ether transmitter GTest::gmock_main)
 add_test(NAME native_antenna COMMAND native_antenna)
 set_tests_properties(native_antenna PROPERTIES TIMEOUT 600)

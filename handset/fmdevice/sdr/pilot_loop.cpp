@@ -33,12 +33,12 @@ CPilotLoop::CPilotLoop() {
         const double sine = std::sin(kPi / 2.0 * (static_cast<double>(i) + 0.5) / kBlockSamples);
         window_[i] = static_cast<float>(sine * sine);
     }
-    rate_turns_ = kNominal_turns;
     Reset();
 }
 
 void CPilotLoop::Reset() {
     locked_ = false;
+    rate_turns_ = settled_turns_ = kNominal_turns;
     skip_ = kSettling;
     found_.clear();
     correction_turns_ = 0.0;
@@ -149,10 +149,14 @@ void CPilotLoop::Follow(Place place) {
     const double coherence =
         meanPower_ > 0.0 ? std::hypot(mean_.inPhase, mean_.inQuadrature) / std::sqrt(meanPower_) : 0.0;
     if (coherence < kCoherenceToHold || Deviation_Hz() < 75000.0 * kLeastLevel / 2.0) {
+        // By now the loop has followed noise, and a young one for hertz: the data of a station that goes on
+        // without a pilot would be looked for in the wrong place ever after.
+        rate_turns_ = settled_turns_;
         locked_ = false;
         found_.clear();
         return;
     }
+    if (followed_ == kRestingBlocks && coherence > kCoherenceToLock) settled_turns_ = rate_turns_;
     const double error_turns = std::atan2(place.inQuadrature, place.inPhase) / kTurn;
     const Gains gains = GainsAfter(followed_);
     if (followed_ < kRestingBlocks) ++followed_;

@@ -32,7 +32,8 @@ class CPilotLoop {
     [[nodiscard]] bool Locked() const { return locked_; }
     // The deviation by the pilot, while locked.
     [[nodiscard]] double Deviation_Hz() const;
-    // What the pilot's rate is beside 19 kHz, by the clock of the samples.
+    // What the pilot's rate is beside 19 kHz, by the clock of the samples; without a pilot the last one that
+    // the loop had settled at on this station, or 0.
     [[nodiscard]] double RateOffset_Hz() const;
 
     // The resting loop, for its tests: shares of a phase error that go into phase and rate with each block,
@@ -58,7 +59,8 @@ class CPilotLoop {
     std::array<float, kBlockSamples> window_{};
     PilotSums before_;
     double phase_turns_ = 0.0;
-    double rate_turns_ = 0.0;        // a sample
+    double rate_turns_ = 0.0;     // a sample
+    double settled_turns_ = 0.0;  // the last rate at rest on a clear pilot of this station, else the nominal
     double correction_turns_ = 0.0;  // a sample, in the next block alone
     bool locked_ = false;
     std::size_t skip_ = 0;  // blocks that the filters' settling spoils

@@ -44,12 +44,16 @@ EtherRadio::EtherRadio(const std::string& band, std::size_t buffer_bytes)
       bridge_(sound::kSampleRate_Hz, kLead_s),
       sound_(20.0, kLead_s),
       greeting_(ether::kGreetingBytes) {
-    std::vector<std::string> faults;
-    air_.SetBand(fm::ReadBand("band.ini", band, &faults));
+    SetBand(band);
     for (const auto& [id, argument] : {std::pair{2, 1920000u}, std::pair{3, 1u}, std::pair{13, 16u}}) {
         const auto bytes = Command(static_cast<std::uint8_t>(id), argument);
         stream_.Take(bytes.data(), bytes.size(), now_s_);
     }
+}
+
+void EtherRadio::SetBand(const std::string& band) {
+    std::vector<std::string> faults;
+    air_.SetBand(fm::ReadBand("band.ini", band, &faults));
 }
 
 void EtherRadio::Order(std::uint8_t id, std::uint32_t argument) {

@@ -21,6 +21,8 @@ class EtherRadio {
   public:
     EtherRadio(const std::string& band, std::size_t buffer_bytes);
 
+    // Other stations go on the air; those that stay the same go on.
+    void SetBand(const std::string& band);
     // Of what was received before nothing is heard any more.
     void Tune(std::uint32_t channel_10kHz);
     // So much time passes.

@@ -140,6 +140,31 @@ TEST_F(PilotLoopTest, ALostPilotIsNoticedAndItsRateIsKept) {
     EXPECT_NEAR(loop_.RateOffset_Hz(), 1.5, 1.0);
 }
 
+// Noise throws a loop that has just locked by hertz before the loss is noticed.
+TEST_F(PilotLoopTest, APilotThatGoesRightAfterItWasFoundLeavesTheNominalRate) {
+    for (std::size_t heard = 16; heard < 76; ++heard) {
+        loop_.Reset();
+        multiplex_.pilot = 0.1;
+        multiplex_.noise = 0.03;
+        ASSERT_TRUE(Run(heard + 2).pilotLocked) << heard;
+        multiplex_.pilot = 0.0;
+        multiplex_.noise = 0.3;
+        ASSERT_FALSE(Run(400).pilotLocked) << heard;
+        EXPECT_NEAR(loop_.RateOffset_Hz(), 0.0, 0.1) << heard;
+    }
+}
+
+TEST_F(PilotLoopTest, TheRateOfOneStationIsNotKeptForAnother) {
+    multiplex_.pilot_Hz = 19006.0;
+    ASSERT_TRUE(Run(1000).pilotLocked);
+    loop_.Reset();
+    EXPECT_NEAR(loop_.RateOffset_Hz(), 0.0, 1e-9);
+    multiplex_.pilot = 0.0;
+    multiplex_.noise = 0.3;
+    EXPECT_FALSE(Run(400).pilotLocked);
+    EXPECT_NEAR(loop_.RateOffset_Hz(), 0.0, 1e-9);
+}
+
 TEST_F(PilotLoopTest, NoiseFarLouderThanThePilotDoesNotHoldTheLock) {
     ASSERT_TRUE(Run(100).pilotLocked);
     multiplex_.pilot = 0.0;
