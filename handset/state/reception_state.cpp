@@ -11,6 +11,7 @@
 #include "handset/base/owned.h"
 #include "handset/base/registry_value.h"
 #include "handset/state/handset_state.h"
+#include "handset/state/state_changes.h"
 #include "handset/state/stored_value.h"
 
 namespace handset {
@@ -92,6 +93,7 @@ class CReceptionWriter {
         if (same && now_ms - written_ms_ < kUnchanged_ms) return true;
         written_ms_ = now_ms;
         good = Set(kWritten, BytesValue(REG_QWORD, &now_ms, sizeof now_ms)) && good;
+        TellOfStateChange();
         // Somebody has removed the key: all of it is written again next time.
         if (!good) Forget();
         return good;
@@ -100,6 +102,7 @@ class CReceptionWriter {
         const std::lock_guard<std::mutex> guard(lock_);
         Forget();
         RegDeleteKeyW(HKEY_CURRENT_USER, KeyPath().c_str());
+        TellOfStateChange();
     }
 
   private:
