@@ -16,6 +16,8 @@ constexpr int kRate_Hz = 22050;
 constexpr test::ToneRange kTone = {90, 130, 1};
 constexpr double kBackWithin_s = 2;
 constexpr double kMonitorPeriod_s = 0.7;
+// The pace of a server is judged every two seconds: those in which the fault ended, and two more.
+constexpr double kSaidWithin_s = 4.5;
 // Heard well, in stereo. Garbage looks like a signal that is too strong, and the gain is held lower for a
 // while.
 constexpr int kHeard = 30;
@@ -178,8 +180,13 @@ class EtherCause : public EtherFaults, public testing::WithParamInterface<Cause>
 TEST_P(EtherCause, IsSaidAndTwoSecondsAfterItsEndTheRadioPlays) {
     Radio radio(handset);
     Tune(radio);
+    const auto plays = [&] { return testing::Value(AntennaWords().back(), testing::EndsWith("plays")); };
+    // What is said already is not said again: a machine that was slow at first has come to itself.
+    if (!GetParam().levelGoes) {
+        ASSERT_TRUE(WaitFor(plays, 90000)) << handset.Trace();
+    }
     // A machine that has other things to do delays some, not all.
-    double soonest_s = 1000;
+    double soonest_s = 1000, soonestSaid_s = 1000;
     for (int time = 0; time < 3; ++time) {
         const int said = CountIn(handset.Trace(), GetParam().words);
         Fault(GetParam().fault);
@@ -201,11 +208,11 @@ TEST_P(EtherCause, IsSaidAndTwoSecondsAfterItsEndTheRadioPlays) {
                 });
         })) << handset.Trace();
         soonest_s = std::min(soonest_s, SecondsSince(ended_ms));
-        ASSERT_TRUE(WaitFor([&] {
-            return testing::Value(AntennaWords().back(), testing::EndsWith("plays"));
-        })) << handset.Trace();
+        ASSERT_TRUE(WaitFor(plays)) << handset.Trace();
+        soonestSaid_s = std::min(soonestSaid_s, SecondsSince(ended_ms));
     }
     EXPECT_LT(soonest_s, kBackWithin_s + kMonitorPeriod_s);
+    EXPECT_LT(soonestSaid_s, kSaidWithin_s);
 }
 
 INSTANTIATE_TEST_SUITE_P(Causes, EtherCause, testing::ValuesIn(kCauses),

@@ -134,7 +134,9 @@ TEST_F(ListScrollBar, IsOfThePicturesColourWithAThumbThatStandsOut) {
 }
 
 TEST_F(ListScrollBar, OfAListWithoutAPictureIsTheHosts) {
-    EXPECT_EQ(Colours().count(kGround), 0u);
+    const std::set<COLORREF> colours = Colours();
+    EXPECT_EQ(colours.count(kGround), 0u);
+    EXPECT_EQ(colours.count(GetSysColor(COLOR_BTNFACE)), 1u) << testing::PrintToString(colours);
 }
 
 TEST_F(ListScrollBar, KeepsItsColoursAndShowsWhereTheListStands) {
@@ -187,6 +189,8 @@ TEST_F(ListScrollBar, TheThumbIsDraggedFromOneEndToTheOther) {
     GivePicture();
     const int grip = (ThumbRows().first + ThumbRows().second) / 2;
     Press(grip);
+    Move(grip);
+    EXPECT_EQ(Top(), 0);
     Move(grip + 20);
     EXPECT_GT(Top(), 3);
     EXPECT_LT(Top(), kRows - kSeven);
