@@ -79,12 +79,12 @@ int Export(const std::wstring& path, Form form, CConsole& console) {
     if (!fault.empty()) return Failed(console, fault);
     std::vector<std::string> lost;
     if (!WriteWholeFile(path, WriteForm(form, stored, &lost))) {
-        return Failed(console, path + L" could not be written");
+        return Failed(console, SaidPath(path) + L" could not be written");
     }
     std::size_t channels = 0;
     for (const lists::ChannelList& list : stored) channels += list.channels.size();
     console.Line(Count(stored.size(), L"list") + L", " + Count(channels, L"channel") + L" written to " +
-                 path);
+                 SaidPath(path));
     if (strays != 0) {
         console.Line(Count(strays, L"channel") +
                      L" of lists that the phone does not show, under the names that they give");
@@ -137,10 +137,11 @@ int Import(const std::wstring& path, Form form, bool replace, CConsole& console)
     GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &facts);
     const bool tooLarge = facts.nFileSizeHigh != 0 || facts.nFileSizeLow > kLargestFile;
     const auto bytes = tooLarge ? std::nullopt : ReadWholeFile(path);
-    if (!bytes) return Failed(console, path + (tooLarge ? L" is larger than 64 MiB" : L" cannot be read"));
+    if (!bytes)
+        return Failed(console, SaidPath(path) + (tooLarge ? L" is larger than 64 MiB" : L" cannot be read"));
     const lists::ListFile file = ReadForm(form, *bytes);
     if (!file.fault.empty()) {
-        return Failed(console, path + L" is broken, nothing was stored: " + Wide(file.fault));
+        return Failed(console, SaidPath(path) + L" is broken, nothing was stored: " + Wide(file.fault));
     }
     CChannelVolume volume;
     std::wstring fault = volume.Open(CChannelVolume::When::kMissingIsMade);

@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include "handset/command/command.h"
+#include "handset/controls/host_folder.h"
 #include "handset/controls/wait.h"
 #include "handset/setup/removal.h"
 #include "handset/state/handset_protocol.h"
@@ -31,9 +32,9 @@ int Uninstall(const Arguments& arguments, CConsole& console) {
     const std::wstring root = handset::DeviceRoot();
     const RemovalReport report = RemoveHandset(all);
     if (!report.fault.empty()) return Failure(console, L"uninstall", report.fault);
-    if (report.rootLeft) console.Line(root + L" was there before the handset and stays as it is");
+    if (report.rootLeft) console.Line(SaidPath(root) + L" was there before the handset and stays as it is");
     if (!report.kept.empty()) console.Line(L"These recordings are kept; remove them when you like:");
-    for (const std::wstring& path : report.kept) console.Line(L"  " + path);
+    for (const std::wstring& path : report.kept) console.Line(L"  " + SaidPath(path));
     return kDone;
 }
 

@@ -49,7 +49,7 @@ int Install(const Arguments& words, CConsole& console) {
     // An ether that was killed with its handset is forgotten before a radio looks for it.
     (void)EtherPort();
     const InstallReport report = InstallHandset(ProgramFolder());
-    console.Line(L"device root " + handset::DeviceRoot());
+    console.Line(L"device root " + SaidPath(handset::DeviceRoot()));
     for (const std::wstring& line : report.done) console.Line(L"  " + line);
     return report.fault.empty() ? kDone : Failure(console, L"install", report.fault);
 }

@@ -26,6 +26,20 @@ std::wstring FullHostPath(const std::wstring& path) {
     return full;
 }
 
+std::wstring SaidPath(const std::wstring& path) {
+    const bool ofUnix =
+        OnWine() && path.size() > 2 && (path[0] == L'Z' || path[0] == L'z') && path[1] == L':';
+    if (!ofUnix) return path;
+    std::wstring said = path.substr(2);
+    for (wchar_t& c : said) c = c == L'\\' ? L'/' : c;
+    return said;
+}
+
+bool OnWine() {
+    static const bool wine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+    return wine;
+}
+
 std::wstring ProgramFolder() {
     std::wstring path(kLongestHostPath, L'\0');
     path.resize(GetModuleFileNameW(nullptr, path.data(), kLongestHostPath));

@@ -2,6 +2,7 @@
 #include "handset/phone/radio_follow.h"
 
 #include "handset/base/owned.h"
+#include "handset/controls/host_folder.h"
 #include "handset/controls/radio_windows.h"
 #include "handset/state/screen_size.h"
 
@@ -25,13 +26,6 @@ bool IsAbove(HWND upper, HWND lower) {
         if (window == lower) return true;
     }
     return false;
-}
-
-// Under Wine the desktop's own window manager stacks the windows and raises the panel when it is clicked,
-// without a word to Wine.
-bool HostStacksWindows() {
-    static const bool wine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-    return wine;
 }
 
 }  // namespace
@@ -64,7 +58,9 @@ void CRadioFollow::Follow(HWND panel, const RECT& display) {
 }
 
 void CRadioFollow::OpenDisplay(HWND panel, bool open, const RECT& display) {
-    if (!HostStacksWindows()) return;
+    // There the desktop's own window manager stacks the windows and raises the panel when it is clicked,
+    // without a word to the programs.
+    if (!OnWine()) return;
     RECT window = {};
     GetWindowRect(panel, &window);
     RECT hole = open ? display : RECT{};

@@ -78,7 +78,8 @@ class CFileRemoval {
         SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
         const BOOL gone = folder ? RemoveDirectoryW(path.c_str()) : DeleteFileW(path.c_str());
         if (!gone && report_.fault.empty()) {
-            report_.fault = path + L" could not be removed (error " + std::to_wstring(GetLastError()) + L")";
+            report_.fault =
+                SaidPath(path) + L" could not be removed (error " + std::to_wstring(GetLastError()) + L")";
         }
     }
 

@@ -6,6 +6,7 @@
 #include <cwchar>
 
 #include "handset/controls/encoding.h"
+#include "handset/controls/host_folder.h"
 #include "handset/controls/wait.h"
 #include "handset/state/handset_state.h"
 
@@ -114,7 +115,8 @@ std::wstring CTourWatch::TunedTo() const {
 
 void CTourWatch::KeepSound() const {
     const std::wstring kept = pictureFolder_ + L"\\tour.wav";
-    if (CopyFileW(LogPath(L"SoundLog").c_str(), kept.c_str(), FALSE)) console_.Line(L"sound: " + kept);
+    if (CopyFileW(LogPath(L"SoundLog").c_str(), kept.c_str(), FALSE))
+        console_.Line(L"sound: " + SaidPath(kept));
 }
 
 void CTourWatch::Picture(const wchar_t* name) const {

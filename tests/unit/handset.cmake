@@ -17,6 +17,7 @@ kora_test(test_handset
         handset/clock_test.cpp
         handset/command_line_test.cpp
         handset/handset_fixture.cpp
+        handset/host_folder_test.cpp
         handset/install_test.cpp
         handset/layout_test.cpp
         handset/panel_focus_test.cpp
