@@ -37,7 +37,7 @@ void TellOfStateChange() noexcept try {
     const CKeptLastError kept;
     told->Add();
 } catch (...) {
-    // Without memory nobody is told; who keeps values looks by himself before long.
+    // Without memory nobody is told; whoever keeps values looks without it before long.
     return;
 }
 

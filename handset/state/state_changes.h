@@ -1,5 +1,5 @@
 // How often the programs of a handset have written to its part of the host's registry: a count in memory that
-// they share, by which who keeps what he has read sees at no cost whether to look again.
+// they share, so that a program that keeps what it has read sees at no cost whether to look again.
 #pragma once
 
 #include <atomic>
