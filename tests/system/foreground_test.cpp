@@ -1,5 +1,6 @@
 // Who is in front when the radio starts.
 #include "handset/state/process_start.h"
+#include "tests/support/screen_picture.h"
 #include "tests/system/radio_test.h"
 
 namespace {
@@ -77,6 +78,25 @@ TEST_F(Foreground, SoDoesOneThatTheHostWouldShowBehindTheOthers) {
         EXPECT_FALSE(IsIconic(window)) << show;
         EXPECT_TRUE(WaitForRounds(3)) << show;
     }
+}
+
+TEST_F(Foreground, SoDoesTheBoxOfOneThatCannotPlayAndItsTitleSaysSo) {
+    handset.PlugHeadset(false);
+    const OtherProgram other;
+    Radio radio(handset);
+    const HWND box = radio.WaitForBox(L"WARNING");
+    ASSERT_NE(box, nullptr);
+    EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == box; }));
+    RECT title = {};
+    GetWindowRect(box, &title);
+    InflateRect(&title, -GetSystemMetrics(SM_CXDLGFRAME), -GetSystemMetrics(SM_CYDLGFRAME));
+    title.bottom = title.top + GetSystemMetrics(SM_CYCAPTION) - 1;
+    const std::size_t most =
+        static_cast<std::size_t>(title.right - title.left) * (title.bottom - title.top) / 2;
+    const COLORREF inFront = GetSysColor(COLOR_ACTIVECAPTION);
+    EXPECT_TRUE(WaitFor([&] { return test::PixelsOf(test::PictureOf(title), inFront) > most; }));
+    Radio::Answer(box, IDOK);
+    EXPECT_TRUE(radio.WaitUntilGone());
 }
 
 TEST_F(Foreground, SoDoesOneThatTheCommandLineStarts) {

@@ -22,6 +22,8 @@ using handset::HasClass;
 
 constexpr wchar_t kDialogClass[] = L"#32770";
 constexpr int kMargin_px = 4;
+constexpr UINT_PTR kFrontTimer = 0x4B46;
+constexpr UINT kFrontLook_ms = 50;
 
 thread_local HHOOK t_hook = nullptr;
 
@@ -154,6 +156,14 @@ void PlaceOnDisplay(HWND box) {
                  size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
 }
 
+// A box that its program shows before any window comes to the front. Wine does not tell it, and its title
+// would stay that of a window behind.
+void CALLBACK TellWhenInFront(HWND box, UINT /*message*/, UINT_PTR timer, DWORD /*time_ms*/) {
+    if (GetForegroundWindow() != box) return;
+    KillTimer(box, timer);
+    SendMessageW(box, WM_NCACTIVATE, TRUE, 0);
+}
+
 // The first dialog that this thread initialises is the box; by then the host has laid it out, and nobody has
 // seen it yet.
 LRESULT CALLBACK AfterMessage(int code, WPARAM fromThread, LPARAM data) try {
@@ -165,6 +175,8 @@ LRESULT CALLBACK AfterMessage(int code, WPARAM fromThread, LPARAM data) try {
         UnhookWindowsHookEx(hook);
         PlaceOnDisplay(message->hwnd);
         coredll::HideWhileDark(message->hwnd);
+        if (GetWindow(message->hwnd, GW_OWNER) == nullptr)
+            SetTimer(message->hwnd, kFrontTimer, kFrontLook_ms, TellWhenInFront);
         return 0;
     }
     return CallNextHookEx(hook, code, fromThread, data);
