@@ -2,6 +2,8 @@
 
 #include <psapi.h>
 
+#include <cstring>
+
 namespace test {
 namespace {
 
@@ -13,17 +15,25 @@ void* Exported(const wchar_t* dll, const char* name) {
     return reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(dll), name));
 }
 
-void Patch(void** slot) {
+// A linker may put a module's tables at any address.
+template <typename Table>
+Table At(const BYTE* place) {
+    Table table;
+    std::memcpy(&table, place, sizeof table);
+    return table;
+}
+
+void Patch(BYTE* slot) {
     for (int i = 0; i < g_rowCount; ++i) {
         const InsteadRow& row = g_rows[i];
         // Looked up anew each time: the DLL may have come only now.
         void* const original = Exported(row.dll, row.name);
-        if (original == nullptr || *slot != original) continue;
+        if (original == nullptr || At<void*>(slot) != original) continue;
         if (row.original != nullptr) *row.original = original;
         DWORD before = 0;
-        VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &before);
-        *slot = row.instead;
-        VirtualProtect(slot, sizeof *slot, before, &before);
+        VirtualProtect(slot, sizeof row.instead, PAGE_READWRITE, &before);
+        std::memcpy(slot, &row.instead, sizeof row.instead);
+        VirtualProtect(slot, sizeof row.instead, before, &before);
         return;
     }
 }
@@ -31,14 +41,15 @@ void Patch(void** slot) {
 void Watch(HMODULE module) {
     if (!g_wanted(module)) return;
     auto* const base = reinterpret_cast<BYTE*>(module);
-    const auto* nt = reinterpret_cast<const IMAGE_NT_HEADERS*>(
-        base + reinterpret_cast<const IMAGE_DOS_HEADER*>(base)->e_lfanew);
-    const DWORD table = nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    const auto begin = At<IMAGE_DOS_HEADER>(base);
+    const auto nt = At<IMAGE_NT_HEADERS>(base + begin.e_lfanew);
+    const DWORD table = nt.OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
     if (table == 0) return;
-    for (auto* dll = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + table); dll->Name != 0; ++dll) {
-        for (auto** slot = reinterpret_cast<void**>(base + dll->FirstThunk); *slot != nullptr; ++slot) {
+    for (const BYTE* row = base + table;; row += sizeof(IMAGE_IMPORT_DESCRIPTOR)) {
+        const auto dll = At<IMAGE_IMPORT_DESCRIPTOR>(row);
+        if (dll.Name == 0) return;
+        for (BYTE* slot = base + dll.FirstThunk; At<void*>(slot) != nullptr; slot += sizeof(void*))
             Patch(slot);
-        }
     }
 }
 
