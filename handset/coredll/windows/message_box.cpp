@@ -158,10 +158,12 @@ void PlaceOnDisplay(HWND box) {
 
 // A box that its program shows before any window comes to the front. Wine does not tell it, and its title
 // would stay that of a window behind.
-void CALLBACK TellWhenInFront(HWND box, UINT /*message*/, UINT_PTR timer, DWORD /*time_ms*/) {
+void CALLBACK TellWhenInFront(HWND box, UINT /*message*/, UINT_PTR timer, DWORD /*time_ms*/) try {
     if (GetForegroundWindow() != box) return;
     KillTimer(box, timer);
     SendMessageW(box, WM_NCACTIVATE, TRUE, 0);
+} catch (...) {
+    handset::EdgeAnswer<void>();
 }
 
 // The first dialog that this thread initialises is the box; by then the host has laid it out, and nobody has
