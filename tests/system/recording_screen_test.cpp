@@ -1,4 +1,6 @@
 // What the user sees and can do while the radio records, and how a recording ends with the radio.
+#include <set>
+
 #include "tests/system/recording_test.h"
 
 namespace {
@@ -27,12 +29,27 @@ class RecordingScreen : public test::RecordingTest {
         }
         return false;
     }
+    // What there is to say of a time that is not seen: who stands in its place, and what the radio said.
+    std::string InsteadOfTheTime(const Radio& radio) const {
+        POINT place = {95, 185};
+        ClientToScreen(radio.Window(), &place);
+        const HWND there = WindowFromPoint(place);
+        char className[80] = "", title[80] = "";
+        GetClassNameA(there, className, sizeof className);
+        GetWindowTextA(there, title, sizeof title);
+        std::string said = there == radio.Window() ? "the radio's window" : "another window";
+        said += ": " + std::string(className) + ", \"" + std::string(title) + "\", its colours:";
+        std::set<COLORREF> colours;
+        for (int x = 5; x < 185; ++x) colours.insert(radio.Pixel(x, 185));
+        for (const COLORREF colour : colours) said += " " + std::to_string(colour);
+        return said + "\n" + handset.Trace();
+    }
 };
 
 TEST_F(RecordingScreen, TheListGivesWayAndTheTimeIsShownInRedUntilTheStop) {
     Radio radio(handset);
     StartRecording(radio);
-    EXPECT_TRUE(WaitFor([&] { return TimeIsShown(radio); }));
+    EXPECT_TRUE(WaitFor([&] { return TimeIsShown(radio); })) << InsteadOfTheTime(radio);
     StopAndAnswer(radio);
     EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(radio.ListView()); }));
     EXPECT_TRUE(WaitFor([&] { return !TimeIsShown(radio); }));
