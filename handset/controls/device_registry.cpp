@@ -3,7 +3,6 @@
 
 #include "handset/base/owned.h"
 #include "handset/state/handset_state.h"
-#include "handset/state/state_changes.h"
 
 namespace panel {
 namespace {
@@ -26,12 +25,6 @@ handset::OwnedKey Open(const std::wstring& deviceKey, REGSAM access) {
     handset::OwnedKey key;
     if (path) RegOpenKeyExW(HKEY_CURRENT_USER, path->c_str(), 0, access, handset::Put(key));
     return key;
-}
-
-// Whether a call that changes something has.
-bool Told(LSTATUS answer) {
-    handset::TellOfStateChange();
-    return answer == ERROR_SUCCESS;
 }
 
 constexpr DWORD kNameCapacity = 16384;  // a value's name has at most 16383 characters
@@ -60,8 +53,8 @@ bool DeviceKeyExists(const std::wstring& key) {
 bool CreateDeviceKey(const std::wstring& key) {
     const auto path = HostKeyPath(key);
     handset::OwnedKey created;
-    return path && Told(RegCreateKeyExW(HKEY_CURRENT_USER, path->c_str(), 0, nullptr, 0, KEY_READ, nullptr,
-                                        handset::Put(created), nullptr));
+    return path && RegCreateKeyExW(HKEY_CURRENT_USER, path->c_str(), 0, nullptr, 0, KEY_READ, nullptr,
+                                   handset::Put(created), nullptr) == ERROR_SUCCESS;
 }
 
 std::optional<DeviceValue> GetDeviceValue(const std::wstring& key, const std::wstring& value) {
@@ -71,18 +64,18 @@ std::optional<DeviceValue> GetDeviceValue(const std::wstring& key, const std::ws
 
 bool SetDeviceValue(const std::wstring& key, const std::wstring& value, const DeviceValue& data) {
     const auto path = HostKeyPath(key);
-    return path && Told(RegSetKeyValueW(HKEY_CURRENT_USER, path->c_str(), value.c_str(), data.type,
-                                        data.data.data(), static_cast<DWORD>(data.data.size())));
+    return path && RegSetKeyValueW(HKEY_CURRENT_USER, path->c_str(), value.c_str(), data.type,
+                                   data.data.data(), static_cast<DWORD>(data.data.size())) == ERROR_SUCCESS;
 }
 
 bool DeleteDeviceValue(const std::wstring& key, const std::wstring& value) {
     const handset::OwnedKey open = Open(key, KEY_SET_VALUE);
-    return open && Told(RegDeleteValueW(open.get(), value.c_str()));
+    return open && RegDeleteValueW(open.get(), value.c_str()) == ERROR_SUCCESS;
 }
 
 bool DeleteDeviceKey(const std::wstring& key) {
     const auto path = HostKeyPath(key);
-    return path && Told(RegDeleteTreeW(HKEY_CURRENT_USER, path->c_str()));
+    return path && RegDeleteTreeW(HKEY_CURRENT_USER, path->c_str()) == ERROR_SUCCESS;
 }
 
 std::vector<std::wstring> DeviceSubkeys(const std::wstring& key) {

@@ -9,7 +9,6 @@
 #include "handset/base/owned.h"
 #include "handset/controls/host_folder.h"
 #include "handset/state/handset_state.h"
-#include "handset/state/state_changes.h"
 
 namespace panel {
 namespace {
@@ -138,7 +137,6 @@ RemovalReport RemoveHandset(bool recordingsToo) {
     }
     if (!report.fault.empty()) return report;
     const LSTATUS status = RegDeleteTreeW(HKEY_CURRENT_USER, handset::StateKeyPath().c_str());
-    handset::TellOfStateChange();
     if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) {
         report.fault = L"the user's registry refused to forget the handset";
     }

@@ -17,7 +17,8 @@ constexpr wchar_t kRate[] = L"ClockRate";
 // With the lock held.
 bool Write(const ClockMoment& moment) {
     const StoredMoment bytes = Stored(moment);
-    return SetStateBinary(kMoment, bytes.data(), bytes.size());
+    return RegSetKeyValueW(HKEY_CURRENT_USER, StateKeyPath().c_str(), kMoment, REG_BINARY, bytes.data(),
+                           static_cast<DWORD>(bytes.size())) == ERROR_SUCCESS;
 }
 
 // What is shown goes on without a jump.
@@ -74,7 +75,7 @@ std::uint32_t RateAtStart() {
 }
 
 std::optional<ClockMoment> SharedMoment() {
-    const auto stored = ReadStateValue(kMoment);
+    const auto stored = ReadStoredValue(StateKeyPath(), kMoment);
     if (!stored || stored->type != REG_BINARY) return std::nullopt;
     return ReadMoment(stored->data.data(), stored->data.size());
 }

@@ -1,12 +1,9 @@
 #include "handset/state/handset_state.h"
 
 #include <cwctype>
-#include <iterator>
 
 #include "handset/base/number_text.h"
-#include "handset/base/owned.h"
 #include "handset/base/rows.h"
-#include "handset/state/state_changes.h"
 #include "handset/state/stored_value.h"
 
 namespace handset {
@@ -17,13 +14,8 @@ constexpr wchar_t kDefaultStateKey[] = L"Software\\Kora Handset";
 std::optional<std::wstring> FromEnvironment(const wchar_t* name) {
     std::wstring variable = L"KORA_";
     for (const wchar_t* c = name; *c != 0; ++c) variable += static_cast<wchar_t>(std::towupper(*c));
-    // One question is enough for most: it is asked with every value. An empty value is one, too.
-    const CKeptLastError kept;
-    SetLastError(ERROR_SUCCESS);
-    wchar_t usual[256];
-    const DWORD size = GetEnvironmentVariableW(variable.c_str(), usual, std::size(usual));
-    if (size == 0 && GetLastError() != ERROR_SUCCESS) return std::nullopt;
-    if (size < std::size(usual)) return std::wstring(usual, size);
+    const DWORD size = GetEnvironmentVariableW(variable.c_str(), nullptr, 0);
+    if (size == 0) return std::nullopt;
     std::wstring value(size, L'\0');
     value.resize(GetEnvironmentVariableW(variable.c_str(), value.data(), size));
     return value;
@@ -31,17 +23,15 @@ std::optional<std::wstring> FromEnvironment(const wchar_t* name) {
 
 std::optional<std::uint64_t> Number(const wchar_t* name) {
     if (const auto text = FromEnvironment(name)) return ParseNumber(*text);
-    const auto stored = ReadStateValue(name);
+    const auto stored = ReadStoredValue(StateKeyPath(), name);
     if (!stored) return std::nullopt;
     const auto text = AsText(*stored);
     return text ? ParseNumber(*text) : AsNumber(*stored);
 }
 
 bool Write(const wchar_t* name, DWORD type, const void* data, std::size_t size) {
-    const bool written = RegSetKeyValueW(HKEY_CURRENT_USER, StateKeyPath().c_str(), name, type, data,
-                                         static_cast<DWORD>(size)) == ERROR_SUCCESS;
-    TellOfStateChange();
-    return written;
+    return RegSetKeyValueW(HKEY_CURRENT_USER, StateKeyPath().c_str(), name, type, data,
+                           static_cast<DWORD>(size)) == ERROR_SUCCESS;
 }
 
 }  // namespace
@@ -68,7 +58,7 @@ std::optional<std::uint64_t> StateQword(const wchar_t* name) {
 
 std::wstring StateString(const wchar_t* name, const std::wstring& fallback) {
     if (const auto text = FromEnvironment(name)) return *text;
-    const auto stored = ReadStateValue(name);
+    const auto stored = ReadStoredValue(StateKeyPath(), name);
     return stored ? AsText(*stored).value_or(fallback) : fallback;
 }
 
@@ -84,14 +74,8 @@ bool SetStateString(const wchar_t* name, const std::wstring& value) {
     return Write(name, REG_SZ, value.c_str(), (value.size() + 1) * sizeof(wchar_t));
 }
 
-bool SetStateBinary(const wchar_t* name, const void* data, std::size_t size) {
-    return Write(name, REG_BINARY, data, size);
-}
-
 bool DeleteStateValue(const wchar_t* name) {
-    const bool deleted = RegDeleteKeyValueW(HKEY_CURRENT_USER, StateKeyPath().c_str(), name) == ERROR_SUCCESS;
-    TellOfStateChange();
-    return deleted;
+    return RegDeleteKeyValueW(HKEY_CURRENT_USER, StateKeyPath().c_str(), name) == ERROR_SUCCESS;
 }
 
 std::wstring InjectedFaults() {

@@ -11,7 +11,6 @@
 #include "handset/base/owned.h"
 #include "handset/base/registry_value.h"
 #include "handset/state/handset_state.h"
-#include "handset/state/state_changes.h"
 #include "handset/state/stored_value.h"
 
 namespace handset {
@@ -93,7 +92,6 @@ class CReceptionWriter {
         if (same && now_ms - written_ms_ < kUnchanged_ms) return true;
         written_ms_ = now_ms;
         good = Set(kWritten, BytesValue(REG_QWORD, &now_ms, sizeof now_ms)) && good;
-        TellOfStateChange();
         // Somebody has removed the key: all of it is written again next time.
         if (!good) Forget();
         return good;
@@ -102,7 +100,6 @@ class CReceptionWriter {
         const std::lock_guard<std::mutex> guard(lock_);
         Forget();
         RegDeleteKeyW(HKEY_CURRENT_USER, KeyPath().c_str());
-        TellOfStateChange();
     }
 
   private:

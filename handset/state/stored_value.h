@@ -1,5 +1,5 @@
 // Values of the handset's part of the host's registry. What was read once is kept until something there
-// changes, so that a value that is asked for again and again costs next to nothing.
+// changes, so that a value that is asked for again and again costs one look at whether anything has changed.
 #pragma once
 
 #include <optional>
@@ -10,11 +10,8 @@
 namespace handset {
 
 // The value `name` of the key `path` below HKEY_CURRENT_USER, which is the state key or lies below it;
-// nothing when the key or the value is not there. Whatever a program of the handset has written before the
-// call is seen (see TellOfStateChange), and what another one has within two milliseconds. Any thread; keeps
-// the last error.
+// nothing when the key or the value is not there. Whatever any program has written before the call is seen.
+// Any thread; keeps the last error.
 [[nodiscard]] std::optional<RegistryValue> ReadStoredValue(const std::wstring& path, const wchar_t* name);
-// That of the state key itself.
-[[nodiscard]] std::optional<RegistryValue> ReadStateValue(const wchar_t* name);
 
 }  // namespace handset

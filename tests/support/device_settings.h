@@ -27,8 +27,6 @@ class DeviceSettings {
         PutCardIn(true);
         RemoveDirectoryW(L"\\Storage Card");
         RegDeleteTreeW(HKEY_CURRENT_USER, m_stateKey.c_str());
-        // Past the handset, which hears of it by one of its own calls.
-        RegDeleteKeyW(HKEY_LOCAL_MACHINE, L"None of this name");
         for (const WCHAR* name : {L"KORA_STATEKEY", L"KORA_DEVICEROOT", L"KORA_STORAGECARD"}) {
             SetEnvironmentVariableW(name, nullptr);
         }

@@ -9,7 +9,6 @@
 #include <sstream>
 
 #include "handset/state/process_start.h"
-#include "handset/state/state_changes.h"
 #include "tests/support/process_counts.h"
 #include "tests/support/wait.h"
 
@@ -38,7 +37,6 @@ void SetValue(const std::wstring& path, const wchar_t* value, DWORD type, const 
     ASSERT_EQ(RegSetValueExW(key, value, 0, type, static_cast<const BYTE*>(data), static_cast<DWORD>(size)),
               ERROR_SUCCESS);
     RegCloseKey(key);
-    handset::TellOfStateChange();
 }
 
 // False while somebody holds one of its files. The library throws then, whether it is given an error code or
@@ -191,7 +189,6 @@ void HandsetUnderTest::SetState(const wchar_t* name, const std::wstring& value) 
 
 void HandsetUnderTest::DeleteState(const wchar_t* name) const {
     RegDeleteKeyValueW(HKEY_CURRENT_USER, m_stateKey.c_str(), name);
-    handset::TellOfStateChange();
 }
 
 void HandsetUnderTest::SetRegistry(const std::wstring& key, const wchar_t* value, std::uint32_t data) const {
@@ -205,12 +202,10 @@ void HandsetUnderTest::SetRegistry(const std::wstring& key, const wchar_t* value
 
 void HandsetUnderTest::DeleteRegistry(const std::wstring& key, const wchar_t* value) const {
     RegDeleteKeyValueW(HKEY_CURRENT_USER, (m_stateKey + L"\\Registry\\" + key).c_str(), value);
-    handset::TellOfStateChange();
 }
 
 void HandsetUnderTest::DeleteRegistryKey(const std::wstring& key) const {
     RegDeleteTreeW(HKEY_CURRENT_USER, (m_stateKey + L"\\Registry\\" + key).c_str());
-    handset::TellOfStateChange();
 }
 
 std::optional<std::uint32_t> HandsetUnderTest::RegistryNumber(const std::wstring& key,

@@ -1,5 +1,4 @@
 #include "tests/support/odd_values.h"
-#include "handset/state/state_changes.h"
 
 #include "tests/support/tuner_contract.h"
 
@@ -75,7 +74,6 @@ void Write(const ReadPlace& place, DWORD type, const std::vector<BYTE>& bytes) {
     }
     RegSetValueExW(key, place.pszValue, 0, type, bytes.data(), static_cast<DWORD>(bytes.size()));
     RegCloseKey(key);
-    handset::TellOfStateChange();
 }
 
 }  // namespace
@@ -148,7 +146,6 @@ const std::vector<ReadPlace> kReadAsPresets = {
 void WriteOddValue(const ReadPlace& place, std::mt19937& random) {
     if (random() % 5 == 0) {
         RegDeleteKeyValueW(HKEY_CURRENT_USER, PathOf(place).c_str(), place.pszValue);
-        handset::TellOfStateChange();
         return;
     }
     const OddKind& kind = kKinds[random() % std::size(kKinds)];

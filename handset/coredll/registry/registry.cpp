@@ -8,7 +8,6 @@
 #include "handset/base/owned.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/state/handset_state.h"
-#include "handset/state/state_changes.h"
 
 namespace {
 
@@ -65,16 +64,6 @@ class CWorkingKey {
     LONG status_ = ERROR_SUCCESS;
 };
 
-// The answer of a call that may have changed something.
-LONG Told(LONG answer) {
-    handset::TellOfStateChange();
-    return answer;
-}
-
-LONG AsItIs(LONG answer) {
-    return answer;
-}
-
 }  // namespace
 
 // The device has no access rights: every key is opened for everything.
@@ -98,8 +87,8 @@ COREDLL_EXPORT LONG WINAPI DeviceRegCreateKeyExW(HKEY key, const wchar_t* subkey
     if (result == nullptr) return ERROR_INVALID_PARAMETER;
     const HostKey host = Locate(key, subkey);
     if (Refused(host, access)) return ERROR_ACCESS_DENIED;
-    return Told(RegCreateKeyExW(host.key, host.path.c_str(), 0, keyClass, 0, KEY_ALL_ACCESS, nullptr, result,
-                                disposition));
+    return RegCreateKeyExW(host.key, host.path.c_str(), 0, keyClass, 0, KEY_ALL_ACCESS, nullptr, result,
+                           disposition);
 } catch (...) {
     return static_cast<LONG>(handset::EdgeError());
 }
@@ -111,7 +100,7 @@ COREDLL_EXPORT LONG WINAPI DeviceRegDeleteKeyW(HKEY key, const wchar_t* subkey) 
     if (subkey == nullptr || host.path.empty() || host.path == Locate(key, nullptr).path) {
         return ERROR_INVALID_PARAMETER;
     }
-    return Told(RegDeleteTreeW(host.key, host.path.c_str()));
+    return RegDeleteTreeW(host.key, host.path.c_str());
 } catch (...) {
     return static_cast<LONG>(handset::EdgeError());
 }
@@ -123,37 +112,36 @@ COREDLL_EXPORT LONG WINAPI DeviceRegCloseKey(HKEY key) try {
     return static_cast<LONG>(handset::EdgeError());
 }
 
-// ON_KEY(AsItIs, RegFlushKey, (HKEY key)): a call whose first argument is a key, root or open, and what is
-// done with its answer.
-#define ON_KEY(with, name, parameters, ...)                             \
+// ON_KEY(RegFlushKey, (HKEY key), ()): a call whose first argument is a key, root or open.
+#define ON_KEY(name, parameters, ...)                                   \
     COREDLL_EXPORT LONG WINAPI Device##name parameters try {            \
         const CCallGuard guard;                                         \
         const CWorkingKey working(key);                                 \
         if (working.status() != ERROR_SUCCESS) return working.status(); \
-        return with(name(working.get() __VA_OPT__(, ) __VA_ARGS__));    \
+        return name(working.get() __VA_OPT__(, ) __VA_ARGS__);          \
     } catch (...) {                                                     \
         return static_cast<LONG>(handset::EdgeError());                 \
     }
 
-ON_KEY(Told, RegDeleteValueW, (HKEY key, const wchar_t* name), name)
-ON_KEY(AsItIs, RegEnumKeyExW,
+ON_KEY(RegDeleteValueW, (HKEY key, const wchar_t* name), name)
+ON_KEY(RegEnumKeyExW,
        (HKEY key, DWORD index, wchar_t* name, DWORD* nameLength, DWORD* reserved, wchar_t* keyClass,
         DWORD* classLength, FILETIME* written),
        index, name, nameLength, reserved, keyClass, classLength, written)
-ON_KEY(AsItIs, RegEnumValueW,
+ON_KEY(RegEnumValueW,
        (HKEY key, DWORD index, wchar_t* name, DWORD* nameLength, DWORD* reserved, DWORD* type, BYTE* data,
         DWORD* size),
        index, name, nameLength, reserved, type, data, size)
-ON_KEY(AsItIs, RegFlushKey, (HKEY key))
-ON_KEY(AsItIs, RegQueryInfoKeyW,
+ON_KEY(RegFlushKey, (HKEY key))
+ON_KEY(RegQueryInfoKeyW,
        (HKEY key, wchar_t* keyClass, DWORD* classLength, DWORD* reserved, DWORD* subkeys,
         DWORD* longestSubkey, DWORD* longestClass, DWORD* values, DWORD* longestName, DWORD* longestData,
         DWORD* security, FILETIME* written),
        keyClass, classLength, reserved, subkeys, longestSubkey, longestClass, values, longestName,
        longestData, security, written)
-ON_KEY(AsItIs, RegQueryValueExW,
+ON_KEY(RegQueryValueExW,
        (HKEY key, const wchar_t* name, DWORD* reserved, DWORD* type, BYTE* data, DWORD* size), name, reserved,
        type, data, size)
-ON_KEY(Told, RegSetValueExW,
+ON_KEY(RegSetValueExW,
        (HKEY key, const wchar_t* name, DWORD reserved, DWORD type, const BYTE* data, DWORD size), name,
        reserved, type, data, size)

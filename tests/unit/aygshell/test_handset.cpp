@@ -14,8 +14,6 @@ TestHandset::TestHandset()
 TestHandset::~TestHandset() {
     // Not in the device's COREDLL, hence the host's own registry.
     RegDeleteTreeW(HKEY_CURRENT_USER, m_stateKey.c_str());
-    // The handset hears of it by one of its own calls.
-    RegDeleteKeyW(HKEY_LOCAL_MACHINE, L"None of this name");
     SetEnvironmentVariableW(L"KORA_STATEKEY", nullptr);
 }
 

@@ -55,7 +55,6 @@ void WriteMomentOf(const std::wstring& stateKey, const SYSTEMTIME& shown, int ah
     };
     const std::uint64_t moment[] = {ticks(real) + ahead_s * 10000000ull, ticks(handset), 1};
     RegSetKeyValueW(HKEY_CURRENT_USER, stateKey.c_str(), L"ClockMoment", REG_BINARY, moment, sizeof moment);
-    TellOfWrites();
 }
 
 }  // namespace
@@ -223,7 +222,6 @@ TEST_F(WallClock, RefusesADayThatDoesNotExist) {
 TEST_F(WallClock, FollowsTheTimeZonesRulesForTheDateThatItShows) {
     const wchar_t zone[] = L"W. Europe Standard Time";
     RegSetKeyValueW(HKEY_CURRENT_USER, stateKey().c_str(), L"TimeZone", REG_SZ, zone, sizeof zone);
-    TellOfWrites();
     for (const auto& [month, ahead] : {std::pair<WORD, WORD>{1, 1}, {7, 2}}) {
         SYSTEMTIME set{};
         set.wYear = 2027;

@@ -1,10 +1,6 @@
-// The display's size, which is kept between two questions: a change that a program of the handset has made
-// and counted is seen at the next one, another's a moment later.
+// The display's size, which is kept between two questions: a change is seen at the next one, whoever made it.
 #include <gtest/gtest.h>
 #include <windows.h>
-
-#include <algorithm>
-#include <stdexcept>
 
 #include "handset_fixture.h"
 
@@ -12,66 +8,21 @@ namespace {
 
 constexpr wchar_t kValue[] = L"ScreenWidth";
 
+// Straight into the host's registry, past every call of the handset.
 class DisplaySize : public HandsetTest {
   protected:
-    // Straight into the host's registry, past every call of the handset.
-    void WritePast(DWORD width) const {
+    void Write(DWORD width) const {
         static const auto write = HostFunction<LSTATUS WINAPI(HKEY, LPCWSTR, LPCWSTR, DWORD, LPCVOID, DWORD)>(
             "advapi32.dll", "RegSetKeyValueW");
         ASSERT_EQ(write(HKEY_CURRENT_USER, stateKey().c_str(), kValue, REG_DWORD, &width, sizeof width),
                   ERROR_SUCCESS);
     }
-    void DeletePast() const {
+    void DeleteState() const {
         static const auto remove =
             HostFunction<LSTATUS WINAPI(HKEY, LPCWSTR)>("advapi32.dll", "RegDeleteTreeW");
         remove(HKEY_CURRENT_USER, stateKey().c_str());
     }
-    // As another program of the handset does.
-    void Write(DWORD width) {
-        WritePast(width);
-        ++Changes();
-    }
-    void DeleteState() {
-        DeletePast();
-        ++Changes();
-    }
-
-  private:
-    // The count of changes that the programs of a handset share.
-    volatile std::uint64_t& Changes() {
-        if (changes_ == nullptr) {
-            // The handset has counted something by then.
-            (void)GetSystemMetrics(SM_CXSCREEN);
-            static const auto open =
-                HostFunction<HANDLE WINAPI(DWORD, BOOL, LPCWSTR)>("kernel32.dll", "OpenFileMappingW");
-            static const auto map = HostFunction<LPVOID WINAPI(HANDLE, DWORD, DWORD, DWORD, SIZE_T)>(
-                "kernel32.dll", "MapViewOfFile");
-            std::wstring name = stateKey();
-            std::replace(name.begin(), name.end(), L'\\', L'/');
-            // The view keeps the memory; it lasts as long as this program.
-            constexpr DWORD kReadAndWrite = 6;
-            const HANDLE section = open(kReadAndWrite, FALSE, (L"Local\\" + name + L"/Changes").c_str());
-            changes_ = static_cast<volatile std::uint64_t*>(map(section, kReadAndWrite, 0, 0, 0));
-            CloseHandle(section);
-        }
-        if (changes_ == nullptr) throw std::runtime_error("the handset counts no changes");
-        return *changes_;
-    }
-
-    volatile std::uint64_t* changes_ = nullptr;
 };
-
-// Nobody counts it; who asks again and again looks all the same.
-TEST_F(DisplaySize, FollowsWhatAnotherProgramWritesAMomentLater) {
-    for (DWORD width = 300; width < 320; ++width) {
-        WritePast(width);
-        const std::uint64_t written_ms = RealMilliseconds();
-        while (GetSystemMetrics(SM_CXSCREEN) != static_cast<int>(width))
-            ASSERT_LT(RealMilliseconds(), written_ms + 2000) << width;
-    }
-    DeletePast();
-    EXPECT_TRUE(Eventually([] { return GetSystemMetrics(SM_CXSCREEN) == 240; }));
-}
 
 TEST_F(DisplaySize, FollowsEveryChangeOfTheState) {
     for (DWORD width = 300; width < 400; ++width) {

@@ -33,7 +33,6 @@ HandsetTest::HandsetTest() {
     // open.
     RemoveFolder(root_);
     RegDeleteTreeW(HKEY_CURRENT_USER, stateKey_.c_str());
-    TellOfWrites();
     CreateDirectoryW(root_.c_str(), nullptr);
 }
 
@@ -67,11 +66,6 @@ DWORD HandsetTest::StateDword(const wchar_t* name, DWORD missing) const {
     DWORD size = sizeof value;
     RegGetValueW(HKEY_CURRENT_USER, stateKey_.c_str(), name, RRF_RT_REG_DWORD, nullptr, &value, &size);
     return value;
-}
-
-// A change that COREDLL makes, though there is nothing to delete.
-void TellOfWrites() {
-    RegDeleteKeyW(HKEY_LOCAL_MACHINE, L"None of this name");
 }
 
 bool Eventually(const std::function<bool()>& condition) {

@@ -30,8 +30,6 @@ class HandsetTest : public testing::Test {
     std::wstring variables_;  // set by SetState, separated by blanks
 };
 
-// What was written past the handset counts as written by one of its programs.
-void TellOfWrites();
 // Polls until `condition` holds; false after ten seconds of real time.
 bool Eventually(const std::function<bool()>& condition);
 // Real time of the host, and a real pause, whatever the handset's clock does.

@@ -1,6 +1,5 @@
 // The antenna's values and what is published of the reception.
 #include "handset/state/reception_state.h"
-#include "handset/state/state_changes.h"
 
 #include <windows.h>
 
@@ -87,7 +86,6 @@ TEST_F(ReceptionValues, WhatARadioThatIsGoneHasLeftIsNotShown) {
     const std::uint64_t longAgo_ms = GetTickCount64() - handset::kReceptionStale_ms - 1;
     RegSetKeyValueW(HKEY_CURRENT_USER, (handset::StateKeyPath() + L"\\Reception").c_str(), L"Written_ms",
                     REG_QWORD, &longAgo_ms, sizeof longAgo_ms);
-    handset::TellOfStateChange();
     EXPECT_FALSE(handset::ReadReception());
 }
 

@@ -3,7 +3,6 @@
 
 #include "handset/state/handset_clock.h"
 #include "handset/state/handset_state.h"
-#include "handset/state/state_changes.h"
 #include "tests/unit/handset/handset_fixture.h"
 
 namespace panel {
@@ -17,7 +16,6 @@ class Clock : public HandsetTest {
         ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, handset::StateKeyPath().c_str(), name, type, data,
                                   static_cast<DWORD>(size)),
                   ERROR_SUCCESS);
-        handset::TellOfStateChange();
     }
     static void WriteMoment(const handset::ClockMoment& moment) {
         const handset::StoredMoment bytes = handset::Stored(moment);

@@ -8,7 +8,6 @@
 #include "handset/phone/switch_column.h"
 #include "handset/service/booking_service.h"
 #include "handset/state/handset_state.h"
-#include "handset/state/state_changes.h"
 #include "tests/unit/handset/booked_handset.h"
 
 namespace panel {
@@ -87,11 +86,9 @@ class EveryValue : public Values {
         EXPECT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, place.key.c_str(), place.value, data.type,
                                   data.bytes.data(), static_cast<DWORD>(data.bytes.size())),
                   ERROR_SUCCESS);
-        handset::TellOfStateChange();
     }
     static void Take(const Place& place) {
         RegDeleteKeyValueW(HKEY_CURRENT_USER, place.key.c_str(), place.value);
-        handset::TellOfStateChange();
     }
 };
 

@@ -1,7 +1,6 @@
 // A phone of a test's own.
 #include "tests/unit/power/phone_under_test.h"
 #include "handset/state/process_start.h"
-#include "handset/state/state_changes.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -40,7 +39,6 @@ PhoneTest::PhoneTest() {
 PhoneTest::~PhoneTest() {
     KillPrograms();
     RegDeleteTreeW(HKEY_CURRENT_USER, handset::StateKeyPath().c_str());
-    handset::TellOfStateChange();
     std::error_code ignored;
     std::filesystem::remove_all(root_, ignored);
 }
@@ -82,7 +80,6 @@ void PhoneTest::SetTimeout(const wchar_t* value, std::uint32_t seconds) {
     const std::wstring key =
         handset::DeviceRegistryRootPath(HKEY_LOCAL_MACHINE) + L"\\" + handset::kTimeoutsKey;
     RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), value, REG_DWORD, &seconds, sizeof seconds);
-    handset::TellOfStateChange();
 }
 
 std::uint64_t PhoneTest::WorkDone() const {
