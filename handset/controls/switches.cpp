@@ -11,6 +11,7 @@
 #include "handset/state/handset_state.h"
 #include "handset/state/own_windows.h"
 #include "handset/state/power_manager.h"
+#include "handset/state/screen_size.h"
 #include "handset/state/tuner_values.h"
 
 namespace panel {
@@ -100,8 +101,8 @@ ScreenSize CurrentScreen() {
 }
 
 bool TurnScreen(ScreenSize size) {
-    const bool written = handset::SetStateDword(L"ScreenWidth", static_cast<std::uint32_t>(size.width)) &&
-                         handset::SetStateDword(L"ScreenHeight", static_cast<std::uint32_t>(size.height));
+    const bool written = handset::SetScreenSize(static_cast<std::uint32_t>(size.width),
+                                                static_cast<std::uint32_t>(size.height));
     TellPanel();
     std::vector<HWND> told = RadioWindows();
     told.push_back(RadioTopBar());

@@ -1,8 +1,10 @@
 #include "handset/state/handset_state.h"
 
 #include <cwctype>
+#include <iterator>
 
 #include "handset/base/number_text.h"
+#include "handset/base/owned.h"
 #include "handset/base/rows.h"
 #include "handset/state/stored_value.h"
 
@@ -14,19 +16,32 @@ constexpr wchar_t kDefaultStateKey[] = L"Software\\Kora Handset";
 std::optional<std::wstring> FromEnvironment(const wchar_t* name) {
     std::wstring variable = L"KORA_";
     for (const wchar_t* c = name; *c != 0; ++c) variable += static_cast<wchar_t>(std::towupper(*c));
-    const DWORD size = GetEnvironmentVariableW(variable.c_str(), nullptr, 0);
-    if (size == 0) return std::nullopt;
+    // One question is enough for nearly all; there is one with every value that is asked for. An empty text
+    // is an answer, too.
+    const CKeptLastError kept;
+    SetLastError(ERROR_SUCCESS);
+    wchar_t usual[128];
+    const DWORD size = GetEnvironmentVariableW(variable.c_str(), usual, std::size(usual));
+    if (size == 0 && GetLastError() != ERROR_SUCCESS) return std::nullopt;
+    if (size < std::size(usual)) return std::wstring(usual, size);
     std::wstring value(size, L'\0');
     value.resize(GetEnvironmentVariableW(variable.c_str(), value.data(), size));
     return value;
 }
 
-std::optional<std::uint64_t> Number(const wchar_t* name) {
+using ReadsValue = std::optional<RegistryValue>(const std::wstring& path, const wchar_t* name);
+
+std::optional<std::uint64_t> Number(const wchar_t* name, ReadsValue& read) {
     if (const auto text = FromEnvironment(name)) return ParseNumber(*text);
-    const auto stored = ReadStoredValue(StateKeyPath(), name);
+    const auto stored = read(StateKeyPath(), name);
     if (!stored) return std::nullopt;
     const auto text = AsText(*stored);
     return text ? ParseNumber(*text) : AsNumber(*stored);
+}
+
+std::uint32_t Dword(const wchar_t* name, std::uint32_t fallback, ReadsValue& read) {
+    const auto number = Number(name, read);
+    return number && *number <= UINT32_MAX ? static_cast<std::uint32_t>(*number) : fallback;
 }
 
 bool Write(const wchar_t* name, DWORD type, const void* data, std::size_t size) {
@@ -48,12 +63,15 @@ std::wstring StateObjectName(const std::wstring& name) {
 }
 
 std::uint32_t StateDword(const wchar_t* name, std::uint32_t fallback) {
-    const auto number = Number(name);
-    return number && *number <= UINT32_MAX ? static_cast<std::uint32_t>(*number) : fallback;
+    return Dword(name, fallback, ReadStoredValue);
+}
+
+std::uint32_t CountedStateDword(const wchar_t* name, std::uint32_t fallback) {
+    return Dword(name, fallback, ReadCountedValue);
 }
 
 std::optional<std::uint64_t> StateQword(const wchar_t* name) {
-    return Number(name);
+    return Number(name, ReadStoredValue);
 }
 
 std::wstring StateString(const wchar_t* name, const std::wstring& fallback) {

@@ -24,6 +24,9 @@ std::wstring StateObjectName(const std::wstring& name);
 // L"ScreenWidth"; its environment variable is KORA_SCREENWIDTH. Numbers may be decimal or 0x…. What is no
 // number, one that is too large for the type, or no text counts as missing.
 std::uint32_t StateDword(const wchar_t* name, std::uint32_t fallback);
+// For a value that every write of covers with a CCountedWrite: seen by the next question after such a write,
+// and after another's within two milliseconds.
+std::uint32_t CountedStateDword(const wchar_t* name, std::uint32_t fallback);
 std::optional<std::uint64_t> StateQword(const wchar_t* name);
 std::wstring StateString(const wchar_t* name, const std::wstring& fallback);
 

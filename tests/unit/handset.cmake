@@ -31,6 +31,7 @@ kora_test(test_handset
         handset/registry_test.cpp
         handset/removal_test.cpp
         handset/schedule_test.cpp
+        handset/screen_size_test.cpp
         handset/service_test.cpp
         handset/side_by_side_test.cpp
         handset/switches_test.cpp
