@@ -1,14 +1,17 @@
 #include "tests/screens/contrast_judge.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <sstream>
 
+#include "tests/screens/shown_fields.h"
 #include "tests/support/contrast.h"
 
 namespace screens {
 namespace {
 
+constexpr char kBoxClass[] = "#32770";
 constexpr double kReadable = 4.5;
 // What a letter of the smallest text has of its full colour.
 constexpr int kLeastInk_px = 4;
@@ -43,19 +46,67 @@ double ContrastIn(const Picture& picture, const RECT& place) {
     return best;
 }
 
-}  // namespace
+struct Text {
+    const Item* item;
+    RECT place;  // on the screen
+};
 
-std::vector<std::string> HardToRead(const std::vector<Item>& now, const Picture& picture, POINT corner) {
-    std::vector<std::string> faults;
+// A field is the window's own: a list that stands on it covers it, too.
+bool IsFieldCovered(const Item& main, const RECT& place) {
+    const LONG middle = (place.top + place.bottom) / 2;
+    const POINT points[] = {
+        {place.left, middle}, {(place.left + place.right) / 2, middle}, {place.right - 1, middle}};
+    return std::any_of(std::begin(points), std::end(points), [&](const POINT& point) {
+        return WindowFromPoint(point) != reinterpret_cast<HWND>(main.window);
+    });
+}
+
+// While a dialog or a box is open, the monitor that fills most fields rests: what a repaint took away stays
+// away.
+bool IsBoxOpen(const std::vector<Item>& now) {
+    return std::any_of(now.begin(), now.end(), [](const Item& item) {
+        return item.kind == Kind::kWindow && item.className == kBoxClass;
+    });
+}
+
+std::vector<Text> FieldsOf(const Item& main, const std::vector<Item>& drawn) {
+    std::vector<Text> fields;
+    for (const Item* field : ShownFields(main, drawn)) {
+        RECT place = {};
+        if (field->text.empty() || !IntersectRect(&place, &field->ink, &field->place)) continue;
+        OffsetRect(&place, main.room.left, main.room.top);
+        if (!IsFieldCovered(main, place)) fields.push_back({field, place});
+    }
+    return fields;
+}
+
+std::vector<Text> TextsOf(const std::vector<Item>& now) {
+    std::vector<Text> texts;
     for (const Item& item : now) {
         if (item.kind != Kind::kText || item.text.empty() || IsRectEmpty(&item.place)) continue;
-        if (IsGreyed(item) || IsCovered(item)) continue;
-        RECT place = item.place;
+        if (!IsGreyed(item) && !IsCovered(item)) texts.push_back({&item, item.place});
+    }
+    return texts;
+}
+
+}  // namespace
+
+std::vector<std::string> HardToRead(const std::vector<Item>& now, const std::vector<Item>& drawn,
+                                    const Picture& picture, POINT corner) {
+    std::vector<Text> texts = TextsOf(now);
+    const Item* const main = MainWindow(now);
+    if (main != nullptr && !IsBoxOpen(now)) {
+        for (const Text& field : FieldsOf(*main, drawn)) texts.push_back(field);
+    }
+    std::vector<std::string> faults;
+    for (const Text& text : texts) {
+        RECT place = text.place;
         OffsetRect(&place, -corner.x, -corner.y);
         const double contrast = ContrastIn(picture, place);
         if (contrast >= kReadable) continue;
         std::ostringstream fault;
-        fault << item.className << " \"" << item.text << "\" stands out by " << contrast << " to 1";
+        fault << text.item->className << " \"" << text.item->text << "\" stands out by " << contrast
+              << " to 1";
         faults.push_back(fault.str());
     }
     return faults;

@@ -47,7 +47,7 @@ void TwoDigitChannel(Stage& stage) {
 void LongName(Stage& stage) {
     stage.Listen();
     stage.Tune("1057", kLongName);
-    stage.AwaitDrawn("LONGNAME");
+    for (const char* text : {"LONGNAME", "EVENINGS", "MUSIC OF ALL SORTS"}) stage.AwaitDrawn(text);
 }
 // At the clock's own pace: digits that nothing follows are over after two seconds.
 void Digits(Stage& stage) {
@@ -114,6 +114,14 @@ void TapRow(HWND list, int shown) {
     PostMessageW(list, WM_LBUTTONUP, 0, point);
     EXPECT_TRUE(WaitFor([&] { return test::SelectedRow(list) == row; })) << "row " << row;
 }
+// Its row stays chosen, and the focus goes to the main window.
+void RowWithoutFocus(Stage& stage) {
+    stage.Listen();
+    TapRow(stage.radio().ListView(), 2);
+    PostMessageW(stage.radio().ListView(), WM_KEYDOWN, VK_LEFT, 0);
+    PostMessageW(stage.radio().Window(), WM_KEYDOWN, VK_RIGHT, 0);
+    SendMessageW(stage.radio().Window(), WM_NULL, 0, 0);
+}
 void OpenContextMenu(Stage& stage, HWND window, HWND list) {
     RECT place = {};
     GetWindowRect(list, &place);
@@ -153,11 +161,24 @@ void SettingsOwnFile(Stage& stage) {
 void Schedule(Stage& stage) {
     Command(stage, IDC_SCHEDULE);
 }
-void MenuOfBooking(Stage& stage) {
+HWND ChooseBooking(Stage& stage) {
     const HWND dialog = Command(stage, IDC_SCHEDULE);
-    const HWND list = GetDlgItem(dialog, IDC_SCHEDULE_LIST);
-    TapRow(list, 1);
-    OpenContextMenu(stage, dialog, list);
+    TapRow(GetDlgItem(dialog, IDC_SCHEDULE_LIST), 1);
+    return dialog;
+}
+void FocusTheNext(HWND dialog) {
+    PostMessageW(dialog, WM_NEXTDLGCTL, 0, FALSE);
+    SendMessageW(dialog, WM_NULL, 0, 0);
+}
+void ScheduleChosen(Stage& stage) {
+    ChooseBooking(stage);
+}
+void ScheduleChosenWithoutFocus(Stage& stage) {
+    FocusTheNext(ChooseBooking(stage));
+}
+void MenuOfBooking(Stage& stage) {
+    const HWND dialog = ChooseBooking(stage);
+    OpenContextMenu(stage, dialog, GetDlgItem(dialog, IDC_SCHEDULE_LIST));
 }
 void Rds(Stage& stage) {
     stage.Listen();
@@ -178,8 +199,18 @@ void MeasuredAlternatives(Stage& stage) {
     PressButton(dialog, IDC_AF_MEASURE);
     SendMessageW(dialog, WM_NULL, 0, 0);
 }
+void AlternativeChosen(Stage& stage) {
+    Alternatives(stage);
+    const HWND list = GetDlgItem(stage.Box(), IDC_AF_FREQUENCIES);
+    PostMessageW(list, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(30, 8));
+    PostMessageW(list, WM_LBUTTONUP, 0, MAKELPARAM(30, 8));
+    EXPECT_TRUE(WaitFor([&] { return test::SelectedRow(list) >= 0; }));
+}
 void Lists(Stage& stage) {
     Command(stage, IDC_CHANNEL_LISTS);
+}
+void ListsWithoutFocus(Stage& stage) {
+    FocusTheNext(Command(stage, IDC_CHANNEL_LISTS));
 }
 HWND ListName(Stage& stage, int button) {
     const HWND lists = Command(stage, IDC_CHANNEL_LISTS);
@@ -416,6 +447,7 @@ const std::vector<Scene>& Scenes() {
         {"main-unknown", Unknown},
         {"main-two-digits", TwoDigitChannel},
         {"main-long-name", LongName},
+        {"main-row-without-focus", RowWithoutFocus},
         {"main-weak", WeakSignal},
         {"main-loudspeaker", Loudspeaker},
         {"main-call", Call},
@@ -429,10 +461,14 @@ const std::vector<Scene>& Scenes() {
         {"settings", Settings, false, true},
         {"settings-own-file", SettingsOwnFile, false, true},
         {"schedule", Schedule, false, true},
+        {"schedule-chosen", ScheduleChosen},
+        {"schedule-without-focus", ScheduleChosenWithoutFocus},
         {"rds", Rds, false, true},
         {"alternatives", Alternatives, false, true},
         {"alternatives-measured", MeasuredAlternatives},
+        {"alternatives-chosen", AlternativeChosen},
         {"lists", Lists, false, true},
+        {"lists-without-focus", ListsWithoutFocus},
         {"list-new", ListNew, false, true},
         {"list-rename", ListRename},
         {"channel-add", ChannelAdd, false, true},

@@ -35,7 +35,7 @@ std::string ToLine(const Item& item) {
     line << static_cast<int>(item.kind) << '\t' << item.window << '\t' << item.parent << '\t' << item.id
          << '\t' << item.style << '\t' << item.place << '\t' << item.room << '\t' << item.need.cx << '\t'
          << item.need.cy << '\t' << item.ink << '\t' << item.ground.cx << '\t' << item.ground.cy << '\t'
-         << WithoutBreaks(item.className) << '\t' << WithoutBreaks(item.text) << '\n';
+         << item.lost << '\t' << WithoutBreaks(item.className) << '\t' << WithoutBreaks(item.text) << '\n';
     return line.str();
 }
 
@@ -44,7 +44,7 @@ Item FromLine(const std::string& line) {
     Item item;
     int kind = 0;
     in >> kind >> item.window >> item.parent >> item.id >> item.style >> item.place >> item.room >>
-        item.need.cx >> item.need.cy >> item.ink >> item.ground.cx >> item.ground.cy;
+        item.need.cx >> item.need.cy >> item.ink >> item.ground.cx >> item.ground.cy >> item.lost;
     item.kind = static_cast<Kind>(kind);
     in.ignore();
     std::getline(in, item.className, '\t');

@@ -38,6 +38,7 @@ struct Item {
     SIZE need{};    // what the text takes
     RECT ink{};     // of a drawn text: where its letters stand
     SIZE ground{};  // of a drawn text: its window's client area when it was drawn
+    int lost = 0;   // of a drawn text: columns of pixels of its letters that its place cuts off
     std::string text;
 };
 

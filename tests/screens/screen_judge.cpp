@@ -1,15 +1,18 @@
 #include "tests/screens/screen_judge.h"
 
 #include <algorithm>
+#include <iterator>
 #include <sstream>
+
+#include "tests/screens/shown_fields.h"
 
 namespace screens {
 namespace {
 
-constexpr char kMainClass[] = "Kora";
 constexpr char kBarClass[] = "HHTaskBar";
 constexpr char kBoxClass[] = "#32770", kArrowsClass[] = "msctls_updown32";
 constexpr int kFieldFrame = 2;
+const std::string kOwnModules[] = {"UI.exe", "COREDLL.dll", "AYGSHELL.dll"};
 constexpr UINT kDots = DT_END_ELLIPSIS | DT_WORD_ELLIPSIS;
 
 LONG Width(const RECT& box) {
@@ -52,7 +55,10 @@ class Judge {
             if (item.kind == Kind::kRows) LookAtRows(item);
             if (item.kind == Kind::kWindow) LookAtPlace(item);
         }
-        for (const Item& item : drawn_) LookForRoom(item);
+        for (const Item& item : drawn_) {
+            LookForRoom(item);
+            LookForLoss(item);
+        }
         LookAtNeighbours();
         LookAtFields();
         return faults_;
@@ -74,6 +80,14 @@ class Judge {
         fault << Name(item) << " takes " << item.need.cx << "x" << item.need.cy << " and has "
               << Width(item.room) << "x" << Height(item.room);
         Say(fault.str());
+    }
+
+    // A control of the host's may lay the soft edge of a letter beside its place.
+    void LookForLoss(const Item& item) {
+        const bool own = std::find(std::begin(kOwnModules), std::end(kOwnModules), item.className) !=
+                         std::end(kOwnModules);
+        if (item.lost > (own ? 0 : 1))
+            Say(Name(item) + " loses " + std::to_string(item.lost) + " columns of its letters");
     }
 
     const Item* WindowOf(std::uint64_t handle) const {
@@ -137,20 +151,9 @@ class Judge {
     // on another one or under a control. That a field's ground covers a neighbour's text for a moment is no
     // fault: the monitor paints it again.
     void LookAtFields() {
-        const auto main = std::find_if(now_.begin(), now_.end(), [](const Item& item) {
-            return item.kind == Kind::kWindow && item.className == kMainClass;
-        });
-        if (main == now_.end()) return;
-        std::vector<const Item*> fields;
-        for (auto item = drawn_.rbegin(); item != drawn_.rend(); ++item) {
-            if (item->window != main->window || item->ground.cx != main->room.right - main->room.left ||
-                item->ground.cy != main->room.bottom - main->room.top)
-                continue;
-            const bool known = std::any_of(fields.begin(), fields.end(), [&](const Item* field) {
-                return EqualRect(&field->place, &item->place) != FALSE;
-            });
-            if (!known) fields.push_back(&*item);
-        }
+        const Item* const main = MainWindow(now_);
+        if (main == nullptr) return;
+        const std::vector<const Item*> fields = ShownFields(*main, drawn_);
         for (const Item* field : fields) {
             if (field->text.empty()) continue;
             LookAtControlsOver(*field, *main);

@@ -33,7 +33,7 @@ constexpr char kBand[] =
     "handset\naf=101.1 103.4 87.6\n"
     "[10110]\nlevel=30\nps=KORA ONE\n"
     "[10340]\nlevel=25\nps=KORA ONE\n"
-    "[10570]\nlevel=50\nps=LONGNAME\n"
+    "[10570]\nlevel=50\nps=LONGNAME\npty=Easy Listening\npt=EVENINGS\nrt=MUSIC OF ALL SORTS ALL DAY LONG\n"
     "[10790]\nlevel=35\nps=TOP END\n";
 
 void SetList(const test::HandsetUnderTest& handset) {
@@ -341,7 +341,7 @@ std::vector<std::string> Stage::HardToRead() const {
     // What was invalid a moment ago may still be on its way to the screen.
     WaitFor(
         [&] {
-            faults = screens::HardToRead(now_, PictureOf(display), {display.left, display.top});
+            faults = screens::HardToRead(now_, drawn_, PictureOf(display), {display.left, display.top});
             return faults.empty();
         },
         kPaintsWithin_ms);

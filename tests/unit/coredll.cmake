@@ -4,6 +4,7 @@ kora_test(test_coredll APP
     SOURCES
         coredll/clock_test.cpp
         coredll/display_size_test.cpp
+        coredll/draw_text_test.cpp
         coredll/failing_memory_test.cpp
         coredll/files_test.cpp
         coredll/gdi_count_test.cpp

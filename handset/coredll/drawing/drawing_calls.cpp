@@ -3,7 +3,6 @@
 
 // clang-format off
 GUARDED(BOOL, BitBlt, (HDC to, int x, int y, int width, int height, HDC from, int fromX, int fromY, DWORD operation), (to, x, y, width, height, from, fromX, fromY, operation), Plain)
-GUARDED(int, DrawTextW, (HDC dc, const wchar_t* text, int length, RECT* rect, UINT format), (dc, text, length, rect, format), Plain)
 GUARDED(BOOL, ExtTextOutW, (HDC dc, int x, int y, UINT options, const RECT* rect, const wchar_t* text, UINT length, const INT* spacing), (dc, x, y, options, rect, text, length, spacing), Plain)
 GUARDED(int, FillRect, (HDC dc, const RECT* rect, HBRUSH brush), (dc, rect, brush), Plain)
 GUARDED(BOOL, PatBlt, (HDC dc, int x, int y, int width, int height, DWORD operation), (dc, x, y, width, height, operation), Plain)

@@ -147,9 +147,30 @@ void AddListBox(HWND window, DWORD, std::vector<Item>& items) {
     AddRows(window, "listbox", lowest, client.bottom, items);
 }
 
-// Its texts are drawn where they can be seen (drawn_texts.h); here are the rows.
+// Where a text of a list's stands. What it takes is told where it is drawn (drawn_texts.h).
+void AddCell(HWND window, const char* what, const std::wstring& text, RECT place, std::vector<Item>& items) {
+    Add(window, what, text, {}, 0, 0, items);
+    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&place), 2);
+    items.back().place = place;
+}
+
+void AddRow(HWND list, LRESULT row, LRESULT columns, std::vector<Item>& items) {
+    for (int column = 0; column < columns; ++column) {
+        RECT place = {LVIR_LABEL, column, 0, 0};
+        Ask(list, LVM_GETSUBITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+        wchar_t text[512] = L"";
+        LVITEMW item = {};
+        item.iSubItem = column;
+        item.pszText = text;
+        item.cchTextMax = static_cast<int>(std::size(text));
+        Ask(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+        AddCell(list, "listview", text, place, items);
+    }
+}
+
 void AddListView(HWND window, DWORD style, std::vector<Item>& items) {
     const RECT client = ClientOf(window);
+    const auto heads = reinterpret_cast<HWND>(Ask(window, LVM_GETHEADER));
     LONG lowest = 0;
     const bool rows = (style & LVS_TYPEMASK) == LVS_REPORT;
     for (LRESULT row = Ask(window, LVM_GETTOPINDEX), count = Ask(window, LVM_GETITEMCOUNT);
@@ -158,8 +179,23 @@ void AddListView(HWND window, DWORD style, std::vector<Item>& items) {
         Ask(window, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
         if (place.top >= client.bottom) break;
         lowest = place.bottom;
+        if (lowest <= client.bottom) AddRow(window, row, Ask(heads, HDM_GETITEMCOUNT), items);
     }
     AddRows(window, "listview", lowest, client.bottom, items);
+}
+
+void AddHeader(HWND window, DWORD, std::vector<Item>& items) {
+    for (LRESULT at = 0, count = Ask(window, HDM_GETITEMCOUNT); at < count; ++at) {
+        RECT place = {};
+        wchar_t text[256] = L"";
+        HDITEMW item = {};
+        item.mask = HDI_TEXT;
+        item.pszText = text;
+        item.cchTextMax = static_cast<int>(std::size(text));
+        Ask(window, HDM_GETITEMRECT, static_cast<WPARAM>(at), reinterpret_cast<LPARAM>(&place));
+        Ask(window, HDM_GETITEMW, static_cast<WPARAM>(at), reinterpret_cast<LPARAM>(&item));
+        AddCell(window, "header", text, place, items);
+    }
 }
 
 HFONT SystemFont(LOGFONTW NONCLIENTMETRICSW::*which) {
@@ -210,7 +246,7 @@ struct ClassRow {
 };
 constexpr ClassRow kClasses[] = {
     {L"Static", AddStatic},   {L"Button", AddButton},          {L"Edit", AddEdit},
-    {L"ListBox", AddListBox}, {L"SysListView32", AddListView},
+    {L"ListBox", AddListBox}, {L"SysListView32", AddListView}, {L"SysHeader32", AddHeader},
 };
 
 }  // namespace

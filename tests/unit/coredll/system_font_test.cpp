@@ -60,6 +60,29 @@ TEST_F(SystemFont, AFontWithoutAHeightHasThatOfTheSystems) {
     DeleteObject(font);
 }
 
+// Squeezed further, an R looks like an 8, a D like a 0 and an S like a 5.
+TEST_F(SystemFont, ABoldLetterIsSqueezedNoFurtherThanItCanBeRead) {
+    const auto widthOf = [](LONG weight, LONG width) {
+        LOGFONTW wanted = Described(GetStockObject(SYSTEM_FONT));
+        wanted.lfHeight = 15;
+        wanted.lfWeight = weight;
+        wanted.lfWidth = width;
+        const HFONT font = CreateFontIndirectW(&wanted);
+        const HDC dc = CreateCompatibleDC(nullptr);
+        const HGDIOBJ previous = SelectObject(dc, font);
+        TEXTMETRICW metrics = {};
+        GetTextMetricsW(dc, &metrics);
+        SelectObject(dc, previous);
+        DeleteObject(font);
+        DeleteDC(dc);
+        return metrics.tmAveCharWidth;
+    };
+    const LONG own = widthOf(FW_SEMIBOLD, 0);
+    EXPECT_EQ(widthOf(FW_SEMIBOLD, 5), own * 7 / 8);
+    EXPECT_EQ(widthOf(FW_SEMIBOLD, own + 2), own + 2);
+    EXPECT_EQ(widthOf(FW_NORMAL, 5), 5);
+}
+
 TEST_F(SystemFont, AListViewsRowsAreFifteenPixelsHigh) {
     InitCommonControls();
     const HWND list = CreateWindowExW(0, WC_LISTVIEWW, L"", WS_POPUP | LVS_REPORT | LVS_NOCOLUMNHEADER, 0, 0,
