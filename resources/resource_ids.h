@@ -79,6 +79,7 @@
 #define IDM_CHANNEL_EDIT 136
 #define IDM_GROUPS 144
 #define IDM_DONE 146  // one soft key: IDOK
+#define IDM_SCHEDULE 147
 
 // --- Menu commands ---------------------------------------------------------------------------------------
 #define IDC_AUTOSCAN 0x8005
@@ -101,7 +102,10 @@
 #define IDC_ADD_CURRENT 0x801E
 #define IDC_SOFTKEY_LEFT 0x8021  // the main window's soft keys themselves; they drop menus
 #define IDC_SOFTKEY_RIGHT 0x8022
-#define IDC_DIGIT_0 0x8030  // … IDC_DIGIT_0 + 9: a digit key, wherever the focus is
+#define IDC_DIGIT_0 0x8030           // … IDC_DIGIT_0 + 9: a digit key, wherever the focus is
+#define IDC_SELECTED_CHANNEL 0x8040  // the menu of the list's selected channel
+#define IDC_SELECTED_BOOKING 0x8041  // likewise, of the schedule's list
+#define IDC_CONTROL_0 0x8100         // + the id of a button of the main screen: a tap on it
 #define IDC_EXIT 40000
 
 // --- Dialogs ---------------------------------------------------------------------------------------------

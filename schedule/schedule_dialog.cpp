@@ -11,6 +11,7 @@
 #include "schedule/day_keys.h"
 #include "shell/app_block.h"
 #include "shell/dialogs.h"
+#include "shell/marked_row.h"
 #include "shell/relayout.h"
 #include "skin/screen.h"
 
@@ -29,7 +30,7 @@ POINT PointOf(LPARAM lParam) {
 INT_PTR OnInitDialog(HWND dialog, WPARAM, LPARAM parameter) {
     SetWindowLongW(dialog, DWL_USER, parameter);
     SetUpDialog(dialog, kFullScreenDialog);
-    if (!CreateDialogBar(dialog, IDM_DONE, SHCMBF_HIDESIPBUTTON | SHCMBF_HMENU)) return TRUE;
+    if (!CreateDialogBar(dialog, IDM_SCHEDULE, SHCMBF_HIDESIPBUTTON | SHCMBF_HMENU)) return TRUE;
     const auto format = reinterpret_cast<LPARAM>(kTimeFormat);
     SendDlgItemMessageW(dialog, IDC_SCHEDULE_START, DTM_SETFORMATW, 0, format);
     SendDlgItemMessageW(dialog, IDC_SCHEDULE_END, DTM_SETFORMATW, 0, format);
@@ -89,6 +90,9 @@ void Add(HWND dialog, WORD) {
 void Close(HWND dialog, WORD command) {
     EndDialog(dialog, command);
 }
+void ShowSelected(HWND dialog, WORD) {
+    OnBookingContextMenu(dialog, MarkedRowOnScreen(GetDlgItem(dialog, IDC_SCHEDULE_LIST)));
+}
 void FollowText(HWND dialog, WORD) {
     FollowChannelText(dialog);
 }
@@ -103,6 +107,7 @@ constexpr CommandRow kCommands[] = {
     {IDC_SCHEDULE_ADD, BN_CLICKED, Add},
     {IDC_SCHEDULE_CLOSE, BN_CLICKED, Close},
     {IDOK, BN_CLICKED, Close},
+    {IDC_SELECTED_BOOKING, BN_CLICKED, ShowSelected},
     {IDC_SCHEDULE_CHANNEL, EN_CHANGE, FollowText},
 };
 

@@ -4,6 +4,7 @@
 #include "resources/resource_ids.h"
 #include "schedule/schedule_dialog.h"
 #include "shell/app_block.h"
+#include "shell/button_menu.h"
 #include "shell/information_dialog.h"
 #include "shell/keys.h"
 #include "shell/main_state.h"
@@ -67,6 +68,7 @@ constexpr CommandRow kCommands[] = {
     {IDC_SLEEP_60,      Sleep60},
     {IDC_SCHEDULE,      ShowScheduleDialog},
     {IDC_ADD_CURRENT,   AddCurrentChannel},
+    {IDC_SELECTED_CHANNEL, ShowSelectedChannel},
     {static_cast<WORD>(IDC_EXIT), Exit},
 };
 // clang-format on
@@ -87,7 +89,7 @@ bool RunCommand(CMainState& state, HWND window, WORD id) {
         row.handler(state, window);
         return true;
     }
-    return false;
+    return TapButtonOf(state, window, id);
 }
 
 bool RunShortcut(CMainState& state, HWND window, WORD id) {

@@ -9,6 +9,7 @@
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
 #include "shell/main_state.h"
+#include "shell/marked_row.h"
 #include "shell/owned.h"
 #include "shell/texts.h"
 
@@ -113,6 +114,11 @@ void ShowChannelPopup(CMainState& state, HWND window, int x, int y) {
     for (const PopupRow& row : kPopup) {
         if (row.uId == chosen) row.handler(state, window, marked);
     }
+}
+
+void ShowSelectedChannel(CMainState& state, HWND window) {
+    const POINT at = MarkedRowOnScreen(state.m_hListView);
+    ShowChannelPopup(state, window, at.x, at.y);
 }
 
 void AddCurrentChannel(CMainState& state, HWND window) {

@@ -4,6 +4,7 @@
 #include "resources/resource_ids.h"
 #include "shell/activation.h"
 #include "shell/app_block.h"
+#include "shell/button_menu.h"
 #include "shell/commands.h"
 #include "shell/creation.h"
 #include "shell/headset.h"
@@ -84,8 +85,9 @@ LRESULT OnCommand(CMainState& state, HWND hwnd, UINT message, WPARAM wParam, LPA
     return DefWindowProcW(hwnd, message, wParam, lParam);
 }
 
-LRESULT OnInitMenuPopup(CMainState&, HWND, UINT, WPARAM wParam, LPARAM) {
+LRESULT OnInitMenuPopup(CMainState& state, HWND, UINT, WPARAM wParam, LPARAM) {
     EnableMenuItems(reinterpret_cast<HMENU>(wParam));
+    ShowButtonStates(state, reinterpret_cast<HMENU>(wParam));
     return 0;
 }
 

@@ -26,6 +26,11 @@ void EnableButton(CSkin& skin, int id, int disable) {
     InvalidateRect(skin.hWnd, &rect, TRUE);
 }
 
+bool IsButtonEnabled(const CSkin& skin, int id) {
+    const SkinButton* button = FindButton(skin, id);
+    return button != nullptr && (button->dwLook & kLookDisabled) == 0;
+}
+
 void SetButtonFrame(CSkin& skin, int id, int frame) {
     SkinButton* button = FindButtonWithStates(skin, id);
     if (button == nullptr || frame < 0 || frame >= button->nFrames) return;

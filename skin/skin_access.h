@@ -8,6 +8,8 @@
 // rectangle is painted again later.
 void EnableButton(CSkin& skin, int id, int disable);
 
+[[nodiscard]] bool IsButtonEnabled(const CSkin& skin, int id);
+
 // The frame of a button with states, 0 to its number of frames - 1; anything else is refused. Paints nothing.
 void SetButtonFrame(CSkin& skin, int id, int frame);
 // 1 and the frame for a button with states; 0 and frame 0 for anything else.

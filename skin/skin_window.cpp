@@ -6,6 +6,7 @@
 #include "skin/hit_test.h"
 #include "skin/paint_steps.h"
 #include "skin/skin_access.h"
+#include "skin/skin_rows.h"
 
 namespace {
 
@@ -121,6 +122,20 @@ LRESULT SkinWindowProc(CSkin& skin, HWND window, UINT message, WPARAM wParam, LP
         if (row.uMessage == message) return row.handler(skin, wParam, lParam);
     }
     return 0;
+}
+
+void TapButton(CSkin& skin, HWND window, int id) {
+    const SkinButton* button = FindButton(skin, id);
+    if (button == nullptr || !IsButtonEnabled(skin, id)) return;
+    skin.hWnd = window;
+    const bool repeats = (button->dwKind & kButtonRepeats) != 0;
+    const SkinRect& place = PlaceOf(*button, CurrentScreen()).rect;
+    const LPARAM middle =
+        MAKELPARAM(static_cast<WORD>(place.x + place.cx / 2), static_cast<WORD>(place.y + place.cy / 2));
+    TestButtons(skin, WM_LBUTTONDOWN, middle);
+    if (repeats) SendMessageW(window, WM_SKIN_REPEAT, static_cast<WPARAM>(id), 0);
+    TestButtons(skin, WM_LBUTTONUP, middle);
+    SendMessageW(window, WM_SKIN_CLICK, static_cast<WPARAM>(kResultButton | id), middle);
 }
 
 void RepaintElements(CSkin& skin, HWND window, BOOL withBackground, int buttonId, int sliderId) {

@@ -14,6 +14,10 @@ inline constexpr int kNoElement = -1;
 // `window` in the skin.
 LRESULT SkinWindowProc(CSkin& skin, HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
+// A button, enabled, that is tapped by something else than the stylus: what a press and a release on it do,
+// and one step of a button that repeats while it is held. A disabled one, or none of that id, does nothing.
+void TapButton(CSkin& skin, HWND window, int id);
+
 // Paints at once: the background (withBackground = 1), then one button, then one slider; kNoElement skips
 // one.
 void RepaintElements(CSkin& skin, HWND window, BOOL withBackground, int buttonId, int sliderId);

@@ -91,11 +91,17 @@ void MenuLeft(Stage& stage) {
 void MenuRight(Stage& stage) {
     PressBar(stage, 1);
 }
-void MenuSleep(Stage& stage) {
+void Submenu(Stage& stage, int entry) {
     PressBar(stage, 1);
-    for (int down = 0; down < 3; ++down) stage.radio().Key(VK_DOWN);
+    for (int down = 0; down < entry; ++down) stage.radio().Key(VK_DOWN);
     stage.radio().Key(VK_RIGHT);
     stage.Menu(2);
+}
+void MenuSleep(Stage& stage) {
+    Submenu(stage, 3);
+}
+void MenuButtons(Stage& stage) {
+    Submenu(stage, 4);
 }
 // The row of those that are to be seen.
 void TapRow(HWND list, int shown) {
@@ -455,6 +461,7 @@ const std::vector<Scene>& Scenes() {
         {"menu-left", MenuLeft},
         {"menu-right", MenuRight},
         {"menu-sleep", MenuSleep},
+        {"menu-buttons", MenuButtons},
         {"menu-channel", MenuOfChannel},
         {"menu-booking", MenuOfBooking},
         {"information", Information, false, true},

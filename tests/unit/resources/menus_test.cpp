@@ -61,13 +61,15 @@ std::vector<ACCEL> Accelerators() {
 
 TEST(Menus, TheLeftSoftKeyDropsTheChannelCommands) {
     const Menu menu(IDM_MAIN);
-    const std::set<UINT> expected = {0x8005, 0x8006, 0x801E, 0x8008};
+    const std::set<UINT> expected = {0x8005, 0x8006, 0x801E, 0x8040, 0x8008};
     EXPECT_EQ(Commands(GetSubMenu(menu.Get(), 0)), expected);
 }
 
-TEST(Menus, TheRightSoftKeyDropsSettingsScheduleSleepTimerAndExit) {
+TEST(Menus, TheRightSoftKeyDropsSettingsScheduleSleepTimerEveryButtonAndExit) {
     const Menu menu(IDM_MAIN);
-    const std::set<UINT> expected = {0x8007, 0x8019, 0x8013, 0x8014, 0x8015, 0x8016, 40000};
+    std::set<UINT> expected = {0x8007, 0x8019, 0x8013, 0x8014, 0x8015, 0x8016, 40000};
+    for (const UINT button : {200u, 201u, 202u, 207u, 208u, 215u, 216u, 224u, 225u})
+        expected.insert(0x8100 + button);
     EXPECT_EQ(Commands(GetSubMenu(menu.Get(), 1)), expected);
 }
 
@@ -104,6 +106,7 @@ TEST(Menus, EachDialogsBarHasItsTwoCommands) {
     ExpectSoftKeys(134, 0x800E, 0x800C);
     ExpectSoftKeys(136, 0x8011, 0x8010);
     ExpectSoftKeys(144, 0x801D, 0x801C);
+    ExpectSoftKeys(147, IDOK, 0x8041);
 }
 
 // They store each choice at once, or change nothing.

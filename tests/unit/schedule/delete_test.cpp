@@ -51,6 +51,18 @@ TEST_F(Delete, BothCommandsAreGreyWithoutASelectedRow) {
     EXPECT_THAT(schedule.ContextMenu(0), ElementsAre(L"Delete", L"Delete all"));
 }
 
+// For who has no stylus to hold on the list.
+TEST_F(Delete, ASoftKeyOpensTheMenuOfTheSelectedBooking) {
+    OpenSchedule schedule;
+    Book(schedule, 10, {1, 2});
+    EXPECT_THAT(schedule.SoftKeyMenu(0), ElementsAre(L"Delete (grey)", L"Delete all (grey)"));
+    schedule.SelectRow(1);
+    schedule.SoftKeyMenu(kDeleteOne);
+    EXPECT_EQ(schedule.AnswerBox(IDOK).text, L"Delete this recording from the schedule?");
+    schedule.WaitForRows(1);
+    EXPECT_EQ(schedule.Rows()[0].week, L"Mon");
+}
+
 TEST_F(Delete, OneBookingGoesWithItsEntryAndItsNotification) {
     OpenSchedule schedule;
     Book(schedule, 10, {1, 2, 3});

@@ -190,6 +190,15 @@ BoxSeen OpenSchedule::AnswerBox(int button) const {
 
 std::vector<std::wstring> OpenSchedule::ContextMenu(UINT command) const {
     PostMessageW(m_dialog, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(m_dialog), MAKELPARAM(60, 200));
+    return ChooseFromMenu(command);
+}
+
+std::vector<std::wstring> OpenSchedule::SoftKeyMenu(UINT command) const {
+    Command(IDC_SELECTED_BOOKING);
+    return ChooseFromMenu(command);
+}
+
+std::vector<std::wstring> OpenSchedule::ChooseFromMenu(UINT command) const {
     HWND window = nullptr;
     EXPECT_TRUE(WaitFor([&] {
         window = VisibleOfThread(m_threadId, kMenuClass);

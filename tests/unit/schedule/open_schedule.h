@@ -46,6 +46,8 @@ class OpenSchedule {
     // Opens the list's context menu and gives its items, a grey one with "(grey)" behind it. The command is
     // then chosen; 0 leaves the menu.
     std::vector<std::wstring> ContextMenu(UINT command) const;
+    // The same menu, opened by the soft key.
+    std::vector<std::wstring> SoftKeyMenu(UINT command) const;
     BoxSeen AnswerBox(int button) const;
     void SelectRow(int row) const;
     std::vector<Texts> Rows() const;
@@ -55,6 +57,7 @@ class OpenSchedule {
     void Settle() const;
 
   private:
+    std::vector<std::wstring> ChooseFromMenu(UINT command) const;
     HWND FindBox() const;
 
     HWND m_dialog = nullptr;

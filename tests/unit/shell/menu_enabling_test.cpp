@@ -3,6 +3,7 @@
 
 #include "resources/resource_ids.h"
 #include "shell/settings_key.h"
+#include "skin/skin_access.h"
 #include "tests/support/own_device.h"
 #include "tests/unit/shell/shell_test.h"
 
@@ -23,15 +24,16 @@ class MenuEnabling : public test::ShellTest {
         SetWindowLongW(window, GWL_USERDATA, reinterpret_cast<LONG_PTR>(state));
     }
     ~MenuEnabling() override { DestroyMenu(menu); }
-    bool AddIsGrey() {
+    bool IsGrey(UINT id) {
         // As the menu's opening asks for it.
         WndProc(window, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
         MENUITEMINFOW item = {};
         item.cbSize = sizeof item;
         item.fMask = MIIM_STATE;
-        GetMenuItemInfoW(menu, IDC_ADD_CURRENT, FALSE, &item);
+        GetMenuItemInfoW(menu, id, FALSE, &item);
         return (item.fState & MFS_GRAYED) != 0;
     }
+    bool AddIsGrey() { return IsGrey(IDC_ADD_CURRENT); }
     HMENU menu = CreatePopupMenu();
 };
 
@@ -49,6 +51,17 @@ TEST_F(MenuEnabling, WithoutATunerAddCurrentChannelCanBeChosen) {
     device.channel = 9850;
     g_app.pFMDevice = nullptr;
     EXPECT_FALSE(AddIsGrey());
+}
+
+TEST_F(MenuEnabling, TheEntryOfADisabledButtonIsGreyUntilTheButtonIsEnabled) {
+    static_cast<SkinTables&>(state->m_skin) = MainScreenTables();
+    constexpr UINT kEntry = IDC_CONTROL_0 + SKIN_SEEK_UP;
+    AppendMenuW(menu, MF_STRING, kEntry, L"seek");
+    EXPECT_FALSE(IsGrey(kEntry));
+    EnableButton(state->m_skin, SKIN_SEEK_UP, 1);
+    EXPECT_TRUE(IsGrey(kEntry));
+    EnableButton(state->m_skin, SKIN_SEEK_UP, 0);
+    EXPECT_FALSE(IsGrey(kEntry));
 }
 
 }  // namespace

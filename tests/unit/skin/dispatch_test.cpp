@@ -1,5 +1,6 @@
 // The dispatcher: what it paints, answers and sends.
 #include "shell/messages.h"
+#include "skin/skin_access.h"
 #include "skin/skin_window.h"
 #include "tests/support/wait.h"
 #include "tests/unit/skin/skin_on_screen.h"
@@ -100,6 +101,36 @@ TEST_P(Dispatcher, EachButtonIsPaintedPressedAndReleasedWithinItsRectangle) {
         }
         EXPECT_TRUE(Same(expected, Shown()));
     }
+}
+
+TEST_P(Dispatcher, AButtonThatSomethingElseTapsDoesWhatAStylusDoesAndComesUpAgain) {
+    for (const ButtonLayout& button : kButtonLayout) {
+        SCOPED_TRACE(button.id);
+        BlankScreen();
+        m_sent.clear();
+        TapButton(m_skin, m_skin.hWnd, button.id);
+        const bool repeats = button.kind == 1;
+        EXPECT_EQ(Sent(WM_SKIN_REPEAT).size(), repeats ? 1u : 0u);
+        ASSERT_EQ(Sent(WM_SKIN_CLICK).size(), 1u);
+        EXPECT_EQ(Sent(WM_SKIN_CLICK)[0].wParam, static_cast<WPARAM>(0x20000 | button.id));
+        EXPECT_FALSE(KillTimer(m_skin.hWnd, static_cast<UINT_PTR>(button.id))) << "it is still held";
+        Picture expected = Blank();
+        if (button.kind == 2) {
+            expected.Copy(Image(button.bitmap), 2 * button.At(screen()).cx, 0, button.At(screen()));
+        } else {
+            expected.Copy(Image(0), button.At(screen()).x, button.At(screen()).y, button.At(screen()));
+        }
+        EXPECT_TRUE(Same(expected, Shown()));
+    }
+}
+
+TEST_P(Dispatcher, ADisabledButtonIsTappedByNobody) {
+    for (const ButtonLayout& button : kButtonLayout) EnableButton(m_skin, button.id, 1);
+    BlankScreen();
+    for (const ButtonLayout& button : kButtonLayout) TapButton(m_skin, m_skin.hWnd, button.id);
+    TapButton(m_skin, m_skin.hWnd, 999);
+    EXPECT_TRUE(m_sent.empty());
+    EXPECT_TRUE(Same(Blank(), Shown()));
 }
 
 TEST_P(Dispatcher, DraggingTheThumbSendsItsPositionForEachMoveBetween0And62) {
