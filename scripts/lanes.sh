@@ -1,5 +1,5 @@
 # Lanes: handsets of the tests' own that work side by side, each with a folder, a Wine prefix and a display.
-# Sourced after wine.sh and display.sh.
+# Sourced after packages.sh, wine.sh and display.sh.
 
 # lane_use NUMBER: this shell works in that lane from here on.
 lane_use() {
@@ -11,21 +11,38 @@ lane_use() {
     if [ -f "$KORA_HOME/display" ]; then DISPLAY=:$(cut -d' ' -f1 "$KORA_HOME/display"); fi
 }
 
-# Ends all that runs on this lane's Wine or display, and gives it its server again: one for the whole run, since a cold
-# start costs seconds and a warm one a tenth.
+lane_display() { display_virtual 1024x768; }
+
+# lane_owns PROCESS SERVER: whether it belongs to this lane, whose display's server runs as SERVER or, without one, no
+# longer. A server that was ended by force leaves its number to whoever comes next, so a display by that name alone is
+# no sign: the process was started for the lane's folder, or when the display was the lane's already.
+lane_owns() {
+    local words=/proc/$1/environ began
+    grep -qzxF "DISPLAY=$DISPLAY" "$words" 2>/dev/null || return 1
+    # The folder itself, and not one that has its path in a root of that process's own.
+    if grep -qzxF "KORA_HOME=$KORA_HOME" "$words" 2>/dev/null && [ "/proc/$1/root$KORA_HOME" -ef "$KORA_HOME" ]; then return 0; fi
+    began=$(process_start "$1")
+    [ -n "$2" ] && [ -n "$began" ] && [ "$began" -ge "$(process_start "$2")" ]
+}
+
+# Ends all that runs on this lane's Wine or display, and gives it its display and its server again: one for the whole
+# run, since a cold start costs seconds and a warm one a tenth.
 lane_clean() {
-    local process
+    local process server
     wineserver_run -k 2>/dev/null || true
     wineserver_run --wait || true
+    server=$(display_process) || true
+    server=${server#* }
     for process in /proc/[0-9]*; do
         process=${process#/proc/}
-        # What this shell started by now has the display as well; the shell itself was started without.
-        if [ "$process" != "$BASHPID" ] && [ -n "$DISPLAY" ] &&
-            grep -qzxF "DISPLAY=$DISPLAY" "/proc/$process/environ" 2>/dev/null; then
+        # What this shell started by now has the display as well; the shell itself was started without. The display's
+        # server may have been started under the name of the one before it.
+        if [ "$process" != "$BASHPID" ] && [ "$process" != "$server" ] && [ -n "$DISPLAY" ] && lane_owns "$process" "$server"; then
             kill -9 "$process" 2>/dev/null || true
         fi
     done
     rm -f "$KORA_HOME/busy"
+    lane_display 9>&-
     wineserver_run -p >/dev/null 2>&1 </dev/null 9>&-
 }
 
@@ -37,7 +54,7 @@ lanes_open() {
         (
             lane_use "$lane"
             mkdir -p "$KORA_HOME"
-            display_virtual 1024x768
+            lane_display
             wine_prefix
             wine_virtual_desktop 1024x768
             # A broken-off run may have left something.
@@ -67,7 +84,7 @@ lane_take() {
             exec 9>"$KORA_LANES_HOME/lane-$lane.lock"
             if flock -n 9; then
                 lane_use "$lane"
-                [ ! -f "$KORA_HOME/busy" ] || lane_clean
+                if [ -f "$KORA_HOME/busy" ] || ! display_process >/dev/null; then lane_clean; fi
                 : >"$KORA_HOME/busy"
                 return 0
             fi

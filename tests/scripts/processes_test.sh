@@ -109,25 +109,79 @@ calls_at_once_keep_their_words_apart() {
     done
     same '' "$(find "$HERE/home" -name 'handset.*')"
 }
-# A test that ran into its limit: its runner is killed and what it has started is left.
-the_next_in_a_lane_finds_nothing_of_one_that_was_killed() {
+# A lane with the display :501.
+fresh_lane() {
     fresh
     mkdir -p "$HERE/home/lane-1/prefix"
-    echo '501 1 1' >"$HERE/home/lane-1/display"
+    : >"$HERE/home/lane-1/prefix/.kora-ready"
+    script 'lanes_open 1'
+    : >"$HERE/server.calls"
+}
+# in_lane PROGRAM: as the test runner starts it.
+in_lane() {
+    env KORA_LANES=1 KORA_LANES_HOME="$HERE/home" KORA_HOME="$HERE/home" KORA_WINE="$HERE/bin/wine64" PATH="$HERE/bin:$PATH" \
+        "$KORA_TREE/scripts/wine-run" "$@"
+}
+# left NAME SETTING…: a program of these surroundings that goes on.
+left() {
+    env "${@:2}" sleep 100 &
+    echo $! >"$HERE/$1.pid"
+}
+# As a test that ran into its limit leaves its lane.
+use_lane_next() { : >"$HERE/home/lane-1/busy" && in_lane /bin/true; }
+display_is_killed() { kill -9 "$(<"$(echo "$HERE"/display-*.pid)")" && wait_for 10 is_gone "$HERE"/display-*.pid; }
+# A test that ran into its limit: its runner is killed and what it has started is left.
+the_next_in_a_lane_finds_nothing_of_one_that_was_killed() {
+    fresh_lane
     printf '#!/usr/bin/env bash\necho $$ >"$HERE/test.pid"\nsetsid sleep 100 &\necho $! >"$HERE/left.pid"\n: >"$HERE/ready"\nwait\n' >"$HERE/bin/hangs"
     declare -f is_gone >"$HERE/is_gone"
     printf '#!/usr/bin/env bash\n. "$HERE/is_gone"\nis_gone "$HERE/left.pid" || echo "still there"\necho "ran"\n' >"$HERE/bin/looks"
     chmod +x "$HERE/bin/hangs" "$HERE/bin/looks"
-    export KORA_LANES=1 KORA_LANES_HOME=$HERE/home KORA_HOME=$HERE/home KORA_WINE=$HERE/bin/wine64
-    "$KORA_TREE/scripts/wine-run" "$HERE/bin/hangs" &
+    # Not through a function, whose shell would be killed in the runner's place.
+    env KORA_LANES=1 KORA_LANES_HOME="$HERE/home" KORA_HOME="$HERE/home" KORA_WINE="$HERE/bin/wine64" \
+        "$KORA_TREE/scripts/wine-run" "$HERE/bin/hangs" &
     local runner=$!
     wait_for 10 test -f "$HERE/ready" && kill -9 "$runner"
     wait "$runner" 2>/dev/null
-    "$KORA_TREE/scripts/wine-run" "$HERE/bin/looks" >"$HERE/said"
-    "$KORA_TREE/scripts/wine-run" "$HERE/bin/looks" >>"$HERE/said"
-    unset KORA_LANES KORA_LANES_HOME KORA_HOME KORA_WINE
+    in_lane "$HERE/bin/looks" >"$HERE/said"
+    in_lane "$HERE/bin/looks" >>"$HERE/said"
     same ran$'\n'ran "$(<"$HERE/said")" && wait_for 10 is_gone "$HERE/left.pid" && is_gone "$HERE/test.pid" &&
-        same '-k --wait -p' "$(tr '\n' ' ' <"$HERE/server.calls" | sed 's/ $//')"
+        same '-k --wait -p' "$(tr '\n' ' ' <"$HERE/server.calls" | sed 's/ $//')" && same 1 "$(grep -c . "$HERE/displays")"
+}
+# An installed radio's, whose folder is its user's.
+what_was_started_on_the_lanes_display_is_ended_whatever_its_folder() {
+    fresh_lane
+    left radio DISPLAY=:501 KORA_HOME="$HERE/ada"
+    use_lane_next && wait_for 10 is_gone "$HERE/radio.pid"
+}
+# The number of a display that was ended by force is given to the next one that is started, whoever that is.
+a_handset_that_got_the_number_of_a_lanes_ended_display_is_left_alone() {
+    fresh_lane
+    left own DISPLAY=:501 KORA_HOME="$HERE/home/lane-1"
+    display_is_killed
+    left stranger DISPLAY=:501 KORA_HOME="$HERE/ada"
+    use_lane_next && wait_for 10 is_gone "$HERE/own.pid" && ! is_gone "$HERE/stranger.pid"
+}
+a_handset_that_had_the_number_before_the_lanes_display_is_left_alone() {
+    fresh
+    left stranger DISPLAY=:501 KORA_HOME="$HERE/ada"
+    mkdir -p "$HERE/home/lane-1/prefix" && : >"$HERE/home/lane-1/prefix/.kora-ready"
+    script 'lanes_open 1' && use_lane_next && ! is_gone "$HERE/stranger.pid"
+}
+a_lane_whose_display_was_ended_gets_another_one() {
+    fresh_lane
+    display_is_killed
+    printf '#!/usr/bin/env bash\necho "$DISPLAY"\n' >"$HERE/bin/says"
+    chmod +x "$HERE/bin/says"
+    same :502 "$(in_lane "$HERE/bin/says")" && same :502 "$(in_lane "$HERE/bin/says")" && same 2 "$(grep -c . "$HERE/displays")"
+}
+# After a start of the machine the record is an old one, and the first display has the first number again.
+a_lane_does_not_end_the_display_that_it_has_just_started() {
+    fresh
+    mkdir -p "$HERE/home/lane-1/prefix" && : >"$HERE/home/lane-1/prefix/.kora-ready"
+    echo '501 1 1' >"$HERE/home/lane-1/display"
+    script 'lanes_open 1' && same "501 $(<"$HERE/displays")" "$(cut -d' ' -f1,2 "$HERE/home/lane-1/display")" &&
+        ! is_gone "$HERE"/display-*.pid
 }
 # run_then SIGNAL WHAT: `./kora run`, ended as from a terminal once WHAT runs.
 run_then() {
@@ -182,6 +236,11 @@ check AStrangerWithARecordedNumberIsNoDisplayAndIsNotEnded a_stranger_is_no_disp
 check ADisplayIsEndedWithItsHandset a_display_is_ended_with_its_handset
 check CallsAtOnceKeepTheirWordsApart calls_at_once_keep_their_words_apart
 check TheNextInALaneFindsNothingOfOneThatWasKilled the_next_in_a_lane_finds_nothing_of_one_that_was_killed
+check WhatWasStartedOnTheLanesDisplayIsEndedWhateverItsFolder what_was_started_on_the_lanes_display_is_ended_whatever_its_folder
+check AHandsetThatGotTheNumberOfALanesEndedDisplayIsLeftAlone a_handset_that_got_the_number_of_a_lanes_ended_display_is_left_alone
+check AHandsetThatHadTheNumberBeforeTheLanesDisplayIsLeftAlone a_handset_that_had_the_number_before_the_lanes_display_is_left_alone
+check ALaneWhoseDisplayWasEndedGetsAnotherOne a_lane_whose_display_was_ended_gets_another_one
+check ALaneDoesNotEndTheDisplayThatItHasJustStarted a_lane_does_not_end_the_display_that_it_has_just_started
 check CtrlCEndsTheTourAndItsDisplay ctrl_c_ends_the_tour_and_its_display
 check CtrlCEndsTheHandsetOnADisplay ctrl_c_ends_the_handset_on_a_display
 check CtrlCLetsAServiceWithBookingsGoOn ctrl_c_lets_a_service_with_bookings_go_on
