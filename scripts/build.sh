@@ -32,9 +32,18 @@ programs_present() {
     [ -f "$KORA_BIN/handset.exe" ] || build_preset release UI handset
 }
 
+# The magnifier (magnifier.sh), which is this machine's own program. What is missing for it is installed here.
+KORA_MAGNIFIER=$KORA_ROOT/build/magnifier/bin/kora-magnifier
+magnifier_lacks() { :; }
+magnifier_ready() {
+    packages_need "${KORA_MAGNIFIER_PACKAGES[@]}"
+    build_preset magnifier kora-magnifier
+}
+
 kora_build() {
     packages_need "${KORA_BUILD_PACKAGES[@]}" "${KORA_TEST_PACKAGES[@]}"
     build_preset release all
+    magnifier_ready
 }
 
 kora_clean() {

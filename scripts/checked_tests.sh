@@ -46,6 +46,7 @@ kora_test_checked() {
     packages_need "${KORA_BUILD_PACKAGES[@]}" "${KORA_DISPLAY_PACKAGES[@]}" "${KORA_TEST_PACKAGES[@]}"
     "checked_$mode"
     build_preset "$KORA_PRESET" test_programs damage damage_device heap_watch
+    magnifier_ready
     # Handsets of its own: what is switched on there is not for other runs.
     export KORA_HOME=$KORA_HOME/checked-$mode
     tests_prepare

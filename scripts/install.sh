@@ -3,7 +3,7 @@
 . "$KORA_ROOT/scripts/notices.sh"
 
 KORA_PROGRAM_FILES=(UI.exe COREDLL.dll AYGSHELL.dll COMMCTRL.dll COMMDLG.dll fmdevice.dll capture.dll handset.exe band.ini)
-KORA_LAUNCHER_SCRIPTS=(antenna common packages wine display handset run uninstall)
+KORA_LAUNCHER_SCRIPTS=(antenna common packages wine display handset magnifier run uninstall)
 KORA_ICON_SIZES=(16 24 32 48 64 128 256)
 
 # programs_copy FOLDER: all that a handset is made of, as it was built.
@@ -14,6 +14,13 @@ programs_copy() {
         [ -f "$KORA_BIN/$file" ] || fail "$KORA_BIN/$file is missing; \`./kora build\` makes it"
         install -m 644 "$KORA_BIN/$file" "$1/$file"
     done
+}
+
+# magnifier_copy FOLDER: beside the programs of the handset, which are the same on every machine, and without symbols.
+magnifier_copy() {
+    [ -f "$KORA_MAGNIFIER" ] || fail "$KORA_MAGNIFIER is missing; \`./kora build\` makes it"
+    mkdir -p "$1"
+    install -s -m 755 "$KORA_MAGNIFIER" "$1/kora-magnifier"
 }
 
 # documents_copy FOLDER: the guide with its pictures, and the licences.
@@ -37,6 +44,7 @@ install_tree() {
     local stage=$1 prefix=$2 size script entry
     local icons=$stage/share/icons/hicolor drawing=$KORA_ROOT/resources/art/app_icon.svg.in
     programs_copy "$stage/share/kora/programs"
+    magnifier_copy "$stage/lib/kora"
     mkdir -p "$stage/bin" "$stage/share/kora/scripts" "$stage/share/applications" "$icons/scalable/apps"
     install -m 755 "$KORA_ROOT/packaging/linux/kora" "$stage/share/kora/kora"
     ln -s ../share/kora/kora "$stage/bin/kora"
@@ -80,7 +88,10 @@ kora_install() {
         esac
     done
     prefix=$(realpath -ms "$prefix")
-    [ $build -eq 0 ] || programs_ready
+    if [ $build -eq 1 ]; then
+        programs_ready
+        magnifier_ready
+    fi
     packages_need "${KORA_RUN_PACKAGES[@]}" librsvg2-bin
     . "$KORA_ROOT/scripts/uninstall.sh"
     local stage
@@ -93,7 +104,7 @@ kora_install() {
     mkdir -p "$prefix" 2>/dev/null && [ -w "$prefix" ] || fail "$prefix cannot be written; --prefix names another folder"
     # Not the folders' own rights: those that are there belong to somebody else.
     cp -r --no-preserve=mode,ownership --remove-destination --no-dereference "$stage/." "$prefix/"
-    chmod 755 "$prefix/share/kora/kora"
+    chmod 755 "$prefix/share/kora/kora" "$prefix/lib/kora/kora-magnifier"
     desktop_caches "$prefix"
     step "installed in $prefix"
     case :$PATH: in

@@ -3,26 +3,47 @@
 # The sides of KORA_DESKTOP, in pixels.
 magnifier_side() { local w=${KORA_DESKTOP%x*} h=${KORA_DESKTOP#*x}; echo $((w > h ? w : h)); }
 
-# magnifier_size [SIZE]: how many times as large the handset is shown. What is given stays for the next time; without it, and
-# when nothing was ever given, as large as the user's display has room for, with some for its own bars.
-magnifier_size() {
-    local record=$KORA_HOME/size size=${1:-} side
-    case $size in
-        1 | 2 | 3) mkdir -p "$KORA_HOME"; echo "$size" >"$record"; echo "$size"; return ;;
-        auto) rm -f "$record" ;;
-        '') if [ -s "$record" ]; then cat "$record"; return; fi ;;
-        *) fail "--size wants 1, 2, 3 or auto" ;;
-    esac
-    side=$(xwininfo -root 2>/dev/null | awk '/^ *(Width|Height):/ { if (!least || $2 < least) least = $2 } END { print least + 0 }' || true)
+# As large as the user's display has room for, with some for its own bars. The magnifier shows nothing on one of other than
+# 24 bits of colour.
+magnifier_room() {
+    local side size
+    side=$(xwininfo -root 2>/dev/null | awk '
+        /^ *(Width|Height):/ { if (!least || $2 < least) least = $2 }
+        /^ *Depth:/ { depth = $2 }
+        END { print depth == 24 ? least : 0 }' || true)
     size=$((side * 95 / 100 / $(magnifier_side)))
     echo $((size > 3 ? 3 : size < 1 ? 1 : size))
+}
+
+# magnifier_size [SIZE]: how many times as large the handset is shown. What is given stays for the next time; without it, and
+# when nothing was ever given, the room decides. Packages that are missing refuse what is given, and nothing else.
+magnifier_size() {
+    local record=$KORA_HOME/size given=${1:-} size lacking=''
+    case $given in
+        1 | 2 | 3) size=$given ;;
+        auto) size=$(magnifier_room) ;;
+        '') size=$(grep -sx '[123]' "$record") || size=$(magnifier_room) ;;
+        *) fail "--size wants 1, 2, 3 or auto" ;;
+    esac
+    [ "$size" = 1 ] || lacking=$(magnifier_lacks)
+    if [ -n "$lacking" ]; then
+        case $given in
+            2 | 3) fail "the phone cannot be shown $given times as large without these packages: ${lacking//$'\n'/ }" ;;
+        esac
+        step "the phone is shown in its own size; to be shown larger it wants these packages: ${lacking//$'\n'/ }"
+        size=1
+    fi
+    case $given in
+        1 | 2 | 3) mkdir -p "$KORA_HOME" && echo "$given" >"$record" ;;
+        auto) rm -f "$record" ;;
+    esac
+    echo "$size"
 }
 
 # magnifier_open SIZE: a virtual display as large as the handset's desktop, shown SIZE times as large on the present one.
 # From here on DISPLAY is the virtual one. MAGNIFIER is the process whose window shows it.
 magnifier_open() {
-    packages_need "${KORA_MAGNIFIER_PACKAGES[@]}"
-    build_preset magnifier kora-magnifier
+    magnifier_ready
     local folder=$KORA_HOME/magnified number deadline=$((SECONDS + 20))
     mkdir -p "$folder"
     rm -f "$folder"/*
@@ -33,7 +54,7 @@ magnifier_open() {
         sleep 0.05
     done
     number=$(tr -d '\n' <"$folder/number")
-    "$KORA_ROOT/build/magnifier/bin/kora-magnifier" ":$number" "$folder/Xvfb_screen0" "$1" &
+    "$KORA_MAGNIFIER" ":$number" "$folder/Xvfb_screen0" "$1" &
     MAGNIFIER=$!
     # For whoever asks for the handset's display meanwhile (display.sh).
     echo "$number $MAGNIFIED $(process_start "$MAGNIFIED")" >"$KORA_HOME/magnified/display"

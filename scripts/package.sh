@@ -45,7 +45,10 @@ kora_package() {
         shift
     done
     [ ${#files[@]} -gt 0 ] || files=("$KORA_HOME/kora-windows.zip" "$KORA_HOME/kora.deb")
-    [ $build -eq 0 ] || programs_ready
+    if [ $build -eq 1 ]; then
+        programs_ready
+        case " ${files[*]} " in *'.deb '*) magnifier_ready ;; esac
+    fi
     packages_need "${KORA_PACKAGE_PACKAGES[@]}"
     for file in "${files[@]}"; do package_make "$file"; done
 }

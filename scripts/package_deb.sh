@@ -6,7 +6,17 @@ kora_version() { sed -n 's/^FILEVERSION \([0-9]*\), \([0-9]*\), \([0-9]*\), .*/\
 # joined WORD…: with commas.
 joined() { local IFS=,; printf '%s' "${*//,/}" | sed 's/,/, /g'; }
 
-# deb_control KIBIBYTES
+# deb_libraries PROGRAM: the packages of the libraries that it is linked to, with the versions from which they will do.
+deb_libraries() {
+    local folder
+    folder=$(mktemp -d)
+    # It looks for the sources' own description of a package, and needs nothing of it.
+    mkdir "$folder/debian" && : >"$folder/debian/control"
+    (cd "$folder" && dpkg-shlibdeps -O -e"$1") | sed -n 's/^shlibs:Depends=//p'
+    rm -r "$folder"
+}
+
+# deb_control KIBIBYTES LIBRARIES
 deb_control() {
     cat <<TEXT
 Package: kora
@@ -14,8 +24,8 @@ Version: $(kora_version)
 Architecture: amd64
 Maintainer: $KORA_MAINTAINER
 Installed-Size: $1
-Depends: $(joined "${KORA_RUN_PACKAGES[@]}")
-Recommends: rtl-sdr
+Depends: $(joined "${KORA_RUN_PACKAGES[@]}"), $2
+Recommends: rtl-sdr, xvfb
 Section: sound
 Priority: optional
 Description: FM radio on its handset
@@ -50,7 +60,10 @@ package_deb() {
     install_tree "$1/usr" /usr
     deb_documents "$1/usr/share/doc/kora"
     mkdir "$1/DEBIAN"
-    deb_control "$(du -sk "$1/usr" | cut -f1)" >"$1/DEBIAN/control"
+    local libraries
+    libraries=$(deb_libraries "$1/usr/lib/kora/kora-magnifier")
+    [ -n "$libraries" ] || fail "the packages of the magnifier's libraries are not known"
+    deb_control "$(du -sk "$1/usr" | cut -f1)" "$libraries" >"$1/DEBIAN/control"
     (cd "$1" && find usr -type f -print0 | sort -z | xargs -0 md5sum) >"$1/DEBIAN/md5sums"
     chmod -R u=rwX,go=rX "$1"
     dpkg-deb --root-owner-group --build "$1" "$2" >"$1.log" 2>&1 || { cat "$1.log" >&2; fail "the package could not be written"; }

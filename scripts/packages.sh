@@ -2,8 +2,8 @@
 
 KORA_BUILD_PACKAGES=(cmake ninja-build googletest g++-mingw-w64-x86-64-posix librsvg2-bin imagemagick wine64 fonts-wine dpkg-dev tcl make gcc libc6-dev nlohmann-json3-dev)
 KORA_DISPLAY_PACKAGES=(xvfb x11-utils imagemagick)
-# An installed radio needs these alone; fonts-wine has the device's own font, Tahoma, and x11-utils shows the messages of
-# a start without a terminal.
+# An installed radio needs these alone, and xvfb to be shown enlarged; fonts-wine has the device's own font, Tahoma, and
+# x11-utils shows the messages of a start without a terminal.
 KORA_RUN_PACKAGES=(wine64 fonts-wine x11-utils)
 KORA_PACKAGE_PACKAGES=(zip librsvg2-bin dpkg-dev)
 KORA_MAINTAINER="Kora developers <kora@users.noreply.github.com>"

@@ -1,13 +1,7 @@
 # ./kora run: the handset with the radio on it, or the guided tour. Sourced by kora.
 
 . "$KORA_ROOT/scripts/antenna.sh"
-if [ -f "$KORA_ROOT/scripts/magnifier.sh" ]; then
-    . "$KORA_ROOT/scripts/magnifier.sh"
-else
-    # An installed radio has none.
-    magnifier_size() { case ${1:-1} in 1 | auto) echo 1 ;; *) fail 'an installed radio is shown in its own size alone' ;; esac; }
-    magnifier_close() { :; }
-fi
+. "$KORA_ROOT/scripts/magnifier.sh"
 
 # Picture requests of the tour: it prints "picture NAME", and waits until the file is there.
 tour_pictures() {

@@ -74,6 +74,7 @@ kora_test() {
     build_preset device32 all
     build_preset device all
     build_preset native all
+    magnifier_ready
     tests_prepare
 
     step "tests of the portable code (AddressSanitizer, UBSan)"

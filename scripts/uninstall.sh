@@ -67,7 +67,7 @@ handset_remove() {
     if [ "$KORA_HOME" = "$KORA_DEFAULT_HOME" ]; then
         remove_whole "$KORA_HOME"
     else
-        (cd "$KORA_HOME" && rm -rf ./*.log ./*.lock handset.?????? display)
+        (cd "$KORA_HOME" && rm -rf ./*.log ./*.lock handset.?????? display size magnified)
         rmdir --ignore-fail-on-non-empty "$KORA_HOME"
     fi
     if [ -d "$kept" ]; then

@@ -10,8 +10,12 @@ _kora() {
         options=$verbs
     else
         case ${COMP_WORDS[1]}:$COMP_CWORD in
-            run:2) options=--antenna ;;
-            run:3) options='band ether stick rtl_tcp file:' ;;
+            run:*)
+                case ${COMP_WORDS[COMP_CWORD - 1]} in
+                    --antenna) options='band ether stick rtl_tcp file:' ;;
+                    --size) options='1 2 3 auto' ;;
+                    *) options='--antenna --size' ;;
+                esac ;;
             stop:2) options=--force ;;
             uninstall:2) options=--all ;;
             start:*) options='-Rec -Channel -Duration' ;;

@@ -47,14 +47,25 @@ same() { [ "$1" = "$2" ] || { diff <(printf '%s\n' "$1") <(printf '%s\n' "$2"); 
 # A user's surroundings, without anything of ours.
 as_user() { env -i HOME="$USER_HOME" PATH="$PATH" DISPLAY="$DISPLAY" LANG=C.UTF-8 KORA_HOSTSOUND=0 "$@" 9>&-; }
 
+# own_display SIDES: a display of WIDTHxHEIGHTxDEPTH that nobody else uses: its name in OWN_DISPLAY, its process in OWN_SERVER.
+own_display() {
+    Xvfb -displayfd 3 -screen 0 "$1" -nolisten tcp -noreset -nocursor 3>"$WORK/own-display" 2>"$WORK/own-display.log" &
+    OWN_SERVER=$!
+    wait_for 20 test -s "$WORK/own-display" || { cat "$WORK/own-display.log"; exit 1; }
+    OWN_DISPLAY=:$(tr -d '\n' <"$WORK/own-display")
+    rm "$WORK/own-display"
+}
+on_own() { DISPLAY=$OWN_DISPLAY "$@"; }
+
 # The programs and what installs them, as a tree of its own that can be taken away.
 copy_tree() {
-    mkdir -p "$1/build/release/bin" "$1/resources" "$1/docs"
+    mkdir -p "$1/build/release/bin" "$1/build/magnifier/bin" "$1/resources" "$1/docs"
     cp -r "$KORA_TREE"/{kora,scripts,packaging,LICENSE,THIRD-PARTY.md} "$1/"
     cp -r "$KORA_TREE/resources/art" "$KORA_TREE/resources/ui.rc" "$1/resources/"
     cp -r "$KORA_TREE/docs/guide.md" "$KORA_TREE/docs/pictures" "$1/docs/"
     ln -s "$KORA_TREE/build/sources" "$1/build/sources"
     cp "$KORA_PROGRAMS"/*.dll "$KORA_PROGRAMS"/UI.exe "$KORA_PROGRAMS"/handset.exe "$KORA_PROGRAMS"/band.ini "$1/build/release/bin/"
+    cp "$KORA_TREE/build/magnifier/bin/kora-magnifier" "$1/build/magnifier/bin/"
 }
 
 finish() {

@@ -26,6 +26,16 @@ depends_on_what_it_needs() {
         grep -qE "(^|, )$name(,|$)" <<<"$(field Depends)" || { echo "$name is missing"; return 1; }
     done
 }
+# named_in FIELD: the packages there, one a line.
+named_in() { field "$1" | tr ',' '\n' | awk '{ print $1 }'; }
+libraries_of_the_magnifier() { objdump -p "$ROOT/usr/lib/kora/kora-magnifier" | sed -n 's/^  NEEDED *//p'; }
+magnifiers_libraries_come_with_it() {
+    local library
+    for library in $(libraries_of_the_magnifier); do
+        dpkg -S "*/$library" | cut -d: -f1 | grep -qxFf <(named_in Depends) || { echo "$library is missing"; return 1; }
+    done
+    libraries_of_the_magnifier | grep -qx 'libxcb-xtest\.so\.0' && named_in Recommends | grep -qx xvfb
+}
 everything_belongs_to_root() { ! dpkg-deb -c "$DEB" | grep -v ' root/root '; }
 nobody_else_may_write() { ! dpkg-deb -c "$DEB" | grep -E '^.(.{4}w|.{7}w)' | grep -v '^l'; }
 sums_fit() { (cd "$ROOT" && md5sum --quiet -c "$WORK/control/md5sums") && same "$(cd "$ROOT" && find usr -type f | wc -l)" "$(wc -l <"$WORK/control/md5sums")"; }
@@ -51,6 +61,13 @@ manual_names_every_verb() {
         grep -q "^\.It Cm $verb" <<<"$text" || { echo "$verb"; return 1; }
     done
 }
+manual_names_every_option() {
+    local option text
+    text=$(zcat "$ROOT/usr/share/man/man1/kora.1.gz")
+    for option in $(kora help | grep -o -- '--[a-z]*' | sort -u); do
+        [ "$option" = --help ] || grep -q "Fl -${option#--}\b" <<<"$text" || { echo "$option"; return 1; }
+    done
+}
 # completed WORD…: what is offered for the last of them.
 completed() (
     . "$ROOT/usr/share/bash-completion/completions/kora"
@@ -62,6 +79,10 @@ completion_knows_every_verb() {
     same "$({ kora help | sed -n 's/^  \([a-z][a-z]*\) .*/\1/p'; echo help; } | sort)" "$(completed '')" &&
         same "$(kora handset --help | tr -d '\r' | sed -n 's/^  \([a-z]*\)  .*\$ handset .*/\1/p' | sort)" "$(completed handset '')" &&
         same $'off\non' "$(completed handset headset o)"
+}
+completion_knows_what_run_takes() {
+    same $'--antenna\n--size' "$(completed run '')" && same $'1\n2\n3\nauto' "$(completed run --size '')" &&
+        same --antenna "$(completed run --size 2 --a)" && same ether "$(completed run --size 2 --antenna e)"
 }
 tuned() { grep -q '^SetChannel 9850 -> 0' "$HANDSET/device/tuner.log"; }
 type_frequency() { kora handset key 9 8 5 && wait_for 20 tuned; }
@@ -75,6 +96,7 @@ check Unpacks dpkg-deb -x "$DEB" "$ROOT"
 dpkg-deb -e "$DEB" "$WORK/control"
 check HasTheVersionOfTheProgram version_of_the_program
 check DependsOnWhatARadioNeeds depends_on_what_it_needs
+check DependsOnTheLibrariesOfItsMagnifier magnifiers_libraries_come_with_it
 check EverythingBelongsToRoot everything_belongs_to_root
 check NobodyElseMayWriteIt nobody_else_may_write
 check ItsSumsFit sums_fit
@@ -83,9 +105,11 @@ check TheMenuEntryIsValid desktop-file-validate "$ROOT/usr/share/applications/ko
 check TheLicencesOfAllThatIsInsideAreThere licences_are_there
 check TheGuideHasItsPictures guide_has_its_pictures
 check TheManualNamesEveryVerb manual_names_every_verb
+check TheManualNamesEveryOption manual_names_every_option
 check TheDistributionsOwnCheckerFindsNothing lintian --allow-root --fail-on error,warning "$DEB"
 check ItStarts starts
 check TheCompletionKnowsEveryVerb completion_knows_every_verb
+check TheCompletionKnowsWhatRunTakes completion_knows_what_run_takes
 check TypedDigitsTune type_frequency
 check TheRadioCloses kora stop
 finish

@@ -39,7 +39,7 @@ make_debian() {
 # What is not the package manager's own book-keeping.
 listing() { (cd "$ROOT" && find . -xdev \( -path ./var/lib/apt -o -path ./var/lib/dpkg -o -path ./var/cache -o -path ./var/log -o -path ./home -o -path ./tmp \) -prune -o -print | sort); }
 install_by_apt() { cp "$DEB" "$ROOT/root/" && inside apt-get install -y --no-install-recommends /root/kora.deb; }
-wine_is_there_because_of_it() { inside dpkg-query -W wine64 fonts-wine x11-utils && inside test -x /usr/bin/kora; }
+wine_is_there_because_of_it() { inside dpkg-query -W wine64 fonts-wine x11-utils libxcb-xtest0 && inside test -x /usr/bin/kora; }
 radio_runs() { as_ada kora handset status | grep -q '^Radio *running'; }
 starts() { as_ada kora start && wait_for 120 radio_runs; }
 tuned() { grep -q '^SetChannel 9850 -> 0' "$ROOT/home/ada/.local/share/kora-handset/device/tuner.log"; }

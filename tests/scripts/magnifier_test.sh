@@ -17,23 +17,17 @@ set +e
 KORA_DESKTOP=300x200
 clean_up() {
     magnifier_close
-    [ -z "${USERS:-}" ] || kill "$USERS" 2>/dev/null
+    [ -z "${OWN_SERVER:-}" ] || kill "$OWN_SERVER" 2>/dev/null
     [ -z "${LISTENER:-}" ] || kill "$LISTENER" 2>/dev/null
     wait 2>/dev/null
     rm -rf "$WORK"
 }
 trap clean_up EXIT
 
-# The user's display.
-Xvfb -displayfd 3 -screen 0 1000x700x24 -nolisten tcp -noreset -nocursor 3>"$WORK/number" 2>/dev/null &
-USERS=$!
-wait_for 20 test -s "$WORK/number" || exit 1
-USER_DISPLAY=:$(tr -d '\n' <"$WORK/number")
-export DISPLAY=$USER_DISPLAY
+own_display 1000x700x24
 
-on_user() { DISPLAY=$USER_DISPLAY "$@"; }
 shown_is_the_picture_enlarged() {
-    import -silent -window root "$WORK/small.png" && on_user import -silent -window root "$WORK/all.png" || return 1
+    import -silent -window root "$WORK/small.png" && on_own import -silent -window root "$WORK/all.png" || return 1
     convert "$WORK/small.png" -filter point -resize "${1}00%" +repage "$WORK/wanted.png"
     convert "$WORK/all.png" -crop "$((300 * $1))x$((200 * $1))+0+0" +repage "$WORK/seen.png"
     compare -metric AE "$WORK/wanted.png" "$WORK/seen.png" null:
@@ -49,25 +43,37 @@ a_touch_arrives_where_it_was_made() {
     LISTENER=$!
     wait_for 20 eval 'xwininfo -name "Event Tester" | grep -q IsViewable' || return 1
     # Once more where the window was not there yet.
-    wait_for 20 eval 'on_user xdotool mousemove $((120 * '"$1"' + 1)) $((70 * '"$1"')) click 1; heard "ButtonRelease" "root:(120,70)"'
+    wait_for 20 eval 'on_own xdotool mousemove $((120 * '"$1"' + 1)) $((70 * '"$1"')) click 1; heard "ButtonRelease" "root:(120,70)"'
 }
 a_key_arrives_as_what_it_is() {
-    wait_for 20 eval 'on_user xdotool key F2; heard "KeyRelease" "keysym 0xffbf, F2"' &&
-        wait_for 20 eval 'on_user xdotool key 7; heard "KeyRelease" "keysym 0x37, 7"'
+    wait_for 20 eval 'on_own xdotool key F2; heard "KeyRelease" "keysym 0xffbf, F2"' &&
+        wait_for 20 eval 'on_own xdotool key 7; heard "KeyRelease" "keysym 0x37, 7"'
 }
 it_ends_with_the_display_that_it_shows() {
     kill "$MAGNIFIED"
     wait_for 20 eval '! kill -0 "$MAGNIFIER"'
 }
 room_decides_unless_it_was_said() {
-    export DISPLAY=$USER_DISPLAY
+    export DISPLAY=$OWN_DISPLAY
     same 2 "$(magnifier_size)" && same 3 "$(magnifier_size 3)" && same 3 "$(magnifier_size)" && same 2 "$(magnifier_size auto)" &&
         same 1 "$(KORA_DESKTOP=760x760 magnifier_size)" && same 1 "$(DISPLAY=:99999 magnifier_size)" || return 1
     if (magnifier_size 4); then return 1; fi
 }
+what_is_missing_refuses_what_is_said_and_nothing_else() (
+    magnifier_lacks() { printf 'xvfb\nlibxcb1\n'; }
+    local said
+    same 3 "$(magnifier_lacks() { :; }; magnifier_size 3)" && said=$(magnifier_size 2 2>&1) && return 1
+    same 'kora: the phone cannot be shown 2 times as large without these packages: xvfb libxcb1' "$said" &&
+        same 3 "$(<"$KORA_HOME/size")" && same 1 "$(magnifier_size)" && same 1 "$(magnifier_size 1)" && same 1 "$(magnifier_size auto)" &&
+        same '' "$(KORA_DESKTOP=760x760 magnifier_size 2>&1 >/dev/null)"
+)
+a_display_with_fewer_colours_has_no_room() {
+    kill "$OWN_SERVER"
+    own_display 1000x700x16 && same 1 "$(on_own magnifier_size auto)"
+}
 
 for size in 2 3; do
-    export DISPLAY=$USER_DISPLAY
+    export DISPLAY=$OWN_DISPLAY
     magnifier_open $size >"$WORK/opened" 2>&1
     check "EachPixelIsASquareOfWholePixels/$size" each_pixel_is_a_square_of_whole_pixels $size
     check "ATouchArrivesWhereItWasMade/$size" a_touch_arrives_where_it_was_made $size
@@ -76,4 +82,6 @@ for size in 2 3; do
     magnifier_close
 done
 check RoomDecidesUnlessItWasSaid room_decides_unless_it_was_said
+check WhatIsMissingRefusesTheSizeThatIsSaidAndNoOther what_is_missing_refuses_what_is_said_and_nothing_else
+check ADisplayWithFewerColoursHasNoRoom a_display_with_fewer_colours_has_no_room
 finish

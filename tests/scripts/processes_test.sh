@@ -183,6 +183,13 @@ a_lane_does_not_end_the_display_that_it_has_just_started() {
     script 'lanes_open 1' && same "501 $(<"$HERE/displays")" "$(cut -d' ' -f1,2 "$HERE/home/lane-1/display")" &&
         ! is_gone "$HERE"/display-*.pid
 }
+# One that was shown enlarged.
+a_folder_of_the_users_choice_goes_with_its_handset() {
+    fresh
+    mkdir "$HERE/home/magnified"
+    echo 2 | tee "$HERE/home/size" "$HERE/home/magnified/display" >"$HERE/home/xvfb.log"
+    script '. "$KORA_ROOT/scripts/uninstall.sh"; KORA_DEFAULT_HOME=$HERE/usual; handset_remove 1' && same '' "$(ls -A "$HERE/home" 2>/dev/null)"
+}
 # run_then SIGNAL WHAT: `./kora run`, ended as from a terminal once WHAT runs.
 run_then() {
     # A script's children ignore Ctrl-C from the start, a terminal's do not.
@@ -241,6 +248,7 @@ check AHandsetThatGotTheNumberOfALanesEndedDisplayIsLeftAlone a_handset_that_got
 check AHandsetThatHadTheNumberBeforeTheLanesDisplayIsLeftAlone a_handset_that_had_the_number_before_the_lanes_display_is_left_alone
 check ALaneWhoseDisplayWasEndedGetsAnotherOne a_lane_whose_display_was_ended_gets_another_one
 check ALaneDoesNotEndTheDisplayThatItHasJustStarted a_lane_does_not_end_the_display_that_it_has_just_started
+check AFolderOfTheUsersChoiceGoesWithItsHandset a_folder_of_the_users_choice_goes_with_its_handset
 check CtrlCEndsTheTourAndItsDisplay ctrl_c_ends_the_tour_and_its_display
 check CtrlCEndsTheHandsetOnADisplay ctrl_c_ends_the_handset_on_a_display
 check CtrlCLetsAServiceWithBookingsGoOn ctrl_c_lets_a_service_with_bookings_go_on

@@ -63,7 +63,7 @@ bool IsListed(const std::string& lists, const std::filesystem::path& file) {
 
 // "Suite.Check" of the tests that are scripts.
 Names ChecksOf(const std::string& script) {
-    static const std::regex kSuite("(?:^|\\n)SUITE=(\\w+)"), kCheck("(?:^|\\n) *check \"?(\\w+)");
+    static const std::regex kSuite("(?:^|[\\n ])SUITE=(\\w+)"), kCheck("(?:^|\\n) *check \"?(\\w+)");
     Names checks;
     std::smatch suite;
     if (!std::regex_search(script, suite, kSuite)) return checks;
@@ -84,8 +84,10 @@ Names AllTests() {
     for (const auto& file : test::CppFiles(kRoot, {"tests"})) {
         if (IsListed(lists, file)) tests.merge(test::TestsOf(test::ReadSource(file)));
     }
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(kRoot / "tests" / "scripts"))
-        if (entry.path().extension() == ".sh") tests.merge(ChecksOf(test::ReadSource(entry.path())));
+    for (const char* folder : {"scripts", "install"}) {
+        for (const auto& entry : std::filesystem::directory_iterator(kRoot / "tests" / folder))
+            if (entry.path().extension() == ".sh") tests.merge(ChecksOf(test::ReadSource(entry.path())));
+    }
     return tests;
 }
 
