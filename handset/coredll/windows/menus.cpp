@@ -1,10 +1,13 @@
-// Popup menus: the host's own, kept inside the handset's display and off the shell's bar.
+// Popup menus: the host's own, kept inside the handset's display and off the shell's bar, and as large as the
+// display wants them.
 #include <algorithm>
 
 #include "handset/base/module_edge.h"
 #include "handset/base/window_class.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
+#include "handset/coredll/windows/dialog_scale.h"
+#include "handset/coredll/windows/large_menus.h"
 
 namespace {
 
@@ -108,6 +111,7 @@ COREDLL_EXPORT BOOL WINAPI DeviceTrackPopupMenuEx(HMENU menu, UINT flags, int x,
                                                   TPMPARAMS* parameters) try {
     const coredll::CCallGuard guard(coredll::CallKind::CallsBack);
     const CMenuPlacement placement;
+    const coredll::CLargeMenus large(menu, window, coredll::DisplayScale());
     return TrackPopupMenuEx(menu, flags, x, y, window, parameters);
 } catch (...) {
     return handset::EdgeAnswer(FALSE);

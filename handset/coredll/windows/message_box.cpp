@@ -8,6 +8,7 @@
 #include "handset/base/window_class.h"
 #include "handset/coredll/kernel/call_guard.h"
 #include "handset/coredll/kernel/platform_call.h"
+#include "handset/coredll/windows/box_title.h"
 #include "handset/coredll/windows/dark_display.h"
 #include "handset/coredll/windows/dialog_keys.h"
 #include "handset/coredll/windows/dialog_scale.h"
@@ -116,8 +117,9 @@ int Enlarge(HWND box, int scale) {
     return SizeOf(box).cx * scale;
 }
 
-// A box of that width, the text broken into as many lines as it takes. Gives the new size.
-SIZE LayOut(HWND box, int boxWidth) {
+// A box of that width, its first `titleRows` left free and the text broken into as many lines as it takes.
+// Gives the new size.
+SIZE LayOut(HWND box, int boxWidth, int titleRows) {
     const Parts parts = PartsOf(box);
     RECT client;
     GetClientRect(box, &client);
@@ -126,16 +128,17 @@ SIZE LayOut(HWND box, int boxWidth) {
     const SIZE icon = SizeOf(parts.icon);
     const int textLeft = kMargin_px + (icon.cx != 0 ? icon.cx + kMargin_px : 0);
     const int textWidth = width - textLeft - kMargin_px;
+    const int top = titleRows + kMargin_px;
     const int textHeight = parts.text != nullptr ? HeightOfText(parts.text, textWidth) : 0;
     if (parts.icon != nullptr) {
-        SetWindowPos(parts.icon, nullptr, kMargin_px, kMargin_px, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+        SetWindowPos(parts.icon, nullptr, kMargin_px, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     }
     if (parts.text != nullptr) {
         const LONG_PTR style = GetWindowLongPtrW(parts.text, GWL_STYLE);
         SetWindowLongPtrW(parts.text, GWL_STYLE, style | SS_EDITCONTROL);
-        SetWindowPos(parts.text, nullptr, textLeft, kMargin_px, textWidth, textHeight, SWP_NOZORDER);
+        SetWindowPos(parts.text, nullptr, textLeft, top, textWidth, textHeight, SWP_NOZORDER);
     }
-    const int row = kMargin_px * 3 + std::max<int>(textHeight, icon.cy);
+    const int row = top + kMargin_px * 2 + std::max<int>(textHeight, icon.cy);
     const int foot = PlaceButtons(parts.buttons, width, row) + kMargin_px * 2;
     return {boxWidth, foot + (outer.cy - client.bottom)};
 }
@@ -150,10 +153,12 @@ void PlaceOnDisplay(HWND box) {
     SIZE size = SizeOf(box);
     const int scale = coredll::DisplayScale();
     const LONG wanted = scale > 1 ? Enlarge(box, scale) : size.cx;
-    if (scale > 1 || wanted > width) size = LayOut(box, std::min(wanted, width));
+    const int titleRows = scale > 1 ? coredll::GiveLargeTitle(box, scale) : 0;
+    if (scale > 1 || wanted > width) size = LayOut(box, std::min(wanted, width), titleRows);
     size.cy = std::min(size.cy, height);
     SetWindowPos(box, nullptr, display.left + (width - size.cx) / 2, display.top + (height - size.cy) / 2,
                  size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+    coredll::FitLargeTitle(box);
 }
 
 // A box that its program shows before any window comes to the front. Wine does not tell it, and its title

@@ -240,13 +240,23 @@ void AddCaption(HWND window, DWORD style, std::vector<Item>& items) {
     DeleteObject(font);
 }
 
+// A box's title that the handset draws.
+void AddTitle(HWND window, DWORD, std::vector<Item>& items) {
+    AddCell(window, "caption", TextOf(window), ClientOf(window), items);
+}
+
 struct ClassRow {
     const wchar_t* name;
     void (*add)(HWND window, DWORD style, std::vector<Item>& items);
 };
 constexpr ClassRow kClasses[] = {
-    {L"Static", AddStatic},   {L"Button", AddButton},          {L"Edit", AddEdit},
-    {L"ListBox", AddListBox}, {L"SysListView32", AddListView}, {L"SysHeader32", AddHeader},
+    {L"Static", AddStatic},
+    {L"Button", AddButton},
+    {L"Edit", AddEdit},
+    {L"ListBox", AddListBox},
+    {L"SysListView32", AddListView},
+    {L"SysHeader32", AddHeader},
+    {L"KoraHandset.BoxTitle", AddTitle},
 };
 
 }  // namespace

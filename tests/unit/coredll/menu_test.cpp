@@ -2,6 +2,9 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <string>
+#include <utility>
+
 #include "handset/coredll/kernel/platform_call.h"
 #include "handset_fixture.h"
 #include "panel_stand_in.h"
@@ -133,6 +136,99 @@ TEST_F(Menu, ASubmenuDoesNotCoverTheEntryThatOpenedIt) {
             << g_submenu.bottom;
         DestroyMenu(g_outer);
         DestroyWindow(window);
+    }
+}
+
+// What an onlooker sees of the second entry of a menu.
+struct Entry {
+    RECT place{};
+    std::wstring text;
+    UINT type = 0;
+    ULONG_PTR data = 0;
+};
+
+Entry SecondEntry() {
+    Entry entry;
+    wchar_t text[64] = L"";
+    MENUITEMINFOW info = {};
+    info.cbSize = sizeof info;
+    info.fMask = MIIM_FTYPE | MIIM_DATA;
+    GetMenuItemRect(nullptr, g_outer, 1, &entry.place);
+    GetMenuStringW(g_outer, 1, text, 64, MF_BYPOSITION);
+    GetMenuItemInfoW(g_outer, 1, TRUE, &info);
+    entry.text = text;
+    entry.type = info.fType;
+    entry.data = info.dwItemData;
+    return entry;
+}
+
+Entry g_open;
+
+// Chooses the second entry when it has looked at it.
+LRESULT CALLBACK ChooseTheSecond(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_ENTERIDLE && wParam == MSGF_MENU && IsRectEmpty(&g_open.place)) {
+        g_open = SecondEntry();
+        for (const WPARAM key : {VK_DOWN, VK_DOWN, VK_RETURN}) PressInMenu(window, key);
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+class MenuSizes : public Menu {
+  protected:
+    void SetUp() override {
+        Menu::SetUp();
+        WNDCLASSW windowClass{};
+        windowClass.lpfnWndProc = ChooseTheSecond;
+        windowClass.lpszClassName = L"MenuSizeTest";
+        RegisterClassW(&windowClass);
+    }
+    // A menu of three on a display of that size; gives the command that was chosen. What it looked like is in
+    // g_open, what is left of it in `closed_`.
+    UINT ChooseOn(const wchar_t* width, const wchar_t* height) {
+        SetState(L"KORA_SCREENWIDTH", width);
+        SetState(L"KORA_SCREENHEIGHT", height);
+        const PanelStandIn panel({0, 0});
+        g_open = {};
+        const HWND window = CreateWindowExW(0, L"MenuSizeTest", L"", WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT,
+                                            CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, nullptr, nullptr);
+        const auto procedure = GetWindowLongPtrW(window, GWL_WNDPROC);
+        g_outer = CreatePopupMenu();
+        for (UINT id = 1; id <= 3; ++id) AppendMenuW(g_outer, MF_STRING, id, L"Programme guide");
+        MENUITEMINFOW info = {};
+        info.cbSize = sizeof info;
+        info.fMask = MIIM_DATA;
+        info.dwItemData = 77;
+        SetMenuItemInfoW(g_outer, 1, TRUE, &info);
+        const auto chosen = static_cast<UINT>(
+            TrackPopupMenuEx(g_outer, TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RETURNCMD, 20, 60, window, nullptr));
+        closed_ = SecondEntry();
+        EXPECT_EQ(GetWindowLongPtrW(window, GWL_WNDPROC), procedure);
+        DestroyMenu(g_outer);
+        DestroyWindow(window);
+        return chosen;
+    }
+    static SIZE SizeOf(const RECT& place) { return {place.right - place.left, place.bottom - place.top}; }
+    Entry closed_;
+};
+
+TEST_F(MenuSizes, OnADisplayOfTwiceThePixelsEntriesAreTwiceAsLarge) {
+    EXPECT_EQ(ChooseOn(L"240", L"320"), 2u);
+    const SIZE usual = SizeOf(g_open.place);
+    EXPECT_EQ(ChooseOn(L"480", L"640"), 2u);
+    const SIZE fine = SizeOf(g_open.place);
+    EXPECT_NEAR(fine.cy, 2 * usual.cy, 4);
+    EXPECT_NEAR(fine.cx, 2 * usual.cx, 40);
+    EXPECT_EQ(ChooseOn(L"640", L"480"), 2u);
+    EXPECT_EQ(SizeOf(g_open.place).cy, fine.cy);
+}
+
+TEST_F(MenuSizes, OnAnyDisplayAMenuThatWasClosedIsTheOneThatWasOpened) {
+    for (const auto& [width, height] : {std::pair{L"240", L"320"}, std::pair{L"480", L"640"}}) {
+        ChooseOn(width, height);
+        EXPECT_EQ(g_open.text, L"Programme guide");
+        EXPECT_EQ(closed_.text, L"Programme guide");
+        EXPECT_EQ(closed_.type, UINT{MFT_STRING});
+        EXPECT_EQ(closed_.data, 77u);
     }
 }
 

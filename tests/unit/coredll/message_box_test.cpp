@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <cstdlib>
 #include <string>
+#include <utility>
 
 #include "handset_fixture.h"
 #include "panel_stand_in.h"
@@ -18,6 +20,8 @@ struct Seen {
     RECT box{};
     RECT buttons{};  // around all of them
     RECT text{};
+    RECT title{};  // where it is a control of the box's; empty where the host draws it
+    bool hostsTitle = false;
     bool closeBox = false;
     int answer;
 };
@@ -48,6 +52,9 @@ DWORD WINAPI Onlooker(void* data) {
     if (!seen->found) return 0;
     GetWindowRect(box, &seen->box);
     seen->closeBox = (GetWindowLongPtrW(box, GWL_STYLE) & WS_SYSMENU) != 0;
+    seen->hostsTitle = (GetWindowLongPtrW(box, GWL_STYLE) & WS_CAPTION) == WS_CAPTION;
+    const HWND title = FindWindowExW(box, nullptr, L"KoraHandset.BoxTitle", L"FM test box");
+    if (title != nullptr) GetWindowRect(title, &seen->title);
     EnumChildWindows(box, AddButton, reinterpret_cast<LPARAM>(&seen->buttons));
     EnumChildWindows(box, FindText, reinterpret_cast<LPARAM>(&seen->text));
     PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(seen->answer), 0);
@@ -88,6 +95,29 @@ const std::wstring kLongText =
     L"The file \\My Documents\\My Music\\A station with a rather long name-0001.amr is there already. Shall "
     L"it "
     L"be overwritten by the recording that is about to begin?";
+
+TEST_F(MessageBoxes, OnADisplayOfTwiceThePixelsTheTitleIsTwiceAsLargeAboveTheText) {
+    Show(L"Question", MB_OK, IDOK);
+    EXPECT_TRUE(seen_.hostsTitle);
+    EXPECT_TRUE(IsRectEmpty(&seen_.title));
+    NONCLIENTMETRICSW metrics = {};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    for (const auto& [width, height] : {std::pair{L"480", L"640"}, std::pair{L"640", L"480"}}) {
+        SetState(L"KORA_SCREENWIDTH", width);
+        SetState(L"KORA_SCREENHEIGHT", height);
+        seen_ = {};
+        Show(kLongText, MB_YESNO, IDNO);
+        EXPECT_FALSE(seen_.hostsTitle);
+        EXPECT_GE(seen_.title.bottom - seen_.title.top, 2 * std::abs(metrics.lfCaptionFont.lfHeight));
+        EXPECT_GE(seen_.text.top, seen_.title.bottom);
+        EXPECT_GE(seen_.buttons.top, seen_.text.bottom);
+        EXPECT_GT(seen_.box.bottom, seen_.buttons.bottom);
+        // From edge to edge within the frame.
+        EXPECT_LE(seen_.title.left - seen_.box.left, 6);
+        EXPECT_LE(seen_.box.right - seen_.title.right, 6);
+    }
+}
 
 TEST_F(MessageBoxes, AnOwnerIsEnabledAgainOnlyWhenItWasEnabledBefore) {
     const HWND owner = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
