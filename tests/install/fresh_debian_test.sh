@@ -44,6 +44,12 @@ radio_runs() { as_ada kora handset status | grep -q '^Radio *running'; }
 starts() { as_ada kora start && wait_for 120 radio_runs; }
 tuned() { grep -q '^SetChannel 9850 -> 0' "$ROOT/home/ada/.local/share/kora-handset/device/tuner.log"; }
 type_frequency() { as_ada kora handset key 9 8 5 && wait_for 60 tuned; }
+# Its libraries are there, the display that is recommended is not. The box with these words waits for somebody.
+larger_it_wants_what_is_recommended() {
+    local said
+    said=$(as_ada timeout 20 kora run --size 2 2>&1)
+    grep -qx 'kora: the phone cannot be shown 2 times as large without these packages: xvfb' <<<"$said" || { echo "$said"; return 1; }
+}
 lists_go_out() { as_ada kora handset channels export /home/ada/lists.json && grep -q '"Kora One"' "$ROOT/home/ada/lists.json"; }
 uninstalls_for_the_user() { as_ada kora uninstall --all && [ ! -e "$ROOT/home/ada/.local/share/kora-handset" ]; }
 remove_by_apt() { inside apt-get purge -y kora && inside apt-get autoremove -y --purge; }
@@ -61,6 +67,7 @@ check WhatItNeedsCameWithIt wine_is_there_because_of_it
 check ItStarts starts
 check TypedDigitsTune type_frequency
 check TheChannelListsGoOutToAFile lists_go_out
+check ShownLargerItWantsWhatIsRecommended larger_it_wants_what_is_recommended
 check TheRadioCloses as_ada kora stop
 check TheUsersHandsetIsRemoved uninstalls_for_the_user
 check IsRemovedByApt remove_by_apt
