@@ -2,10 +2,10 @@
 // makes what it needs and frees it again. An element that is not in its table, or whose image is missing, is
 // left as it is.
 //
-// DrawSkinText, DrawScanProgress and DrawSignal may be called from any thread, several at a time: they only
-// read the tables, paint on pictures of their own and copy these to skin.hWnd in one step; the background
-// that all share is copied without a lock (skin/bitmap_source.h). The others change rows and belong to the
-// thread of the window.
+// DrawSkinText, DrawScanProgress, DrawDial and DrawSignal may be called from any thread, several at a time:
+// they only read the tables, paint on pictures of their own and copy these to skin.hWnd in one step; the
+// background that all share is copied without a lock (skin/bitmap_source.h). The others change rows and
+// belong to the thread of the window.
 #pragma once
 
 #include "skin/skin.h"
@@ -26,6 +26,11 @@ void DrawButtons(CSkin& skin, HDC hdc, BOOL all, int id);
 
 // The bar and the percentage of a scan; `level` is 0 to 10, in tenths of the band. Other levels do nothing.
 void DrawScanProgress(CSkin& skin, int level);
+
+// The dial of a wide screen, with its needle at `channel` (10 kHz; outside the band at its end) and two texts
+// in its middle, none of them null: the frequency without its unit, and the channel's name. On other screens
+// there is none.
+void DrawDial(const CSkin& skin, std::uint32_t channel, const WCHAR* frequency, const WCHAR* name);
 
 // The antenna's bars for a signal level as the receiver gives it. By one thread at a time, the monitor's.
 void DrawSignal(CSkin& skin, int value);

@@ -75,8 +75,7 @@ void ShowLevel(CMainState& state, int level) {
 }
 
 void ShowProgress(CMainState& state, std::uint32_t channel) {
-    DrawSkinText(state.m_skin, TEXT_CHANNEL_NAME, L"Searching...");
-    DrawSkinText(state.m_skin, TEXT_FREQUENCY, ScreenFrequencyText(channel).sz);
+    ShowFrequency(state, channel, L"Searching...");
     ShowLevel(state, static_cast<int>((channel - kBandLowest_10kHz) * kProgressSteps / kBandWidth_10kHz));
 }
 

@@ -230,4 +230,30 @@ TEST_F(Notices, TheInformationDialogOpensOverTheScreenAndEndsWithOk) {
     EXPECT_TRUE(radio.Runs());
 }
 
+TEST_F(Turned, OnAWideScreenTheDialsNeedleFollowsTheTuningAndIsThereAfterATurnAndADialog) {
+    constexpr COLORREF kNeedle = RGB(141, 194, 31);
+    constexpr POINT kAt985[] = {{336, 376}, {496, 216}}, kAt1050[] = {{421, 329}, {581, 169}};
+    handset.SetState(L"ScreenWidth", 480);
+    handset.SetState(L"ScreenHeight", 640);
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    const auto pointsAt = [&](const POINT& here, const POINT& notThere) {
+        return WaitFor([&] {
+            return radio.Pixel(here.x, here.y) == kNeedle && radio.Pixel(notThere.x, notThere.y) != kNeedle;
+        });
+    };
+    radio.Type("985");
+    EXPECT_TRUE(pointsAt(kAt985[0], kAt1050[0]));
+    radio.Type("1050");
+    EXPECT_TRUE(pointsAt(kAt1050[0], kAt985[0]));
+    ASSERT_EQ(test::RunProgram(L"handset.exe", L"orientation landscape"), 0u);
+    EXPECT_TRUE(pointsAt(kAt1050[1], kAt985[1]));
+    radio.Command(IDC_SETTINGS);
+    const HWND dialog = radio.WaitForBox(nullptr);
+    ASSERT_NE(dialog, nullptr);
+    ASSERT_TRUE(WaitFor([&] { return radio.Pixel(kAt1050[1].x, kAt1050[1].y) != kNeedle; }));
+    PostMessageW(dialog, WM_COMMAND, IDC_SETTINGS_DONE, 0);
+    EXPECT_TRUE(pointsAt(kAt1050[1], kAt985[1]));
+}
+
 }  // namespace

@@ -43,6 +43,7 @@ kora_test(test_skin APP
         skin/empty_client_test.cpp
         skin/hit_buttons_test.cpp
         skin/hit_slider_test.cpp
+        skin/dial_test.cpp
         skin/indicators_test.cpp
         skin/leak_test.cpp
         skin/load_test.cpp

@@ -11,8 +11,8 @@ namespace screens {
 namespace {
 
 // What a measurement leaves out: it asks for all of the text, from the top.
-constexpr UINT kNotMeasured =
-    DT_END_ELLIPSIS | DT_WORD_ELLIPSIS | DT_PATH_ELLIPSIS | DT_MODIFYSTRING | DT_VCENTER | DT_BOTTOM;
+constexpr UINT kEndsInDots = DT_END_ELLIPSIS | DT_WORD_ELLIPSIS | DT_PATH_ELLIPSIS;
+constexpr UINT kNotMeasured = kEndsInDots | DT_MODIFYSTRING | DT_VCENTER | DT_BOTTOM;
 
 // How far beside its place what a text loses there is looked for.
 constexpr LONG kBeside = 64;
@@ -48,9 +48,10 @@ std::wstring WithoutBlanksBehind(std::wstring text) {
     return text;
 }
 
-// Where the letters stand when `need` is laid into the place; blanks at the end take their room and cover
-// nothing.
+// Where the letters stand when `need` is laid into the place, in which a text that may end in dots stays;
+// blanks at the end take their room and cover nothing.
 RECT InkOf(const RECT& place, SIZE need, LONG letters, UINT format) {
+    if ((format & kEndsInDots) != 0) need.cx = std::min(need.cx, place.right - place.left);
     LONG left = place.left;
     if ((format & DT_RIGHT) != 0) left = place.right - need.cx;
     if ((format & DT_CENTER) != 0) left = (place.left + place.right - need.cx) / 2;
