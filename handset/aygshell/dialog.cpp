@@ -36,9 +36,13 @@ LRESULT CALLBACK DialogSubclassProc(HWND dialog, UINT message, WPARAM wParam, LP
                                     DWORD_PTR) try {
     if (message == WM_NCDESTROY) {
         RemovePropW(dialog, kFlagsProperty);
+        HandsetForgetDialogFont(dialog);
         RemoveWindowSubclass(dialog, DialogSubclassProc, id);
     }
-    if (IsDisplayChange(message, wParam)) PlaceDialog(dialog, ShellDialogFlags(dialog));
+    if (IsDisplayChange(message, wParam)) {
+        HandsetFitDialogFont(dialog);
+        PlaceDialog(dialog, ShellDialogFlags(dialog));
+    }
     return DefSubclassProc(dialog, message, wParam, lParam);
 } catch (...) {
     return handset::EdgeAnswer<LRESULT>();
@@ -71,6 +75,7 @@ extern "C" BOOL WINAPI SHInitDialog(PSHINITDLGINFO info) try {
         !SetWindowSubclass(info->hDlg, handset::DialogSubclassProc, handset::kSubclassId, 0)) {
         return FALSE;
     }
+    HandsetFitDialogFont(info->hDlg);
     handset::SetPickersToHandsetTime(info->hDlg);
     if (handset::IsFullScreen(flags)) handset::RemoveFrame(info->hDlg);
     handset::PlaceDialog(info->hDlg, flags);

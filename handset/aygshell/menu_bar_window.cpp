@@ -45,6 +45,7 @@ class CMenuBar {
 
   private:
     void AddButtons();
+    bool HeightChanges() const;
     void FitToParent() const;
     void LayOutButtons();
     void Press(WPARAM index);
@@ -89,6 +90,12 @@ void CMenuBar::AddButtons() {
         SendMessageW(toolbar_, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
     }
     keys_.clear();
+}
+
+bool CMenuBar::HeightChanges() const {
+    RECT place = {};
+    GetWindowRect(bar_, &place);
+    return place.bottom - place.top != static_cast<LONG>(ShellBarHeight());
 }
 
 void CMenuBar::FitToParent() const {
@@ -241,10 +248,13 @@ LRESULT CALLBACK CMenuBar::BarProc(HWND bar, UINT message, WPARAM wParam, LPARAM
 LRESULT CALLBACK CMenuBar::ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                       DWORD_PTR bar) try {
     if (message == WM_NCDESTROY) RemoveWindowSubclass(parent, ParentProc, id);
+    const auto& self = *reinterpret_cast<const CMenuBar*>(bar);
+    // On a display of twice the pixels it is twice as high: a parent that lays itself out is to know.
+    if (message == WM_WINDOWPOSCHANGED && self.HeightChanges()) self.FitToParent();
     const LRESULT result = DefSubclassProc(parent, message, wParam, lParam);
     // The parent's own handling may have destroyed the bar.
     if (message == WM_WINDOWPOSCHANGED && IsWindow(reinterpret_cast<HWND>(id))) {
-        reinterpret_cast<const CMenuBar*>(bar)->FitToParent();
+        self.FitToParent();
     }
     return result;
 } catch (...) {

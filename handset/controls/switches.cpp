@@ -23,6 +23,16 @@ constexpr UINT kBluetoothChanged = 0xA402;
 constexpr UINT kTellTimeout_ms = 2000;
 constexpr std::uint64_t kStrongestSignal = 100;
 
+// The bar and then the windows from the front backwards; the other way round when the display gets smaller. A
+// window that goes before the one above it covers its new place would be uncovered for a moment, and Wine
+// brings what is uncovered to the front.
+std::vector<HWND> WindowsToTell(bool smaller) {
+    std::vector<HWND> told = {RadioTopBar()};
+    for (const HWND window : RadioWindows()) told.push_back(window);
+    if (smaller) std::reverse(told.begin(), told.end());
+    return told;
+}
+
 }  // namespace
 
 bool HeadsetPlugged() {
@@ -101,11 +111,11 @@ ScreenSize CurrentScreen() {
 }
 
 bool TurnScreen(ScreenSize size) {
+    const ScreenSize before = CurrentScreen();
     const bool written = handset::SetScreenSize(static_cast<std::uint32_t>(size.width),
                                                 static_cast<std::uint32_t>(size.height));
     TellPanel();
-    std::vector<HWND> told = RadioWindows();
-    told.push_back(RadioTopBar());
+    const std::vector<HWND> told = WindowsToTell(size.width * size.height < before.width * before.height);
     for (const HWND window : told) {
         if (window == nullptr) continue;
         SendMessageTimeoutW(window, WM_SETTINGCHANGE, handset::kSettingChangeReset, 0, SMTO_ABORTIFHUNG,

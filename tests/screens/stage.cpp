@@ -154,7 +154,7 @@ void Leave(HWND box) {
 }  // namespace
 
 Stage::Stage(test::HandsetUnderTest& forHandset, const Shape& forShape)
-    : handset(forHandset), shape(forShape) {
+    : handset(forHandset), shape(forShape), display_{forShape.width, forShape.height} {
     handset.SetState(L"ScreenWidth", static_cast<std::uint32_t>(shape.width));
     handset.SetState(L"ScreenHeight", static_cast<std::uint32_t>(shape.height));
     handset.WriteBand(kBand);
@@ -207,22 +207,21 @@ void Stage::Tune(const std::string& digits, const char* shown) {
     AwaitDrawn(shown);
 }
 
-void Stage::Turn(bool upright) {
+void Stage::Reshape(int width, int height) {
     // What was drawn until now stood elsewhere.
     AwaitPainted();
     Read();
     drawn_.clear();
-    turned_ = upright != (shape.width < shape.height);
-    Handset(upright ? L"orientation portrait" : L"orientation landscape");
-    const LONG width = DisplayNow().all.right;
+    display_ = {width, height};
+    Handset(L"orientation " + std::to_wstring(width) + L"x" + std::to_wstring(height));
     HWND turns = nullptr;
     EXPECT_TRUE(WaitFor([&] {
         const auto opened = Opened();
         turns = opened.empty() ? radio_->Window() : opened.front();
         RECT place = {};
         GetWindowRect(turns, &place);
-        return place.right == width;
-    })) << "it does not turn";
+        return place.right == width && place.bottom == height;
+    })) << "it does not follow the display";
     // Answered when the controls stand at their new places, too.
     SendMessageW(turns, WM_NULL, 0, 0);
 }
@@ -314,18 +313,16 @@ void Stage::PutAway() {
         return opened.empty();
     };
     EXPECT_TRUE(WaitFor(clear)) << "it does not close";
-    if (turned_) Turn(shape.width < shape.height);
+    if (display_.cx != shape.width || display_.cy != shape.height) Reshape(shape.width, shape.height);
     if (radio_->Runs() && radio_->Window() != nullptr) Read();
     now_.clear();
     drawn_.clear();
 }
 
 Display Stage::DisplayNow() const {
-    const bool flat = turned_ != (shape.width > shape.height);
-    const LONG longer = std::max(shape.width, shape.height), shorter = std::min(shape.width, shape.height);
     Display display;
-    display.all = flat ? RECT{0, 0, longer, shorter} : RECT{0, 0, shorter, longer};
-    display.barRows = shorter >= 480 ? 52 : 26;
+    display.all = {0, 0, display_.cx, display_.cy};
+    display.barRows = std::min(display_.cx, display_.cy) >= 480 ? 52 : 26;
     return display;
 }
 

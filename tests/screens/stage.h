@@ -40,7 +40,8 @@ class Stage {
     void Click(WORD element) const;       // an element of the main screen
     void TapElement(WORD element) const;  // the stylus on it, where its looks count
     void Tune(const std::string& digits, const char* shown);
-    void Turn(bool upright);
+    // The display becomes one of these sides while something is open.
+    void Reshape(int width, int height);
     void Handset(const std::wstring& arguments) const;
 
     // The dialog or box that is open above that one, or above the main window.
@@ -67,7 +68,7 @@ class Stage {
 
     std::optional<test::Radio> radio_;
     std::wstring arguments_;
-    bool turned_ = false;
+    SIZE display_;
     std::vector<Item> now_, drawn_;
 };
 

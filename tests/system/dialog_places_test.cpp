@@ -153,6 +153,55 @@ TEST_F(DialogPlaces, OnADisplayOfTwiceThePixelsADialogAndABoxAreTwiceAsLarge) {
     EXPECT_EQ(fine.second, usual.second * 2) << "the button of the box";
 }
 
+TEST_F(DialogPlaces, AnOpenDialogIsAsLargeAsOneThatIsOpenedOnTheDisplayAsItIsByThen) {
+    handset.SetState(L"ScreenWidth", 240u);
+    handset.SetState(L"ScreenHeight", 320u);
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    HWND dialog = nullptr;
+    const auto field = [&] {
+        RECT place = {};
+        GetWindowRect(GetDlgItem(dialog, IDC_CHANNEL_FREQUENCY), &place);
+        MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
+        return place;
+    };
+    const auto open = [&] {
+        dialog = OpenDialog(radio, IDC_ADD_CURRENT);
+        EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(dialog) != FALSE; }));
+        return field();
+    };
+    const auto close = [&] {
+        PostMessageW(dialog, WM_COMMAND, IDC_CHANNEL_ADD_CANCEL, 0);
+        EXPECT_TRUE(WaitUntilClosed(dialog));
+    };
+    const auto becomes = [&](const wchar_t* display, const RECT& place) {
+        EXPECT_EQ(test::RunProgram(L"handset.exe", std::wstring(L"orientation ") + display), 0u);
+        EXPECT_TRUE(WaitFor([&] {
+            const RECT now = field();
+            return EqualRect(&now, &place) != FALSE;
+        })) << "its field is at "
+            << field().left << " " << field().top << " " << field().right << " " << field().bottom
+            << " and not at " << place.left << " " << place.top << " " << place.right << " " << place.bottom;
+    };
+    const RECT usual = open();
+    close();
+    ASSERT_EQ(test::RunProgram(L"handset.exe", L"orientation 480x640"), 0u);
+    EXPECT_TRUE(WaitFor([&] {
+        RECT place = {};
+        GetWindowRect(radio.Window(), &place);
+        return place.right == 480;
+    }));
+    const RECT fine = open();
+    becomes(L"240x320", usual);
+    becomes(L"480x640", fine);
+    close();
+    ASSERT_EQ(test::RunProgram(L"handset.exe", L"orientation 240x320"), 0u);
+    open();
+    becomes(L"480x640", fine);
+    becomes(L"240x320", usual);
+    close();
+}
+
 TEST_F(DialogPlaces, TheOneForAGroupsNameTakesTheWholeScreenAsWell) {
     Radio radio(handset);
     const HWND name = OpenGroupsName(radio);

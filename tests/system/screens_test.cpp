@@ -80,7 +80,7 @@ TEST_P(TurnedScreens, ADialogIsLaidOutAnewWithNothingCutWhenTheDisplayTurns) {
         if (!scene.turns || !IsWanted(scene)) continue;
         SCOPED_TRACE(scene.name);
         scene.open(stage);
-        stage.Turn(GetParam().width > GetParam().height);
+        stage.Reshape(GetParam().height, GetParam().width);
         LookAt(stage, scene.name + std::string("-turned"));
         stage.PutAway();
         if (HasFatalFailure()) return;
@@ -89,6 +89,21 @@ TEST_P(TurnedScreens, ADialogIsLaidOutAnewWithNothingCutWhenTheDisplayTurns) {
 
 INSTANTIATE_TEST_SUITE_P(Shapes, TurnedScreens, testing::Values(kShapes[0]),
                          [](const testing::TestParamInfo<Shape>& row) { return row.param.name; });
+
+TEST_P(TurnedScreens, ADialogIsLaidOutAnewWithNothingCutWhenTheDisplayGetsTwiceThePixelsAndLosesThem) {
+    Stage stage(handset, GetParam());
+    for (const Scene& scene : screens::Scenes()) {
+        if (!scene.turns || !IsWanted(scene)) continue;
+        SCOPED_TRACE(scene.name);
+        scene.open(stage);
+        stage.Reshape(2 * GetParam().width, 2 * GetParam().height);
+        LookAt(stage, scene.name + std::string("-grown"));
+        stage.Reshape(GetParam().width, GetParam().height);
+        LookAt(stage, scene.name + std::string("-shrunk"));
+        stage.PutAway();
+        if (HasFatalFailure()) return;
+    }
+}
 
 // handset.exe as the phone around the display, ended at the end of the scope.
 class PhoneProcess {

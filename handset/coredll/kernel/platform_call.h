@@ -36,6 +36,11 @@ void WINAPI HandsetDisplayRect(RECT* rect);
 // What the shell's bar leaves of it for windows.
 void WINAPI HandsetWorkArea(RECT* rect);
 
+// A dialog that is being made, and again whenever the display has changed: its controls write in the font of
+// the display's size. What was made for it goes with the second call, before the dialog does.
+void WINAPI HandsetFitDialogFont(HWND dialog);
+void WINAPI HandsetForgetDialogFont(HWND dialog);
+
 // True while the phone is suspended: its programs are held, and it makes no sound.
 BOOL WINAPI HandsetPhoneSleeps(void);
 

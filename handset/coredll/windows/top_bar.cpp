@@ -83,8 +83,9 @@ void CTopBar::Look() {
 void CTopBar::Fit() const {
     RECT display = {};
     HandsetDisplayRect(&display);
-    SetWindowPos(window_, nullptr, display.left, display.top, display.right - display.left,
-                 static_cast<int>(handset::ShellBarHeight()), SWP_NOZORDER | SWP_NOACTIVATE);
+    // To the front, as it may have grown over windows that have yet to make room.
+    SetWindowPos(window_, HWND_TOP, display.left, display.top, display.right - display.left,
+                 static_cast<int>(handset::ShellBarHeight()), SWP_NOACTIVATE);
     InvalidateRect(window_, nullptr, FALSE);
 }
 
