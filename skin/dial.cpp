@@ -1,6 +1,6 @@
 // The dial of a wide screen, beside the face: its circle and its marks are part of the background.
 #include <algorithm>
-#include <cmath>
+#include <array>
 
 #include "shell/owned.h"
 #include "skin/bitmap_source.h"
@@ -19,7 +19,7 @@ constexpr Dial kPortraitDial = {480, 536, 300, {164, 220, 316, 316}, {0, 0, 241,
 constexpr Dial kLandscapeDial = {640, 376, 330, {294, 30, 346, 346}, {0, 0, 321, 241}};
 
 constexpr std::uint32_t kLowest_10kHz = 8750, kHighest_10kHz = 10800;
-constexpr double kFirst_deg = 4, kPerChannel_deg = 0.04;
+constexpr double kFirst_deg = 4, kPerRay_deg = 0.4;
 
 constexpr int kLowestNumber_MHz = 88, kHighestNumber_MHz = 108, kNumberStep_MHz = 4;
 constexpr int kNumbersInside = 34;  // pixels from the circle
@@ -43,16 +43,47 @@ constexpr DialText kUnit = {-160, -72, 146, 22, 18, 400, kGrey, kOneLine | DT_RI
 constexpr DialText kName = {-160, -42, 146,         28,
                             22,   400, kPaleYellow, kOneLine | DT_RIGHT | DT_VCENTER | kEndsInDots};
 
-double DegreesOf(std::uint32_t channel) {
-    return kFirst_deg +
-           (std::clamp(channel, kLowest_10kHz, kHighest_10kHz) - kLowest_10kHz) * kPerChannel_deg;
+// Where a ray of the dial points: cosine and sine, in 1/4096, of the angle from the left upwards.
+struct Ray {
+    int cosine, sine;
+};
+constexpr int kWhole = 4096;
+constexpr std::uint32_t kRayStep_10kHz = 10;
+constexpr std::size_t kRays = (kHighest_10kHz - kLowest_10kHz) / kRayStep_10kHz + 1;
+
+// sin x = x (1 - x²/(2·3) (1 - x²/(4·5) (…))), for angles of the first quarter.
+constexpr double Sine(double radians) {
+    double series = 1;
+    for (int term = 18; term >= 2; term -= 2) series = 1 - radians * radians / (term * (term + 1)) * series;
+    return radians * series;
+}
+constexpr int InWhole(double part) {
+    return static_cast<int>(part * kWhole + 0.5);
+}
+// The compiler's work: the phone has no arithmetic of its own for such numbers.
+constexpr std::array<Ray, kRays> AllRays() {
+    constexpr double kQuarter = 1.5707963267948966;
+    std::array<Ray, kRays> rays = {};
+    for (std::size_t i = 0; i < kRays; ++i) {
+        const double angle = (kFirst_deg + kPerRay_deg * static_cast<double>(i)) * kQuarter / 90;
+        rays[i] = {InWhole(Sine(kQuarter - angle)), InWhole(Sine(angle))};
+    }
+    return rays;
+}
+constexpr std::array<Ray, kRays> kAllRays = AllRays();
+
+const Ray& RayOf(std::uint32_t channel) {
+    return kAllRays[(std::clamp(channel, kLowest_10kHz, kHighest_10kHz) - kLowest_10kHz) / kRayStep_10kHz];
 }
 
 // In the box.
-POINT At(const Dial& dial, double degrees, int radius) {
-    const double angle = degrees * 3.14159265358979 / 180;
-    return {dial.xMiddle - dial.box.x - std::lround(std::cos(angle) * radius),
-            dial.yMiddle - dial.box.y - std::lround(std::sin(angle) * radius)};
+POINT Middle(const Dial& dial) {
+    return {dial.xMiddle - dial.box.x, dial.yMiddle - dial.box.y};
+}
+POINT At(const Dial& dial, const Ray& ray, int radius) {
+    const POINT middle = Middle(dial);
+    return {middle.x - (ray.cosine * radius + kWhole / 2) / kWhole,
+            middle.y - (ray.sine * radius + kWhole / 2) / kWhole};
 }
 
 void Write(HDC dc, POINT middle, const DialText& look, const WCHAR* text) {
@@ -73,14 +104,14 @@ void WriteNumbers(HDC dc, const Dial& dial) {
     for (int number = kLowestNumber_MHz; number <= kHighestNumber_MHz; number += kNumberStep_MHz) {
         WCHAR text[4] = {static_cast<WCHAR>(L'0' + number / 100), static_cast<WCHAR>(L'0' + number / 10 % 10),
                          static_cast<WCHAR>(L'0' + number % 10), L'\0'};
-        const double degrees = DegreesOf(static_cast<std::uint32_t>(number) * 100);
-        Write(dc, At(dial, degrees, dial.radius - kNumbersInside), kNumber, number < 100 ? text + 1 : text);
+        const Ray& ray = RayOf(static_cast<std::uint32_t>(number) * 100);
+        Write(dc, At(dial, ray, dial.radius - kNumbersInside), kNumber, number < 100 ? text + 1 : text);
     }
 }
 
-void DrawRay(HDC dc, const Dial& dial, std::uint32_t channel, int fromRadius, int toRadius) {
-    const POINT from = At(dial, DegreesOf(channel), fromRadius);
-    const POINT to = At(dial, DegreesOf(channel), toRadius);
+void DrawRay(HDC dc, const Dial& dial, const Ray& ray, int fromRadius, int toRadius) {
+    const POINT from = At(dial, ray, fromRadius);
+    const POINT to = At(dial, ray, toRadius);
     MoveToEx(dc, from.x, from.y, nullptr);
     LineTo(dc, to.x, to.y);
 }
@@ -89,8 +120,9 @@ void DrawRay(HDC dc, const Dial& dial, std::uint32_t channel, int fromRadius, in
 void DrawNeedle(HDC dc, const Dial& dial, std::uint32_t channel) {
     const OwnedPen pen(CreatePen(PS_SOLID, kNeedlePen, kLime));
     const SelectObjectGuard selected(dc, pen.get());
-    DrawRay(dc, dial, channel, kNeedleFrom, dial.radius - kNumbersInside - kNumberRoom);
-    DrawRay(dc, dial, channel, dial.radius - kNumbersInside + kNumberRoom, dial.radius + 4);
+    const Ray& ray = RayOf(channel);
+    DrawRay(dc, dial, ray, kNeedleFrom, dial.radius - kNumbersInside - kNumberRoom);
+    DrawRay(dc, dial, ray, dial.radius - kNumbersInside + kNumberRoom, dial.radius + 4);
 }
 
 }  // namespace
@@ -109,7 +141,7 @@ void DrawDial(const CSkin& skin, std::uint32_t channel, const WCHAR* frequency, 
     SetBkMode(image.dc(), TRANSPARENT);
     WriteNumbers(image.dc(), dial);
     DrawNeedle(image.dc(), dial, channel);
-    const POINT middle = At(dial, 0, 0);
+    const POINT middle = Middle(dial);
     Write(image.dc(), middle, kFrequency, frequency);
     Write(image.dc(), middle, kUnit, L"MHz");
     Write(image.dc(), middle, kName, name);
