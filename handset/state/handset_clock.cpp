@@ -75,7 +75,7 @@ std::uint32_t RateAtStart() {
 }
 
 std::optional<ClockMoment> SharedMoment() {
-    const auto stored = ReadStoredValue(StateKeyPath(), kMoment);
+    const auto stored = ReadStateValue(kMoment);
     if (!stored || stored->type != REG_BINARY) return std::nullopt;
     return ReadMoment(stored->data.data(), stored->data.size());
 }

@@ -29,11 +29,11 @@ std::optional<std::wstring> FromEnvironment(const wchar_t* name) {
     return value;
 }
 
-using ReadsValue = std::optional<RegistryValue>(const std::wstring& path, const wchar_t* name);
+using ReadsValue = std::optional<RegistryValue>(const wchar_t* name);
 
 std::optional<std::uint64_t> Number(const wchar_t* name, ReadsValue& read) {
     if (const auto text = FromEnvironment(name)) return ParseNumber(*text);
-    const auto stored = read(StateKeyPath(), name);
+    const auto stored = read(name);
     if (!stored) return std::nullopt;
     const auto text = AsText(*stored);
     return text ? ParseNumber(*text) : AsNumber(*stored);
@@ -63,7 +63,7 @@ std::wstring StateObjectName(const std::wstring& name) {
 }
 
 std::uint32_t StateDword(const wchar_t* name, std::uint32_t fallback) {
-    return Dword(name, fallback, ReadStoredValue);
+    return Dword(name, fallback, ReadStateValue);
 }
 
 std::uint32_t CountedStateDword(const wchar_t* name, std::uint32_t fallback) {
@@ -71,12 +71,12 @@ std::uint32_t CountedStateDword(const wchar_t* name, std::uint32_t fallback) {
 }
 
 std::optional<std::uint64_t> StateQword(const wchar_t* name) {
-    return Number(name, ReadStoredValue);
+    return Number(name, ReadStateValue);
 }
 
 std::wstring StateString(const wchar_t* name, const std::wstring& fallback) {
     if (const auto text = FromEnvironment(name)) return *text;
-    const auto stored = ReadStoredValue(StateKeyPath(), name);
+    const auto stored = ReadStateValue(name);
     return stored ? AsText(*stored).value_or(fallback) : fallback;
 }
 

@@ -22,8 +22,8 @@ class CKeptValues {
   public:
     enum class Look { kAlways, kWhenDue };
 
-    std::optional<RegistryValue> Get(const std::wstring& path, const wchar_t* name, Look look) {
-        const std::wstring stateKey = StateKeyPath();
+    std::optional<RegistryValue> Get(const std::wstring& stateKey, const std::wstring& path,
+                                     const wchar_t* name, Look look) {
         std::wstring place = path;
         // No key's name holds this character, so no two places are spelt alike.
         place += L'\0';
@@ -69,21 +69,29 @@ class CKeptValues {
     std::unordered_map<std::wstring, std::optional<RegistryValue>> values_;
 };
 
-std::optional<RegistryValue> Read(const std::wstring& path, const wchar_t* name, CKeptValues::Look look) {
-    // Never destroyed: threads still ask while the process ends.
+// Never destroyed: threads still ask while the process ends.
+CKeptValues& KeptValues() {
     static auto* const values = new CKeptValues;
-    const CKeptLastError kept;
-    return values->Get(path, name, look);
+    return *values;
 }
 
 }  // namespace
 
 std::optional<RegistryValue> ReadStoredValue(const std::wstring& path, const wchar_t* name) {
-    return Read(path, name, CKeptValues::Look::kAlways);
+    const CKeptLastError kept;
+    return KeptValues().Get(StateKeyPath(), path, name, CKeptValues::Look::kAlways);
 }
 
-std::optional<RegistryValue> ReadCountedValue(const std::wstring& path, const wchar_t* name) {
-    return Read(path, name, CKeptValues::Look::kWhenDue);
+std::optional<RegistryValue> ReadStateValue(const wchar_t* name) {
+    const CKeptLastError kept;
+    const std::wstring stateKey = StateKeyPath();
+    return KeptValues().Get(stateKey, stateKey, name, CKeptValues::Look::kAlways);
+}
+
+std::optional<RegistryValue> ReadCountedValue(const wchar_t* name) {
+    const CKeptLastError kept;
+    const std::wstring stateKey = StateKeyPath();
+    return KeptValues().Get(stateKey, stateKey, name, CKeptValues::Look::kWhenDue);
 }
 
 }  // namespace handset

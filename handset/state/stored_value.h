@@ -13,8 +13,10 @@ namespace handset {
 // nothing when the key or the value is not there. Whatever any program has written before the call is seen.
 // Any thread; keeps the last error.
 [[nodiscard]] std::optional<RegistryValue> ReadStoredValue(const std::wstring& path, const wchar_t* name);
+// That of the state key itself.
+[[nodiscard]] std::optional<RegistryValue> ReadStateValue(const wchar_t* name);
 // Likewise, at next to no cost, for what is asked for with every paint: what was written under a
 // CCountedWrite is seen, and what else was written at least two milliseconds before the call.
-[[nodiscard]] std::optional<RegistryValue> ReadCountedValue(const std::wstring& path, const wchar_t* name);
+[[nodiscard]] std::optional<RegistryValue> ReadCountedValue(const wchar_t* name);
 
 }  // namespace handset
