@@ -158,11 +158,20 @@ void Information(Stage& stage) {
 void Settings(Stage& stage) {
     Command(stage, IDC_SETTINGS);
 }
-void SettingsOwnFile(Stage& stage) {
+HWND OwnFile(Stage& stage) {
     SetRadio(stage, L"SaveFileType", 1);
     stage.handset.SetRegistry(test::kRadioSettings, L"DefineFileName", std::wstring(L"\\evening."));
-    Command(stage, IDC_SETTINGS);
+    const HWND dialog = Command(stage, IDC_SETTINGS);
     SetRadio(stage, L"SaveFileType", 0);
+    return dialog;
+}
+void SettingsOwnFile(Stage& stage) {
+    OwnFile(stage);
+}
+void SettingsBrowse(Stage& stage) {
+    const HWND dialog = OwnFile(stage);
+    PressButton(dialog, IDC_SAVE_BROWSE);
+    stage.Box(dialog);
 }
 void Schedule(Stage& stage) {
     Command(stage, IDC_SCHEDULE);
@@ -467,6 +476,7 @@ const std::vector<Scene>& Scenes() {
         {"information", Information, false, true},
         {"settings", Settings, false, true},
         {"settings-own-file", SettingsOwnFile, false, true},
+        {"settings-browse", SettingsBrowse, false, false, true},
         {"schedule", Schedule, false, true},
         {"schedule-chosen", ScheduleChosen},
         {"schedule-without-focus", ScheduleChosenWithoutFocus},

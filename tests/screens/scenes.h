@@ -10,6 +10,7 @@ struct Scene {
     void (*open)(Stage& stage);
     bool goesOn = false;  // the next scene goes on from here
     bool turns = false;   // a dialog, which is laid out again when the display turns
+    bool hosts = false;   // the host's own dialog: it is opened and left, and lays itself out as it will
 };
 
 // In the order in which they can follow one another.

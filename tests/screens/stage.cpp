@@ -332,12 +332,14 @@ std::vector<std::string> Stage::Faults() {
     return FaultsOf(now_, drawn_, DisplayNow(), kLongName);
 }
 
-std::vector<std::string> Stage::HardToRead() const {
+std::vector<std::string> Stage::HardToRead() {
     const RECT display = DisplayNow().all;
     std::vector<std::string> faults;
-    // What was invalid a moment ago may still be on its way to the screen.
+    // What was invalid a moment ago may still be on its way to the screen, and what was written there by then
+    // may be gone.
     WaitFor(
         [&] {
+            Read();
             faults = screens::HardToRead(now_, drawn_, PictureOf(display), {display.left, display.top});
             return faults.empty();
         },

@@ -55,8 +55,8 @@ class Stage {
     void PutAway();
     // What is wrong with what is to be seen now.
     std::vector<std::string> Faults();
-    // What of it can hardly be read, as it was when its faults were looked for.
-    std::vector<std::string> HardToRead() const;
+    // What of it can hardly be read.
+    std::vector<std::string> HardToRead();
     // As a PNG.
     void TakePicture(const std::wstring& file) const;
 
