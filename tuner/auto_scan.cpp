@@ -75,7 +75,10 @@ void ShowLevel(CMainState& state, int level) {
 }
 
 void ShowProgress(CMainState& state, std::uint32_t channel) {
-    ShowFrequency(state, channel, L"Searching...");
+    constexpr WCHAR kSearching[] = L"Searching...";
+    DrawSkinText(state.m_skin, TEXT_CHANNEL_NAME, kSearching);
+    DrawSkinText(state.m_skin, TEXT_FREQUENCY, ScreenFrequencyText(channel).sz);
+    DrawDial(state.m_skin, channel, PlainFrequencyText(channel).sz, kSearching);
     ShowLevel(state, static_cast<int>((channel - kBandLowest_10kHz) * kProgressSteps / kBandWidth_10kHz));
 }
 
