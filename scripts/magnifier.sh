@@ -3,20 +3,27 @@
 # The sides of KORA_DESKTOP, in pixels.
 magnifier_side() { local w=${KORA_DESKTOP%x*} h=${KORA_DESKTOP#*x}; echo $((w > h ? w : h)); }
 
-# As large as the user's display has room for, with some for its own bars. The magnifier shows nothing on one of other than
-# 24 bits of colour.
+# As large as the user's display has room for, with some for its own bars.
 magnifier_room() {
     local side size
     side=$(xwininfo -root 2>/dev/null | awk '
         /^ *(Width|Height):/ { if (!least || $2 < least) least = $2 }
-        /^ *Depth:/ { depth = $2 }
-        END { print depth == 24 ? least : 0 }' || true)
+        END { print least + 0 }' || true)
     size=$((side * 95 / 100 / $(magnifier_side)))
     echo $((size > 3 ? 3 : size < 1 ? 1 : size))
 }
 
+# What the present display lacks to show the handset enlarged, as the end of a sentence; nothing when nothing does.
+magnifier_wants() {
+    local packages depth
+    packages=$(magnifier_lacks)
+    [ -z "$packages" ] || { echo "without these packages: ${packages//$'\n'/ }"; return; }
+    depth=$(xwininfo -root 2>/dev/null | awk '/^ *Depth:/ { print $2 }' || true)
+    [ "$depth" = 24 ] || echo "on a display of ${depth:-unknown} bits of colour; it takes 24"
+}
+
 # magnifier_size [SIZE]: how many times as large the handset is shown. What is given stays for the next time; without it, and
-# when nothing was ever given, the room decides. Packages that are missing refuse what is given, and nothing else.
+# when nothing was ever given, the room decides. What is lacking refuses what is given, and nothing else.
 magnifier_size() {
     local record=$KORA_HOME/size given=${1:-} size lacking=''
     case $given in
@@ -25,12 +32,12 @@ magnifier_size() {
         '') size=$(grep -sx '[123]' "$record") || size=$(magnifier_room) ;;
         *) fail "--size wants 1, 2, 3 or auto" ;;
     esac
-    [ "$size" = 1 ] || lacking=$(magnifier_lacks)
+    [ "$size" = 1 ] || lacking=$(magnifier_wants)
     if [ -n "$lacking" ]; then
         case $given in
-            2 | 3) fail "the phone cannot be shown $given times as large without these packages: ${lacking//$'\n'/ }" ;;
+            2 | 3) fail "the phone cannot be shown $given times as large $lacking" ;;
         esac
-        step "the phone is shown in its own size; to be shown larger it wants these packages: ${lacking//$'\n'/ }"
+        step "the phone is shown in its own size; it cannot be shown larger $lacking"
         size=1
     fi
     case $given in

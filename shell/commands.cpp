@@ -94,6 +94,6 @@ bool RunCommand(CMainState& state, HWND window, WORD id) {
 
 bool RunShortcut(CMainState& state, HWND window, WORD id) {
     // A digit asks for itself whether it passes.
-    if (!IsDigit(id) && (!KeyPasses(state, kLetterKey) || IsCommandGrey(id))) return true;
+    if (!IsDigit(id) && (!KeyPasses(state, kLetterKey) || IsCommandGrey(state, id))) return true;
     return RunCommand(state, window, id);
 }

@@ -8,6 +8,7 @@
 #include "channels/stored_name.h"
 #include "resources/resource_ids.h"
 #include "shell/app_block.h"
+#include "shell/button_menu.h"
 
 namespace {
 
@@ -42,9 +43,10 @@ void EnableMenuItems(HMENU menu) {
     EnableMenuItem(menu, IDC_ADD_CURRENT, MF_BYCOMMAND | (stored ? MF_GRAYED : MF_ENABLED));
 }
 
-bool IsCommandGrey(WORD id) {
+bool IsCommandGrey(const CMainState& state, WORD id) {
     for (const HMENU menu : {g_app.hLeftSoftKeyMenu, g_app.hRightSoftKeyMenu}) {
         EnableMenuItems(menu);
+        ShowButtonStates(state, menu);
         MENUITEMINFOW item = {};
         item.cbSize = sizeof item;
         item.fMask = MIIM_STATE;

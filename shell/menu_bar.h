@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+class CMainState;
+
 // Creates the menu bar of the main window and stores the two menus in the application block. Null when the
 // shell refuses.
 HWND CreateMainMenuBar(HWND window);
@@ -11,4 +13,4 @@ HWND CreateMainMenuBar(HWND window);
 void EnableMenuItems(HMENU menu);
 
 // Whether the menu that has this command would show it grey now.
-bool IsCommandGrey(WORD id);
+bool IsCommandGrey(const CMainState& state, WORD id);

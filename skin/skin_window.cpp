@@ -132,7 +132,8 @@ void TapButton(CSkin& skin, HWND window, int id) {
     const SkinRect& place = PlaceOf(*button, CurrentScreen()).rect;
     const LPARAM middle =
         MAKELPARAM(static_cast<WORD>(place.x + place.cx / 2), static_cast<WORD>(place.y + place.cy / 2));
-    TestButtons(skin, WM_LBUTTONDOWN, middle);
+    // One that is held still, because the stylus was taken from it, is let go first.
+    if (TestButtons(skin, WM_LBUTTONDOWN, middle) != id) TestButtons(skin, WM_LBUTTONDOWN, middle);
     if (repeats) SendMessageW(window, WM_SKIN_REPEAT, static_cast<WPARAM>(id), 0);
     TestButtons(skin, WM_LBUTTONUP, middle);
     SendMessageW(window, WM_SKIN_CLICK, static_cast<WPARAM>(kResultButton | id), middle);

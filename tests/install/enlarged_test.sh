@@ -75,7 +75,7 @@ without_a_library_it_says_so() {
 auto_without_it_is_its_own_size() {
     host_without Xvfb xmessage
     open_phone --size auto && wait_for 60 eval '[ "$(sides_of "Kora - Wine desktop")" = "760 760 " ]' && ! pgrep -f "$(basename "$WORK").*kora-magnifier :" &&
-        grep -qF 'the phone is shown in its own size; to be shown larger it wants these packages: xvfb' "$WORK/run.log"
+        grep -qF 'the phone is shown in its own size; it cannot be shown larger without these packages: xvfb' "$WORK/run.log"
 }
 uninstalls_under_the_open_phone() {
     host_without xmessage

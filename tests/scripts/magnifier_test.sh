@@ -67,9 +67,13 @@ what_is_missing_refuses_what_is_said_and_nothing_else() (
         same 3 "$(<"$KORA_HOME/size")" && same 1 "$(magnifier_size)" && same 1 "$(magnifier_size 1)" && same 1 "$(magnifier_size auto)" &&
         same '' "$(KORA_DESKTOP=760x760 magnifier_size 2>&1 >/dev/null)"
 )
-a_display_with_fewer_colours_has_no_room() {
+a_display_with_fewer_colours_shows_the_own_size_alone() {
     kill "$OWN_SERVER"
-    own_display 1000x700x16 && same 1 "$(on_own magnifier_size auto)"
+    own_display 1000x700x16 && same 1 "$(KORA_DESKTOP=300x300 on_own magnifier_size auto)" || return 1
+    echo 2 >"$KORA_HOME/size"
+    same 1 "$(on_own magnifier_size)" && same 2 "$(<"$KORA_HOME/size")" &&
+        same 'kora: the phone cannot be shown 3 times as large on a display of 16 bits of colour; it takes 24' \
+            "$(on_own magnifier_size 3 2>&1)" && same 2 "$(<"$KORA_HOME/size")"
 }
 
 for size in 2 3; do
@@ -83,5 +87,5 @@ for size in 2 3; do
 done
 check RoomDecidesUnlessItWasSaid room_decides_unless_it_was_said
 check WhatIsMissingRefusesTheSizeThatIsSaidAndNoOther what_is_missing_refuses_what_is_said_and_nothing_else
-check ADisplayWithFewerColoursHasNoRoom a_display_with_fewer_colours_has_no_room
+check ADisplayWithFewerColoursShowsTheOwnSizeAlone a_display_with_fewer_colours_shows_the_own_size_alone
 finish

@@ -256,4 +256,23 @@ TEST_F(Turned, OnAWideScreenTheDialsNeedleFollowsTheTuningAndIsThereAfterATurnAn
     EXPECT_TRUE(pointsAt(kAt1050[1], kAt985[1]));
 }
 
+TEST_F(Turned, OnAWideScreenTheDialsNeedleGoesWithAScan) {
+    constexpr POINT kAt1079 = {464, 322};
+    handset.WriteBand("[10790]\nlevel=60\n");
+    handset.SetState(L"ScreenWidth", 480);
+    handset.SetState(L"ScreenHeight", 640);
+    Hurry(10);
+    Radio radio(handset);
+    radio.WaitUntilShown();
+    EXPECT_NE(radio.Pixel(kAt1079.x, kAt1079.y), RGB(141, 194, 31));
+    radio.Command(IDC_AUTOSCAN);
+    const HWND question = radio.WaitForBox(nullptr);
+    ASSERT_NE(question, nullptr);
+    Radio::Answer(question, IDOK);
+    ASSERT_TRUE(WaitForCall("SeekNext -> 0"));
+    // Until the box at its end is answered, the screen is the scan's.
+    ASSERT_NE(radio.WaitForBox(L"FM"), nullptr);
+    EXPECT_TRUE(WaitFor([&] { return radio.Pixel(kAt1079.x, kAt1079.y) == RGB(141, 194, 31); }));
+}
+
 }  // namespace

@@ -32,11 +32,12 @@ bool HasBitmaps(HDC dc) {
            metrics.tmHeight - metrics.tmInternalLeading <= kLargestBitmap_px;
 }
 
-LONG DrawnWidth(HDC dc, wchar_t letter) {
+// As it counts, where nobody knows.
+LONG DrawnWidth(HDC dc, wchar_t letter, LONG counted) {
     constexpr MAT2 kUpright = {{0, 1}, {0, 0}, {0, 0}, {0, 1}};
     GLYPHMETRICS metrics = {};
     const DWORD drawn = GetGlyphOutlineW(dc, letter, GGO_BITMAP, &metrics, 0, nullptr, &kUpright);
-    return drawn == GDI_ERROR ? 0 : metrics.gmCellIncX;
+    return drawn == GDI_ERROR ? counted : metrics.gmCellIncX;
 }
 
 // By how much a line of the text may be drawn wider than it is counted, in lines that count `width`.
@@ -49,7 +50,8 @@ LONG Surplus(HDC dc, const std::wstring& letters, LONG width) {
     std::vector<LONG> ends = {0}, surplus = {0};  // up to each letter
     for (std::size_t at = 0; at < letters.size(); ++at) {
         ends.push_back(counted[at]);
-        surplus.push_back(surplus.back() + DrawnWidth(dc, letters[at]) - (ends[at + 1] - ends[at]));
+        const LONG own = ends[at + 1] - ends[at];
+        surplus.push_back(surplus.back() + DrawnWidth(dc, letters[at], own) - own);
     }
     if (whole.cx <= width) return std::max(surplus.back(), LONG{0});
     // Wherever its lines begin and end.

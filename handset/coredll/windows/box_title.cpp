@@ -4,6 +4,7 @@
 
 #include "handset/base/module_edge.h"
 #include "handset/base/owned.h"
+#include "handset/coredll/windows/large_font.h"
 
 namespace coredll {
 namespace {
@@ -13,12 +14,7 @@ constexpr wchar_t kTitleClass[] = L"KoraHandset.BoxTitle";
 constexpr int kBeside_px = 4, kAround_px = 2;
 
 handset::OwnedFont TitleFont(int scale) {
-    NONCLIENTMETRICSW metrics = {};
-    metrics.cbSize = sizeof metrics;
-    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    metrics.lfCaptionFont.lfHeight *= scale;
-    metrics.lfCaptionFont.lfWidth = 0;
-    return handset::OwnedFont(CreateFontIndirectW(&metrics.lfCaptionFont));
+    return LargeFont(&NONCLIENTMETRICSW::lfCaptionFont, scale);
 }
 
 int ScaleOf(HWND title) {

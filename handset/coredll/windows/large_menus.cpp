@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "handset/base/module_edge.h"
+#include "handset/coredll/windows/large_font.h"
 
 namespace coredll {
 namespace {
@@ -28,15 +29,6 @@ LRESULT CALLBACK MenuOwnerProc(HWND window, UINT message, WPARAM wParam, LPARAM 
     return answer;
 } catch (...) {
     return handset::EdgeAnswer<LRESULT>();
-}
-
-handset::OwnedFont MenuFont(int scale) {
-    NONCLIENTMETRICSW metrics = {};
-    metrics.cbSize = sizeof metrics;
-    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    metrics.lfMenuFont.lfHeight *= scale;
-    metrics.lfMenuFont.lfWidth = 0;
-    return handset::OwnedFont(CreateFontIndirectW(&metrics.lfMenuFont));
 }
 
 MENUITEMINFOW Asked(UINT mask) {
@@ -87,12 +79,17 @@ RECT InTheMiddle(LONG left, const RECT& row, int size) {
 CLargeMenus::CLargeMenus(HMENU menu, HWND window, int scale) : scale_(scale) {
     if (scale <= 1 || t_menus != nullptr || GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId())
         return;
+    font_ = LargeFont(&NONCLIENTMETRICSW::lfMenuFont, scale);
+    try {
+        Take(menu);
+    } catch (...) {
+        for (const Entry& entry : entries_) GiveBack(entry);
+        throw;
+    }
     window_ = window;
-    font_ = MenuFont(scale);
     t_menus = this;
     before_ = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(MenuOwnerProc)));
-    Take(menu);
 }
 
 CLargeMenus::~CLargeMenus() {

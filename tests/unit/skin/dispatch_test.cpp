@@ -124,6 +124,15 @@ TEST_P(Dispatcher, AButtonThatSomethingElseTapsDoesWhatAStylusDoesAndComesUpAgai
     }
 }
 
+// A box that took the stylus from it.
+TEST_P(Dispatcher, AButtonThatIsHeldMeanwhileKeepsNoTapFromAnother) {
+    Touch(WM_LBUTTONDOWN, 201);
+    TapButton(m_skin, m_skin.hWnd, 207);
+    int frame = 0;
+    GetButtonFrame(m_skin, 207, &frame);
+    EXPECT_EQ(frame, 2);
+}
+
 TEST_P(Dispatcher, ADisabledButtonIsTappedByNobody) {
     for (const ButtonLayout& button : kButtonLayout) EnableButton(m_skin, button.id, 1);
     BlankScreen();
