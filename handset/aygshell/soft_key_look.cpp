@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "handset/base/mnemonic.h"
 #include "handset/base/shell_look.h"
 
 namespace handset {
@@ -43,16 +44,6 @@ std::wstring ButtonText(HWND toolbar, UINT command) {
     SendMessageW(toolbar, TB_GETBUTTONTEXTW, command, reinterpret_cast<LPARAM>(text.data()));
     text.resize(static_cast<std::size_t>(length));
     return text;
-}
-
-// The label without its mnemonic mark: soft keys have none. Two ampersands are one.
-std::wstring Plain(const std::wstring& label) {
-    std::wstring plain;
-    for (std::size_t i = 0; i < label.size(); ++i) {
-        if (label[i] == L'&' && ++i == label.size()) break;
-        plain += label[i];
-    }
-    return plain;
 }
 
 // By how much a bar of that many rows is larger than the usual one.
@@ -104,7 +95,7 @@ void PaintKey(const NMTBCUSTOMDRAW& draw, HFONT font) {
     SelectObject(dc, font);
     SetBkMode(dc, TRANSPARENT);
     const auto command = static_cast<UINT>(draw.nmcd.dwItemSpec);
-    PaintLabel(dc, area, scale, Plain(ButtonText(draw.nmcd.hdr.hwndFrom, command)),
+    PaintLabel(dc, area, scale, WithoutMnemonic(ButtonText(draw.nmcd.hdr.hwndFrom, command)),
                draw.nmcd.lItemlParam != 0, colours);
     RestoreDC(dc, saved);
 }

@@ -17,8 +17,7 @@ constexpr wchar_t kRate[] = L"ClockRate";
 // With the lock held.
 bool Write(const ClockMoment& moment) {
     const StoredMoment bytes = Stored(moment);
-    return RegSetKeyValueW(HKEY_CURRENT_USER, StateKeyPath().c_str(), kMoment, REG_BINARY, bytes.data(),
-                           static_cast<DWORD>(bytes.size())) == ERROR_SUCCESS;
+    return SetStateBinary(kMoment, bytes.data(), bytes.size());
 }
 
 // What is shown goes on without a jump.

@@ -92,6 +92,10 @@ bool SetStateString(const wchar_t* name, const std::wstring& value) {
     return Write(name, REG_SZ, value.c_str(), (value.size() + 1) * sizeof(wchar_t));
 }
 
+bool SetStateBinary(const wchar_t* name, const void* data, std::size_t size) {
+    return Write(name, REG_BINARY, data, size);
+}
+
 bool DeleteStateValue(const wchar_t* name) {
     return RegDeleteKeyValueW(HKEY_CURRENT_USER, StateKeyPath().c_str(), name) == ERROR_SUCCESS;
 }

@@ -35,6 +35,7 @@ std::wstring StateString(const wchar_t* name, const std::wstring& fallback);
 bool SetStateDword(const wchar_t* name, std::uint32_t value);
 bool SetStateQword(const wchar_t* name, std::uint64_t value);
 bool SetStateString(const wchar_t* name, const std::wstring& value);
+bool SetStateBinary(const wchar_t* name, const void* data, std::size_t size);
 bool DeleteStateValue(const wchar_t* name);
 
 // The faults to be injected, parted by blanks: the value "Fault".

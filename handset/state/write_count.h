@@ -13,7 +13,7 @@ namespace handset {
 // The counts of the handset whose state key is the present one (see StateKeyPath). Any thread.
 class CWriteCount {
   public:
-    CWriteCount();
+    CWriteCount() : memory_(L"Writes", sizeof(Counts)) {}
 
     // False: there is no memory to share, and nothing is counted.
     explicit operator bool() const { return static_cast<bool>(memory_); }

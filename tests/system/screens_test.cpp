@@ -54,6 +54,19 @@ class Screens : public test::RadioTest, public testing::WithParamInterface<Shape
         for (const std::string& fault : stage.HardToRead()) ADD_FAILURE() << name << ": " << fault;
         Keep(stage, name);
     }
+    // Each dialog that lays itself out anew, open on the stage.
+    template <class Look>
+    void OnEachThatTurns(Look look) {
+        Stage stage(handset, GetParam());
+        for (const Scene& scene : screens::Scenes()) {
+            if (!scene.turns || !IsWanted(scene)) continue;
+            SCOPED_TRACE(scene.name);
+            scene.open(stage);
+            look(stage, scene.name);
+            stage.PutAway();
+            if (HasFatalFailure()) return;
+        }
+    }
     static void Keep(const Stage& stage, const std::string& name) {
         const std::wstring file = PictureFile(name + "." + stage.shape.name);
         if (!file.empty()) stage.TakePicture(file);
@@ -78,34 +91,22 @@ INSTANTIATE_TEST_SUITE_P(Shapes, Screens, testing::ValuesIn(WantedShapes()),
 using TurnedScreens = Screens;
 
 TEST_P(TurnedScreens, ADialogIsLaidOutAnewWithNothingCutWhenTheDisplayTurns) {
-    Stage stage(handset, GetParam());
-    for (const Scene& scene : screens::Scenes()) {
-        if (!scene.turns || !IsWanted(scene)) continue;
-        SCOPED_TRACE(scene.name);
-        scene.open(stage);
+    OnEachThatTurns([](Stage& stage, const std::string& name) {
         stage.Reshape(GetParam().height, GetParam().width);
-        LookAt(stage, scene.name + std::string("-turned"));
-        stage.PutAway();
-        if (HasFatalFailure()) return;
-    }
+        LookAt(stage, name + "-turned");
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(Shapes, TurnedScreens, testing::Values(kShapes[0]),
                          [](const testing::TestParamInfo<Shape>& row) { return row.param.name; });
 
 TEST_P(TurnedScreens, ADialogIsLaidOutAnewWithNothingCutWhenTheDisplayGetsTwiceThePixelsAndLosesThem) {
-    Stage stage(handset, GetParam());
-    for (const Scene& scene : screens::Scenes()) {
-        if (!scene.turns || !IsWanted(scene)) continue;
-        SCOPED_TRACE(scene.name);
-        scene.open(stage);
+    OnEachThatTurns([](Stage& stage, const std::string& name) {
         stage.Reshape(2 * GetParam().width, 2 * GetParam().height);
-        LookAt(stage, scene.name + std::string("-grown"));
+        LookAt(stage, name + "-grown");
         stage.Reshape(GetParam().width, GetParam().height);
-        LookAt(stage, scene.name + std::string("-shrunk"));
-        stage.PutAway();
-        if (HasFatalFailure()) return;
-    }
+        LookAt(stage, name + "-shrunk");
+    });
 }
 
 // handset.exe as the phone around the display, ended at the end of the scope.

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "handset/base/mnemonic.h"
 #include "handset/coredll/kernel/call_guard.h"
 
 namespace {
@@ -13,16 +14,11 @@ namespace {
 // No larger letters are bitmaps.
 constexpr LONG kLargestBitmap_px = 16;
 
-// As it is drawn: "&" marks a key, two of them are one.
+// As it is drawn.
 std::wstring Letters(const wchar_t* text, int length, UINT format) {
-    std::wstring all = length < 0 ? std::wstring(text) : std::wstring(text, static_cast<std::size_t>(length));
-    if ((format & DT_NOPREFIX) != 0) return all;
-    std::wstring letters;
-    for (std::size_t at = 0; at < all.size(); ++at) {
-        if (all[at] == L'&' && ++at == all.size()) break;
-        letters += all[at];
-    }
-    return letters;
+    const std::wstring all =
+        length < 0 ? std::wstring(text) : std::wstring(text, static_cast<std::size_t>(length));
+    return (format & DT_NOPREFIX) != 0 ? all : handset::WithoutMnemonic(all);
 }
 
 bool HasBitmaps(HDC dc) {

@@ -14,7 +14,7 @@ constexpr wchar_t kTitleClass[] = L"KoraHandset.BoxTitle";
 constexpr int kBeside_px = 4, kAround_px = 2;
 
 handset::OwnedFont TitleFont(int scale) {
-    return LargeFont(&NONCLIENTMETRICSW::lfCaptionFont, scale);
+    return LargeFont(HostFont(&NONCLIENTMETRICSW::lfCaptionFont), scale);
 }
 
 int ScaleOf(HWND title) {

@@ -2,11 +2,14 @@
 
 namespace coredll {
 
-handset::OwnedFont LargeFont(LOGFONTW NONCLIENTMETRICSW::*which, int scale) {
+LOGFONTW HostFont(LOGFONTW NONCLIENTMETRICSW::*which) {
     NONCLIENTMETRICSW metrics = {};
     metrics.cbSize = sizeof metrics;
     SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    LOGFONTW font = metrics.*which;
+    return metrics.*which;
+}
+
+handset::OwnedFont LargeFont(LOGFONTW font, int scale) {
     font.lfHeight *= scale;
     font.lfWidth = 0;
     return handset::OwnedFont(CreateFontIndirectW(&font));

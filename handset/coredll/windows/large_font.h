@@ -7,7 +7,9 @@
 
 namespace coredll {
 
-// `which`: such as &NONCLIENTMETRICSW::lfMenuFont. `scale` times as large; null when memory is short.
-[[nodiscard]] handset::OwnedFont LargeFont(LOGFONTW NONCLIENTMETRICSW::*which, int scale);
+// `which`: such as &NONCLIENTMETRICSW::lfMenuFont.
+[[nodiscard]] LOGFONTW HostFont(LOGFONTW NONCLIENTMETRICSW::*which);
+// `scale` times as large; null when memory is short.
+[[nodiscard]] handset::OwnedFont LargeFont(LOGFONTW font, int scale);
 
 }  // namespace coredll

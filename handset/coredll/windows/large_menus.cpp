@@ -79,7 +79,7 @@ RECT InTheMiddle(LONG left, const RECT& row, int size) {
 CLargeMenus::CLargeMenus(HMENU menu, HWND window, int scale) : scale_(scale) {
     if (scale <= 1 || t_menus != nullptr || GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId())
         return;
-    font_ = LargeFont(&NONCLIENTMETRICSW::lfMenuFont, scale);
+    font_ = LargeFont(HostFont(&NONCLIENTMETRICSW::lfMenuFont), scale);
     try {
         Take(menu);
     } catch (...) {

@@ -12,6 +12,7 @@
 #include "handset/coredll/windows/dark_display.h"
 #include "handset/coredll/windows/dialog_keys.h"
 #include "handset/coredll/windows/dialog_scale.h"
+#include "handset/coredll/windows/large_font.h"
 #include "handset/coredll/windows/modal_owner.h"
 #include "handset/coredll/windows/uncovering.h"
 
@@ -90,14 +91,12 @@ Parts PartsOf(HWND box) {
 }
 
 // Of all boxes, and for the whole run.
-HFONT LargeFont(HWND control, int scale) {
+HFONT BoxFont(HWND control, int scale) {
     static const HFONT font = [&] {
         LOGFONTW described = {};
         const auto hosts = reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0));
         GetObjectW(hosts != nullptr ? hosts : GetStockObject(DEFAULT_GUI_FONT), sizeof described, &described);
-        described.lfHeight *= scale;
-        described.lfWidth = 0;
-        return CreateFontIndirectW(&described);
+        return coredll::LargeFont(described, scale).release();
     }();
     return font;
 }
@@ -107,7 +106,7 @@ HFONT LargeFont(HWND control, int scale) {
 int Enlarge(HWND box, int scale) {
     const Parts parts = PartsOf(box);
     const auto large = [&](HWND control) {
-        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(LargeFont(control, scale)), FALSE);
+        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(BoxFont(control, scale)), FALSE);
         const SIZE size = SizeOf(control);
         SetWindowPos(control, nullptr, 0, 0, size.cx * scale, size.cy * scale,
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
